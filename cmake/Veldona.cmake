@@ -1,0 +1,43 @@
+# What every target of the house shares: the language, the warnings, and the include rule.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+
+find_program(CCACHE ccache)
+if(CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE}")
+endif()
+
+add_library(veldona_warnings INTERFACE)
+target_compile_options(veldona_warnings INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)
+
+option(VELDONA_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+if(VELDONA_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+# veldona_library(NAME FOLDER SOURCES … LINKS … [PRIVATE_LINKS …])
+#
+# A library of the house. Its headers are reached as "FOLDER/header.h", through a link of that name in a folder of its
+# own, so that a target sees the headers of exactly those libraries that it links, directly or through one of them.
+function(veldona_library name folder)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  set(view "${CMAKE_BINARY_DIR}/include/${name}")
+  get_filename_component(parent "${view}/${folder}" DIRECTORY)
+  file(MAKE_DIRECTORY "${parent}")
+  file(CREATE_LINK "${CMAKE_SOURCE_DIR}/${folder}" "${view}/${folder}" SYMBOLIC)
+  target_include_directories(${name} PUBLIC "${view}")
+  target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE veldona_warnings ${ARG_PRIVATE_LINKS})
+endfunction()
+
+# veldona_program(NAME SOURCES … LINKS …)
+function(veldona_program name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE veldona_warnings ${ARG_LINKS})
+endfunction()
