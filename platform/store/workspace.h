@@ -1,0 +1,52 @@
+// The store as one process sees it: which files are open, under which password, and how names become files.
+//
+// Every connection of a workspace to one file shares one engine connection, so opening again costs no second key
+// derivation and all of them see the same transaction. A file that stands open is served to a caller with an empty
+// password; another password than the one it was opened with is refused.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/store/definition.h"
+
+namespace veldona::store {
+
+class Database; // one open file: engine connection, catalog, prepared statements (database.h)
+
+struct WorkspaceConfig {
+    // A path as the program writes it ("C:\VELDONA\…") to one of this machine.
+    std::function<std::string(std::string_view)> toNativePath;
+    // The program's path that a registered data source stands for; nothing where there is no such source.
+    std::function<std::optional<std::string>(std::string_view name)> dataSource;
+};
+
+class Workspace {
+public:
+    explicit Workspace(WorkspaceConfig config);
+    ~Workspace();
+    Workspace(const Workspace&) = delete;
+    Workspace& operator=(const Workspace&) = delete;
+
+    // Raises StoreError (storeerror.h). `path` as the program writes it.
+    [[nodiscard]] std::shared_ptr<Database> open(std::string_view path, std::string_view password);
+    [[nodiscard]] std::shared_ptr<Database> openDataSource(std::string_view name, std::string_view password);
+
+    // From now on the nth write (insert, update or delete statement, counted from 1) to `table` fails once.
+    void failWrite(int nth, std::string_view table);
+
+private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+// Makes a new encrypted file with these tables and queries, readable by its owner alone. Raises StoreError where the
+// file exists already; leaves nothing behind where it fails. `nativePath` is a path of this machine.
+void createDatabase(const std::string& nativePath, std::string_view password, const std::vector<TableDef>& tables,
+                    const std::vector<SavedQueryDef>& queries);
+
+} // namespace veldona::store
