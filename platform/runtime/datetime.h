@@ -34,6 +34,7 @@ public:
     [[nodiscard]] bool hasTime() const { return date() != *this; }
     // `days` later, the time of day unchanged.
     [[nodiscard]] DateTime plusDays(int days) const;
+    [[nodiscard]] constexpr DateTime plusSeconds(std::int64_t seconds) const { return ofSeconds(seconds_ + seconds); }
 
     friend constexpr auto operator<=>(DateTime, DateTime) = default;
 

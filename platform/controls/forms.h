@@ -1,0 +1,91 @@
+// All screens of the process: known by name, loaded, shown, stacked, unloaded; and the dispatcher that runs events.
+//
+// A screen opens another by name, so that screens need not know each other. A modal one returns when it has unloaded;
+// the screen below is then activated again. A form that unloads itself is destroyed only when no event is running.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/controls/form.h"
+#include "platform/runtime/error.h"
+
+namespace veldona {
+
+class MenuItem;
+
+enum class Kip { Modeless, Modal };
+
+// Who shows the forms: a window system, or the operator console. Each call tells what has already happened in the
+// model, but for runModal, which must handle the operator's events until the form is no longer loaded.
+class FormHost {
+public:
+    virtual ~FormHost() = default;
+    virtual void formLoaded(Form&) {}
+    virtual void formShown(Form&, Kip) {}
+    virtual void formUnloaded(Form&) {}
+    virtual void formChanged(Form&) {} // caption, pointer, enabled
+    virtual void controlChanged(Control&) {}
+    virtual void focusMoved(Form&) {}
+    virtual void runModal(Form& form) = 0;
+    virtual void processEnded() {}
+};
+
+// Thrown by Forms::endProcess through whatever runs; no error, so no error handling swallows it.
+struct ProcessEnd {};
+
+class Forms {
+public:
+    using Factory = std::function<std::unique_ptr<Form>(Forms&)>;
+
+    explicit Forms(FormHost& host) : host_(&host) {}
+    ~Forms();
+    Forms(const Forms&) = delete;
+    Forms& operator=(const Forms&) = delete;
+
+    // The last handler: what becomes of an error that no procedure caught. Set once at start-up.
+    std::function<void(const RuntimeError&)> onUncaught;
+
+    void add(std::string name, Factory factory);
+    [[nodiscard]] bool isKnown(std::string_view name) const;
+
+    // The loaded form of this name; loads it (onLoad) where it is not. Error 424 for an unknown name.
+    Form& load(std::string_view name);
+    // Loads where needed, shows, activates. Modal: returns when it has unloaded.
+    void show(std::string_view name, Kip kip);
+    void unload(Form& form); // onUnload, then gone; the screen below is activated
+    [[nodiscard]] Form* loaded(std::string_view name) const; // case-free; nullptr: none
+    [[nodiscard]] std::vector<Form*> loadedForms() const;
+    [[nodiscard]] Form* active() const; // the shown form in front; nullptr: none
+
+    // Runs one event. An uncaught RuntimeError ends it and goes to onUncaught; ProcessEnd ends the process.
+    void dispatch(const std::function<void()>& event);
+
+    // Ends the process at once: nothing behind the call runs.
+    [[noreturn]] void endProcess();
+    [[nodiscard]] bool ended() const { return ended_; }
+
+    [[nodiscard]] FormHost& host() const { return *host_; }
+
+private:
+    struct Open {
+        std::unique_ptr<Form> form;
+        bool shown = false;
+        Kip kip = Kip::Modeless;
+    };
+    void activate(Form& form);
+    void bury();
+
+    FormHost* host_;
+    std::map<std::string, Factory, std::less<>> factories_; // keys in upper case
+    std::vector<Open> open_;                                // the front one last
+    std::vector<std::unique_ptr<Form>> graveyard_;
+    int running_ = 0; // events on the stack
+    bool ended_ = false;
+};
+
+} // namespace veldona

@@ -1,0 +1,53 @@
+// What an operator can do to a screen, each as the events it makes, run through the dispatcher.
+//
+// The operator console and the tests call these; a window calls the lower ones (keyDown, textEdited …) and lets its
+// widgets do the editing. An act on a control that is hidden or disabled, or that is not in front, is refused (false).
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/controls/form.h"
+#include "platform/controls/lists.h"
+
+namespace veldona::user {
+
+[[nodiscard]] bool canReach(const Control& control);
+
+// Leaves the focused control (its lost-focus event) and enters this one (its got-focus event).
+bool focus(Control& control);
+// Focus if needed, all text selected, then each character: key-down, key-press, change, key-up.
+bool type(Control& textControl, std::string_view text);
+// The same, but the text arrives at once: one change, then one key-up.
+bool put(Control& textControl, std::string_view text);
+// To the screen first, then to the focused control, with what the control itself does with it: a character or
+// Backspace or Delete edits, Up and Down move a list's, combo's or grid's row (with its click or row-change event),
+// Tab moves the focus, Space clicks a button, Enter clicks one that has the focus.
+bool pressKey(Form& form, KeyEvent key);
+// All but a label take the focus first.
+bool click(Control& control);
+bool clickRow(Control& listOrGrid, int row); // selected and clicked; false outside the rows
+bool dblClick(Control& control);
+bool dblClickRow(Control& listOrGrid, int row);
+bool clickCell(FlexGrid& grid, int row, int column);
+bool clickHead(DataGrid& grid, int column);
+bool choose(ComboBox& combo, std::string_view entry); // false where the list has no such entry
+bool setChecked(CheckBox& box, bool checked);
+// A picker's own check box: off is Null, on is the date that it last held, or `today` where it held none.
+bool setChecked(DateBox& box, bool checked, DateTime today);
+bool pickDate(DateBox& box, const Value& dateOrNull);
+bool clickMenu(MenuItem& item);
+bool clickTool(ToolBar& bar, std::string_view key);
+void tick(Timer& timer);
+
+// For windows: one event each; the widget has done or will do the editing. keyDown and keyPress give back whether the
+// key goes on to the widget.
+bool keyDown(Form& form, Control* focused, KeyEvent event);
+bool keyPress(Form& form, Control* focused, KeyPress event);
+void keyUp(Form& form, Control* focused, KeyEvent event);
+void textEdited(TextBox& box, std::string text, int selStart);
+void textEdited(ComboBox& box, std::string text);
+void rowSelected(ListBox& list, int row); // by mouse or arrow: selects and clicks
+void rowSelected(DataGrid& grid, int row);
+
+} // namespace veldona::user

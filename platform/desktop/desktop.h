@@ -1,0 +1,38 @@
+// What a program may ask of the desktop around it, handed to the session in one piece.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "platform/desktop/clock.h"
+#include "platform/desktop/dialogs.h"
+#include "platform/desktop/paths.h"
+#include "platform/desktop/system.h"
+
+namespace veldona {
+
+// Lets waiting events run in the middle of a long procedure.
+class EventPump {
+public:
+    virtual ~EventPump() = default;
+    virtual void doEvents() {}
+};
+
+// Hands a file or a program to the desktop, as a double click would.
+class Opener {
+public:
+    virtual ~Opener() = default;
+    virtual bool open(const std::string& nativePath) = 0;
+};
+
+struct Desktop {
+    Clock& clock;
+    Dialogs& dialogs;
+    EventPump& events;
+    Opener& opener;
+    Paths paths;
+    SystemLocale locale;
+    DataSources dataSources;
+};
+
+} // namespace veldona

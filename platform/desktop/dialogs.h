@@ -1,0 +1,59 @@
+// Message boxes, questions, input boxes and the surface of an error that no procedure caught.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/runtime/error.h"
+
+namespace veldona {
+
+enum class Icon { None = 0, Critical = 16, Question = 32, Exclamation = 48, Information = 64 };
+enum class Buttons { Ok = 0, YesNo = 4 };
+enum class Answer { Ok = 1, Yes = 6, No = 7 };
+
+inline constexpr const char* kProgramTitle = "Veldona"; // of a box that is given no title
+
+struct Message {
+    std::string text;
+    std::string title = kProgramTitle;
+    Icon icon = Icon::None;
+    Buttons buttons = Buttons::Ok;
+};
+
+class Dialogs {
+public:
+    virtual ~Dialogs() = default;
+    virtual Answer show(const Message& message) = 0;
+    // Nothing where the box was cancelled.
+    virtual std::optional<std::string> input(const std::string& prompt, const std::string& title) = 0;
+    virtual void runtimeError(const RuntimeError& error) = 0;
+
+    void tell(std::string text, Icon icon = Icon::None) { show({std::move(text), kProgramTitle, icon, Buttons::Ok}); }
+    [[nodiscard]] bool confirm(std::string text, std::string title = kProgramTitle) {
+        return show({std::move(text), std::move(title), Icon::Question, Buttons::YesNo}) == Answer::Yes;
+    }
+};
+
+// Keeps what was said until somebody looks, and answers from a queue: for tests and the operator console.
+class RecordingDialogs : public Dialogs {
+public:
+    struct Said {
+        std::string text;
+        std::string title;
+        std::optional<std::int32_t> errorNumber; // of the run-time error surface
+    };
+    Answer show(const Message& message) override;
+    std::optional<std::string> input(const std::string& prompt, const std::string& title) override;
+    void runtimeError(const RuntimeError& error) override;
+
+    std::deque<Said> said;                       // oldest first; the reader takes them away
+    std::deque<std::string> answers;             // "yes", "no", "ok", or a text for an input box
+    int unanswered = 0;                          // questions that found no answer and were answered No, or empty
+};
+
+} // namespace veldona
