@@ -1,0 +1,68 @@
+// One run of the process: the values that all screens share, and the start that sets them.
+//
+// gHSTNO and gISLEMNO are the current customer and sale. gKullanici is the operator's name; nothing assigns it, so the
+// columns that say who wrote a row stay empty. gBaglanti is opened once and never closed by code.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "core/formkayit.h"
+#include "platform/controls/forms.h"
+#include "platform/desktop/desktop.h"
+#include "platform/store/adodb.h"
+#include "platform/store/dao.h"
+#include "platform/store/workspace.h"
+
+namespace veldona {
+
+// The password of the delivered database. Held in the process, written nowhere.
+inline constexpr std::string_view kDeliveredPassword = "k3v8m2t6b1x5e.";
+inline constexpr std::string_view kDatabasePath = "C:\\VELDONA\\Veldona_Taksit\\vorel.mdb";
+
+struct Session {
+    Session(Desktop& itsDesktop, Forms& itsForms);
+
+    Desktop& desktop;
+    Forms& forms;
+    store::Workspace workspace;
+    dao::DBEngine dbEngine;
+
+    std::string gDosyaAdi;
+    std::string gDsnAdi;
+    std::string gSifre;
+    std::string gVeritabaniYolu;
+    std::uint32_t gLCID = 0;
+    std::unique_ptr<adodb::Connection> gBaglanti;
+
+    std::string gHSTNO;
+    std::int32_t gISLEMNO = 0;
+    std::string gKullanici;
+    std::uint8_t gParaBirimi = 0;
+    std::int32_t gKusuratModu = 0;
+    FormKayit gFormKayit;
+
+    // "MS Access;PWD=" and the password: what the file face wants to hear.
+    [[nodiscard]] std::string connectText() const { return "MS Access;PWD=" + gSifre; }
+};
+
+// The steps of the start, in their order.
+void TarihFormatiAyarla(Session& session);
+void OturumBaslat(Session& session);
+[[nodiscard]] bool DsnOlustur(Session& session, const std::string& attributes);
+void IsaretDosyalariYaz(Session& session);
+void Baglan(Session& session);
+void IlkEkranSec(Session& session);
+
+// The entry procedure: all of the above, and the last handler for what comes later. False where the start failed; the
+// error surface has said why, no screen is open, and the process should end with a non-zero code.
+[[nodiscard]] bool basla(Session& session);
+
+// Rolls back what an uncaught error left open on the shared connection and shows the error's surface.
+void yakalanmayanHata(Session& session, const RuntimeError& error);
+
+// Opens a screen by its name.
+void EkranGoster(Session& session, std::string_view name, Kip kip);
+
+} // namespace veldona

@@ -1,0 +1,185 @@
+// The main screen: one customer's sales, and the lines, schedule and payments of the sale on show.
+//
+// Its state is the text of parallel lists: row i of one belongs to row i of its neighbours, all sums run on list
+// text. The procedures stand in modules by duty: loading, saleload, balances, overdue, collection, customergrid …
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/rowsource.h"
+#include "core/session.h"
+#include "platform/controls/controls.h"
+#include "platform/controls/lists.h"
+
+namespace veldona {
+
+// One sale of the overdue warning: what fell due in the range against all that was paid, in stored units.
+struct GecikmeSatisi {
+    std::string MUSTNO;
+    std::int32_t ISLEMNO = 0;
+    double OdenmesiGereken = 0;
+    double Odenen = 0;
+    double Kalan = 0;
+    Value ODEME_TARIHI;
+    Value MIN_ODEME_TARIHI;
+    std::string AD;
+    std::string SOYAD;
+};
+
+struct FrmMainVeldona : Form {
+    FrmMainVeldona(Forms& forms, Session& itsSession);
+
+    Session& session;
+
+    // Customer
+    Frame fraMusteri{*this, "fraMusteri", "Müşteri"};
+    TextBox Text1{*this, "Text1"};
+    TextBox txtSoyad{*this, "txtSoyad"};
+    TextBox txtAd{*this, "txtAd"};
+    CommandButton cmdCariSec{*this, "cmdCariSec", "Detaylı Ara"};
+    Label Label7{*this, "Label7"};
+    Label lbluyari{*this, "lbluyari", "İSTİHBARAT"};
+    Label lblVadeFarki{*this, "lblVadeFarki"};
+    TextBox txtAdres{*this, "txtAdres"};
+    TextBox txtTel{*this, "txtTel"};
+    DataGrid grdList{*this, "grdList"};
+
+    // Sales and the sale on show
+    Frame fraSatislar{*this, "fraSatislar", "Satışlar"};
+    ListBox L3{*this, "L3"};
+    TextBox Text5{*this, "Text5"};
+    TextBox Text6{*this, "Text6"};
+    TextBox txtOdemeTipi{*this, "txtOdemeTipi"};
+    TextBox txtAciklama{*this, "txtAciklama"};
+    DateBox dtTeslimatTarihi{*this, "dtTeslimatTarihi", DateBox::Style::Combo};
+    DateBox dtTeslimEdildigiTarih{*this, "dtTeslimEdildigiTarih", DateBox::Style::PickerWithCheck};
+    CommandButton Command4{*this, "Command4", "Teslim Kaydet"};
+
+    // Sale lines
+    Frame fraSatirlar{*this, "fraSatirlar", "Satış Satırları"};
+    ListBox lstID{*this, "lstID"};
+    ListBox List1{*this, "List1"};
+    ListBox List2{*this, "List2"};
+    ListBox List3{*this, "List3"};
+    ListBox List5{*this, "List5"};
+    ListBox List6{*this, "List6"};
+    ListBox List4{*this, "List4"};
+    ListBox List7{*this, "List7"};
+
+    // Schedule beside payments
+    Frame fraYapilacakOdemeler{*this, "fraYapilacakOdemeler", "Yapılacak Ödemeler"};
+    ListBox L4{*this, "L4"};
+    ListBox L5{*this, "L5"};
+    ListBox lstYapilacakOdmID{*this, "lstYapilacakOdmID"};
+    ListBox L6{*this, "L6"};
+    Label Label21{*this, "Label21"};
+    Label lblToplamOdenecek{*this, "lblToplamOdenecek"};
+    CommandButton Command3{*this, "Command3", "Düzelt"};
+    Frame fraYapilanOdemeler{*this, "fraYapilanOdemeler", "Yapılan Ödemeler"};
+    ListBox L1{*this, "L1"};
+    ListBox L2{*this, "L2"};
+    ListBox lstOdemeTip{*this, "lstOdemeTip"};
+
+    // Balances
+    Frame fraBakiye{*this, "fraBakiye", "Hesap Durumu"};
+    Label Label11{*this, "Label11"};
+    Label Label8{*this, "Label8"};
+    Label Label9{*this, "Label9"};
+    Label lblIndirim{*this, "lblIndirim"};
+    Label Label15{*this, "Label15"};
+    CommandButton Command6{*this, "Command6", "Gecikme Hesapla"};
+    DateBox dtRaporTarihi{*this, "dtRaporTarihi", DateBox::Style::PickerWithCheck};
+    DateBox dtRaporTarihiSon{*this, "dtRaporTarihiSon", DateBox::Style::PickerWithCheck};
+
+    // Collection
+    Frame fraTahsilat{*this, "fraTahsilat", "Tahsilat Yap"};
+    TextBox mskOdenenPara{*this, "mskOdenenPara"};
+    DateBox DTPicker1{*this, "DTPicker1"};
+    ComboBox cboKasa{*this, "cboKasa"};
+    TextBox txtKasaID{*this, "txtKasaID"};
+    CommandButton Command1{*this, "Command1", "Tahsilat"};
+    Frame frmTahsilatMakbuzu{*this, "frmTahsilatMakbuzu", "Tahsilat Makbuzu"};
+    OptionButton Option1{*this, "Option1", "Yeni Oluştur"};
+    OptionButton Option2{*this, "Option2", "Hazır Form"};
+    CommandButton cmdMakbuzYazdir{*this, "cmdMakbuzYazdir", "Makbuz"};
+    CommandButton cmdVazgec{*this, "cmdVazgec", "Vazgeç"};
+    TextBox txtYaziIle{*this, "txtYaziIle"};
+
+    // Panels that open over the lists
+    Frame fraDuzelt{*this, "fraDuzelt", "Taksit Düzelt"};
+    DateBox dtOdemeTarihi{*this, "dtOdemeTarihi"};
+    TextBox mskOdenecekMiktar{*this, "mskOdenecekMiktar"};
+    CommandButton cmdKaydet{*this, "cmdKaydet", "Kaydet"};
+    CommandButton cmdVazGecKayit{*this, "cmdVazGecKayit", "Vazgeç"};
+    Frame fraIslemTarihi{*this, "fraIslemTarihi", "Satış Tarihi"};
+    DateBox dtIslemTarihi{*this, "dtIslemTarihi"};
+    CommandButton cmdTamam{*this, "cmdTamam", "Tamam"};
+    CommandButton cmdVazgecIslemTarihi{*this, "cmdVazgecIslemTarihi", "Vazgec"};
+    Frame fraTaksitlendir{*this, "fraTaksitlendir", "Taksitlendirme"};
+    TextBox mskBorc{*this, "mskBorc"};
+    DateBox dtBaslangicTarihi{*this, "dtBaslangicTarihi", DateBox::Style::Combo};
+    CheckBox chkTaksitAdetGir{*this, "chkTaksitAdetGir", "Taksit Adet Girilecek ", true};
+    Frame fraTaksitAdedi{*this, "fraTaksitAdedi"};
+    TextBox MskTaksitAdedi{*this, "MskTaksitAdedi", "1"};
+    Frame fraTaksitTutari{*this, "fraTaksitTutari"};
+    TextBox mskTaksitTutari{*this, "mskTaksitTutari"};
+    CheckBox chkTaksitleri{*this, "chkTaksitleri", "Mevcut Taksitlerin Üzerine Ekle"};
+    CommandButton cmdTaksitKaydet{*this, "cmdTaksitKaydet", "Kaydet"};
+    CommandButton cmdTaksitVazgec{*this, "cmdTaksitVazgec", "Vazgeç"};
+    Frame frmUrunEkle{*this, "frmUrunEkle", "Ürün Ekle"};
+    TextBox txtUrunAdi{*this, "txtUrunAdi"};
+    TextBox MskToplamUcret{*this, "MskToplamUcret"};
+    CommandButton cmdUrunKaydet{*this, "cmdUrunKaydet", "Kaydet"};
+    CommandButton cmdUrEkleVazgec{*this, "cmdUrEkleVazgec", "Vazgeç"};
+
+    // Commands
+    CommandButton cmdMusteriKaydi{*this, "cmdMusteriKaydi", "Müşteri Kaydı"};
+    CommandButton cmdSatis{*this, "cmdSatis", "Satış"};
+    CommandButton cmdIslemNoSil{*this, "cmdIslemNoSil", "Satışı Sil"};
+    CommandButton cmdSozlesme{*this, "cmdSozlesme", "Sözleşme"};
+    CommandButton cmdBeklenenTaksitler{*this, "cmdBeklenenTaksitler", "Beklenen Taksitler"};
+    CommandButton cmdGunuGecenOdemeler{*this, "cmdGunuGecenOdemeler", "Günü Geçen Alacaklarınız"};
+    CommandButton cmdTahsilatListesi{*this, "cmdTahsilatListesi", "Tahsilat Listesi"};
+    CommandButton cmdAntetBilgisi{*this, "cmdAntetBilgisi", "Antet Bilgisi"};
+    CommandButton cmdOnlineYardimIste{*this, "cmdOnlineYardimIste", "Yardım"};
+    CommandButton cmdCikis{*this, "cmdCikis", "Çıkış"};
+    WebPane WebBrowser1{*this, "WebBrowser1"};
+    WebPane WebBrowser2{*this, "WebBrowser2"};
+
+    // Menus that pop up from the lists
+    MenuItem mnuUrun{*this, "mnuUrun", "Ürün"};
+    MenuItem mnuSatirSil{*this, "mnuSatirSil", "Satır Sil"};
+    MenuItem mnuUrunEkle{*this, "mnuUrunEkle", "Ürün Ekle"};
+    MenuItem mnuYapilacakOdm{*this, "mnuYapilacakOdm", "Yapılacak Ödeme"};
+    MenuItem mnuYapilacakOdmSatirSil{*this, "mnuYapilacakOdmSatirSil", "Satır Sil"};
+    MenuItem mnuTaksitlendirmeYap{*this, "mnuTaksitlendirmeYap", "Taksitlendirme Yap"};
+
+    Timer tmrUyari{*this, "tmrUyari", 700};
+
+    // What the screen remembers between events
+    std::optional<dao::Database> dbMain;
+    std::optional<dao::Recordset> rsOdenen, rsAlinan, rsMusteri, rsSatis, rsOdenen2, rsOdenen3;
+    std::unique_ptr<adodb::Recordset> rsCari; // the customers of the grid
+    std::unique_ptr<adodb::Recordset> rsBul;  // the last look-up
+    RecordsetRows cariSatirlari;              // what the grid shows of rsCari
+    std::string m_Uyari;                      // the customer's UYARI
+    double m_CariID = 0;                      // MUSTKAYIT.ID
+    bool bYeniKayit = false;
+    bool bDuzeltme = false;
+    std::uint8_t bSeciliSatir = 0; // rows chosen for collection
+    Currency cySeciliTaksit;       // and their sum
+    Currency cyOdenen;
+    Currency cyTaksit;
+    bool bTaksitKontrol = true;
+    std::int32_t gKayitSayaci = 0;
+    std::vector<GecikmeSatisi> gecikmeler;
+    double gecikmeToplami = 0; // shown scale
+};
+
+// The factory for the registry.
+[[nodiscard]] std::unique_ptr<Form> makeFrmMainVeldona(Forms& forms, Session& session);
+
+} // namespace veldona
