@@ -1,7 +1,7 @@
 // Money in hand: a 64-bit count of ten-thousandths with checked arithmetic.
 //
-// It is made by named makers only, so that a bare double never becomes money by accident. Every operation that
-// leaves the range (±922.337.203.685.477,5807) raises error 6.
+// It is made by named makers only, so that a bare double never becomes money by accident. Every operation
+// that leaves the range (±922.337.203.685.477,5807) raises error 6.
 #pragma once
 
 #include <compare>

@@ -12,7 +12,8 @@ public:
     constexpr DateTime() = default;
 
     // Error 5 where year (100…9999), month, day or time is outside the calendar.
-    [[nodiscard]] static DateTime of(int year, int month, int day, int hour = 0, int minute = 0, int second = 0);
+    [[nodiscard]] static DateTime of(int year, int month, int day, int hour = 0, int minute = 0,
+                                     int second = 0);
     // False where the three are no calendar day.
     [[nodiscard]] static bool isDay(int year, int month, int day);
     // Seconds since day zero, negative before it.
@@ -34,7 +35,9 @@ public:
     [[nodiscard]] bool hasTime() const { return date() != *this; }
     // `days` later, the time of day unchanged.
     [[nodiscard]] DateTime plusDays(int days) const;
-    [[nodiscard]] constexpr DateTime plusSeconds(std::int64_t seconds) const { return ofSeconds(seconds_ + seconds); }
+    [[nodiscard]] constexpr DateTime plusSeconds(std::int64_t seconds) const {
+        return ofSeconds(seconds_ + seconds);
+    }
 
     friend constexpr auto operator<=>(DateTime, DateTime) = default;
 
@@ -42,7 +45,8 @@ private:
     std::int64_t seconds_ = 0;
 };
 
-// `months` calendar months later; a day that the month does not have becomes its last day. Error 5 past year 9999.
+// `months` calendar months later; a day that the month does not have becomes its last day. Error 5 past year
+// 9999.
 [[nodiscard]] DateTime addMonths(DateTime date, int months);
 // The difference of the month numbers, days not looked at: 31 January to 1 February is 1.
 [[nodiscard]] int monthsBetween(DateTime from, DateTime to);

@@ -1,8 +1,8 @@
 // What the platform can raise: one exception type with a number and a Turkish description.
 //
-// An operator's mistake that a rule foresees is a message of that rule, never a RuntimeError; a defect of our own is
-// an assertion. "Resume next" is the manner of a procedure that skips a failed step and runs the next one: only
-// RuntimeError is skipped, everything else passes through.
+// An operator's mistake that a rule foresees is a message of that rule, never a RuntimeError; a defect of our
+// own is an assertion. "Resume next" is the manner of a procedure that skips a failed step and runs the next
+// one: only RuntimeError is skipped, everything else passes through.
 #pragma once
 
 #include <cstdint>
@@ -62,8 +62,8 @@ struct Err {
     }
 };
 
-// Runs `step`; a RuntimeError is noted in `err` and swallowed. True where the step went through. What a failed step
-// was to assign keeps its value, since the exception leaves before the assignment.
+// Runs `step`; a RuntimeError is noted in `err` and swallowed. True where the step went through. What a
+// failed step was to assign keeps its value, since the exception leaves before the assignment.
 template <class Step> bool attempt(Err& err, Step&& step) {
     try {
         std::forward<Step>(step)();

@@ -8,10 +8,10 @@
 
 namespace veldona {
 
-// Numbers: "#,##0.00", "#,##0.000000", "0.00", "###,###,###" and their like (digits behind "." are decimals, a ","
-// between digits groups, "#" shows no zero); rounded half away from zero on the decimal value. A text is read as a
-// number first; one that is not numeric comes back unchanged, so "" stays "".
-// Dates: "dd/mm/yyyy", "mm,dd,yyyy", "hh:mm:ss" and their like, letters' case ignored; "mm" behind "hh" is minutes.
+// Numbers: "#,##0.00", "#,##0.000000", "0.00", "###,###,###" and their like (digits behind "." are decimals,
+// a "," between digits groups, "#" shows no zero); rounded half away from zero on the decimal value. A text
+// is read as a number first; one that is not numeric comes back unchanged, so "" stays "". Dates:
+// "dd/mm/yyyy", "mm,dd,yyyy", "hh:mm:ss" and their like, letters' case ignored; "mm" behind "hh" is minutes.
 // A text under a date mask is read as a date first; one that is none comes back unchanged.
 // Null gives "".
 [[nodiscard]] std::string format(const Value& value, std::string_view mask);

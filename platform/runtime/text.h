@@ -17,7 +17,8 @@ namespace veldona {
 // The first `count` characters, or fewer.
 [[nodiscard]] std::string left(std::string_view text, std::size_t count);
 // From the `start`-th character, counted from 1, at most `count` of them. Error 5 where start is 0.
-[[nodiscard]] std::string mid(std::string_view text, std::size_t start, std::size_t count = std::string::npos);
+[[nodiscard]] std::string mid(std::string_view text, std::size_t start,
+                              std::size_t count = std::string::npos);
 [[nodiscard]] std::string replaceAll(std::string_view text, std::string_view from, std::string_view to);
 // Broken UTF-8 mended with U+FFFD, so that nothing behind it meets a broken sequence.
 [[nodiscard]] std::string validUtf8(std::string_view text);

@@ -1,4 +1,5 @@
-// The one variant type that travels between screens and store: Null, boolean, whole, double, Currency, date, text.
+// The one variant type that travels between screens and store: Null, boolean, whole, double, Currency, date,
+// text.
 #pragma once
 
 #include <cstdint>

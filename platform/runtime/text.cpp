@@ -1,0 +1,157 @@
+#include "platform/runtime/text.h"
+
+#include <unicode/ucasemap.h>
+
+#include <algorithm>
+#include <memory>
+
+#include "platform/runtime/error.h"
+
+namespace veldona {
+
+namespace {
+
+struct CloseCaseMap {
+    void operator()(UCaseMap* map) const { ucasemap_close(map); }
+};
+
+const UCaseMap* turkish() {
+    static const std::unique_ptr<UCaseMap, CloseCaseMap> map = [] {
+        UErrorCode status = U_ZERO_ERROR;
+        std::unique_ptr<UCaseMap, CloseCaseMap> opened(ucasemap_open("tr", 0, &status));
+        if (U_FAILURE(status)) throw RuntimeError(status, u_errorName(status));
+        return opened;
+    }();
+    return map.get();
+}
+
+using CaseMapping = decltype(&ucasemap_utf8ToUpper);
+
+// Broken sequences are mended on the way: the mapping would hand them on.
+std::string mapped(std::string_view given, CaseMapping mapping) {
+    const UCaseMap* map = turkish();
+    const std::string text = validUtf8(given);
+    std::string out(text.size() + text.size() / 4 + 8, '\0');
+    for (;;) {
+        UErrorCode status = U_ZERO_ERROR;
+        const std::int32_t size = mapping(map, out.data(), static_cast<std::int32_t>(out.size()), text.data(),
+                                          static_cast<std::int32_t>(text.size()), &status);
+        const bool fits = size <= static_cast<std::int32_t>(out.size());
+        out.resize(static_cast<std::size_t>(size));
+        if (fits && U_SUCCESS(status)) return out;
+        if (status != U_BUFFER_OVERFLOW_ERROR) throw RuntimeError(status, u_errorName(status));
+    }
+}
+
+bool isAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+// Every byte but a continuation byte begins a character.
+bool begins(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0) != 0x80;
+}
+
+// The byte where the character behind the first `count` begins.
+std::size_t offsetOf(std::string_view text, std::size_t count) {
+    if (count == 0) return 0;
+    std::size_t seen = 0;
+    for (std::size_t i = 0; i < text.size(); ++i)
+        if (begins(text[i]) && seen++ == count) return i;
+    return text.size();
+}
+
+struct Sequence {
+    std::size_t size = 1;
+    bool sound = false;
+};
+
+// The sequence at the front of a text that isn't empty. A broken one has the bytes that could have begun a
+// character, so that one damaged letter becomes one replacement.
+Sequence sequenceAt(std::string_view text) {
+    const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    const unsigned char lead = byte(0);
+    if (lead < 0x80) return {1, true};
+    if (lead < 0xC2 || lead > 0xF4) return {1, false};
+    const std::size_t size = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+    // The second byte keeps out overlong forms, surrogates, and what is beyond the last character.
+    const unsigned char lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
+    const unsigned char highest = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
+    if (text.size() < 2 || byte(1) < lowest || byte(1) > highest) return {1, false};
+    for (std::size_t i = 2; i < size; ++i)
+        if (i >= text.size() || begins(text[i])) return {i, false};
+    return {size, true};
+}
+
+} // namespace
+
+std::string trim(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos) return {};
+    return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
+}
+
+std::string upperTurkish(std::string_view text) {
+    if (!isAscii(text)) return mapped(text, ucasemap_utf8ToUpper);
+    std::string out;
+    out.reserve(text.size());
+    for (const char c : text) {
+        if (c == 'i')
+            out += "İ";
+        else
+            out += c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    }
+    return out;
+}
+
+std::string lowerTurkish(std::string_view text) {
+    if (!isAscii(text)) return mapped(text, ucasemap_utf8ToLower);
+    std::string out;
+    out.reserve(text.size());
+    for (const char c : text) {
+        if (c == 'I')
+            out += "ı";
+        else
+            out += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    }
+    return out;
+}
+
+std::size_t length(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), begins));
+}
+
+std::string left(std::string_view text, std::size_t count) {
+    return std::string(text.substr(0, offsetOf(text, count)));
+}
+
+std::string mid(std::string_view text, std::size_t start, std::size_t count) {
+    if (start == 0) raise(ErrorNumber::InvalidCall);
+    const std::string_view rest = text.substr(offsetOf(text, start - 1));
+    return std::string(rest.substr(0, offsetOf(rest, count)));
+}
+
+std::string replaceAll(std::string_view text, std::string_view from, std::string_view to) {
+    std::string out;
+    if (from.empty()) return out.assign(text);
+    std::size_t done = 0;
+    for (std::size_t hit; (hit = text.find(from, done)) != std::string_view::npos; done = hit + from.size())
+        out.append(text, done, hit - done).append(to);
+    return out.append(text, done);
+}
+
+std::string validUtf8(std::string_view text) {
+    std::string out;
+    std::size_t sound = 0; // up to here the text is copied
+    for (std::size_t i = 0; i < text.size();) {
+        const Sequence sequence = sequenceAt(text.substr(i));
+        if (!sequence.sound) {
+            out.append(text, sound, i - sound).append("\uFFFD");
+            sound = i + sequence.size;
+        }
+        i += sequence.size;
+    }
+    return out.append(text, sound);
+}
+
+} // namespace veldona
