@@ -26,9 +26,9 @@ namespace veldona {
 // Text: see readDate. A number is a count of days since day zero.
 [[nodiscard]] DateTime toDate(const Value& value);
 // Money and doubles without grouping, "," before decimals, no trailing zeros, doubles with 15 significant
-// digits; (1E+15 and beyond, and what is below money's last decimal, with an exponent where the digits need
-// it); a date as "dd/MM/yyyy", with " hh:mm:ss" behind it where its time is not midnight; a boolean as "True"
-// or "False".
+// digits; an exponent only from 1E+15 on, and below 0,0001 where more than 15 decimals would be needed. A
+// date as "dd/MM/yyyy", with " hh:mm:ss" behind it where its time is not midnight; a boolean as "True" or
+// "False". Error 6 for a double that is no finite number.
 [[nodiscard]] std::string toText(const Value& value);
 // As toText, but Null is "": the `&` join.
 [[nodiscard]] std::string joinText(const Value& value);
