@@ -13,11 +13,17 @@
 #include "platform/runtime/value.h"
 #include "platform/store/workspace.h"
 
+namespace veldona::store {
+struct ResultColumn;
+}
+
 namespace veldona::adodb {
 
 inline constexpr std::int32_t kStatementError = static_cast<std::int32_t>(0x80040E14);
 inline constexpr std::int32_t kWrongPassword = static_cast<std::int32_t>(0x80040E4D);
 inline constexpr std::int32_t kOpenFailed = static_cast<std::int32_t>(0x80004005);
+inline constexpr std::int32_t kObjectClosed = 3704; // what is asked of a recordset needs an open one
+inline constexpr std::int32_t kObjectOpen = 3705;   // opened while open
 
 enum class CursorLocation { Server = 2, Client = 3 };
 
@@ -52,7 +58,7 @@ private:
 
 class Recordset {
 public:
-    // A place in the recordset; empty where there is no current row.
+    // A row of the answer that the recordset holds; worth nothing once requery() has taken another one.
     using Bookmark = std::int64_t;
 
     Recordset();
@@ -64,6 +70,7 @@ public:
     int cursorType = 0;
     int lockType = 1;
 
+    // A statement that answers nothing is executed, and the recordset stays closed.
     void open(std::string_view sql, Connection& connection);
     // Asks again, and stands on the first row. Costs nothing while no table below the query was written since.
     void requery();
@@ -83,6 +90,7 @@ public:
     void setBookmark(Bookmark place);        // error 3021 where it is none of this recordset
     [[nodiscard]] int recordCount() const;
     [[nodiscard]] int absolutePosition() const; // from 1; 0 where there is no current row
+    void setAbsolutePosition(int position);     // error 3021 outside 1 … recordCount
 
     [[nodiscard]] int fieldCount() const;
     [[nodiscard]] const std::string& fieldName(int index) const;
@@ -96,7 +104,9 @@ public:
 
 private:
     struct State;
-    std::unique_ptr<State> state_;
+    [[nodiscard]] State& opened() const; // error kObjectClosed where closed
+    [[nodiscard]] const store::ResultColumn& field(int index) const;
+    std::unique_ptr<State> state_; // nothing where closed
 };
 
 } // namespace veldona::adodb
