@@ -1,8 +1,8 @@
 // A control without a window: what it shows, what it answers, which events it raises.
 //
-// A control belongs to a form and carries its name in the code; it may stand in a frame, and is shown only while all
-// that holds it is. Every change of state is reported to the form's host, so that a window can follow. Assigning by
-// code raises the change event of a text (also for the same text) and never a click.
+// A control belongs to a form and carries its name in the code; it may stand in a frame, and is shown only
+// while all that holds it is. Every change of state is reported to the form's host, so that a window can
+// follow. Assigning by code raises the change event of a text (also for the same text) and never a click.
 #pragma once
 
 #include <cstdint>
@@ -73,6 +73,9 @@ public:
 
 protected:
     void changed(); // tells the host
+    // Runs a handler that code's own assignment raises, its error going to that code. The last thing its
+    // caller does.
+    void fire(const std::function<void()>& handler);
 
 private:
     Form* form_;

@@ -57,8 +57,11 @@ public:
     // In characters. Selecting all is what the rules ask for most.
     [[nodiscard]] int selStart() const { return selStart_; }
     [[nodiscard]] int selLength() const { return selLength_; }
-    void select(int start, int length);
+    void select(int start, int length); // what is outside the text is left out
     void selectAll();
+    // As setText, by the operator's hand: the caret is put first. (Assigning by code puts it before the
+    // text.)
+    void edit(std::string text, int caret);
     int maxLength = 0; // characters the operator may type; 0: no limit
 
 private:
@@ -103,14 +106,17 @@ public:
 
     [[nodiscard]] Style style() const { return style_; }
     [[nodiscard]] const Value& value() const { return value_; } // Null or a date at midnight
-    // Null, a date (its time is dropped) or a text read as one; "" is Null. Raises onChange. Error 13 for other texts.
+    // Null, a date (its time is dropped) or a text read as one; "" is Null. Raises onChange. Error 13 for
+    // other texts.
     void setValue(const Value& value);
     [[nodiscard]] std::string text() const; // "dd/mm/yyyy", or ""
     [[nodiscard]] std::string shownText() const override { return text(); }
+    [[nodiscard]] const Value& lastDate() const { return lastDate_; } // the last one held; Null: none yet
 
 private:
     Style style_;
     Value value_;
+    Value lastDate_;
 };
 
 // A menu or an entry of one (placed in it). A hidden menu pops up from the control that names it.

@@ -1,7 +1,8 @@
 // A screen: a named set of controls with a focus, and the events of its life.
 //
-// A concrete screen is a plain record that derives from Form and declares its controls as members; free procedures
-// work on it. A form is made by the registry (forms.h) when it is first loaded and destroyed after it unloaded.
+// A concrete screen is a plain record that derives from Form and declares its controls as members; free
+// procedures work on it. A form is made by the registry (forms.h) when it is first loaded and destroyed after
+// it unloaded.
 #pragma once
 
 #include <functional>
@@ -45,13 +46,19 @@ public:
     [[nodiscard]] Control* find(std::string_view name) const; // case-free; nullptr: none
     [[nodiscard]] Control* activeControl() const { return activeControl_; }
 
-    // Gives `control` the focus: the lost-focus event of the one that had it, then the got-focus event. No event where
-    // it has the focus already. Control::setFocus is the way of code, user::focus that of the operator; both end here.
+    // Gives `control` the focus: the lost-focus event of the one that had it, then the got-focus event. No
+    // event where it has the focus already. Control::setFocus is the way of code, user::focus that of the
+    // operator; both end here. Each of the two events is one of its own: its error ends it alone.
     void moveFocus(Control& control);
+
+    // It is gone for everybody but the handlers of its own that still run.
+    [[nodiscard]] bool isUnloaded() const { return unloaded_; }
 
 private:
     friend class Control;
+    friend class Forms;
     void enlist(Control& control);
+    void releaseFocus(); // takes it from a control that was hidden or disabled, with its lost-focus event
     Forms* forms_;
     std::string name_;
     std::string caption_;
@@ -59,6 +66,7 @@ private:
     Control* activeControl_ = nullptr;
     MousePointer pointer_ = MousePointer::Default;
     bool enabled_ = true;
+    bool unloaded_ = false;
 };
 
 } // namespace veldona

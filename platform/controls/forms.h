@@ -1,7 +1,9 @@
-// All screens of the process: known by name, loaded, shown, stacked, unloaded; and the dispatcher that runs events.
+// All screens of the process: known by name, loaded, shown, stacked, unloaded; and the dispatcher that runs
+// events.
 //
-// A screen opens another by name, so that screens need not know each other. A modal one returns when it has unloaded;
-// the screen below is then activated again. A form that unloads itself is destroyed only when no event is running.
+// A screen opens another by name, so that screens need not know each other. A modal one returns when it has
+// unloaded; the screen below is then activated again. A form that unloads itself is destroyed only when no
+// event is running.
 #pragma once
 
 #include <functional>
@@ -20,8 +22,11 @@ class MenuItem;
 
 enum class Kip { Modeless, Modal };
 
-// Who shows the forms: a window system, or the operator console. Each call tells what has already happened in the
-// model, but for runModal, which must handle the operator's events until the form is no longer loaded.
+// Who shows the forms: a window system, or the operator console. Each call tells what has already happened in
+// the model, but for runModal, which must handle the operator's events until the form is no longer loaded (or
+// the process has ended). A form is told of before its onLoad, so that what onLoad changes is followed; a
+// change may also come from a form that is only being made or has gone already, and is nobody's business
+// then.
 class FormHost {
 public:
     virtual ~FormHost() = default;
@@ -53,17 +58,25 @@ public:
     void add(std::string name, Factory factory);
     [[nodiscard]] bool isKnown(std::string_view name) const;
 
-    // The loaded form of this name; loads it (onLoad) where it is not. Error 424 for an unknown name.
+    // The loaded form of this name; loads it (onLoad) where it is not. Error 424 for an unknown name, 364
+    // where it unloaded itself while it was loaded. A load that fails removes the form again.
     Form& load(std::string_view name);
-    // Loads where needed, shows, activates. Modal: returns when it has unloaded.
+    // Loads where needed, shows, activates. Modal: returns when it has unloaded. One that stands shown
+    // already comes to the front and is activated again; error 400 where it is asked to turn modal.
     void show(std::string_view name, Kip kip);
-    void unload(Form& form); // onUnload, then gone; the screen below is activated
+    // onUnload, then gone; where it was in front, the screen below is activated before this returns.
+    void unload(Form& form);
     [[nodiscard]] Form* loaded(std::string_view name) const; // case-free; nullptr: none
     [[nodiscard]] std::vector<Form*> loadedForms() const;
     [[nodiscard]] Form* active() const; // the shown form in front; nullptr: none
 
-    // Runs one event. An uncaught RuntimeError ends it and goes to onUncaught; ProcessEnd ends the process.
+    // Runs one event. An uncaught RuntimeError ends it and goes to onUncaught (on to the caller where none is
+    // set). ProcessEnd unwinds the events on the stack down to the first one. Nothing runs once the process
+    // has ended.
     void dispatch(const std::function<void()>& event);
+    // For a host whose own event loop no exception may cross: ProcessEnd stops at the events that `loop`
+    // runs, and is thrown again when `loop` has returned.
+    void runLoop(const std::function<void()>& loop);
 
     // Ends the process at once: nothing behind the call runs.
     [[noreturn]] void endProcess();
@@ -71,20 +84,40 @@ public:
 
     [[nodiscard]] FormHost& host() const { return *host_; }
 
+    // Forms that unload live on as long as one of these stands; every event has one.
+    class Hold {
+    public:
+        explicit Hold(Forms& forms) : forms_(&forms) { ++forms_->holds_; }
+        ~Hold();
+        Hold(const Hold&) = delete;
+        Hold& operator=(const Hold&) = delete;
+
+    private:
+        Forms* forms_;
+    };
+
 private:
     struct Open {
         std::unique_ptr<Form> form;
         bool shown = false;
         Kip kip = Kip::Modeless;
+        bool unloading = false;
     };
+    [[nodiscard]] std::vector<Open>::iterator place(const Form& form);
+    Form* ensureLoaded(std::string_view name); // nullptr: it unloaded itself
+    void bringToFront(const Form& form);
     void activate(Form& form);
-    void bury();
+    void focusFirst(Form& form);
+    void remove(Form& form);
+    void runCaught(const std::function<void()>& event);
 
     FormHost* host_;
     std::map<std::string, Factory, std::less<>> factories_; // keys in upper case
     std::vector<Open> open_;                                // the front one last
     std::vector<std::unique_ptr<Form>> graveyard_;
     int running_ = 0; // events on the stack
+    int edge_ = 0;    // those below the innermost loop of runLoop
+    int holds_ = 0;
     bool ended_ = false;
 };
 

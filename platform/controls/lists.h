@@ -11,8 +11,8 @@
 
 namespace veldona {
 
-// An ordered list of texts with a selected index. The rows are the ledger's working copy, so reading beyond the end
-// is no error: list(i) is "" there.
+// An ordered list of texts with a selected index. The rows are the ledger's working copy, so reading beyond
+// the end is no error: list(i) is "" there.
 class ListBox : public Control {
 public:
     ListBox(Form& form, std::string name) : Control(form, std::move(name)) {}
@@ -24,8 +24,10 @@ public:
     void remove(int row); // error 5 outside; the selection follows its row, or is lost with it
     void clear();         // listIndex becomes -1
     [[nodiscard]] int listIndex() const { return listIndex_; }
-    void setListIndex(int row);                                           // error 380 outside; no click
-    [[nodiscard]] const std::string& text() const { return list(listIndex_); } // the selected row, "" for none
+    void setListIndex(int row); // error 380 outside; no click
+    [[nodiscard]] const std::string& text() const {
+        return list(listIndex_);
+    } // the selected row, "" for none
     [[nodiscard]] std::string shownText() const override { return text(); }
     [[nodiscard]] const std::vector<std::string>& rows() const { return rows_; }
 
@@ -41,7 +43,8 @@ public:
     ComboBox(Form& form, std::string name, Style style = Style::Free)
         : Control(form, std::move(name)), style_(style) {}
 
-    std::function<void()> onChange; // the text changed, by the operator or by code; not by a choice from the list
+    std::function<void()>
+        onChange; // the text changed, by the operator or by code; not by a choice from the list
 
     [[nodiscard]] Style style() const { return style_; }
     [[nodiscard]] int count() const { return static_cast<int>(entries_.size()); }
@@ -51,9 +54,16 @@ public:
     [[nodiscard]] int listIndex() const { return listIndex_; }
     void setListIndex(int row); // sets the text; -1 empties it; raises no click. Error 380 outside
     [[nodiscard]] const std::string& text() const { return text_; }
-    // Free: raises onChange; the entry of just this text becomes the selected one, else none. ListOnly: the entry of
-    // this text is selected; error 383 where there is none (the empty text selects none).
+    // Free: raises onChange; the entry of just this text becomes the selected one, else none. ListOnly: the
+    // entry of this text is selected; error 383 where there is none (the empty text selects none).
     void setText(std::string text);
+    // As setText of a Free one, by the operator's hand: the caret is put first.
+    void edit(std::string text, int caret);
+    // As those of a text box.
+    [[nodiscard]] int selStart() const { return selStart_; }
+    [[nodiscard]] int selLength() const { return selLength_; }
+    void select(int start, int length);
+    void selectAll();
     // The bound value of the selected entry as text; "" for none or Null.
     [[nodiscard]] std::string boundText() const;
     [[nodiscard]] std::string shownText() const override { return text_; }
@@ -63,10 +73,14 @@ private:
         std::string text;
         Value bound;
     };
+    void takeText(std::string text);
+    [[nodiscard]] int indexOf(const std::string& text) const; // -1: none
     Style style_;
     std::vector<Entry> entries_;
     int listIndex_ = -1;
     std::string text_;
+    int selStart_ = 0;
+    int selLength_ = 0;
 };
 
 // A sheet of texts with a current cell; row 0 and column 0 are its headings.
@@ -76,9 +90,9 @@ public:
 
     [[nodiscard]] int rows() const { return static_cast<int>(cells_.size()); }
     [[nodiscard]] int columns() const { return columns_; }
-    void setRows(int rows);       // rows cut off lose their text; new ones are empty; the current row stays inside
+    void setRows(int rows); // rows cut off lose their text; new ones are empty; the current row stays inside
     void setColumns(int columns);
-    void addRow();                // an empty one at the end
+    void addRow(); // an empty one at the end
     [[nodiscard]] int row() const { return row_; }
     [[nodiscard]] int col() const { return column_; }
     void setRow(int row); // error 30009 outside
@@ -99,7 +113,8 @@ private:
     int column_ = 0;
 };
 
-// Where a data grid's rows come from; the grid keeps no copy, so that 20,000 rows cost nothing until they are seen.
+// Where a data grid's rows come from; the grid keeps no copy, so that 20,000 rows cost nothing until they are
+// seen.
 class RowSource {
 public:
     virtual ~RowSource() = default;
@@ -119,7 +134,7 @@ public:
     };
     DataGrid(Form& form, std::string name) : Control(form, std::move(name)) {}
 
-    std::function<void()> onRowChange;              // another row became current, by the operator
+    std::function<void()> onRowChange; // the operator made a row current, or clicked the one that is
     std::function<void(int column)> onHeadClick;
 
     void setColumns(std::vector<Column> columns);
@@ -130,10 +145,11 @@ public:
     void refresh(); // the source's rows or its place changed
     [[nodiscard]] int rowCount() const { return source_ ? source_->rowCount() : 0; }
     [[nodiscard]] int currentRow() const { return source_ ? source_->currentRow() : -1; }
-    void moveTo(int row); // moves the source; raises nothing
+    void moveTo(int row); // moves the source; no event; nothing where there is no such row
     // The text of a cell; "" outside.
     [[nodiscard]] std::string cell(int row, int column) const;
-    [[nodiscard]] std::string currentText(std::string_view titleOrField) const; // error 3021 without a current row
+    [[nodiscard]] std::string
+    currentText(std::string_view titleOrField) const; // error 3021 without a current row
     [[nodiscard]] std::string shownText() const override;
 
 private:
@@ -168,7 +184,7 @@ private:
     std::vector<Tool> tools_;
 };
 
-// Pages in tabs; a page is a Frame placed in it, shown while it is the current one.
+// Pages in tabs, the first one current; a page is a Frame placed in it, shown while it is the current one.
 class TabControl : public Control {
 public:
     TabControl(Form& form, std::string name) : Control(form, std::move(name)) {}
