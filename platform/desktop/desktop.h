@@ -1,7 +1,6 @@
 // What a program may ask of the desktop around it, handed to the session in one piece.
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include "platform/desktop/clock.h"

@@ -3,10 +3,9 @@
 
 #include <cstdint>
 #include <deque>
-#include <functional>
 #include <optional>
 #include <string>
-#include <vector>
+#include <utility>
 
 #include "platform/runtime/error.h"
 
@@ -33,13 +32,17 @@ public:
     virtual std::optional<std::string> input(const std::string& prompt, const std::string& title) = 0;
     virtual void runtimeError(const RuntimeError& error) = 0;
 
-    void tell(std::string text, Icon icon = Icon::None) { show({std::move(text), kProgramTitle, icon, Buttons::Ok}); }
+    void tell(std::string text, Icon icon = Icon::None) {
+        show({std::move(text), kProgramTitle, icon, Buttons::Ok});
+    }
     [[nodiscard]] bool confirm(std::string text, std::string title = kProgramTitle) {
         return show({std::move(text), std::move(title), Icon::Question, Buttons::YesNo}) == Answer::Yes;
     }
 };
 
-// Keeps what was said until somebody looks, and answers from a queue: for tests and the operator console.
+// Keeps what was said until somebody looks, and answers from a queue: for tests and the operator console. A
+// question takes "yes" or "no" from the front of the queue and leaves anything else there; a plain box takes
+// an "ok".
 class RecordingDialogs : public Dialogs {
 public:
     struct Said {
@@ -51,9 +54,9 @@ public:
     std::optional<std::string> input(const std::string& prompt, const std::string& title) override;
     void runtimeError(const RuntimeError& error) override;
 
-    std::deque<Said> said;                       // oldest first; the reader takes them away
-    std::deque<std::string> answers;             // "yes", "no", "ok", or a text for an input box
-    int unanswered = 0;                          // questions that found no answer and were answered No, or empty
+    std::deque<Said> said;           // oldest first; the reader takes them away
+    std::deque<std::string> answers; // "yes", "no", "ok", or a text for an input box
+    int unanswered = 0;              // questions that found no answer and were answered No, or empty
 };
 
 } // namespace veldona

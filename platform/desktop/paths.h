@@ -1,9 +1,9 @@
 // Drive C: is a folder of this machine. The program writes its own fixed paths; here they become real ones.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace veldona {
 
@@ -15,8 +15,8 @@ public:
     explicit Paths(std::string root) : root_(std::move(root)) {}
 
     [[nodiscard]] const std::string& root() const { return root_; }
-    // "C:\A\B" to root/A/B; a name that exists in other letters' case is found. Error 76 for a path of another drive,
-    // or one that climbs out by "..".
+    // "C:\A\B" to root/A/B; a name that exists in other letters' case is found. Error 76 for a path of
+    // another drive, or one that climbs out by "..".
     [[nodiscard]] std::string toNative(std::string_view path) const;
     // The folder of the executable, as the program sees it.
     [[nodiscard]] std::string appPath() const { return std::string(kInstallFolder); }
@@ -25,8 +25,9 @@ private:
     std::string root_;
 };
 
-// The folder for drive C: where nobody names one: the portable folder "C" beside the executable where that holds the
-// database, else the user's data folder. `executableFolder` and `userDataFolder` are paths of this machine.
+// The folder for drive C: where nobody names one: the portable folder "C" beside the executable where that
+// holds the database, else the user's data folder. `executableFolder` and `userDataFolder` are paths of this
+// machine.
 [[nodiscard]] std::string chooseRoot(const std::string& executableFolder, const std::string& userDataFolder);
 // $XDG_DATA_HOME/veldona, or ~/.local/share/veldona.
 [[nodiscard]] std::string userDataFolder();

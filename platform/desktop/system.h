@@ -6,11 +6,12 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace veldona {
 
-// The short date of the process is fixed to day, month, year whatever the machine's locale says; this keeps what was
-// asked of it, as the place where a system with such a setting would be told.
+// The short date of the process is fixed to day, month, year whatever the machine's locale says; this keeps
+// what was asked of it, as the place where a system with such a setting would be told.
 class SystemLocale {
 public:
     static constexpr std::uint32_t kTurkish = 1055;
@@ -27,8 +28,9 @@ private:
 class DataSources {
 public:
     explicit DataSources(std::string iniPath) : iniPath_(std::move(iniPath)) {}
-    // Request 4 adds a system data source. `attributes`: "DSN=name;DBQ=path". False where the name stands already, the
-    // request or the attributes are not understood, or the file cannot be written; nothing is raised.
+    // Request 4 adds a system data source. `attributes`: "DSN=name;DBQ=path". False where the name stands
+    // already, the request or the attributes are not understood, or the file cannot be written; nothing is
+    // raised.
     bool configure(int request, std::string_view driver, std::string_view attributes);
     // The path (as the program writes it) that a name stands for.
     [[nodiscard]] std::optional<std::string> find(std::string_view name) const;

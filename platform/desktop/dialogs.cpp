@@ -1,0 +1,35 @@
+#include "platform/desktop/dialogs.h"
+
+namespace veldona {
+
+Answer RecordingDialogs::show(const Message& message) {
+    said.push_back({message.text, message.title, std::nullopt});
+    const auto isNext = [this](const char* answer) { return !answers.empty() && answers.front() == answer; };
+    if (message.buttons == Buttons::Ok) {
+        if (isNext("ok")) answers.pop_front();
+        return Answer::Ok;
+    }
+    const bool isYes = isNext("yes");
+    if (isYes || isNext("no"))
+        answers.pop_front();
+    else
+        ++unanswered;
+    return isYes ? Answer::Yes : Answer::No;
+}
+
+std::optional<std::string> RecordingDialogs::input(const std::string& prompt, const std::string& title) {
+    said.push_back({prompt, title, std::nullopt});
+    if (answers.empty()) {
+        ++unanswered;
+        return std::string();
+    }
+    std::string answer = std::move(answers.front());
+    answers.pop_front();
+    return answer;
+}
+
+void RecordingDialogs::runtimeError(const RuntimeError& error) {
+    said.push_back({error.description(), kProgramTitle, error.number()});
+}
+
+} // namespace veldona
