@@ -1,0 +1,41 @@
+#include "apps/hazirla/shop.h"
+
+#include "apps/hazirla/random.h"
+
+namespace veldona::hazirla {
+namespace {
+
+// Tables that other programs of the shop once wrote: cheques, and money that went through the cash box.
+void addDesk(Shop& shop, const ShopPlan& plan) {
+    Random random(plan.seed, 5);
+    const DateTime first = addMonths(plan.today, -12 * plan.years);
+    const int days = static_cast<int>((plan.today.seconds() - first.seconds()) / 86400);
+    for (std::size_t i = 3; i < shop.customers.size(); ++i) {
+        const Customer& customer = shop.customers[i];
+        if (random.below(150) == 0)
+            shop.cheques.push_back({customer.number, random.between(5, 60) * 1000, random.chance(60)});
+        if (random.below(20) != 0) continue;
+        CashMovement movement{random.between(1, 3), customer.id, {}, random.between(10, 400) * 100, {}, 1};
+        movement.on =
+            openDay(first.plusDays(random.below(days - 1))).plusSeconds(9 * 3600 + random.below(36000));
+        movement.cashBox = random.between(1, 2);
+        if (random.chance(80)) movement.note = "Elden alındı";
+        shop.cashMovements.push_back(std::move(movement));
+    }
+}
+
+} // namespace
+
+Shop makeShop(const ShopPlan& plan) {
+    Shop shop;
+    shop.groups = {{"Esnaf", "ES"},  {"Memur", "ME"},  {"İşçi", "IS"},
+                   {"Emekli", "EM"}, {"Çiftçi", "CF"}, {"Kefiller", "YM"}};
+    shop.cashBoxes = {"Merkez", "Şube"};
+    addCustomers(shop, plan);
+    addSales(shop, plan);
+    addPayments(shop, plan);
+    addDesk(shop, plan);
+    return shop;
+}
+
+} // namespace veldona::hazirla

@@ -1,0 +1,277 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+
+#include "apps/hazirla/delivered.h"
+#include "apps/hazirla/options.h"
+#include "apps/hazirla/shop.h"
+#include "apps/hazirla/writeshop.h"
+#include "core/session.h"
+#include "platform/store/sqlcipherengine.h"
+#include "platform/store/storeerror.h"
+#include "schema/tables.h"
+
+namespace veldona::hazirla {
+namespace {
+
+namespace fs = std::filesystem;
+
+class Folder {
+public:
+    Folder() : path_((fs::temp_directory_path() / "hazirla-test-XXXXXX").string()) {
+        if (mkdtemp(path_.data()) == nullptr) throw std::runtime_error("no temporary folder");
+    }
+    ~Folder() { fs::remove_all(path_); }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+
+    [[nodiscard]] std::string target() const { return path_ + "/alt/vorel.mdb"; }
+    [[nodiscard]] std::size_t filesInside() const {
+        return static_cast<std::size_t>(
+            std::distance(fs::directory_iterator(path_ + "/alt"), fs::directory_iterator()));
+    }
+
+private:
+    std::string path_;
+};
+
+ShopPlan plan(int customers, int sales, std::uint64_t seed, int years = 5) {
+    return {customers, sales, years, seed, DateTime::of(2026, 11, 22)};
+}
+
+void deliverShop(const std::string& target, const ShopPlan& plan, Existing existing = Existing::Keep) {
+    deliver(target, existing, [&](const std::string& file) { writeShop(file, makeShop(plan)); });
+}
+
+std::string bytesOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+class Books {
+public:
+    explicit Books(const std::string& file)
+        : engine_(store::openSqlcipher(file, kDeliveredPassword, std::chrono::seconds(1))) {}
+
+    std::int64_t number(const std::string& sql) {
+        const auto statement = engine_->prepare(sql);
+        return statement->step() ? statement->whole(0) : -1;
+    }
+    std::string text(const std::string& sql) {
+        const auto statement = engine_->prepare(sql);
+        return statement->step() ? std::string(statement->text(0)) : std::string();
+    }
+    // Every cell of every table, in the order of the rows' IDs.
+    std::uint64_t checksum() {
+        std::uint64_t sum = 14695981039346656037U;
+        const auto take = [&sum](std::string_view bytes) {
+            for (const char byte : bytes)
+                sum = (sum ^ static_cast<unsigned char>(byte)) * 1099511628211U;
+            sum = (sum ^ 256) * 1099511628211U;
+        };
+        for (const store::TableDef& table : schema::tables()) {
+            const auto rows = engine_->prepare("SELECT * FROM " + table.name + " ORDER BY ID");
+            while (rows->step())
+                for (int column = 0; column < rows->columnCount(); ++column)
+                    take(rows->text(column));
+        }
+        return sum;
+    }
+
+private:
+    std::unique_ptr<store::Engine> engine_;
+};
+
+Kurus linesOf(const Sale& sale) {
+    Kurus sum = 0;
+    for (const Line& line : sale.lines)
+        sum += line.quantity * line.price;
+    return sum;
+}
+
+TEST(OrnekDukkan, HerSatisKendiIcindeTutarli) {
+    for (const auto& [customers, sales, years] :
+         {std::tuple{1, 1, 1}, {1, 40, 1}, {2, 300, 10}, {51, 2000, 3}, {700, 900, 20}, {5, 0, 1}}) {
+        for (std::uint64_t seed = 0; seed < 20; ++seed) {
+            const ShopPlan asked = plan(customers, sales, seed, years);
+            const Shop shop = makeShop(asked);
+            ASSERT_EQ(shop.sales.size(), static_cast<std::size_t>(sales));
+            std::map<std::int32_t, Kurus> paid, mirrored;
+            for (const Payment& payment : shop.payments) {
+                const Sale& sale = shop.sales[static_cast<std::size_t>(payment.sale)];
+                ASSERT_GE(payment.at, sale.at);
+                ASSERT_LT(payment.at, asked.today);
+                ASSERT_GT(payment.amount, 0);
+                paid[payment.sale] += payment.amount;
+                if (payment.cashBox == -1 && payment.at == sale.at) mirrored[payment.sale] += payment.amount;
+            }
+            for (const Sale& sale : shop.sales) {
+                SCOPED_TRACE("seed " + std::to_string(seed) + ", sale " + std::to_string(sale.number));
+                Kurus scheduled = 0, down = 0;
+                for (const Due& due : sale.schedule) {
+                    ASSERT_GT(due.amount, 0);
+                    scheduled += due.amount;
+                    if (due.downPayment) down += due.amount;
+                }
+                ASSERT_LT(sale.at, asked.today);
+                ASSERT_EQ(scheduled, sale.total);
+                ASSERT_EQ(sale.total, linesOf(sale) - sale.discount);
+                ASSERT_EQ(mirrored[sale.number - 1], down);
+                ASSERT_LE(paid[sale.number - 1], sale.total);
+                ASSERT_NE(customerOf(shop, sale).group, static_cast<int>(shop.groups.size()))
+                    << "a guarantor buys";
+                ASSERT_LT(sale.schedule.size(), 255U); // a plan that the screens count in a byte
+            }
+        }
+    }
+}
+
+TEST(OrnekDukkan, HerDurumdanSatisVar) {
+    const Shop shop = makeShop(plan(300, 1500, 1));
+    std::map<std::int32_t, Kurus> paid;
+    for (const Payment& payment : shop.payments)
+        paid[payment.sale] += payment.amount;
+    int closed = 0, behind = 0, ahead = 0, discounted = 0, itemized = 0, undelivered = 0, withoutDown = 0;
+    for (const Sale& sale : shop.sales) {
+        const Kurus given = paid[sale.number - 1];
+        Kurus fallenDue = 0;
+        for (const Due& due : sale.schedule)
+            if (due.on < DateTime::of(2026, 11, 22)) fallenDue += due.amount;
+        closed += given == sale.total ? 1 : 0;
+        behind += given < fallenDue ? 1 : 0;
+        ahead += given > fallenDue ? 1 : 0;
+        discounted += sale.discount > 0 ? 1 : 0;
+        itemized += sale.lines.size() > 1 ? 1 : 0;
+        undelivered += sale.delivered ? 0 : 1;
+        withoutDown += sale.schedule.front().downPayment ? 0 : 1;
+    }
+    for (const int count : {closed, behind, ahead, discounted, itemized, undelivered, withoutDown})
+        EXPECT_GE(count, 5);
+    EXPECT_GT(closed, behind);
+}
+
+TEST(OrnekDukkan, AyniTohumAyniDefter) {
+    const Folder first, second, other;
+    deliverShop(first.target(), plan(60, 200, 7));
+    deliverShop(second.target(), plan(60, 200, 7));
+    deliverShop(other.target(), plan(60, 200, 8));
+    const std::uint64_t sum = Books(first.target()).checksum();
+    EXPECT_EQ(sum, Books(second.target()).checksum());
+    EXPECT_NE(sum, Books(other.target()).checksum());
+}
+
+TEST(OrnekDukkan, DefterdeOldugundanEksikVeSahipsizSatirYok) {
+    const Folder folder;
+    const ShopPlan asked = plan(200, 900, 3);
+    deliverShop(folder.target(), asked);
+    const Shop shop = makeShop(asked);
+    Books books(folder.target());
+    EXPECT_EQ(books.text("PRAGMA integrity_check"), "ok");
+    EXPECT_EQ(books.number("SELECT count(*) FROM MUSTKAYIT"), 203);
+    EXPECT_EQ(books.number("SELECT count(*) FROM TAKSITODENEN"),
+              static_cast<std::int64_t>(shop.payments.size()));
+    const std::pair<const char*, const char*> wrong[] = {
+        {"rows of nobody",
+         "SELECT (SELECT count(*) FROM ISLEMNOTABLO WHERE MUSTNO NOT IN (SELECT HSTNO FROM MUSTKAYIT))"
+         " + (SELECT count(*) FROM T_KASA_HAREKETLERI WHERE CARI_ID NOT IN (SELECT ID FROM MUSTKAYIT))"},
+        {"lines without their sale", "SELECT count(*) FROM URUNAL u LEFT JOIN ISLEMNOTABLO i ON i.ISLEMNO = "
+                                     "u.ISLEMNO AND i.MUSTNO = u.MUSTNO "
+                                     "AND i.TRH = u.TRH WHERE i.ID IS NULL"},
+        {"installments without their sale", "SELECT count(*) FROM URUNSAT u LEFT JOIN ISLEMNOTABLO i ON "
+                                            "i.ISLEMNO = u.ISLEMNO AND i.MUSTNO = u.MUSTNO "
+                                            "WHERE i.ID IS NULL"},
+        {"payments without their sale", "SELECT count(*) FROM TAKSITODENEN u LEFT JOIN ISLEMNOTABLO i ON "
+                                        "i.ISLEMNO = u.ISLEMNO AND i.MUSTNO = u.MUSTNO "
+                                        "WHERE i.ID IS NULL"},
+        {"totals that are not the lines less the discount",
+         "SELECT count(*) FROM ISLEMNOTABLO i WHERE TOPBORC <> "
+         "(SELECT sum(FIYAT * ADET) FROM URUNAL u WHERE u.ISLEMNO = i.ISLEMNO) - INDIRIM_YTL"},
+        {"schedules that do not add up", "SELECT count(*) FROM ISLEMNOTABLO i WHERE TOPBORC <> "
+                                         "(SELECT sum(ODMIKTAR) FROM URUNSAT u WHERE u.ISLEMNO = i.ISLEMNO)"},
+        {"down payments that were not mirrored",
+         "SELECT count(*) FROM URUNSAT u LEFT JOIN ISLEMNOTABLO i ON i.ISLEMNO = u.ISLEMNO LEFT JOIN "
+         "TAKSITODENEN t "
+         "ON t.ISLEMNO = u.ISLEMNO AND t.ODTRH = i.TRH AND t.ODMIKTAR = u.ODMIKTAR AND t.KASA_ID = -1 "
+         "WHERE u.PESINAT = 1 AND t.ID IS NULL"},
+        {"stock that differs from what was sold and bought",
+         "SELECT count(*) FROM URUNTANITIM p WHERE KALAN <> TOPLAM_ALINAN - TOPLAM_SATILAN "
+         "OR TOPLAM_SATILAN <> ifnull((SELECT sum(ADET) FROM URUNAL u WHERE u.URKOD = p.URKOD), 0) "
+         "OR TOPLAM_ALINAN <> ifnull((SELECT sum(MIKTAR) FROM T_STOK_GRIS_CIKIS_DETAY d WHERE d.URKOD = "
+         "p.URKOD), 0)"},
+        {"indexes that were not put back",
+         "SELECT (SELECT count(*) FROM sqlite_master WHERE type = 'index') < 15"},
+    };
+    for (const auto& [what, sql] : wrong)
+        EXPECT_EQ(books.number(sql), 0) << what;
+    EXPECT_EQ(books.text("SELECT ODTRH FROM TAKSITODENEN WHERE ID = 1").size(), 19U);
+    EXPECT_EQ(books.text("SELECT GRUP_KOD FROM GRUPLAR ORDER BY ID DESC"), "YM");
+    EXPECT_EQ(books.text("SELECT DEGER FROM FIRMABILGISI"), "1");
+}
+
+TEST(Teslim, BosDefterYalnizIlkSatirlariTasir) {
+    const Folder folder;
+    deliver(folder.target(), Existing::Keep, [](const std::string&) {});
+    Books books(folder.target());
+    for (const store::TableDef& table : schema::tables()) {
+        const bool first =
+            table.name == "FIRMABILGISI" || table.name == "URUNTANITIM" || table.name == "T_KASA_TANITIM";
+        EXPECT_EQ(books.number("SELECT count(*) FROM " + table.name), first ? 1 : 0) << table.name;
+    }
+    EXPECT_EQ(folder.filesInside(), 1U) << "something was left beside the database";
+}
+
+TEST(Teslim, VarOlanDefterSoylenmedenEzilmez) {
+    const Folder folder;
+    deliverShop(folder.target(), plan(5, 5, 1));
+    const std::string before = bytesOf(folder.target());
+    EXPECT_THROW(deliverShop(folder.target(), plan(5, 5, 2)), Refusal);
+    EXPECT_EQ(bytesOf(folder.target()), before);
+
+    const auto failing = [](const std::string&) {
+        throw store::StoreError(store::StoreError::Kind::DiskFull, "dolu");
+    };
+    EXPECT_THROW(deliver(folder.target(), Existing::Replace, failing), store::StoreError);
+    EXPECT_EQ(bytesOf(folder.target()), before);
+
+    std::ofstream(folder.target() + "-wal") << "another program's";
+    EXPECT_THROW(deliverShop(folder.target(), plan(5, 5, 2), Existing::Replace), Refusal);
+    EXPECT_EQ(bytesOf(folder.target()), before);
+    fs::remove(folder.target() + "-wal");
+
+    deliverShop(folder.target(), plan(5, 6, 2), Existing::Replace);
+    EXPECT_EQ(Books(folder.target()).number("SELECT count(*) FROM ISLEMNOTABLO"), 6);
+    EXPECT_EQ(folder.filesInside(), 1U);
+}
+
+TEST(Secenekler, OkunmayanSatirReddedilir) {
+    const DateTime today = DateTime::of(2026, 11, 22);
+    const auto read = [&](std::vector<const char*> arguments) { return readOptions(arguments, today); };
+    const Options all = read({"--ornek", "--musteri", "20000", "--satis", "100000", "--yil", "10", "--tohum",
+                              "42", "--bugun", "29/02/2024", "--kok", "x", "--uzerine-yaz"});
+    EXPECT_TRUE(all.sample && all.overwrite && all.root == "x");
+    EXPECT_EQ(all.plan.customers, 20000);
+    EXPECT_EQ(all.plan.sales, 100000);
+    EXPECT_EQ(all.plan.years, 10);
+    EXPECT_EQ(all.plan.seed, 42U);
+    EXPECT_EQ(all.plan.today, DateTime::of(2024, 2, 29));
+    EXPECT_EQ(read({}).plan.today, today);
+    const std::vector<std::vector<const char*>> refused = {{"--bilinmez"},
+                                                           {"--kok"},
+                                                           {"--kok", ""},
+                                                           {"--ornek", "--musteri", "0"},
+                                                           {"--ornek", "--yil"},
+                                                           {"--musteri", "5"},
+                                                           {"--ornek", "--satis", "5x"},
+                                                           {"--ornek", "--satis", "-1"},
+                                                           {"--ornek", "--bugun", "29/02/2025"},
+                                                           {"--ornek", "--bugun", "2026-11-22"},
+                                                           {"--ornek", "--tohum", "-1"}};
+    for (const auto& arguments : refused)
+        EXPECT_THROW(static_cast<void>(read(arguments)), Refusal) << arguments.back();
+}
+
+} // namespace
+} // namespace veldona::hazirla
