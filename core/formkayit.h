@@ -1,5 +1,5 @@
-// The one record by which a screen hands its arguments to the screen that it opens, and a picker hands back its
-// result: Sonuc 4 and the row's ID in KayitID.
+// The one record by which a screen hands its arguments to the screen that it opens, and a picker hands back
+// its result: Sonuc 4 and the row's ID in KayitID.
 #pragma once
 
 #include <cstdint>
@@ -10,14 +10,14 @@
 namespace veldona {
 
 struct FormKayit {
-    std::int32_t Kip = 0;      // the open mode: 3, 5, 7, 8
-    std::int32_t KayitID = 0;  // the row to show, or the row that was picked
-    std::string Kaynak;        // the query that the caller stands on
-    std::string Kosul;         // " ID = " and the row's number
-    Currency Sonuc;            // the answer: 2, 3 or 4
-    std::string Baslik;        // a title
+    std::int32_t Kip = 0;       // the open mode: 3, 5, 7, 8
+    std::int32_t KayitID = 0;   // the row to show, or the row that was picked
+    std::string Kaynak;         // the query that the caller stands on
+    std::string Kosul;          // " ID = " and the row's number
+    Currency Sonuc;             // the answer: 2, 3 or 4
+    std::string Baslik;         // a title
     std::int32_t RaporKipi = 0; // of the two report screens: 1 expected, 2 overdue
-    std::string HSTNO;         // the customer's account number and name, where the caller gives one
+    std::string HSTNO;          // the customer's account number and name, where the caller gives one
     std::string Unvan;
     Value DogumTarihi;
 };

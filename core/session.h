@@ -1,7 +1,7 @@
 // One run of the process: the values that all screens share, and the start that sets them.
 //
-// gHSTNO and gISLEMNO are the current customer and sale. gKullanici is the operator's name; nothing assigns it, so the
-// columns that say who wrote a row stay empty. gBaglanti is opened once and never closed by code.
+// gHSTNO and gISLEMNO are the current customer and sale. gKullanici is the operator's name; nothing assigns
+// it, so the columns that say who wrote a row stay empty. gBaglanti is opened once and never closed by code.
 #pragma once
 
 #include <cstdint>
@@ -55,8 +55,8 @@ void IsaretDosyalariYaz(Session& session);
 void Baglan(Session& session);
 void IlkEkranSec(Session& session);
 
-// The entry procedure: all of the above, and the last handler for what comes later. False where the start failed; the
-// error surface has said why, no screen is open, and the process should end with a non-zero code.
+// The entry procedure: all of the above, and the last handler for what comes later. False where the start
+// failed; the error surface has said why, no screen is open, and the process should end with a non-zero code.
 [[nodiscard]] bool basla(Session& session);
 
 // Rolls back what an uncaught error left open on the shared connection and shows the error's surface.

@@ -1,7 +1,8 @@
 // The main screen: one customer's sales, and the lines, schedule and payments of the sale on show.
 //
-// Its state is the text of parallel lists: row i of one belongs to row i of its neighbours, all sums run on list
-// text. The procedures stand in modules by duty: loading, saleload, balances, overdue, collection, customergrid …
+// Its state is the text of parallel lists: row i of one belongs to row i of its neighbours, all sums run on
+// list text. The procedures stand in modules by duty: loading, saleload, balances, overdue, collection,
+// customergrid …
 #pragma once
 
 #include <memory>
@@ -173,10 +174,12 @@ struct FrmMainVeldona : Form {
     Currency cySeciliTaksit;       // and their sum
     Currency cyOdenen;
     Currency cyTaksit;
+    Currency cyMusteriBakiye; // schedule less payments, over all sales of the customer
     bool bTaksitKontrol = true;
+    std::uint8_t DuzeltKaynak = 0; // which schedule list was clicked last: 1 dates, 2 amounts
     std::int32_t gKayitSayaci = 0;
     std::vector<GecikmeSatisi> gecikmeler;
-    double gecikmeToplami = 0; // shown scale
+    Currency gecikmeToplami; // what is overdue over all of them
 };
 
 // The factory for the registry.

@@ -1,0 +1,99 @@
+#include "core/session.h"
+
+#include "core/database.h"
+#include "platform/runtime/conversion.h"
+
+namespace veldona {
+
+namespace {
+
+constexpr int kAddSystemDsn = 4;
+constexpr const char* kDriver = "Microsoft Access Driver (*.mdb)";
+constexpr int kTimeoutSeconds = 60;
+
+// A marker file is written anew at each start; that it was not there before is no failure.
+void isaretDosyasiYaz(Session& session, const std::string& name, const std::string& content) {
+    const std::string path = session.desktop.paths.toNative(session.desktop.paths.appPath() + "\\" + name);
+    Err ignored;
+    attempt(ignored, [&] { deleteFile(path); });
+    writeTextFile(path, content);
+}
+
+} // namespace
+
+Session::Session(Desktop& itsDesktop, Forms& itsForms)
+    : desktop(itsDesktop), forms(itsForms),
+      workspace({[&itsDesktop](std::string_view path) { return itsDesktop.paths.toNative(path); },
+                 [&itsDesktop](std::string_view name) { return itsDesktop.dataSources.find(name); }}),
+      dbEngine(workspace) {}
+
+void TarihFormatiAyarla(Session& session) {
+    session.gLCID = session.desktop.locale.defaultLcid();
+    session.desktop.locale.setInfo(session.gLCID, SystemLocale::kShortDate, "dd/MM/yyyy");
+}
+
+void OturumBaslat(Session& session) {
+    session.gDosyaAdi = "vorel";
+    session.gDsnAdi = "vorel";
+    session.gSifre = kDeliveredPassword;
+    const std::string attributes =
+        "DSN=" + session.gDsnAdi + ";DBQ=" + std::string(kInstallFolder) + "\\" + session.gDosyaAdi + ".mdb";
+    // Registering fails on every start but the first, where the source stands already.
+    static_cast<void>(DsnOlustur(session, attributes));
+    IsaretDosyalariYaz(session);
+    Baglan(session);
+}
+
+bool DsnOlustur(Session& session, const std::string& attributes) {
+    return session.desktop.dataSources.configure(kAddSystemDsn, kDriver, attributes);
+}
+
+void IsaretDosyalariYaz(Session& session) {
+    isaretDosyasiYaz(session, "Netwok.txt", "\"" + std::string(kInstallFolder) + "\"");
+    isaretDosyasiYaz(session, "firma.txt", session.gDosyaAdi);
+}
+
+void Baglan(Session& session) {
+    session.gBaglanti = std::make_unique<adodb::Connection>(session.workspace);
+    session.gBaglanti->commandTimeout = kTimeoutSeconds;
+    session.gBaglanti->connectionTimeout = kTimeoutSeconds;
+    session.gBaglanti->open(session.gDsnAdi, "", session.gSifre);
+    session.gVeritabaniYolu = kDatabasePath;
+}
+
+void IlkEkranSec(Session& session) {
+    KayitSeti rs;
+    KayitSetiAc(session, rs, "SELECT DEGER FROM  FIRMABILGISI", adodb::CursorLocation::Client);
+    if (rs->eof()) return;
+    rs->moveFirst();
+    const bool firstUse = joinText(rs->value("DEGER")) == "0";
+    KayitSetiKapat(rs);
+    EkranGoster(session, firstUse ? "frmAntetBilgisi" : "frmMainVeldona", Kip::Modeless);
+}
+
+bool basla(Session& session) {
+    session.forms.onUncaught = [&session](const RuntimeError& error) { yakalanmayanHata(session, error); };
+    try {
+        TarihFormatiAyarla(session);
+        OturumBaslat(session);
+        IlkEkranSec(session);
+        return true;
+    } catch (const RuntimeError& error) {
+        yakalanmayanHata(session, error);
+        return false;
+    }
+}
+
+void yakalanmayanHata(Session& session, const RuntimeError& error) {
+    if (session.gBaglanti && session.gBaglanti->isOpen() && session.gBaglanti->inTransaction()) {
+        Err ignored; // the surface below tells of the error that matters
+        attempt(ignored, [&] { session.gBaglanti->rollbackTrans(); });
+    }
+    session.desktop.dialogs.runtimeError(error);
+}
+
+void EkranGoster(Session& session, std::string_view name, Kip kip) {
+    session.forms.show(name, kip);
+}
+
+} // namespace veldona

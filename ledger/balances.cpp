@@ -1,0 +1,153 @@
+#include "ledger/balances.h"
+
+#include "core/database.h"
+#include "core/money.h"
+#include "ledger/loading.h"
+#include "platform/runtime/bytecounter.h"
+#include "platform/runtime/conversion.h"
+#include "platform/runtime/format.h"
+#include "platform/runtime/text.h"
+
+namespace veldona {
+
+namespace {
+
+constexpr const char* kShown = "#,##0.00";
+
+void showFormatted(Label& label) {
+    label.setCaption(format(label.caption(), kShown));
+}
+
+// A list's text as an amount of two decimals; an empty or missing row is 0.
+Currency shownAmount(const std::string& text) {
+    return toCurrency(format(text.empty() ? Value(0) : Value(text), kShown));
+}
+
+void sumPayments(FrmMainVeldona& f) {
+    f.cyOdenen = Currency{};
+    for (int i = 0; i < f.L2.count(); ++i)
+        f.cyOdenen += toCurrency(f.L2.list(i));
+    f.Label8.setCaption(toText(f.cyOdenen));
+}
+
+Currency sumOfSchedule(const FrmMainVeldona& f) {
+    Currency sum;
+    countInByte(0, f.L5.count() - 1, [&](int i) {
+        if (!f.L5.list(i).empty()) sum += toCurrency(f.L5.list(i));
+    });
+    return sum;
+}
+
+bool isEmptyAmount(const Value& value) {
+    return joinText(value).empty();
+}
+
+} // namespace
+
+void BAKIYE_HESAPLA(FrmMainVeldona& f, const Value& indirim) {
+    Err passedOver;
+    Currency due, paid, discount;
+    resumeNext(
+        passedOver, [&] { sumPayments(f); }, [&] { due = toCurrency(f.Label11.caption()); },
+        [&] { paid = toCurrency(f.Label8.caption()); }, [&] { showFormatted(f.Label8); },
+        // Stored, then shown, then read back: the discount is rounded to two places.
+        [&] {
+            const Value stored = isEmptyAmount(indirim) ? Value(Currency{}) : Value(toCurrency(indirim));
+            discount = toCurrency(ParaGoster(f.session, stored));
+        },
+        [&] { f.Label11.setCaption(toText(due - discount)); }, [&] { showFormatted(f.Label11); },
+        [&] { f.Label9.setCaption(toText(toCurrency(f.Label11.caption()) - paid)); },
+        [&] { showFormatted(f.Label9); });
+}
+
+void UZAK_BAKIYE_HESAPLA(FrmMainVeldona& f, const Value& topborc) {
+    Err passedOver;
+    Currency due, paid;
+    resumeNext(
+        passedOver, [&] { sumPayments(f); }, [&] { f.Label11.setCaption(toText(topborc)); },
+        [&] { due = toCurrency(f.Label11.caption()); }, [&] { paid = toCurrency(f.Label8.caption()); },
+        [&] { f.Label8.setCaption(format(toDouble(f.Label8.caption()), kShown)); },
+        [&] { showFormatted(f.Label11); }, [&] { f.Label9.setCaption(toText(due - paid)); },
+        [&] { showFormatted(f.Label9); });
+}
+
+void GECIKEN_ODM(FrmMainVeldona& f) {
+    Err passedOver;
+    f.L6.clear();
+    f.Label21.setCaption("");
+    Currency total;
+    int first = 0;
+    if (const std::string islemno = trim(f.Text5.text()); !islemno.empty()) {
+        attempt(passedOver, [&] {
+            KayitSeti rs;
+            KayitSetiAc(f.session, rs, "SELECT * From URUNSAT WHERE ISLEMNO = " + islemno + " AND PESINAT=1 ",
+                        adodb::CursorLocation::Client);
+            if (rs->eof()) return;
+            first = 1;
+            f.L6.add("Peşinat");
+        });
+    }
+    attempt(passedOver, [&] {
+        countInByte(first, f.L5.count() - 1, [&](int i) {
+            f.L6.add(toText(shownAmount(f.L2.list(i)) - shownAmount(f.L5.list(i))));
+            total += toCurrency(f.L6.list(i));
+        });
+    });
+    f.Label21.setCaption(format(total, kShown));
+}
+
+void TAKSITLENDIRILMEMIS_MIKTAR(FrmMainVeldona& f) {
+    Err passedOver;
+    attempt(passedOver, [&] { f.rsOdenen = f.dbMain->openRecordset("TAKSITODENEN"); });
+    attempt(passedOver, [&] { f.cyTaksit = sumOfSchedule(f); });
+    // Read as far as digits go, on purpose: the grouping of a shown amount stops the reading.
+    const double planned = val(toText(f.cyTaksit));
+    const double total = val(f.Label11.caption());
+    if (planned != total && f.Label8.caption() != f.Label11.caption())
+        f.Label15.setCaption(toText(total - planned));
+}
+
+void TaksitKontrol(FrmMainVeldona& f) {
+    Err passedOver;
+    Currency sum;
+    Value indirim;
+    bool found = false;
+    if (f.List6.count() == 0) attempt(passedOver, [&] { ISLEMNUMARALARI_YUKLE(f); });
+    attempt(passedOver, [&] { sum = sumOfSchedule(f); });
+    attempt(passedOver, [&] {
+        KayitSeti rs;
+        KayitSetiAc(f.session, rs, "SELECT * From ISLEMNOTABLO WHERE ISLEMNO = " + f.Text5.text(),
+                    adodb::CursorLocation::Client);
+        found = !rs->eof();
+        if (found) indirim = rs->value("INDIRIM_YTL");
+    });
+    f.lblIndirim.setCaption("0");
+    if (found && !isEmptyAmount(indirim))
+        attempt(passedOver, [&] {
+            f.lblIndirim.setCaption(toText(roundHalfEven(toDouble(ParaGoster(f.session, indirim)), 2)));
+        });
+    attempt(passedOver, [&] {
+        if (f.Label11.caption().empty() || !f.bTaksitKontrol || toCurrency(f.Label11.caption()) == sum)
+            return;
+        f.session.desktop.dialogs.show({"Taksitlendirme Yanlış Yapılmış. İşlemlerinizi Kontrol Ediniz.",
+                                        "Eksik Taksitlendirme", Icon::Exclamation, Buttons::Ok});
+    });
+    f.bTaksitKontrol = true;
+}
+
+void TAKSIT_KONTROL(FrmMainVeldona& f) {
+    TaksitKontrol(f);
+}
+
+void RENK_AYARLA(FrmMainVeldona& f) {
+    Currency sum;
+    for (int i = 0; i < f.L4.count(); ++i) {
+        if (f.DTPicker1.value().isNull() || toDate(f.L4.list(i)) > toDate(f.DTPicker1.value())) continue;
+        sum += shownAmount(f.L5.list(i));
+        if (sum <= f.cyOdenen) continue;
+        f.L4.setForeColor(Colour::CoveredByPayments);
+        f.L2.setForeColor(Colour::CoveredByPayments);
+    }
+}
+
+} // namespace veldona

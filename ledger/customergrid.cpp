@@ -1,0 +1,141 @@
+#include "ledger/customergrid.h"
+
+#include "core/database.h"
+#include "platform/runtime/conversion.h"
+#include "platform/runtime/text.h"
+
+namespace veldona {
+
+namespace {
+
+constexpr int kSecildi = 4; // the answer of a picker that chose a row
+
+// Shows the customer that rsCari stands on.
+void CariGoster(FrmMainVeldona& f) {
+    Err err;
+    attempt(err, [&] { static_cast<void>(f.rsCari->bookmark()); });
+    if (err.number == 0) {
+        std::string hstno;
+        attempt(err, [&] {
+            f.m_CariID = toDouble(f.rsCari->value("ID"));
+            hstno = trim(joinText(f.rsCari->value("HSTNO")));
+        });
+        if (err.number == 0) {
+            f.Text1.setText("");
+            f.L3.clear();
+            f.lblVadeFarki.setCaption("");
+            f.session.gHSTNO = hstno;
+            f.Text1.setText(hstno);
+            return;
+        }
+    }
+    const auto is = [&](ErrorNumber number) { return err.number == static_cast<std::int32_t>(number); };
+    std::string words = "Hatalı kayıt (" + std::to_string(err.number) + ", " + err.description + ") !";
+    if (is(ErrorNumber::NoCurrentRecord)) words = "Geçersiz kayıt (bookmark) !";
+    if (is(ErrorNumber::RecordDeleted)) words = "Silinmiş kayıt !";
+    f.session.desktop.dialogs.tell(words);
+}
+
+void moveOrStay(FrmMainVeldona& f, Gezinme yon) {
+    adodb::Recordset& rs = *f.rsCari;
+    Err err;
+    if (yon == Gezinme::Onceki) {
+        bool moved = rs.bof() || attempt(err, [&] { rs.movePrevious(); });
+        if (!moved || rs.bof()) yon = Gezinme::Ilk;
+    } else if (yon == Gezinme::Sonraki) {
+        bool moved = rs.eof() || attempt(err, [&] { rs.moveNext(); });
+        if (!moved || rs.eof()) yon = Gezinme::Son;
+    }
+    if (yon == Gezinme::Ilk) attempt(err, [&] { rs.moveFirst(); });
+    if (yon == Gezinme::Son) attempt(err, [&] { rs.moveLast(); });
+}
+
+void blankAccount(FrmMainVeldona& f) {
+    f.L3.clear();
+    for (TextBox* box : {&f.Text1, &f.Text5, &f.txtAdres, &f.txtTel, &f.mskOdenenPara, &f.txtOdemeTipi,
+                         &f.txtAciklama, &f.txtKasaID})
+        box->setText("");
+    f.Label7.setCaption("");
+    f.dtTeslimatTarihi.setValue(Null{});
+    f.dtTeslimEdildigiTarih.setValue(Null{});
+    f.cboKasa.setText("");
+    f.lblVadeFarki.setCaption("");
+}
+
+} // namespace
+
+std::string SQLSelectHazirla(const FrmMainVeldona&) {
+    return std::string("(SELECT DISTINCT HSTNO") + "  FROM " + "MUSTKAYIT";
+}
+
+std::string SQLWhereHazirla(const FrmMainVeldona& f) {
+    std::vector<std::string> parts;
+    if (const std::string soyad = trim(f.txtSoyad.text()); !soyad.empty())
+        parts.push_back("SOYAD like '" + soyad + "%'");
+    if (const std::string ad = trim(f.txtAd.text()); !ad.empty()) parts.push_back(" AD like '" + ad + "%'");
+    if (parts.empty()) return {};
+    std::string where = SQLSelectHazirla(f) + " WHERE ";
+    for (std::size_t i = 0; i < parts.size(); ++i)
+        where += (i == 0 ? "" : " AND ") + parts[i];
+    return where + ")";
+}
+
+void FrmCmdBul(FrmMainVeldona& f) {
+    // The system accounts are hidden only while a filter is on.
+    const std::string filter = SQLWhereHazirla(f);
+    const std::string sql =
+        "SELECT MUSTKAYIT.ID,MUSTKAYIT.HSTNO,MUSTKAYIT.AD,MUSTKAYIT.SOYAD,MUSTKAYIT.DOGTRH,MUSTKAYIT.EVTEL,"
+        "MUSTKAYIT.ISTEL,MUSTKAYIT.GSM,MUSTKAYIT.EVMH,MUSTKAYIT.EVCD,MUSTKAYIT.EVAPT,MUSTKAYIT.EVILCE,"
+        "MUSTKAYIT.EVIL  FROM MUSTKAYIT " +
+        (filter.empty()
+             ? std::string()
+             : " WHERE  MUSTKAYIT.HSTNO NOT IN ('G3','G4','TI') AND MUSTKAYIT.HSTNO in " + filter) +
+        " ORDER BY MUSTKAYIT.AD,MUSTKAYIT.SOYAD ";
+    KayitSeti rs;
+    KayitSetiAc(f.session, rs, sql, adodb::CursorLocation::Client);
+    f.grdList.bind(nullptr);
+    f.rsCari = std::move(rs);
+    f.cariSatirlari.follow(f.rsCari.get());
+    f.grdList.bind(&f.cariSatirlari);
+}
+
+void FormGezinme(FrmMainVeldona& f, Gezinme yon) {
+    moveOrStay(f, yon);
+    CariGoster(f);
+    f.grdList.refresh();
+}
+
+void GrideGit(FrmMainVeldona& f, double id) {
+    if (!f.rsCari)
+        FrmCmdBul(f);
+    else
+        f.rsCari->requery();
+    Err ignored;
+    if (id > 0) f.rsCari->find("ID = " + toText(id));
+    if (id <= 0 || f.rsCari->eof()) attempt(ignored, [&] { f.rsCari->moveFirst(); });
+    f.grdList.refresh();
+}
+
+void grdList_RowChange(FrmMainVeldona& f) {
+    Err err;
+    if (!attempt(err, [&] { f.Text1.setText(f.grdList.currentText("CariNo")); }))
+        f.session.desktop.dialogs.tell("Kayıt Seçmediniz  :  " + err.description);
+}
+
+void cmdCariSec_Click(FrmMainVeldona& f) {
+    Session& session = f.session;
+    session.gFormKayit = FormKayit{};
+    EkranGoster(session, "frmCarihesapSec", Kip::Modal);
+    if (session.gFormKayit.Sonuc != Currency::ofWhole(kSecildi)) return;
+    blankAccount(f);
+    KayitSeti rs;
+    KayitSetiAc(session, rs,
+                "SELECT ID,HSTNO  FROM MUSTKAYIT WHERE ID= " + std::to_string(session.gFormKayit.KayitID),
+                adodb::CursorLocation::Client);
+    if (rs->eof()) return;
+    const std::string hstno = joinText(rs->value("HSTNO"));
+    f.Text1.setText(hstno);
+    if (!trim(hstno).empty()) session.gHSTNO = trim(hstno);
+}
+
+} // namespace veldona

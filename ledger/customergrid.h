@@ -1,0 +1,27 @@
+// The customers of the shop in a grid beside the ledger, filtered by name, and walking through them.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "ledger/mainscreen.h"
+
+namespace veldona {
+
+enum class Gezinme { Ilk = 1, Onceki = 2, Bul = 3, Sonraki = 4, Son = 5 };
+
+// The filter by the two name fields as a sub-select; "" where both are empty. The texts are not escaped.
+[[nodiscard]] std::string SQLSelectHazirla(const FrmMainVeldona& f);
+[[nodiscard]] std::string SQLWhereHazirla(const FrmMainVeldona& f);
+// Asks anew and binds the grid. Where the statement fails the grid keeps its rows and the error goes on.
+void FrmCmdBul(FrmMainVeldona& f);
+// Moves rsCari and loads the customer it comes to.
+void FormGezinme(FrmMainVeldona& f, Gezinme yon);
+// Places rsCari on the row of this ID, or on the first where it is not among the rows.
+void GrideGit(FrmMainVeldona& f, double id);
+
+void grdList_RowChange(FrmMainVeldona& f);
+// Opens the customer finder and loads what was chosen there.
+void cmdCariSec_Click(FrmMainVeldona& f);
+
+} // namespace veldona

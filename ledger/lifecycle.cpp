@@ -1,0 +1,135 @@
+#include "ledger/lifecycle.h"
+
+#include "core/database.h"
+#include "ledger/collection.h"
+#include "ledger/customergrid.h"
+#include "ledger/overdue.h"
+#include "platform/runtime/conversion.h"
+
+namespace veldona {
+
+namespace {
+
+// One table opened by name costs nothing until it is walked.
+void openTables(FrmMainVeldona& f) {
+    f.dbMain = f.session.dbEngine.openDatabase(f.session.desktop.paths.appPath() + "\\vorel.mdb");
+    f.rsOdenen = f.dbMain->openRecordset("TAKSITODENEN");
+    f.rsAlinan = f.dbMain->openRecordset("TAKSITALINAN");
+    f.rsMusteri = f.dbMain->openRecordset("MUSTKAYIT");
+    f.rsSatis = f.dbMain->openRecordset("URUNSAT");
+    f.rsOdenen2 = f.dbMain->openRecordset("TAKSITODENEN");
+    f.rsOdenen3 = f.dbMain->openRecordset("TAKSITODENEN");
+}
+
+// From the first of this month to tomorrow.
+void setReportRange(FrmMainVeldona& f, DateTime today) {
+    f.dtRaporTarihi.setValue(today);
+    f.dtRaporTarihiSon.setValue(today.plusDays(1));
+    f.dtRaporTarihi.setValue(DateTime::of(today.year(), today.month(), 1));
+}
+
+void hidePanels(FrmMainVeldona& f) {
+    for (Control* control : std::initializer_list<Control*>{
+             &f.mnuUrun, &f.mnuYapilacakOdm, &f.fraDuzelt, &f.fraTaksitlendir, &f.fraIslemTarihi,
+             &f.frmUrunEkle, &f.frmTahsilatMakbuzu, &f.lbluyari, &f.lblVadeFarki, &f.cmdSozlesme})
+        control->setVisible(false);
+}
+
+void fillSaleNumbers(FrmMainVeldona& f) {
+    dao::Database books = f.session.dbEngine.openDatabase(f.session.gVeritabaniYolu, f.session.connectText());
+    dao::Recordset rs = books.openRecordset("SELECT distinct (ISLEMNO) FROM URUNAL where MUSTNO ='" +
+                                            f.Text1.text() + "' ORDER BY ISLEMNO DESC ");
+    f.L3.clear();
+    for (; !rs.eof(); rs.moveNext())
+        f.L3.add(joinText(rs.value("ISLEMNO")));
+}
+
+// A command that is not to be had now does nothing by its key either.
+void click(const CommandButton& button) {
+    if (button.isUsable() && button.onClick) button.onClick();
+}
+
+} // namespace
+
+void Form_Load(FrmMainVeldona& f) {
+    openTables(f);
+    f.session.gParaBirimi = 1;
+    const DateTime today = f.session.desktop.clock.today();
+    setReportRange(f, today);
+    f.bYeniKayit = false;
+    f.bDuzeltme = false;
+    hidePanels(f);
+    f.DTPicker1.setValue(today);
+    f.dtOdemeTarihi.setValue(today);
+    f.Option1.setValue(true);
+    f.Text1.setText(f.session.gHSTNO);
+    for (ListBox* list : {&f.L1, &f.L2, &f.L4, &f.L5, &f.lstOdemeTip, &f.lstYapilacakOdmID})
+        list->clear();
+    f.lblToplamOdenecek.setCaption("0");
+    for (Label* label : {&f.Label8, &f.Label9, &f.Label11})
+        label->setCaption("");
+    f.bSeciliSatir = 0;
+    f.cySeciliTaksit = Currency{};
+    TAKSIT_CERCEVE_AYARLA(f);
+    cboKasaDoldur(f);
+    FrmCmdBul(f);
+}
+
+void Form_Activate(FrmMainVeldona& f) {
+    Err passedOver;
+    resumeNext(
+        passedOver, [&] { fillSaleNumbers(f); },
+        [&] {
+            for (MenuItem* item :
+                 {&f.mnuYapilacakOdmSatirSil, &f.mnuSatirSil, &f.mnuUrunEkle, &f.mnuTaksitlendirmeYap})
+                item->setVisible(true);
+        },
+        [&] { f.session.desktop.events.doEvents(); }, [&] { GECIKME_UYARI(f); },
+        [&] { f.cmdSozlesme.setVisible(false); }, [&] { f.L3.setFocus(); }, [&] { FrmCmdBul(f); });
+}
+
+void Form_Unload(FrmMainVeldona& f) {
+    f.grdList.bind(nullptr);
+    KayitSetiKapat(f.rsCari);
+    KayitSetiKapat(f.rsBul);
+}
+
+void Form_KeyDown(FrmMainVeldona& f, KeyEvent& event) {
+    switch (event.key) {
+    case Key::Left:
+    case Key::Right:
+        f.L3.setFocus();
+        FormGezinme(f, event.key == Key::Left ? Gezinme::Onceki : Gezinme::Sonraki);
+        GECIKME_UYARI(f);
+        break;
+    case Key::Up:
+    case Key::Down:
+        f.L3.setFocus();
+        break;
+    case Key::F2:
+        click(f.Command1);
+        GECIKME_UYARI(f);
+        break;
+    case Key::F6:
+        click(f.cmdIslemNoSil);
+        GECIKME_UYARI(f);
+        break;
+    case Key::F9:
+        click(f.cmdMakbuzYazdir);
+        break;
+    case Key::F10:
+        click(f.cmdCariSec);
+        GECIKME_UYARI(f);
+        break;
+    default:
+        break;
+    }
+}
+
+void Form_KeyPress(FrmMainVeldona& f, KeyPress& press) {
+    if (press.character != static_cast<char32_t>(Key::Escape)) return;
+    press.swallowed = true;
+    f.forms().unload(f);
+}
+
+} // namespace veldona

@@ -1,0 +1,140 @@
+#include "ledger/overdue.h"
+
+#include "core/database.h"
+#include "core/money.h"
+#include "platform/runtime/conversion.h"
+#include "platform/runtime/text.h"
+
+namespace veldona {
+
+namespace {
+
+constexpr double kStoredScale = 1'000'000;
+
+std::string dateFilter(const FrmMainVeldona& f) {
+    const DateTime end = toDate(f.dtRaporTarihiSon.value());
+    if (f.dtRaporTarihi.value().isNull()) return " WHERE ODTRH <=   " + TarihSabiti(end, kGunSonu);
+    const DateTime start = toDate(f.dtRaporTarihi.value());
+    return " WHERE ODTRH >= " + TarihSabiti(start, kGunBasi) + " And  ODTRH <" + TarihSabiti(end, kGunSonu);
+}
+
+double sumOf(const adodb::Recordset& rs, const char* field) {
+    if (rs.eof() || rs.value(field).isNull()) return 0;
+    return roundHalfEven(toDouble(rs.value(field)));
+}
+
+// Cheques and cash-box receipts among the payments on show count for every sale.
+double otherReceipts(const FrmMainVeldona& f) {
+    double sum = 0;
+    for (int i = 0; i < f.L1.count(); ++i) {
+        const std::string& mark = f.lstOdemeTip.list(i);
+        if (mark == "Ç" || mark == "K") sum += roundHalfEven(toDouble(f.L2.list(i)) * kStoredScale);
+    }
+    return sum;
+}
+
+std::string nameField(FrmMainVeldona& f, const char* field) {
+    const Value value = AlanDegeriOku(f.session, field, "MUSTKAYIT", "HSTNO", f.Text1.text());
+    return value == Value(true) ? "" : joinText(value);
+}
+
+double paidFor(FrmMainVeldona& f, std::int32_t islemno) {
+    KayitSeti rs;
+    KayitSetiAc(f.session, rs,
+                "SELECT  MUSTNO,ISLEMNO,SUM(ODMIKTAR) as OdenenPara From TAKSITODENEN  WHERE MUSTNO = '" +
+                    f.Text1.text() + "' And ISLEMNO=" + std::to_string(islemno) + " GROUP BY MUSTNO,ISLEMNO",
+                adodb::CursorLocation::Client);
+    return sumOf(*rs, "OdenenPara");
+}
+
+void collectSales(FrmMainVeldona& f) {
+    KayitSeti rs;
+    KayitSetiAc(f.session, rs,
+                "SELECT  MUSTNO,ISLEMNO,SUM(ODMIKTAR) as OdenmesiGerekenPara ,MAX(ODTRH) As ODEME_TARIHI   "
+                ",MIN(ODTRH) As MIN_ODEME_TARIHI FROM URUNSAT " +
+                    dateFilter(f) + " AND MUSTNO = '" + f.Text1.text() + "' GROUP BY MUSTNO,ISLEMNO",
+                adodb::CursorLocation::Client);
+    if (rs->eof()) return;
+    const std::string ad = nameField(f, "AD");
+    const std::string soyad = nameField(f, "SOYAD");
+    for (; !rs->eof(); rs->moveNext()) {
+        GecikmeSatisi sale;
+        sale.MUSTNO = joinText(rs->value("MUSTNO"));
+        sale.ISLEMNO = toLong(rs->value("ISLEMNO"));
+        sale.OdenmesiGereken = sumOf(*rs, "OdenmesiGerekenPara");
+        sale.Odenen = paidFor(f, sale.ISLEMNO) + otherReceipts(f);
+        sale.Kalan = sale.OdenmesiGereken - sale.Odenen;
+        sale.ODEME_TARIHI = rs->value("ODEME_TARIHI");
+        sale.MIN_ODEME_TARIHI = rs->value("MIN_ODEME_TARIHI");
+        sale.AD = ad;
+        sale.SOYAD = soyad;
+        f.gecikmeler.push_back(std::move(sale));
+    }
+}
+
+double sumForCustomer(FrmMainVeldona& f, const std::string& sql, const char* alias) {
+    KayitSeti rs;
+    KayitSetiAc(f.session, rs, sql, adodb::CursorLocation::Client);
+    return rs->eof() || rs->value(alias).isNull() ? 0 : toDouble(rs->value(alias));
+}
+
+} // namespace
+
+void GECIKME_UYARI(FrmMainVeldona& f) {
+    f.gecikmeToplami = Currency{};
+    f.dtRaporTarihiSon.setValue(f.session.desktop.clock.today());
+    if (f.dtRaporTarihi.value().isNull() && f.dtRaporTarihiSon.value().isNull()) {
+        f.session.desktop.dialogs.tell(" Tarih Aralığı Seçmelisiniz ");
+        return;
+    }
+    if (trim(f.Text1.text()).empty()) return;
+    f.gecikmeler.clear();
+    collectSales(f);
+    for (const GecikmeSatisi& sale : f.gecikmeler)
+        if (sale.Kalan > 0) f.gecikmeToplami += Currency::ofDouble(sale.Kalan / kStoredScale);
+    const bool overdue = f.gecikmeToplami > Currency{};
+    if (overdue) f.lblVadeFarki.setCaption(toText(f.gecikmeToplami) + " YTL Günü Geçen Ödeme Var ");
+    f.lblVadeFarki.setVisible(overdue);
+}
+
+void MUSTERI_BAKIYE(FrmMainVeldona& f) {
+    const std::string hstno = f.Text1.text();
+    if (trim(hstno).empty()) return;
+    const double planned = sumForCustomer(f,
+                                          " SELECT SUM( URUNSAT.ODMIKTAR/1000000) AS TUTAR  From URUNSAT "
+                                          "WHERE   URUNSAT.MUSTNO = '" +
+                                              hstno + "' GROUP BY  MUSTNO",
+                                          "TUTAR");
+    const double paid = sumForCustomer(f,
+                                       " SELECT SUM( TAKSITODENEN.ODMIKTAR/1000000) AS TAHSILEDILEN_TUTAR  "
+                                       "From TAKSITODENEN WHERE TAKSITODENEN.MUSTNO = '" +
+                                           hstno + "' GROUP BY  MUSTNO",
+                                       "TAHSILEDILEN_TUTAR");
+    f.cyMusteriBakiye = Currency::ofDouble(planned) - Currency::ofDouble(paid);
+}
+
+bool GRUP_KONTROL(FrmMainVeldona& f) {
+    KayitSeti rs;
+    KayitSetiAc(
+        f.session, rs,
+        "SELECT GRUPLAR.GRUP_KOD, MUSTKAYIT.GURUP_ID, MUSTKAYIT.HSTNO  FROM GRUPLAR INNER JOIN MUSTKAYIT "
+        "ON GRUPLAR.ID = MUSTKAYIT.GURUP_ID  WHERE  MUSTKAYIT.HSTNO = '" +
+            trim(f.Text1.text()) + "'",
+        adodb::CursorLocation::Client);
+    return !rs->eof() && trim(joinText(rs->value("GRUP_KOD"))) == "YM";
+}
+
+void Command6_Click(FrmMainVeldona& f) {
+    GECIKME_UYARI(f);
+    MUSTERI_BAKIYE(f);
+}
+
+void tmrUyari_Timer(FrmMainVeldona& f) {
+    if (!trim(f.m_Uyari).empty()) f.lbluyari.setVisible(!f.lbluyari.visible());
+}
+
+void lbluyari_Click(FrmMainVeldona& f) {
+    f.session.desktop.dialogs.tell(f.m_Uyari);
+}
+
+} // namespace veldona
