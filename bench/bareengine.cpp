@@ -1,0 +1,99 @@
+#include "bench/bareengine.h"
+
+#include "platform/store/dialect.h"
+
+namespace veldona::bench {
+
+BareEngine::BareEngine(store::Engine& engine, DateTime now)
+    : engine_(engine), now_(store::storedDate(now)),
+      firstOfMonth_(store::storedDate(DateTime::of(now.year(), now.month(), 1).plusSeconds(1))),
+      endOfToday_(store::storedDate(now.date().plusSeconds(86399))),
+      customer_(engine.prepare("SELECT * FROM MUSTKAYIT WHERE HSTNO = ?1")),
+      customerSales_(
+          engine.prepare("SELECT DISTINCT ISLEMNO FROM URUNAL WHERE MUSTNO = ?1 ORDER BY ISLEMNO DESC")),
+      fallenDue_(engine.prepare("SELECT MUSTNO, ISLEMNO, sum(ODMIKTAR), max(ODTRH), min(ODTRH) FROM URUNSAT "
+                                "WHERE MUSTNO = ?1 AND ODTRH >= ?2 AND ODTRH < ?3 GROUP BY MUSTNO, ISLEMNO")),
+      paid_(engine.prepare("SELECT sum(ODMIKTAR) FROM TAKSITODENEN WHERE MUSTNO = ?1 AND ISLEMNO = ?2")),
+      name_(engine.prepare("SELECT AD, SOYAD FROM MUSTKAYIT WHERE HSTNO = ?1")),
+      lines_(engine.prepare("SELECT URKOD, * FROM URUNAL WHERE MUSTNO = ?1 AND ISLEMNO = ?2 ORDER BY ID")),
+      product_(engine.prepare("SELECT * FROM URUNTANITIM WHERE URKOD = ?1")),
+      schedule_(
+          engine.prepare("SELECT * FROM URUNSAT WHERE MUSTNO = ?1 AND ISLEMNO = ?2 ORDER BY ODTRH, ID")),
+      received_(
+          engine.prepare("SELECT * FROM TAKSITODENEN WHERE MUSTNO = ?1 AND ISLEMNO = ?2 ORDER BY ODTRH, ID")),
+      header_(engine.prepare("SELECT * FROM ISLEMNOTABLO WHERE ISLEMNO = ?1")),
+      downPayment_(engine.prepare("SELECT * FROM URUNSAT WHERE ISLEMNO = ?1 AND PESINAT = 1")),
+      insert_(engine.prepare("INSERT INTO TAKSITODENEN (MUSTNO, ISLEMNO, ODTRH, ODMIKTAR, KONTROL_KIM, "
+                             "KONTROL_NE_ZAMAN) VALUES (?1, ?2, ?3, 1000000, '', ?3)")) {}
+
+// Every cell is taken out as text: a screen shows nothing else.
+void BareEngine::fetch(const Statement& statement, const std::vector<Value>& values) {
+    int index = 0;
+    for (const Value& value : values)
+        statement->bind(++index, value);
+    firstCells_.clear();
+    secondCells_.clear();
+    while (statement->step()) {
+        row_.clear();
+        for (int column = 0; column < statement->columnCount(); ++column)
+            row_.emplace_back(statement->text(column));
+        firstCells_.push_back(row_[0]);
+        if (row_.size() > 1) secondCells_.push_back(row_[1]);
+        ++rowsRead_;
+    }
+    statement->reset();
+}
+
+void BareEngine::fetchOverdue(const std::string& account) {
+    fetch(fallenDue_, {account, firstOfMonth_, endOfToday_});
+    const std::vector<std::string> sales = secondCells_;
+    if (!sales.empty()) fetch(name_, {account});
+    for (const std::string& sale : sales)
+        fetch(paid_, {account, static_cast<std::int64_t>(std::stoll(sale))});
+}
+
+void BareEngine::load(const std::string& account) {
+    fetch(customer_, {account});
+    fetch(customerSales_, {account});
+    fetchOverdue(account);
+}
+
+void BareEngine::open(const SaleKey& key) {
+    fetch(lines_, {key.account, key.sale});
+    const std::vector<std::string> codes = firstCells_;
+    for (const std::string& code : codes)
+        fetch(product_, {code});
+    fetch(schedule_, {key.account, key.sale});
+    fetch(received_, {key.account, key.sale});
+    fetch(header_, {key.sale});
+    fetch(downPayment_, {key.sale});
+    fetchOverdue(key.account);
+}
+
+void BareEngine::pay(const SaleKey& key) {
+    fetch(insert_, {key.account, key.sale, now_});
+}
+
+std::vector<SaleKey> BareEngine::sales(std::size_t count, bool owing) {
+    const auto all = engine_.prepare(std::string("SELECT MUSTNO, ISLEMNO FROM ISLEMNOTABLO i ") +
+                                     (owing ? "WHERE TOPBORC > 100000000 + (SELECT total(ODMIKTAR) FROM "
+                                              "TAKSITODENEN t WHERE t.MUSTNO = i.MUSTNO "
+                                              "AND t.ISLEMNO = i.ISLEMNO) "
+                                            : "") +
+                                     "ORDER BY ISLEMNO");
+    std::vector<SaleKey> found;
+    while (all->step())
+        found.push_back({std::string(all->text(0)), all->whole(1)});
+    std::vector<SaleKey> spread;
+    for (std::size_t i = 0; i < count && !found.empty(); ++i)
+        spread.push_back(found[i * found.size() / count]);
+    return spread;
+}
+
+std::int64_t BareEngine::payments() {
+    const auto counted = engine_.prepare("SELECT count(*) FROM TAKSITODENEN");
+    counted->step();
+    return counted->whole(0);
+}
+
+} // namespace veldona::bench

@@ -1,0 +1,53 @@
+// The same rows as the program's steps need, fetched and written by statements prepared on the bare engine:
+// what the steps would cost if there were no program.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/runtime/datetime.h"
+#include "platform/store/engine.h"
+
+namespace veldona::bench {
+
+struct SaleKey {
+    std::string account;
+    std::int64_t sale = 0;
+};
+
+class BareEngine {
+public:
+    BareEngine(store::Engine& engine, DateTime now);
+
+    // The customer, the customer's sales, and what fell due this month against what was paid.
+    void load(const std::string& account);
+    // The sale's lines with the names of their products, its schedule, payments and header, and again what is
+    // overdue.
+    void open(const SaleKey& key);
+    // One payment of 1,00, on the disk when this returns.
+    void pay(const SaleKey& key);
+
+    // Sales spread evenly over the years; with `owing`, of those on which more than 100,00 is still to be
+    // paid.
+    [[nodiscard]] std::vector<SaleKey> sales(std::size_t count, bool owing);
+    [[nodiscard]] std::int64_t payments();
+    [[nodiscard]] std::int64_t rowsRead() const { return rowsRead_; }
+
+private:
+    using Statement = std::unique_ptr<store::Statement>;
+    void fetch(const Statement& statement, const std::vector<Value>& values);
+    void fetchOverdue(const std::string& account);
+
+    store::Engine& engine_;
+    std::string now_, firstOfMonth_, endOfToday_; // as stored
+    std::vector<std::string> row_;                // the cells of the row read last
+    std::vector<std::string> firstCells_;         // of the rows of the last fetch
+    std::vector<std::string> secondCells_;
+    std::int64_t rowsRead_ = 0;
+    Statement customer_, customerSales_, fallenDue_, paid_, name_, lines_, product_, schedule_, received_,
+        header_, downPayment_, insert_;
+};
+
+} // namespace veldona::bench

@@ -1,0 +1,153 @@
+// What the operator's steps cost beside the bare engine doing the same work in the same run.
+//
+// Every step is done twice for each of several hundred sales, by the program and by the engine, in turns;
+// pages are in the cache for both. Medians are compared, so that a hiccup of the machine counts for nothing.
+#include <stdlib.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "bench/bareengine.h"
+#include "bench/headless.h"
+#include "platform/controls/userinput.h"
+#include "platform/store/database.h"
+
+namespace veldona::bench {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kSales = 400;
+
+double millisecondsOf(const std::function<void()>& work) {
+    const auto begun = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begun).count();
+}
+
+double quantile(std::vector<double> times, double share) {
+    std::sort(times.begin(), times.end());
+    return times[static_cast<std::size_t>(share * static_cast<double>(times.size() - 1))];
+}
+
+// The times of one step, taken in turns: first the one, then the other goes first.
+class Race {
+public:
+    explicit Race(const char* step) : step_(step) {}
+    void run(const std::function<void()>& program, const std::function<void()>& engine) {
+        const bool programFirst = program_.size() % 2 == 0;
+        if (programFirst) program_.push_back(millisecondsOf(program));
+        engine_.push_back(millisecondsOf(engine));
+        if (!programFirst) program_.push_back(millisecondsOf(program));
+    }
+    void print() const {
+        const double program = quantile(program_, 0.5);
+        const double engine = quantile(engine_, 0.5);
+        std::printf("  %-28s %9.3f ms %9.3f ms %8.2f   %9.3f ms %9.3f ms\n", step_, program, engine,
+                    program / engine, quantile(program_, 0.95), quantile(engine_, 0.95));
+    }
+
+private:
+    const char* step_;
+    std::vector<double> program_, engine_;
+};
+
+// The shop stays as it was made: the payments of the bench go to a copy.
+class Copy {
+public:
+    explicit Copy(const std::string& root) : root_(root + ".XXXXXX") {
+        if (mkdtemp(root_.data()) == nullptr) throw std::runtime_error("no folder beside " + root);
+        const std::string database = Paths(root_).toNative(kDatabasePath);
+        fs::create_directories(fs::path(database).parent_path());
+        fs::copy_file(Paths(root).toNative(kDatabasePath), database);
+    }
+    ~Copy() {
+        std::error_code ignored;
+        fs::remove_all(root_, ignored);
+    }
+    Copy(const Copy&) = delete;
+    Copy& operator=(const Copy&) = delete;
+    [[nodiscard]] const std::string& root() const { return root_; }
+
+private:
+    std::string root_;
+};
+
+void raceKeystroke(Headless& program, BareEngine& engine) {
+    Race race("keystroke in Text1");
+    for (const SaleKey& key : engine.sales(kSales, false)) {
+        program.type(key.account); // brings the pages into the cache
+        race.run([&] { program.type(key.account); }, [&] { engine.load(key.account); });
+        program.expectSaid("");
+    }
+    race.print();
+}
+
+void raceOpening(Headless& program, BareEngine& engine) {
+    Race race("opening a sale, Enter in L3");
+    for (const SaleKey& key : engine.sales(kSales, false)) {
+        program.type(key.account);
+        program.select(std::to_string(key.sale));
+        program.pressEnter();
+        program.select(std::to_string(key.sale));
+        race.run([&] { program.pressEnter(); }, [&] { engine.open(key); });
+        program.expectSaid("");
+    }
+    race.print();
+}
+
+void racePosting(Headless& program, BareEngine& engine) {
+    Race race("posting a payment, Command1");
+    const std::vector<SaleKey> sales = engine.sales(kSales, true);
+    const std::int64_t before = engine.payments();
+    for (const SaleKey& key : sales) {
+        program.type(key.account);
+        program.select(std::to_string(key.sale));
+        program.pressEnter();
+        static_cast<void>(user::put(program.screen().mskOdenenPara, "1"));
+        race.run([&] { program.collect(); }, [&] { engine.pay(key); });
+        program.expectSaid("KAYIT İŞLEMİ TAMAMLANDI");
+    }
+    if (engine.payments() != before + 2 * static_cast<std::int64_t>(sales.size()))
+        throw std::runtime_error("a payment was acknowledged and not written");
+    race.print();
+}
+
+void benchShop(const std::string& root, DateTime now) {
+    const Copy copy(root);
+    Headless program(copy.root(), now);
+    BareEngine engine(program.database().engine(), now);
+    std::printf("%s: %lld payments\n", root.c_str(), static_cast<long long>(engine.payments()));
+    std::printf("  %-28s %12s %12s %8s   %12s %12s\n", "medians", "program", "engine", "ratio", "program 95%",
+                "engine 95%");
+    raceKeystroke(program, engine);
+    raceOpening(program, engine);
+    racePosting(program, engine);
+}
+
+} // namespace
+} // namespace veldona::bench
+
+int main(int count, char** arguments) {
+    if (count < 2) {
+        std::fprintf(stderr,
+                     "usage: bench_operator FOLDER...   each made by vorel-hazirla --ornek --kok FOLDER "
+                     "--bugun 22/11/2026\n");
+        return 2;
+    }
+    try {
+        for (int i = 1; i < count; ++i)
+            veldona::bench::benchShop(arguments[i], veldona::DateTime::of(2026, 11, 22, 10, 30));
+        return 0;
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "bench_operator: %s\n", failure.what());
+        return 1;
+    }
+}

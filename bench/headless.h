@@ -1,0 +1,56 @@
+// The program itself, running on a copy of a shop with nobody in front of it: the real screens, a clock that
+// stands still but for the program's own waits, and message boxes that are noted and closed.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "core/session.h"
+#include "ledger/mainscreen.h"
+#include "platform/desktop/desktop.h"
+
+namespace veldona::bench {
+
+class Headless {
+public:
+    // `root`: the folder that stands for drive C:. Raises std::runtime_error where the start fails.
+    Headless(const std::string& root, DateTime now);
+    ~Headless();
+    Headless(const Headless&) = delete;
+    Headless& operator=(const Headless&) = delete;
+
+    [[nodiscard]] FrmMainVeldona& screen() { return *screen_; }
+    [[nodiscard]] store::Database& database() { return *database_; }
+
+    // Finds the customer by typing the account number, as one change of the text.
+    void type(const std::string& account);
+    // Selects the sale in L3, which must list it; nothing is loaded yet.
+    void select(const std::string& sale);
+    void pressEnter();
+    // The last step of a collection; the amount is in its box.
+    void collect();
+    // Raises std::runtime_error where the program said anything but `expected` since it was last asked ("":
+    // nothing).
+    void expectSaid(const std::string& expected);
+
+private:
+    class Nobody : public FormHost {
+        void runModal(Form& form) override;
+    };
+    class NoOpener : public Opener {
+        bool open(const std::string&) override { return false; }
+    };
+
+    Nobody host_;
+    ManualClock clock_;
+    RecordingDialogs dialogs_;
+    EventPump events_;
+    NoOpener opener_;
+    Desktop desktop_;
+    std::unique_ptr<Forms> forms_;
+    std::unique_ptr<Session> session_;
+    std::shared_ptr<store::Database> database_;
+    FrmMainVeldona* screen_ = nullptr;
+};
+
+} // namespace veldona::bench
