@@ -22,7 +22,8 @@ std::vector<ColumnDef> counted(std::vector<ColumnDef> columns) {
 
 std::vector<ColumnDef> texts(Names names) {
     std::vector<ColumnDef> columns;
-    for (const char* name : names) columns.push_back({name, Text});
+    for (const char* name : names)
+        columns.push_back({name, Text});
     return columns;
 }
 
@@ -39,9 +40,9 @@ TableDef customers() {
                     std::vector<ColumnDef>{{"DOGTRH", Date}} +
                     texts({"MEDENIHAL", "MESLEK", "CINS", "VERGIDAIRE", "VERGIDAIRENO"}) +
                     std::vector<ColumnDef>{{"GURUP_ID", Whole}} +
-                    texts({"EVTEL", "EVTEL2", "ISTEL", "GSM", "FAX", "EVMH", "EVCD", "EVAPT", "EVILCE", "EVIL",
-                           "EVPOSTAKOD", "SEMT", "ISMH", "ISCD", "ISAPT", "ISILCE", "ISIL", "ISPOSTAKOD",
-                           "OZEL_KOD1", "RESIM_AD"}) +
+                    texts({"EVTEL", "EVTEL2", "ISTEL", "GSM",        "FAX",       "EVMH",    "EVCD",
+                           "EVAPT", "EVILCE", "EVIL",  "EVPOSTAKOD", "SEMT",      "ISMH",    "ISCD",
+                           "ISAPT", "ISILCE", "ISIL",  "ISPOSTAKOD", "OZEL_KOD1", "RESIM_AD"}) +
                     std::vector<ColumnDef>{{"UYARI", Memo}}),
             {{"HSTNO"}, {"AD", "SOYAD"}, {"SOYAD"}, {"BARKOD_KODU"}}};
 }
@@ -85,8 +86,8 @@ TableDef saleLines() {
             {{"MUSTNO", "ISLEMNO"}, {"ISLEMNO"}}};
 }
 
-// The two tables that every balance and report adds up. The long indexes hold all that the sums need, so that a
-// report over ten years reads no row at all.
+// The two tables that every balance and report adds up. The long indexes hold all that the sums need, so that
+// a report over ten years reads no row at all.
 TableDef schedule() {
     return {"URUNSAT",
             counted(std::vector<ColumnDef>{{"MUSTNO", Text},
@@ -127,21 +128,22 @@ TableDef products() {
 // Scratch tables: emptied by whoever fills them, never read across two reports.
 std::vector<TableDef> scratchTables() {
     const std::vector<ColumnDef> sale = {{"MUSTNO", Text}, {"ISLEMNO", Whole}, {"ODTRH", Date}};
-    return {{"GUNUGECENODM",
-             counted(sale + std::vector<ColumnDef>{{"MIN_ODTRH", Date}, {"KALAN", Number}, {"AD_SOYAD", Text}}),
-             {}},
-            {"BEKLENENODM", counted(sale + std::vector<ColumnDef>{{"KALAN", Number}}), {}},
-            {"T_TEMP_GENEL",
-             counted(texts({"ALAN_1", "ALAN_2", "ALAN_4", "ALAN_5", "ALAN_6", "ALAN_7", "ALAN_8", "ACIKLAMA_1",
-                            "ACIKLAMA_2", "ACIKLAMA_3", "ACIKLAMA_4"}) +
-                     std::vector<ColumnDef>{{"ID_1", Whole},
-                                            {"SAYI_1", Number},
-                                            {"SAYI_2", Number},
-                                            {"SAYI_3", Number},
-                                            {"SAYI_4", Number},
-                                            {"TARIH_1", Date},
-                                            {"DENEME", Text}}),
-             {}}};
+    return {
+        {"GUNUGECENODM",
+         counted(sale + std::vector<ColumnDef>{{"MIN_ODTRH", Date}, {"KALAN", Number}, {"AD_SOYAD", Text}}),
+         {}},
+        {"BEKLENENODM", counted(sale + std::vector<ColumnDef>{{"KALAN", Number}}), {}},
+        {"T_TEMP_GENEL",
+         counted(texts({"ALAN_1", "ALAN_2", "ALAN_4", "ALAN_5", "ALAN_6", "ALAN_7", "ALAN_8", "ACIKLAMA_1",
+                        "ACIKLAMA_2", "ACIKLAMA_3", "ACIKLAMA_4"}) +
+                 std::vector<ColumnDef>{{"ID_1", Whole},
+                                        {"SAYI_1", Number},
+                                        {"SAYI_2", Number},
+                                        {"SAYI_3", Number},
+                                        {"SAYI_4", Number},
+                                        {"TARIH_1", Date},
+                                        {"DENEME", Text}}),
+         {}}};
 }
 
 std::vector<TableDef> smallTables() {
@@ -161,15 +163,17 @@ std::vector<TableDef> smallTables() {
         {"ADRES", counted(std::vector<ColumnDef>{{"NO", Whole}, {"MAHALLE", Text}}), {}},
         {"ADRESSOK", counted(std::vector<ColumnDef>{{"NO", Whole}, {"SK", Text}}), {}},
         {"FIRMABILGISI",
-         counted(texts({"DEGER", "GIRIS", "FIRMA", "YETKILI1_AD", "ADRES", "TELEFON", "FAX1", "FAX2", "GSM", "GSM2",
-                        "WEB", "MAIL"})),
+         counted(texts({"DEGER", "GIRIS", "FIRMA", "YETKILI1_AD", "ADRES", "TELEFON", "FAX1", "FAX2", "GSM",
+                        "GSM2", "WEB", "MAIL"})),
          {}},
         {"TAKSITALINAN",
          counted({{"MUSTNO", Text}, {"ISLEMNO", Whole}, {"ODTRH", Date}, {"ODMIKTAR", Number}}),
          {}},
         {"T_STOK_GRIS_CIKIS_DETAY", counted({{"URKOD", Text}, {"MIKTAR", Whole}}), {{"URKOD"}}},
         {"FATURA_DETAY", counted({{"URKOD", Text}, {"MIKTAR", Whole}, {"ALIS_SATIS", Small}}), {{"URKOD"}}},
-        {"ALINANCEK", counted({{"FIRMANO", Text}, {"TUTAR", Number}, {"CARI_HESAP_ISLE", Text}}), {{"FIRMANO"}}},
+        {"ALINANCEK",
+         counted({{"FIRMANO", Text}, {"TUTAR", Number}, {"CARI_HESAP_ISLE", Text}}),
+         {{"FIRMANO"}}},
     };
 }
 
@@ -177,16 +181,19 @@ std::vector<TableDef> smallTables() {
 
 const std::vector<TableDef>& tables() {
     static const std::vector<TableDef> all = [] {
-        std::vector<TableDef> made = {customers(), saleHeaders(), saleLines(), schedule(), payments(), products()};
-        for (TableDef& table : smallTables()) made.push_back(std::move(table));
-        for (TableDef& table : scratchTables()) made.push_back(std::move(table));
+        std::vector<TableDef> made = {customers(), saleHeaders(), saleLines(),
+                                      schedule(),  payments(),    products()};
+        for (TableDef& table : smallTables())
+            made.push_back(std::move(table));
+        for (TableDef& table : scratchTables())
+            made.push_back(std::move(table));
         return made;
     }();
     return all;
 }
 
-// UNVAN is the customer's name and surname with a blank between them. A payment whose customer is gone stays in the
-// income list without a name: the money did come in.
+// UNVAN is the customer's name and surname with a blank between them. A payment whose customer is gone stays
+// in the income list without a name: the money did come in.
 const std::vector<store::SavedQueryDef>& savedQueries() {
     static const std::vector<store::SavedQueryDef> all = {
         {"S_TAKSITODENEN",
@@ -205,7 +212,8 @@ const std::vector<store::SavedQueryDef>& savedQueries() {
 const std::vector<const char*>& firstRows() {
     static const std::vector<const char*> all = {
         "INSERT INTO FIRMABILGISI (DEGER) VALUES ('1')",
-        "INSERT INTO URUNTANITIM (URKOD,URUNCINS,TOPLAM_ALINAN,TOPLAM_SATILAN,KALAN) VALUES ('1','Ürün',0,0,0)",
+        "INSERT INTO URUNTANITIM (URKOD,URUNCINS,TOPLAM_ALINAN,TOPLAM_SATILAN,KALAN) VALUES "
+        "('1','Ürün',0,0,0)",
         "INSERT INTO T_KASA_TANITIM (KASA_NO,KASA_ADI) VALUES ('1','Merkez')",
     };
     return all;

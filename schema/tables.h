@@ -1,7 +1,8 @@
-// The shop's books as they are delivered: every table, its columns, the look-ups that are indexed, the saved queries.
+// The shop's books as they are delivered: every table, its columns, the look-ups that are indexed, the saved
+// queries.
 //
-// A customer is tied to the sale tables by the text HSTNO = MUSTNO, a sale by ISLEMNO; nothing cascades. Amounts of
-// type Number are the shown amount times 1,000,000, except where a scratch table says otherwise.
+// A customer is tied to the sale tables by the text HSTNO = MUSTNO, a sale by ISLEMNO; nothing cascades.
+// Amounts of type Number are the shown amount times 1,000,000, except where a scratch table says otherwise.
 #pragma once
 
 #include <vector>
