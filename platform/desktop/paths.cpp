@@ -26,7 +26,6 @@ std::string fileNameKey(std::string_view name) {
 std::string nameInFolder(const fs::path& folder, const std::string& asked) {
     std::error_code missing;
     if (fs::exists(fs::symlink_status(folder / asked, missing))) return asked;
-    missing.clear();
     const std::string key = fileNameKey(asked);
     std::string found;
     for (fs::directory_iterator at(folder, missing), end; !missing && at != end; at.increment(missing)) {
