@@ -1,7 +1,7 @@
 // The shared-connection face of the store: a connection, and recordsets that hold what a query answered.
 //
-// A recordset is a picture of the moment it was opened (or last requeried). Errors are RuntimeErrors: a statement's
-// carry kStatementError, a wrong password kWrongPassword, everything else at opening kOpenFailed.
+// A recordset is a picture of the moment it was opened (or last requeried). Errors are RuntimeErrors: a
+// statement's carry kStatementError, a wrong password kWrongPassword, everything else at opening kOpenFailed.
 #pragma once
 
 #include <cstdint>
@@ -41,7 +41,8 @@ public:
     void close();
     [[nodiscard]] bool isOpen() const { return database_ != nullptr; }
 
-    // Runs one statement; what a SELECT answers is dropped (open a Recordset for it). The rows written are returned.
+    // Runs one statement; what a SELECT answers is dropped (open a Recordset for it). The rows written are
+    // returned.
     std::int64_t execute(std::string_view sql);
     // One level; beginning twice is an error, and so is ending what was not begun.
     void beginTrans();
@@ -72,7 +73,8 @@ public:
 
     // A statement that answers nothing is executed, and the recordset stays closed.
     void open(std::string_view sql, Connection& connection);
-    // Asks again, and stands on the first row. Costs nothing while no table below the query was written since.
+    // Asks again, and stands on the first row. Costs nothing while no table below the query was written
+    // since.
     void requery();
     void close();
     [[nodiscard]] bool isOpen() const;

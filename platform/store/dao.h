@@ -1,8 +1,9 @@
 // The file face of the store: a database opened by path, and live recordsets that can be written through.
 //
-// Opening a recordset reads nothing; it reads from the first move or look on. One on a table walks the rows by ID as
-// they stand at that moment, in small portions, never the whole table at once. Errors are RuntimeErrors with the
-// numbers of this face: 3021, 3031 (password), 3024 (no file), 3075 (statement), 3167, 3260 (locked), 3265, 3421 …
+// Opening a recordset reads nothing; it reads from the first move or look on. One on a table walks the rows
+// by ID as they stand at that moment, in small portions, never the whole table at once. Errors are
+// RuntimeErrors with the numbers of this face: 3021, 3031 (password), 3024 (no file), 3075 (statement), 3167,
+// 3260 (locked), 3265, 3421 …
 #pragma once
 
 #include <memory>
@@ -15,9 +16,10 @@
 
 namespace veldona::dao {
 
-// Columns that a recordset is limited to before it is walked, each with the value it must equal (text by the store's
-// comparison). It stands for the tests that the walking code makes anyway: the rows left out are rows it would pass
-// over, and the order stays. A value that does not read as its column's type lets no row through.
+// Columns that a recordset is limited to before it is walked, each with the value it must equal (text by the
+// store's comparison). It stands for the tests that the walking code makes anyway: the rows left out are rows
+// it would pass over, and the order stays. A value that does not read as its column's type lets no row
+// through.
 struct Narrowing {
     std::string column;
     Value value;
@@ -31,15 +33,15 @@ public:
 
     [[nodiscard]] bool eof();
     [[nodiscard]] bool bof();
-    void moveFirst(); // error 3021 in an empty recordset
+    void moveFirst(); // error 3021 in an empty recordset; any move drops what was set and not updated
     void moveLast();
     void moveNext(); // error 3021 past EOF
     void movePrevious();
 
     // Error 3265 for an unknown field, 3021 where there is no current row.
     [[nodiscard]] Value value(std::string_view field);
-    // While a row is being added or edited; error 3421 where the value does not convert to the column's type, and the
-    // column keeps what it held. Error 3020 outside AddNew and Edit.
+    // While a row is being added or edited; error 3421 where the value does not convert to the column's type,
+    // and the column keeps what it held. Error 3020 outside AddNew and Edit.
     void set(std::string_view field, const Value& value);
     void addNew();
     void edit();   // error 3021 where there is no current row
@@ -51,6 +53,7 @@ public:
     explicit Recordset(std::unique_ptr<State> state);
 
 private:
+    [[nodiscard]] State& opened(); // error 3420 where closed
     std::unique_ptr<State> state_;
 };
 

@@ -1,10 +1,11 @@
 // The store as one process sees it: which files are open, under which password, and how names become files.
 //
-// Every connection of a workspace to one file shares one engine connection, so opening again costs no second key
-// derivation and all of them see the same transaction. A file that stands open is served to a caller with an empty
-// password; another password than the one it was opened with is refused.
+// Every connection of a workspace to one file shares one engine connection, so opening again costs no second
+// key derivation and all of them see the same transaction. A file that stands open is served to a caller with
+// an empty password; another password than the one it was opened with is refused.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -12,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/runtime/datetime.h"
 #include "platform/store/definition.h"
 
 namespace veldona::store {
@@ -23,6 +25,8 @@ struct WorkspaceConfig {
     std::function<std::string(std::string_view)> toNativePath;
     // The program's path that a registered data source stands for; nothing where there is no such source.
     std::function<std::optional<std::string>(std::string_view name)> dataSource;
+    // What Now, Date and Time of a statement answer; the machine's clock where it is empty.
+    std::function<DateTime()> clock;
 };
 
 class Workspace {
@@ -32,9 +36,13 @@ public:
     Workspace(const Workspace&) = delete;
     Workspace& operator=(const Workspace&) = delete;
 
-    // Raises StoreError (storeerror.h). `path` as the program writes it.
-    [[nodiscard]] std::shared_ptr<Database> open(std::string_view path, std::string_view password);
-    [[nodiscard]] std::shared_ptr<Database> openDataSource(std::string_view name, std::string_view password);
+    // Raises StoreError (storeerror.h). `path` as the program writes it; `timeout`: how long the opening
+    // waits for another workstation's lock.
+    [[nodiscard]] std::shared_ptr<Database> open(std::string_view path, std::string_view password,
+                                                 std::chrono::seconds timeout = std::chrono::seconds(15));
+    [[nodiscard]] std::shared_ptr<Database>
+    openDataSource(std::string_view name, std::string_view password,
+                   std::chrono::seconds timeout = std::chrono::seconds(15));
 
     // From now on the nth write (insert, update or delete statement, counted from 1) to `table` fails once.
     void failWrite(int nth, std::string_view table);
@@ -44,9 +52,10 @@ private:
     std::unique_ptr<State> state_;
 };
 
-// Makes a new encrypted file with these tables and queries, readable by its owner alone. Raises StoreError where the
-// file exists already; leaves nothing behind where it fails. `nativePath` is a path of this machine.
-void createDatabase(const std::string& nativePath, std::string_view password, const std::vector<TableDef>& tables,
-                    const std::vector<SavedQueryDef>& queries);
+// Makes a new encrypted file with these tables and queries, readable by its owner alone. Raises StoreError
+// where the file exists already; leaves nothing behind where it fails. `nativePath` is a path of this
+// machine.
+void createDatabase(const std::string& nativePath, std::string_view password,
+                    const std::vector<TableDef>& tables, const std::vector<SavedQueryDef>& queries);
 
 } // namespace veldona::store

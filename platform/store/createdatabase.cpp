@@ -1,0 +1,71 @@
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+
+#include "platform/store/dialect.h"
+#include "platform/store/filecatalog.h"
+#include "platform/store/sqlcipherengine.h"
+#include "platform/store/sqlcipherfailure.h"
+#include "platform/store/workspace.h"
+
+namespace veldona::store {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The name under which the file is built: nobody sees a half-made database under its own name.
+class Draft {
+public:
+    explicit Draft(std::string path) : path_(std::move(path)) { remove(); }
+    ~Draft() { remove(); }
+    Draft(const Draft&) = delete;
+    Draft& operator=(const Draft&) = delete;
+
+    [[nodiscard]] const std::string& path() const { return path_; }
+
+private:
+    void remove() {
+        std::error_code ignored; // what is not there need not be removed
+        for (const char* suffix : {"", "-wal", "-shm", "-journal"})
+            fs::remove(path_ + suffix, ignored);
+    }
+    std::string path_;
+};
+
+void define(Engine& engine, const std::vector<std::string>& statements) {
+    engine.begin();
+    for (const std::string& statement : statements)
+        engine.execute(statement);
+    writeSortOrder(engine);
+    engine.commit();
+}
+
+// The new name is on the disk only when its folder is.
+void syncFolderOf(const std::string& path) {
+    const std::string folder = fs::path(path).parent_path().string();
+    const int descriptor = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) throw unreachableFile(path);
+    const int code = fsync(descriptor);
+    ::close(descriptor);
+    if (code != 0) throw unreachableFile(path);
+}
+
+} // namespace
+
+void createDatabase(const std::string& nativePath, std::string_view password,
+                    const std::vector<TableDef>& tables, const std::vector<SavedQueryDef>& queries) {
+    std::error_code failed;
+    if (fs::exists(fs::symlink_status(nativePath, failed))) throw fileExists(nativePath);
+    const std::vector<std::string> statements = definitionStatements(tables, queries);
+    const Draft draft(nativePath + ".yeni");
+    define(*createSqlcipher(draft.path(), password), statements);
+    // Opened again before it gets its name: it must answer to its password as any file does.
+    static_cast<void>(readCatalog(*openSqlcipher(draft.path(), password, std::chrono::seconds(1))));
+    fs::rename(draft.path(), nativePath, failed);
+    if (failed) throw unreachableFile(nativePath);
+    syncFolderOf(nativePath);
+}
+
+} // namespace veldona::store

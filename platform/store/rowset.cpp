@@ -1,0 +1,80 @@
+#include "platform/store/rowset.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "platform/store/names.h"
+
+namespace veldona::store {
+namespace {
+
+// A text in a date column that is no stored date is shown as it stands: nothing of the file is hidden.
+Value shownText(std::string_view text, std::optional<ColumnType> type) {
+    if (type == ColumnType::Date) {
+        if (const auto date = dateOfStored(text)) return *date;
+    }
+    return text;
+}
+
+Value shownWhole(std::int64_t whole, std::optional<ColumnType> type) {
+    if (type == ColumnType::Boolean) return whole != 0;
+    if (type == ColumnType::Number) return static_cast<double>(whole);
+    return whole;
+}
+
+Value cell(const Statement& statement, int column, std::optional<ColumnType> type) {
+    switch (statement.storage(column)) {
+    case Statement::Storage::Null:
+        return {};
+    case Statement::Storage::Whole:
+        return shownWhole(statement.whole(column), type);
+    case Statement::Storage::Number:
+        return statement.number(column);
+    case Statement::Storage::Text:
+        return shownText(statement.text(column), type);
+    }
+    return {};
+}
+
+} // namespace
+
+Value shownValue(const Value& stored, std::optional<ColumnType> type) {
+    if (stored.kind() == Value::Kind::Text) return shownText(stored.get<std::string>(), type);
+    if (stored.kind() == Value::Kind::Whole) return shownWhole(stored.get<std::int64_t>(), type);
+    return stored;
+}
+
+void RowSet::fill(Statement& statement, const std::vector<ResultColumn>& columns, std::size_t expectedRows) {
+    const auto width = static_cast<int>(columns.size());
+    if (statement.columnCount() != width)
+        throw std::logic_error("a plan names other columns than its statement");
+    std::vector<Value> cells;
+    int rows = 0;
+    cells.reserve(expectedRows * columns.size());
+    for (; statement.step(); ++rows)
+        for (int i = 0; i < width; ++i)
+            cells.push_back(cell(statement, i, columns[static_cast<std::size_t>(i)].type));
+    cells_ = std::move(cells);
+    rows_ = rows;
+    columns_ = width;
+}
+
+void RowSet::reverseRows() {
+    for (int low = 0, high = rows_ - 1; low < high; ++low, --high) {
+        const auto first = cells_.begin() + static_cast<std::ptrdiff_t>(place(low, 0));
+        std::swap_ranges(first, first + columns_,
+                         cells_.begin() + static_cast<std::ptrdiff_t>(place(high, 0)));
+    }
+}
+
+int ColumnIndex::find(const std::vector<ResultColumn>& columns, std::string_view name) {
+    if (last_ < columns.size() && sameName(columns[last_].name, name)) return static_cast<int>(last_);
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (!sameName(columns[i].name, name)) continue;
+        last_ = i;
+        return static_cast<int>(i);
+    }
+    return -1;
+}
+
+} // namespace veldona::store

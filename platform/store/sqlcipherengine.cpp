@@ -1,0 +1,268 @@
+#include "platform/store/sqlcipherengine.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <set>
+#include <stdexcept>
+#include <thread>
+
+#include <sqlcipher/sqlite3.h>
+
+#include "platform/store/functions.h"
+#include "platform/store/sqlcipherfailure.h"
+
+namespace veldona::store {
+namespace {
+
+constexpr char kPlainHeader[] =
+    "SQLite format 3"; // with the zero behind it, the first 16 bytes of an unencrypted file
+
+class SqlcipherStatement final : public Statement {
+public:
+    SqlcipherStatement(sqlite3* connection, std::string_view sql) : connection_(connection) {
+        const int code =
+            sqlite3_prepare_v2(connection, sql.data(), static_cast<int>(sql.size()), &statement_, nullptr);
+        if (code != SQLITE_OK) failEngine(connection);
+    }
+    ~SqlcipherStatement() override { sqlite3_finalize(statement_); }
+    SqlcipherStatement(const SqlcipherStatement&) = delete;
+    SqlcipherStatement& operator=(const SqlcipherStatement&) = delete;
+
+    void bind(int index, const Value& value) override {
+        if (bindCode(index, value) != SQLITE_OK) failEngine(connection_);
+    }
+    bool step() override {
+        const int code = sqlite3_step(statement_);
+        if (code != SQLITE_ROW && code != SQLITE_DONE) failEngine(connection_);
+        return code == SQLITE_ROW;
+    }
+    void reset() override {
+        sqlite3_reset(statement_); // its code repeats the failure that step() has told
+        sqlite3_clear_bindings(statement_);
+    }
+
+    int columnCount() const override { return sqlite3_column_count(statement_); }
+    std::string columnName(int column) const override {
+        return orEmpty(sqlite3_column_name(statement_, column));
+    }
+    std::string declaredType(int column) const override {
+        return orEmpty(sqlite3_column_decltype(statement_, column));
+    }
+    Storage storage(int column) const override {
+        switch (sqlite3_column_type(statement_, column)) {
+        case SQLITE_INTEGER:
+            return Storage::Whole;
+        case SQLITE_FLOAT:
+            return Storage::Number;
+        case SQLITE_NULL:
+            return Storage::Null;
+        default:
+            return Storage::Text;
+        }
+    }
+    std::int64_t whole(int column) const override { return sqlite3_column_int64(statement_, column); }
+    double number(int column) const override { return sqlite3_column_double(statement_, column); }
+    std::string_view text(int column) const override {
+        const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
+        return {bytes, static_cast<std::size_t>(sqlite3_column_bytes(statement_, column))};
+    }
+
+private:
+    static std::string orEmpty(const char* text) {
+        return text == nullptr ? std::string() : std::string(text);
+    }
+
+    int bindCode(int index, const Value& value) {
+        switch (value.kind()) {
+        case Value::Kind::Null:
+            return sqlite3_bind_null(statement_, index);
+        case Value::Kind::Boolean:
+            return sqlite3_bind_int(statement_, index, value.get<bool>() ? 1 : 0);
+        case Value::Kind::Whole:
+            return sqlite3_bind_int64(statement_, index, value.get<std::int64_t>());
+        case Value::Kind::Double:
+            return sqlite3_bind_double(statement_, index, value.get<double>());
+        case Value::Kind::Text: {
+            const std::string& text = value.get<std::string>();
+            return sqlite3_bind_text64(statement_, index, text.data(), text.size(), SQLITE_TRANSIENT,
+                                       SQLITE_UTF8);
+        }
+        case Value::Kind::Money:
+        case Value::Kind::Date:
+            break;
+        }
+        throw std::logic_error("a value reached the engine that was not turned into its stored form");
+    }
+
+    sqlite3* connection_;
+    sqlite3_stmt* statement_ = nullptr;
+};
+
+class SqlcipherEngine final : public Engine {
+public:
+    SqlcipherEngine(const std::string& path, std::string_view password, std::chrono::milliseconds busyTimeout,
+                    std::function<DateTime()> clock)
+        : busyTimeout_(busyTimeout) {
+        // Without the create flag: a mistyped path must not leave an empty file that any password opens.
+        const int code =
+            sqlite3_open_v2(path.c_str(), &connection_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+        if (code != SQLITE_OK) closeAndFail();
+        sqlite3_extended_result_codes(connection_, 1);
+        sqlite3_busy_handler(connection_, &SqlcipherEngine::waitForLock, this);
+        if (sqlite3_key(connection_, password.data(), static_cast<int>(password.size())) != SQLITE_OK)
+            closeAndFail();
+        registerFunctions(connection_, [this, asked = std::move(clock)] {
+            ++clockReadings_;
+            return asked();
+        });
+    }
+    ~SqlcipherEngine() override { sqlite3_close_v2(connection_); }
+    SqlcipherEngine(const SqlcipherEngine&) = delete;
+    SqlcipherEngine& operator=(const SqlcipherEngine&) = delete;
+
+    std::unique_ptr<Statement> prepare(std::string_view sql) override {
+        return std::make_unique<SqlcipherStatement>(connection_, sql);
+    }
+    std::vector<std::string> tablesRead(std::string_view sql) override {
+        std::set<std::string> names;
+        const auto note = [](void* into, int action, const char* table, const char*, const char*,
+                             const char*) {
+            if (action == SQLITE_READ && table != nullptr)
+                static_cast<std::set<std::string>*>(into)->insert(table);
+            return SQLITE_OK;
+        };
+        sqlite3_set_authorizer(connection_, note, &names);
+        try {
+            const SqlcipherStatement prepared(connection_, sql);
+        } catch (const StoreError&) {
+            sqlite3_set_authorizer(connection_, nullptr, nullptr);
+            throw;
+        }
+        sqlite3_set_authorizer(connection_, nullptr, nullptr);
+        return {names.begin(), names.end()};
+    }
+
+    void begin() override { execute("BEGIN IMMEDIATE"); }
+    void commit() override { execute("COMMIT"); }
+    void rollback() override { execute("ROLLBACK"); }
+    bool inTransaction() const override { return sqlite3_get_autocommit(connection_) == 0; }
+    std::int64_t lastId() const override { return sqlite3_last_insert_rowid(connection_); }
+    std::int64_t rowsChanged() const override { return sqlite3_changes(connection_); }
+    std::uint64_t clockReadings() const override { return clockReadings_; }
+    void setBusyTimeout(std::chrono::milliseconds timeout) override { busyTimeout_ = timeout; }
+
+    // Read through the engine's own descriptor: closing another one would drop the locks that this process
+    // holds.
+    [[nodiscard]] bool hasPlainHeader() const {
+        sqlite3_file* file = nullptr;
+        char header[sizeof kPlainHeader] = {};
+        if (sqlite3_file_control(connection_, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK)
+            return false;
+        if (file == nullptr || file->pMethods == nullptr) return false;
+        if (file->pMethods->xRead(file, header, sizeof header, 0) != SQLITE_OK) return false;
+        return std::memcmp(header, kPlainHeader, sizeof header) == 0;
+    }
+    [[nodiscard]] bool isReadOnly() const { return sqlite3_db_readonly(connection_, "main") == 1; }
+
+private:
+    [[noreturn]] void closeAndFail() {
+        const int code = sqlite3_extended_errcode(connection_);
+        sqlite3_close_v2(connection_);
+        throw engineFailure(code, "");
+    }
+
+    static int waitForLock(void* self, int attempt) {
+        using namespace std::chrono;
+        auto& engine = *static_cast<SqlcipherEngine*>(self);
+        const auto now = steady_clock::now();
+        if (attempt == 0) engine.waitingSince_ = now;
+        const auto left = engine.busyTimeout_ - duration_cast<milliseconds>(now - engine.waitingSince_);
+        if (left <= milliseconds(0)) return 0;
+        std::this_thread::sleep_for(
+            std::min<milliseconds>(left, milliseconds(std::min(50, 2 + 2 * attempt))));
+        return 1;
+    }
+
+    sqlite3* connection_ = nullptr;
+    std::chrono::milliseconds busyTimeout_;
+    std::chrono::steady_clock::time_point waitingSince_;
+    std::uint64_t clockReadings_ = 0;
+};
+
+std::string answerOf(Engine& engine, std::string_view pragma) {
+    auto statement = engine.prepare(pragma);
+    return statement->step() ? std::string(statement->text(0)) : std::string();
+}
+
+// The page size stands before the first read, since nothing in the file tells it.
+void prepareCipher(SqlcipherEngine& engine) {
+    if (answerOf(engine, "PRAGMA cipher_version").empty())
+        throw std::logic_error("the engine linked into this program does not encrypt");
+    engine.execute("PRAGMA cipher_page_size = 4096");
+}
+
+void configure(SqlcipherEngine& engine) {
+    if (answerOf(engine, "PRAGMA journal_mode = WAL") != "wal")
+        throw StoreError(StoreError::Kind::InputOutput,
+                         "Veritabanının bulunduğu disk, güvenli yazma için gerekeni vermiyor; açılmadı. "
+                         "Dosyayı bu bilgisayarın kendi diskine koyun.");
+    engine.execute("PRAGMA synchronous = FULL");
+    engine.execute("PRAGMA cache_size = -65536");
+    engine.execute("PRAGMA temp_store = MEMORY");
+    engine.execute("PRAGMA foreign_keys = OFF");
+}
+
+// Raises where the path can be no database, before the engine makes one of it. The owner's rights are
+// tightened where this process may do so; on a file of another owner they are that owner's business.
+void inspectFile(const std::string& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) {
+        if (errno == ENOENT || errno == ENOTDIR) throw missingFile(path);
+        throw unreachableFile(path);
+    }
+    if (!S_ISREG(status.st_mode)) throw notADatabase(path, "bir dosya değil");
+    if (status.st_size == 0) throw notADatabase(path, "boş bir dosya");
+    if ((status.st_mode & 077) != 0 && status.st_uid == geteuid()) {
+        static_cast<void>(chmod(path.c_str(), S_IRUSR | S_IWUSR));
+    }
+}
+
+} // namespace
+
+std::unique_ptr<Engine> openSqlcipher(const std::string& nativePath, std::string_view password,
+                                      std::chrono::milliseconds busyTimeout,
+                                      std::function<DateTime()> clock) {
+    inspectFile(nativePath);
+    if (password.empty())
+        throw wrongPassword(); // with an empty key the engine would take the file for a plain one
+    auto engine = std::make_unique<SqlcipherEngine>(nativePath, password, busyTimeout, std::move(clock));
+    if (engine->hasPlainHeader()) throw notADatabase(nativePath, "şifrelenmemiş bir dosya");
+    if (engine->isReadOnly()) throw readOnlyFile(nativePath);
+    prepareCipher(*engine);
+    // A wrong password shows here, at the first read.
+    if (answerOf(*engine, "SELECT count(*) FROM sqlite_master") == "0")
+        throw notADatabase(nativePath, "içinde hiç tablo yok");
+    configure(*engine);
+    return engine;
+}
+
+std::unique_ptr<Engine> createSqlcipher(const std::string& nativePath, std::string_view password) {
+    if (password.empty()) throw wrongPassword();
+    // Made here, so that it has its owner's rights from the first byte on; journal files take them over.
+    const int file = ::open(nativePath.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (file < 0) throw errno == EEXIST ? fileExists(nativePath) : unreachableFile(nativePath);
+    ::close(file);
+    auto engine = std::make_unique<SqlcipherEngine>(nativePath, password, std::chrono::seconds(1),
+                                                    std::function<DateTime()>());
+    prepareCipher(*engine);
+    configure(*engine);
+    if (engine->hasPlainHeader()) throw std::logic_error("the engine wrote a file that is not encrypted");
+    return engine;
+}
+
+} // namespace veldona::store

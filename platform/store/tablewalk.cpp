@@ -1,0 +1,118 @@
+#include <optional>
+
+#include "platform/store/rowwalk.h"
+
+namespace veldona::dao {
+namespace {
+
+constexpr int kPortion = 64; // rows: a page or two of the file, and an account is rarely longer
+
+class TableWalk final : public RowWalk {
+public:
+    TableWalk(std::shared_ptr<store::Database> database, const store::Catalog::Relation& table,
+              const Narrowings& narrowing)
+        : database_(std::move(database)), table_(table), narrowing_(narrowing),
+          fromStart_(ask("", "ORDER BY ID")) {}
+
+    const std::vector<store::ResultColumn>& columns() const override { return fromStart_.plan().columns; }
+    const store::Catalog::Relation* table() const override { return &table_; }
+
+    bool first() override { return load(fromStart_) && standOn(0); }
+
+    bool last() override {
+        if (!fromEnd_) fromEnd_ = ask("", "ORDER BY ID DESC");
+        return loadBackward(*fromEnd_) && standOn(rows_.rowCount() - 1);
+    }
+
+    bool next() override {
+        if (isFresh()) {
+            if (at_ + 1 < rows_.rowCount()) return standOn(at_ + 1);
+            if (isEnd_ && stamp_ == database_->stampWithWritesOfOthers(table_.baseTables)) return false;
+        }
+        if (!after_) after_ = ask("WHERE ID > 0", "ORDER BY ID");
+        return load(keyed(*after_)) && standOn(0);
+    }
+
+    bool previous() override {
+        if (isFresh() && at_ > 0) return standOn(at_ - 1);
+        if (!before_) before_ = ask("WHERE ID < 0", "ORDER BY ID DESC");
+        return loadBackward(keyed(*before_)) && standOn(rows_.rowCount() - 1);
+    }
+
+    const Value* cell(int column) override {
+        if (!isFresh()) reload();
+        return isGone_ ? nullptr : &rows_.at(at_, column);
+    }
+
+    std::int64_t id() const override { return id_; }
+    // Nothing to do: every write to the table makes the portion stale.
+    void noteChange(int, const Value&) override {}
+    void noteRemoval() override {}
+
+private:
+    store::Query ask(std::string_view condition, std::string_view order) {
+        std::string sql = "SELECT TOP " + std::to_string(kPortion) + " * FROM [" + table_.name + "] ";
+        sql.append(condition).append(" ").append(order);
+        return narrowedQuery(*database_, sql, narrowing_);
+    }
+
+    // Puts the key of the row stood on where the condition has its literal, the last one before the
+    // narrowing's.
+    const store::Query& keyed(store::Query& query) const {
+        query.values[query.values.size() - narrowing_.size() - 1] = id_;
+        return query;
+    }
+
+    bool load(const store::Query& query) {
+        const std::uint64_t stamp = database_->stampWithWritesOfOthers(table_.baseTables);
+        database_->read(query, rows_);
+        stamp_ = stamp;
+        isEnd_ = rows_.rowCount() < kPortion;
+        return rows_.rowCount() > 0;
+    }
+
+    bool loadBackward(const store::Query& query) {
+        const bool found = load(query);
+        isEnd_ = false;
+        rows_.reverseRows();
+        return found;
+    }
+
+    // Takes the portion that begins with the row stood on anew. Where that row is gone, the next one is the
+    // portion's first.
+    void reload() {
+        if (!from_) from_ = ask("WHERE ID >= 0", "ORDER BY ID");
+        isGone_ = !load(keyed(*from_)) || rows_.at(0, 0).get<std::int64_t>() != id_;
+        at_ = isGone_ ? -1 : 0;
+    }
+
+    bool standOn(int row) {
+        at_ = row;
+        id_ = rows_.at(row, 0).get<std::int64_t>();
+        isGone_ = false;
+        return true;
+    }
+
+    [[nodiscard]] bool isFresh() const { return stamp_ == database_->stamp(table_.baseTables); }
+
+    std::shared_ptr<store::Database> database_; // before the queries, whose statements must go first
+    const store::Catalog::Relation& table_;     // of the database's catalog
+    Narrowings narrowing_;
+    store::Query fromStart_;
+    std::optional<store::Query> fromEnd_, after_, before_, from_;
+    store::RowSet rows_; // a portion, by ascending key
+    std::uint64_t stamp_ = 0;
+    int at_ = 0; // in the portion; -1 where the row stood on is gone from before it
+    std::int64_t id_ = 0;
+    bool isEnd_ = false; // the portion holds the last row
+    bool isGone_ = false;
+};
+
+} // namespace
+
+std::unique_ptr<RowWalk> walkTable(std::shared_ptr<store::Database> database,
+                                   const store::Catalog::Relation& table, const Narrowings& narrowing) {
+    return std::make_unique<TableWalk>(std::move(database), table, narrowing);
+}
+
+} // namespace veldona::dao

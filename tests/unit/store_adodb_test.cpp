@@ -1,0 +1,257 @@
+#include "platform/runtime/conversion.h"
+#include "storefile.h"
+
+namespace veldona::store {
+namespace {
+
+using Shared = OpenStore;
+
+TEST_F(Shared, TextComparesAndSortsByTheTurkishAlphabet) {
+    for (const char* name :
+         {"Zeki", "çiğdem", "Cem", "IŞIK", "ışıl", "İnci", "istanbul", "Ömer", "Osman", "şule", "Su"})
+        connection.execute("INSERT INTO MUSTERI (AD) VALUES ('" + std::string(name) + "')");
+    EXPECT_EQ(rows("SELECT AD FROM MUSTERI ORDER BY AD"),
+              "Cem\nçiğdem\nIŞIK\nışıl\nİnci\nistanbul\nOsman\nÖmer\nSu\nşule\nZeki");
+    EXPECT_EQ(rows("SELECT AD FROM MUSTERI WHERE AD = 'ÇİĞDEM'"), "çiğdem");
+    EXPECT_EQ(rows("SELECT AD FROM MUSTERI WHERE AD = 'ISIK'"), "");
+    EXPECT_EQ(rows("SELECT AD FROM MUSTERI WHERE AD = 'inci'"), "İnci");
+    EXPECT_EQ(rows("SELECT AD FROM MUSTERI WHERE AD = 'ınci'"), "");
+    EXPECT_EQ(rows("SELECT AD FROM MUSTERI WHERE AD LIKE 'ı%' ORDER BY AD"), "IŞIK\nışıl");
+}
+
+TEST_F(Shared, DatesAreKeptAsTextThatSorts) {
+    connection.execute("INSERT INTO ODEME (MUSTNO, TARIH) VALUES ('a', '05/11/2026 10:30:00')");
+    connection.execute("INSERT INTO ODEME (MUSTNO, TARIH) VALUES ('b', #11,04,2026#)");
+    EXPECT_EQ(rows("SELECT MUSTNO, TARIH FROM ODEME ORDER BY TARIH"), "b|04/11/2026\na|05/11/2026 10:30:00");
+    auto raw = database()->engine().prepare("SELECT TARIH FROM ODEME ORDER BY TARIH");
+    ASSERT_TRUE(raw->step());
+    EXPECT_EQ(raw->text(0), "2026-11-04 00:00:00");
+    ASSERT_TRUE(raw->step());
+    EXPECT_EQ(raw->text(0), "2026-11-05 10:30:00");
+}
+
+TEST_F(Shared, FieldsCarryTheTypesOfTheirColumns) {
+    connection.execute("INSERT INTO ODEME (MUSTNO, ISLEMNO, TUTAR, TARIH, PESIN, ISLENDI) "
+                       "VALUES ('1', 7, 12500000, #11,05,2026#, 1, True)");
+    adodb::Recordset answer;
+    answer.open("SELECT * FROM ODEME", connection);
+    std::vector<int> types;
+    for (int i = 0; i < answer.fieldCount(); ++i)
+        types.push_back(answer.fieldType(i));
+    EXPECT_EQ(types, (std::vector<int>{3, 202, 3, 5, 135, 2, 11}));
+    EXPECT_EQ(answer.value("islemno"), Value(7));
+    EXPECT_EQ(answer.value("TUTAR"), Value(12500000.0));
+    EXPECT_EQ(answer.value("TARIH"), Value(DateTime::of(2026, 11, 5)));
+    EXPECT_EQ(answer.value("ISLENDI"), Value(true));
+    EXPECT_EQ(numberRaised([&] { static_cast<void>(answer.value("YOK")); }), 3265);
+    answer.close();
+    answer.open("SELECT NOTU FROM MUSTERI", connection);
+    EXPECT_EQ(answer.fieldType(0), 203);
+    answer.close();
+    answer.open("SELECT COUNT(*) AS ADEDI, MAX(TARIH) AS SON FROM ODEME", connection);
+    EXPECT_EQ(answer.fieldType(0), 3);
+    EXPECT_EQ(answer.value("SON"), Value(DateTime::of(2026, 11, 5)));
+}
+
+TEST_F(Shared, MovingKeepsToTheRowsAndOneStepBeyond) {
+    adodb::Recordset answer;
+    answer.open("SELECT HSTNO FROM MUSTERI ORDER BY ID", connection);
+    EXPECT_TRUE(answer.eof() && answer.bof());
+    answer.moveFirst();
+    EXPECT_EQ(numberRaised([&] { static_cast<void>(answer.value("HSTNO")); }), 3021);
+    EXPECT_EQ(numberRaised([&] { answer.moveNext(); }), 3021);
+    EXPECT_EQ(numberRaised([&] { static_cast<void>(answer.bookmark()); }), 3021);
+    for (const char* number : {"1", "2", "3"})
+        connection.execute("INSERT INTO MUSTERI (HSTNO) VALUES ('" + std::string(number) + "')");
+    answer.requery();
+    EXPECT_EQ(answer.recordCount(), 3);
+    EXPECT_EQ(answer.absolutePosition(), 1);
+    answer.movePrevious();
+    EXPECT_TRUE(answer.bof());
+    EXPECT_EQ(answer.absolutePosition(), 0);
+    EXPECT_EQ(numberRaised([&] { answer.movePrevious(); }), 3021);
+    answer.moveNext();
+    EXPECT_EQ(answer.value(0), Value("1"));
+    answer.moveLast();
+    const auto last = answer.bookmark();
+    answer.moveNext();
+    EXPECT_TRUE(answer.eof());
+    EXPECT_EQ(numberRaised([&] { answer.moveNext(); }), 3021);
+    answer.setBookmark(last);
+    EXPECT_EQ(answer.value(0), Value("3"));
+    connection.execute("DELETE FROM MUSTERI WHERE HSTNO = '1'");
+    answer.requery();
+    EXPECT_EQ(numberRaised([&] { answer.setBookmark(last); }), 3021) << "a place in an older answer";
+}
+
+TEST_F(Shared, FindLooksFromTheCurrentRowOn) {
+    for (const char* row : {"'a', 5, #11,05,2026#", "'B', 7, NULL", "'ç', -5, #01,01,2026#", "'ığ', 7, NULL"})
+        connection.execute("INSERT INTO ODEME (MUSTNO, ISLEMNO, TARIH) VALUES (" + std::string(row) + ")");
+    adodb::Recordset answer;
+    answer.open("SELECT * FROM ODEME ORDER BY ID", connection);
+    const auto found = [&](std::string_view criteria) {
+        answer.moveFirst();
+        answer.find(criteria);
+        return answer.absolutePosition(); // 0 at EOF
+    };
+    EXPECT_EQ(found("ID = 3"), 3);
+    EXPECT_EQ(found("id=99"), 0);
+    EXPECT_EQ(found("ISLEMNO = -5"), 3);
+    EXPECT_EQ(found("ISLEMNO <> 5"), 2);
+    EXPECT_EQ(found("ISLEMNO > 5"), 2);
+    EXPECT_EQ(found("MUSTNO = 'b'"), 2);
+    EXPECT_EQ(found("MUSTNO = 'IĞ'"), 4);
+    EXPECT_EQ(found("MUSTNO >= 'c'"), 3);
+    EXPECT_EQ(found("MUSTNO like 'I%'"), 4);
+    EXPECT_EQ(found("TARIH < #11,05,2026#"), 3);
+    answer.setBookmark((answer.moveFirst(), answer.find("ISLEMNO = 7"), answer.bookmark()));
+    answer.moveNext();
+    answer.find("ISLEMNO = 7");
+    EXPECT_EQ(answer.absolutePosition(), 4);
+    EXPECT_EQ(numberRaised([&] { answer.find("YOK = 1"); }), adodb::kStatementError);
+    EXPECT_EQ(numberRaised([&] { answer.find("ID = 1 OR ID = 2"); }), adodb::kStatementError);
+}
+
+TEST_F(Shared, RequeryReadsOnlyWhenATableBelowWasWritten) {
+    connection.execute("INSERT INTO MUSTERI (HSTNO, AD) VALUES ('1', 'Ayşe')");
+    connection.execute("INSERT INTO ODEME (MUSTNO, TUTAR) VALUES ('1', 5)");
+    adodb::Recordset table, query;
+    table.open("SELECT * FROM MUSTERI", connection);
+    query.open("SELECT UNVAN, TUTAR FROM S_ODEME", connection);
+    const auto readBy = [&](auto&& step) {
+        const auto before = database()->rowsRead();
+        step();
+        return database()->rowsRead() - before;
+    };
+    const auto requery = [&] { table.requery(), query.requery(); };
+    EXPECT_EQ(readBy(requery), 0U);
+    connection.execute("INSERT INTO ODEME (MUSTNO, TUTAR) VALUES ('1', 7)");
+    EXPECT_EQ(readBy(requery), 2U) << "the query's table was written, the other one not";
+    connection.execute("UPDATE MUSTERI SET AD = 'Fatma'");
+    requery();
+    EXPECT_EQ(table.value("AD"), Value("Fatma"));
+    EXPECT_EQ(query.value("UNVAN"), Value("Fatma"));
+
+    connection.beginTrans();
+    connection.execute("UPDATE MUSTERI SET AD = 'Geri alınacak'");
+    table.requery();
+    EXPECT_EQ(table.value("AD"), Value("Geri alınacak"));
+    connection.rollbackTrans();
+    table.requery();
+    EXPECT_EQ(table.value("AD"), Value("Fatma"));
+}
+
+TEST_F(Shared, TheClockIsAskedAtEachRequery) {
+    WorkspaceConfig config;
+    DateTime now = DateTime::of(2026, 11, 22, 10, 30);
+    config.toNativePath = [](std::string_view asWritten) { return std::string(asWritten); };
+    config.dataSource = [this](std::string_view) { return std::optional(path); };
+    config.clock = [&] { return now; };
+    connection.execute("INSERT INTO MUSTERI (HSTNO) VALUES ('1')");
+    Workspace other(std::move(config));
+    adodb::Connection second(other);
+    second.open("dukkan", "", kPassword);
+    adodb::Recordset answer;
+    answer.open("SELECT Now() AS SIMDI FROM MUSTERI", second);
+    EXPECT_EQ(toText(answer.value(0)), "22/11/2026 10:30:00");
+    now = DateTime::of(2026, 11, 22, 10, 31);
+    answer.requery();
+    EXPECT_EQ(toText(answer.value(0)), "22/11/2026 10:31:00");
+}
+
+TEST_F(Shared, TheLastCounterIsThatOfTheConnectionWhicheverFaceWrote) {
+    EXPECT_EQ(rows("SELECT @@IDENTITY FROM MUSTERI"), "0");
+    connection.execute("INSERT INTO MUSTERI (HSTNO) VALUES ('1')");
+    connection.execute("INSERT INTO MUSTERI (HSTNO) VALUES ('2')");
+    EXPECT_EQ(rows("SELECT @@IDENTITY FROM MUSTERI"), "2");
+    auto payments = dao().openRecordset("ODEME");
+    payments.addNew();
+    payments.set("MUSTNO", "1");
+    payments.update();
+    EXPECT_EQ(rows("SELECT @@IDENTITY FROM ODEME"), "1");
+    connection.execute("DELETE FROM MUSTERI WHERE HSTNO = '2'");
+    connection.execute("INSERT INTO MUSTERI (HSTNO) VALUES ('3')");
+    EXPECT_EQ(rows("SELECT @@IDENTITY FROM MUSTERI"), "3") << "a counter is never used twice";
+}
+
+TEST_F(Shared, BothFacesWriteInOneTransaction) {
+    connection.beginTrans();
+    EXPECT_TRUE(connection.inTransaction());
+    EXPECT_EQ(numberRaised([&] { connection.beginTrans(); }), adodb::kStatementError);
+    connection.execute("INSERT INTO MUSTERI (HSTNO) VALUES ('1')");
+    auto payments = dao().openRecordset("ODEME");
+    payments.addNew();
+    payments.update();
+    EXPECT_EQ(rows("SELECT COUNT(*) FROM ODEME"), "1");
+    connection.rollbackTrans();
+    EXPECT_EQ(rows("SELECT COUNT(*) FROM ODEME"), "0");
+    EXPECT_EQ(rows("SELECT COUNT(*) FROM MUSTERI"), "0");
+    EXPECT_EQ(numberRaised([&] { connection.commitTrans(); }), adodb::kStatementError);
+}
+
+TEST_F(Shared, OneStatementACall) {
+    connection.execute("INSERT INTO MUSTERI (HSTNO) VALUES ('1')");
+    EXPECT_EQ(numberRaised([&] { connection.execute("UPDATE MUSTERI SET AD='x'; DELETE FROM MUSTERI"); }),
+              adodb::kStatementError);
+    EXPECT_EQ(rows("SELECT HSTNO, AD FROM MUSTERI"), "1|NULL") << "neither of them ran";
+}
+
+TEST_F(Shared, AStatementThatAnswersNothingLeavesTheRecordsetClosed) {
+    adodb::Recordset answer;
+    answer.open("INSERT INTO MUSTERI (HSTNO) VALUES ('1')", connection);
+    EXPECT_FALSE(answer.isOpen());
+    EXPECT_EQ(numberRaised([&] { static_cast<void>(answer.eof()); }), adodb::kObjectClosed);
+    EXPECT_EQ(rows("SELECT HSTNO FROM MUSTERI"), "1");
+    EXPECT_EQ(connection.execute("UPDATE MUSTERI SET AD = 'x'"), 1);
+    EXPECT_EQ(connection.execute("SELECT * FROM MUSTERI"), 0);
+}
+
+TEST_F(Shared, AnAskedForFaultFailsThatWriteOnce) {
+    store->failWrite(2, "musteri");
+    const auto insert = [&] { connection.execute("INSERT INTO MUSTERI (HSTNO) VALUES ('1')"); };
+    EXPECT_EQ(numberRaised(insert), 0);
+    EXPECT_EQ(numberRaised([&] { connection.execute("INSERT INTO ODEME (MUSTNO) VALUES ('1')"); }), 0);
+    EXPECT_EQ(numberRaised(insert), adodb::kStatementError);
+    EXPECT_EQ(numberRaised(insert), 0);
+    EXPECT_EQ(rows("SELECT COUNT(*) FROM MUSTERI"), "2");
+    store->failWrite(1, "ODEME");
+    auto payments = dao().openRecordset("ODEME");
+    payments.moveFirst();
+    EXPECT_EQ(numberRaised([&] { payments.remove(); }), 3000);
+    EXPECT_EQ(rows("SELECT COUNT(*) FROM ODEME"), "1");
+}
+
+TEST_F(Shared, ATransactionThatTheDiskBrokeIsNotContinued) {
+    database()->engine().execute("PRAGMA max_page_count = 30");
+    connection.beginTrans();
+    connection.execute("INSERT INTO MUSTERI (HSTNO) VALUES ('1')");
+    const std::string longText(4000, 'x');
+    const auto fillDisk = [&] {
+        for (int i = 0; i < 100; ++i)
+            connection.execute("INSERT INTO MUSTERI (NOTU) VALUES ('" + longText + "')");
+    };
+    EXPECT_EQ(numberRaised(fillDisk), adodb::kStatementError);
+    if (!database()->engine().inTransaction()) {
+        EXPECT_EQ(numberRaised([&] { connection.execute("INSERT INTO ODEME (MUSTNO) VALUES ('1')"); }),
+                  adodb::kStatementError);
+        EXPECT_EQ(numberRaised([&] { connection.commitTrans(); }), adodb::kStatementError);
+    }
+    connection.rollbackTrans();
+    EXPECT_EQ(rows("SELECT COUNT(*) FROM ODEME"), "0");
+    EXPECT_EQ(rows("SELECT COUNT(*) FROM MUSTERI"), "0");
+}
+
+TEST_F(Shared, MoreShapesThanAreKeptStillRun) {
+    for (int i = 0; i < 600; ++i)
+        EXPECT_EQ(rows("SELECT COUNT(*) AS A" + std::to_string(i) + " FROM MUSTERI"), "0");
+    adodb::Recordset early;
+    early.open("SELECT COUNT(*) AS ILK FROM MUSTERI", connection);
+    for (int i = 0; i < 300; ++i)
+        EXPECT_EQ(rows("SELECT COUNT(*) AS B" + std::to_string(i) + " FROM MUSTERI"), "0");
+    connection.execute("INSERT INTO MUSTERI (HSTNO) VALUES ('1')");
+    early.requery();
+    EXPECT_EQ(early.value("ILK"), Value(1)) << "its plan has left the cache meanwhile";
+}
+
+} // namespace
+} // namespace veldona::store

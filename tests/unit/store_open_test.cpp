@@ -1,0 +1,204 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <iterator>
+
+#include "platform/store/sqlcipherengine.h"
+#include "storefile.h"
+
+namespace veldona::store {
+namespace {
+
+namespace fs = std::filesystem;
+using Kind = StoreError::Kind;
+using Opening = StoreFile;
+
+std::string contentOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void flipByte(const std::string& path, std::size_t at) {
+    std::string content = contentOf(path);
+    ASSERT_LT(at, content.size());
+    content[at] = static_cast<char>(content[at] ^ 1);
+    std::ofstream(path, std::ios::binary) << content;
+}
+
+mode_t rightsOf(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 ? status.st_mode & 0777 : 0;
+}
+
+TEST_F(Opening, WhatIsNoDatabaseOfOursIsToldApart) {
+    const auto open = [&](std::string_view password = kPassword) {
+        return kindRaised([&] { static_cast<void>(workspace()->open(path, password)); });
+    };
+    EXPECT_EQ(open(), Kind::FileMissing);
+    EXPECT_FALSE(fs::exists(path)) << "an opening that failed left a file behind";
+
+    fs::create_directory(path);
+    EXPECT_EQ(open(), Kind::Damaged) << "a folder";
+    fs::remove(path);
+
+    std::ofstream(path).close();
+    EXPECT_EQ(open(), Kind::Damaged) << "an empty file";
+
+    std::ofstream(path, std::ios::binary) << std::string("SQLite format 3") + '\0' + std::string(8176, ' ');
+    EXPECT_EQ(open(), Kind::Damaged) << "a plain file";
+
+    std::ofstream(path, std::ios::binary) << std::string(8192, 'x');
+    EXPECT_EQ(open(), Kind::WrongPassword) << "noise";
+    fs::remove(path);
+
+    create();
+    EXPECT_EQ(open(), std::nullopt);
+    EXPECT_EQ(open("başka"), Kind::WrongPassword);
+    EXPECT_EQ(open(""), Kind::WrongPassword);
+
+    flipByte(path, 100);
+    EXPECT_EQ(open(), Kind::WrongPassword) << "a damaged first page";
+}
+
+TEST_F(Opening, BothFacesGiveTheirOwnNumbers) {
+    const auto store = workspace();
+    adodb::Connection connection(*store);
+    dao::DBEngine engine(*store);
+    const auto open = [&](std::string_view source, std::string_view password) {
+        return numberRaised([&] { connection.open(source, "", password); });
+    };
+    const auto openFile = [&](std::string_view connect) {
+        return numberRaised([&] { static_cast<void>(engine.openDatabase(path, connect)); });
+    };
+    EXPECT_EQ(open("dukkan", kPassword), adodb::kOpenFailed);
+    EXPECT_EQ(openFile("MS Access;PWD=x"), 3024);
+    create();
+    EXPECT_EQ(open("dukkan", "x"), adodb::kWrongPassword);
+    EXPECT_EQ(open("bilinmeyen", kPassword), adodb::kOpenFailed);
+    EXPECT_EQ(openFile("MS Access;PWD=x"), 3031);
+    EXPECT_EQ(openFile(""), 3031) << "no session holds the file yet";
+    EXPECT_EQ(openFile("MS Access;PWD=" + std::string(kPassword)), 0);
+    EXPECT_EQ(open("DSN=dukkan", kPassword), 0);
+    EXPECT_EQ(openFile(""), 0) << "the session's own file";
+    EXPECT_EQ(openFile("MS Access;PWD=x"), 3031) << "another password than the open one";
+    EXPECT_EQ(numberRaised([&] { connection.execute("DELETE FROM YOK"); }), adodb::kStatementError);
+    connection.close();
+    EXPECT_EQ(openFile(""), 3031);
+    EXPECT_EQ(numberRaised([&] { connection.execute("DELETE FROM ODEME"); }), adodb::kOpenFailed);
+}
+
+TEST_F(Opening, OneFileIsOpenOnceWhateverPathLeadsToIt) {
+    create();
+    fs::create_symlink(path, folder + "/baska.mdb");
+    const auto store = workspace();
+    const auto first = store->open(path, kPassword);
+    EXPECT_EQ(store->open(folder + "/baska.mdb", ""), first);
+    EXPECT_EQ(store->openDataSource("dukkan", kPassword), first);
+}
+
+TEST_F(Opening, OnlyTheOwnerReadsTheFileAndItsJournal) {
+    const mode_t before = umask(0);
+    create();
+    const auto store = workspace();
+    const auto database = store->open(path, kPassword);
+    database->execute("INSERT INTO MUSTERI (HSTNO) VALUES ('1')");
+    umask(before);
+    for (const char* suffix : {"", "-wal", "-shm"})
+        EXPECT_EQ(rightsOf(path + suffix), 0600U) << suffix;
+}
+
+TEST_F(Opening, AFileThatOthersMightReadIsTakenBack) {
+    create();
+    chmod(path.c_str(), 0644);
+    static_cast<void>(workspace()->open(path, kPassword));
+    EXPECT_EQ(rightsOf(path), 0600U);
+}
+
+TEST_F(Opening, NothingReadableStandsOnTheDisk) {
+    const std::string name = "GizliMusteriAdi";
+    create();
+    const auto store = workspace();
+    auto database = store->open(path, kPassword);
+    database->execute("INSERT INTO MUSTERI (AD) VALUES ('" + name + "')");
+    const std::string journal = contentOf(path + "-wal");
+    EXPECT_GT(journal.size(), 4096U);
+    EXPECT_EQ(journal.find(name), std::string::npos);
+    database.reset(); // the journal goes into the file
+    EXPECT_FALSE(fs::exists(path + "-wal"));
+    const std::string content = contentOf(path);
+    EXPECT_EQ(content.find(name), std::string::npos);
+    EXPECT_EQ(content.find("MUSTERI"), std::string::npos);
+    EXPECT_NE(content.substr(0, 6), "SQLite");
+}
+
+TEST_F(Opening, ADamagedLaterPageIsToldWhereItIsRead) {
+    create();
+    {
+        const auto store = workspace();
+        const auto database = store->open(path, kPassword);
+        database->begin();
+        for (int i = 0; i < 2000; ++i)
+            database->execute("INSERT INTO MUSTERI (HSTNO, AD) VALUES ('" + std::to_string(i) +
+                              "', 'Müşteri')");
+        database->commit();
+    }
+    const std::size_t pages = fs::file_size(path) / 4096;
+    ASSERT_GT(pages, 20U);
+    for (std::size_t page = pages / 2; page < pages; ++page)
+        flipByte(path, page * 4096 + 1000);
+    const auto store = workspace();
+    const auto database = store->open(path, kPassword);
+    EXPECT_EQ(kindRaised([&] { database->execute("SELECT * FROM MUSTERI"); }), Kind::Damaged);
+}
+
+TEST_F(Opening, CreatingNeverTouchesWhatStandsThere) {
+    create();
+    const std::string before = contentOf(path);
+    EXPECT_EQ(kindRaised([&] { create(); }), Kind::Other);
+    EXPECT_EQ(contentOf(path), before);
+    const std::vector<SavedQueryDef> unreadable = {{"S", "SELECT FROM"}};
+    EXPECT_EQ(kindRaised([&] { createDatabase(folder + "/yeni.mdb", kPassword, tables(), unreadable); }),
+              Kind::Syntax);
+    EXPECT_EQ(kindRaised([&] { createDatabase(folder + "/yok/yeni.mdb", kPassword, tables(), {}); }),
+              Kind::InputOutput);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1)
+        << "a failed creation left something behind";
+}
+
+TEST_F(Opening, IndexesOfAnotherAlphabetAreSortedAnew) {
+    create();
+    {
+        const auto engine = openSqlcipher(path, kPassword, std::chrono::seconds(1));
+        engine->execute("UPDATE MSysSIRALAMA SET SURUM = 'eski'");
+    }
+    const auto store = workspace();
+    const auto database = store->open(path, kPassword);
+    auto statement = database->engine().prepare("SELECT SURUM FROM MSysSIRALAMA");
+    ASSERT_TRUE(statement->step());
+    EXPECT_NE(statement->text(0), "eski");
+    EXPECT_EQ(database->catalog().find("MSysSIRALAMA"), nullptr);
+}
+
+TEST_F(Opening, TheFileKnowsItsColumnsAgain) {
+    create();
+    const auto store = workspace();
+    const auto database = store->open(path, kPassword);
+    for (const TableDef& table : tables()) {
+        const auto* relation = database->catalog().find(table.name);
+        ASSERT_NE(relation, nullptr);
+        ASSERT_EQ(relation->columns.size(), table.columns.size());
+        for (std::size_t i = 0; i < table.columns.size(); ++i) {
+            EXPECT_EQ(relation->columns[i].name, table.columns[i].name);
+            EXPECT_EQ(relation->columns[i].type, table.columns[i].type) << table.columns[i].name;
+        }
+    }
+    const auto* query = database->catalog().find("s_odeme");
+    ASSERT_NE(query, nullptr);
+    EXPECT_TRUE(query->isQuery);
+    EXPECT_EQ(query->baseTables, (std::vector<std::string>{"MUSTERI", "ODEME"}));
+}
+
+} // namespace
+} // namespace veldona::store

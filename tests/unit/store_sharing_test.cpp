@@ -1,0 +1,89 @@
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+
+#include "storefile.h"
+
+namespace veldona::store {
+namespace {
+
+// Two workstations: each has a workspace, and with it an engine connection, of its own.
+class TwoWorkstations : public OpenStore {
+protected:
+    TwoWorkstations() { other.open("dukkan", "", kPassword); }
+
+    std::unique_ptr<Workspace> otherStore = workspace();
+    adodb::Connection other{*otherStore};
+};
+
+TEST_F(TwoWorkstations, ALockIsWaitedForUpToTheTimeoutThenTold) {
+    other.beginTrans();
+    other.execute("INSERT INTO MUSTERI (HSTNO) VALUES ('1')");
+    connection.commandTimeout = 1;
+    const auto before = std::chrono::steady_clock::now();
+    EXPECT_EQ(numberRaised([&] { connection.execute("INSERT INTO MUSTERI (HSTNO) VALUES ('2')"); }),
+              adodb::kStatementError);
+    const auto waited = std::chrono::steady_clock::now() - before;
+    EXPECT_GE(waited, std::chrono::milliseconds(900));
+    EXPECT_LT(waited, std::chrono::seconds(5));
+    connection.commandTimeout = 0;
+    EXPECT_EQ(numberRaised([&] { connection.beginTrans(); }), adodb::kStatementError);
+    EXPECT_FALSE(connection.inTransaction());
+    auto payments = dao().openRecordset("ODEME");
+    payments.addNew();
+    EXPECT_EQ(numberRaised([&] { payments.update(); }), 3260);
+    EXPECT_EQ(rows("SELECT COUNT(*) FROM MUSTERI"), "0") << "reading needs no lock";
+    other.commitTrans();
+    payments.update();
+    connection.execute("INSERT INTO MUSTERI (HSTNO) VALUES ('2')");
+    EXPECT_EQ(rows("SELECT HSTNO FROM MUSTERI ORDER BY ID"), "1\n2");
+}
+
+TEST_F(TwoWorkstations, WritesOfTheOtherAreSeenAtRequeryAndMoveFirst) {
+    adodb::Recordset answer;
+    answer.open("SELECT COUNT(*) AS SAYI FROM MUSTERI", connection);
+    auto table = dao().openRecordset("MUSTERI");
+    auto select = dao().openRecordset("SELECT HSTNO FROM MUSTERI");
+    EXPECT_TRUE(table.eof() && select.eof());
+    other.execute("INSERT INTO MUSTERI (HSTNO) VALUES ('1')");
+    answer.requery();
+    EXPECT_EQ(answer.value("SAYI"), Value(1));
+    table.moveFirst();
+    select.moveFirst();
+    EXPECT_EQ(table.value("HSTNO"), Value("1"));
+    other.execute("INSERT INTO MUSTERI (HSTNO) VALUES ('2')");
+    table.moveNext();
+    EXPECT_EQ(table.value("HSTNO"), Value("2")) << "appended while the walk stood on the last row";
+    table.edit();
+    table.set("AD", "x");
+    other.execute("DELETE FROM MUSTERI WHERE HSTNO = '2'");
+    EXPECT_EQ(numberRaised([&] { table.update(); }), 3167);
+}
+
+TEST_F(StoreFile, WhatAnotherProcessWroteBeforeItWasKilledStands) {
+    create();
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        const auto store = workspace();
+        const auto database = store->open(path, kPassword);
+        database->execute("INSERT INTO MUSTERI (HSTNO) VALUES ('kaydedildi')");
+        database->begin();
+        database->execute("INSERT INTO MUSTERI (HSTNO) VALUES ('yarım')");
+        _exit(0); // without closing anything, in the middle of a transaction
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_EQ(status, 0);
+    const auto store = workspace();
+    adodb::Connection connection(*store);
+    connection.open("dukkan", "", kPassword);
+    adodb::Recordset answer;
+    answer.open("SELECT HSTNO FROM MUSTERI", connection);
+    EXPECT_EQ(answer.recordCount(), 1);
+    EXPECT_EQ(answer.value("HSTNO"), Value("kaydedildi"));
+}
+
+} // namespace
+} // namespace veldona::store

@@ -1,0 +1,111 @@
+// A small shop's file in a folder of its own, for the tests of the store.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "platform/runtime/error.h"
+#include "platform/store/adodb.h"
+#include "platform/store/dao.h"
+#include "platform/store/database.h"
+#include "platform/store/storeerror.h"
+#include "platform/store/workspace.h"
+
+namespace veldona::store {
+
+inline constexpr const char* kPassword = "sınav.parolası";
+
+class StoreFile : public ::testing::Test {
+protected:
+    StoreFile() {
+        std::string pattern = (std::filesystem::temp_directory_path() / "veldona-store-XXXXXX").string();
+        folder = mkdtemp(pattern.data());
+        path = folder + "/dukkan.mdb";
+    }
+    ~StoreFile() override { std::filesystem::remove_all(folder); }
+
+    static std::vector<TableDef> tables() {
+        return {{"MUSTERI",
+                 {{"ID", ColumnType::Counter},
+                  {"HSTNO", ColumnType::Text},
+                  {"AD", ColumnType::Text},
+                  {"NOTU", ColumnType::Memo},
+                  {"DOGTRH", ColumnType::Date}},
+                 {{"HSTNO"}, {"AD"}}},
+                {"ODEME",
+                 {{"ID", ColumnType::Counter},
+                  {"MUSTNO", ColumnType::Text},
+                  {"ISLEMNO", ColumnType::Whole},
+                  {"TUTAR", ColumnType::Number},
+                  {"TARIH", ColumnType::Date},
+                  {"PESIN", ColumnType::Small},
+                  {"ISLENDI", ColumnType::Boolean}},
+                 {{"MUSTNO", "ISLEMNO"}}}};
+    }
+    void create() const {
+        createDatabase(
+            path, kPassword, tables(),
+            {{"S_ODEME", "SELECT ODEME.ID, MUSTERI.AD AS UNVAN, ODEME.TUTAR, ODEME.TARIH FROM ODEME "
+                         "INNER JOIN MUSTERI ON ODEME.MUSTNO = MUSTERI.HSTNO"}});
+    }
+
+    // A process of its own, as far as the store is concerned.
+    std::unique_ptr<Workspace> workspace() const {
+        WorkspaceConfig config;
+        config.toNativePath = [](std::string_view asWritten) { return std::string(asWritten); };
+        config.dataSource = [this](std::string_view name) {
+            return name == "dukkan" ? std::optional(path) : std::nullopt;
+        };
+        return std::make_unique<Workspace>(std::move(config));
+    }
+
+    std::string folder, path;
+};
+
+// The same with the file made and a connection open.
+class OpenStore : public StoreFile {
+protected:
+    OpenStore() {
+        create();
+        connection.open("dukkan", "", kPassword);
+    }
+    std::shared_ptr<Database> database() { return store->open(path, ""); }
+    dao::Database dao() { return dao::DBEngine(*store).openDatabase(path); }
+
+    // What a SELECT answers: cells joined by "|", rows by a line end.
+    std::string rows(std::string_view sql);
+
+    std::unique_ptr<Workspace> store = workspace();
+    adodb::Connection connection{*store};
+};
+
+std::string cellText(const Value& value);
+
+// The number of the RuntimeError that `step` raises; 0 where it raises none.
+template <class Step> std::int32_t numberRaised(Step&& step) {
+    try {
+        step();
+    } catch (const RuntimeError& error) {
+        EXPECT_FALSE(error.description().empty());
+        return error.number();
+    }
+    return 0;
+}
+
+template <class Step> std::optional<StoreError::Kind> kindRaised(Step&& step) {
+    try {
+        step();
+    } catch (const StoreError& error) {
+        EXPECT_FALSE(error.description().empty());
+        return error.kind();
+    }
+    return std::nullopt;
+}
+
+} // namespace veldona::store
