@@ -1,0 +1,49 @@
+// A shop of its own for one test: an empty delivered database in a fresh folder, a session without windows.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "core/database.h"
+#include "core/session.h"
+#include "platform/desktop/desktop.h"
+
+namespace veldona::test {
+
+class NoHost : public FormHost {
+public:
+    void runModal(Form&) override {}
+};
+
+class NoOpener : public Opener {
+public:
+    bool open(const std::string&) override { return false; }
+};
+
+class Shop {
+public:
+    Shop(); // database as delivered, session connected, clock at 22/11/2026 10:30:00
+    ~Shop();
+
+    // Rows of a query, cells joined by "|"; Null as "NULL".
+    [[nodiscard]] std::vector<std::string> rows(const std::string& sql);
+    void run(const std::string& sql);
+    // The texts that were said since the last call, oldest first.
+    [[nodiscard]] std::vector<std::string> said();
+
+private:
+    std::filesystem::path folder_;
+
+public:
+    ManualClock clock;
+    RecordingDialogs dialogs;
+    EventPump pump;
+    NoOpener opener;
+    Desktop desktop;
+    NoHost host;
+    Forms forms;
+    Session session;
+};
+
+} // namespace veldona::test

@@ -1,0 +1,224 @@
+// The data access layer and the conventions of money and dates, on a real encrypted database.
+#include <gtest/gtest.h>
+
+#include "core/money.h"
+#include "platform/runtime/conversion.h"
+#include "platform/runtime/format.h"
+#include "tests/support/shop.h"
+
+namespace veldona {
+
+namespace {
+
+using Rows = std::vector<std::string>;
+
+class Core : public testing::Test {
+protected:
+    test::Shop shop;
+    Session& session = shop.session;
+
+    KayitYapisi customer(const std::string& hstno) {
+        KayitYapisi rec;
+        rec.Islem = KayitYapisi::Ekle;
+        rec.Tablo = "MUSTKAYIT";
+        rec.ekle("HSTNO", hstno);
+        return rec;
+    }
+};
+
+TEST(DegerYaz, ByFamily) {
+    struct Case {
+        std::int32_t tip;
+        Value value;
+        const char* written;
+    };
+    const Case cases[] = {
+        {5, "1,5", "1.5"},
+        {5, "1.5", "15"}, // the dot is a group sign
+        {5, "1.234,50", "1234.50"},
+        {5, "1.234.500.000,00", "1234500000.00"},
+        {3, " 12 ", "12"},
+        {3, "True", "1"},
+        {3, "False", "0"},
+        {3, "null", "NULL"},
+        {3, "", ""},
+        {5, 2.5, "2.5"},
+        {5, Currency::ofTenThousandths(125000), "12.5"},
+        {11, true, "-1"},
+        {11, false, "0"},
+        {202, "  Ali  ", "'Ali'"},
+        {203, "  Ali  ", "'  Ali  '"},
+        {202, "O'Neil \"x\"", "'O`Neil `x`'"},
+        {202, "Null", "NULL"},
+        {202, Null{}, "NULL"},
+        {135, "", "NULL"},
+        {135, "00:00:00", "NULL"},
+        {135, "22/11/2026", "'22/11/2026'"},
+        {135, DateTime::of(2026, 11, 2, 9, 5, 7), "'02/11/2026 09:05:07'"},
+        {205, "x", "NULL"},
+    };
+    for (const Case& c : cases) {
+        Value value = c.value;
+        EXPECT_EQ(DegerYaz(c.tip, value), c.written) << "type " << c.tip;
+    }
+    Value text = "a'b";
+    EXPECT_EQ(DegerYaz(202, text), "'a`b'");
+    EXPECT_EQ(text, Value("a`b")) << "the value itself is changed";
+    Value any = "x";
+    try {
+        static_cast<void>(DegerYaz(9, any));
+        FAIL() << "an unknown type must fail";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.number(), 18172);
+        EXPECT_EQ(error.description(), "Value='9'");
+    }
+}
+
+TEST_F(Core, KayitYazInsertsUpdatesAndReadsBackItsKey) {
+    KayitYapisi rec = customer("7");
+    rec.ekle("AD", "Ay'şe");
+    rec.ekle("DOGTRH", "05/06/1980");
+    rec.ekle("GURUP_ID", "NULL");
+    EXPECT_TRUE(KayitYaz(session, rec));
+    EXPECT_EQ(SonKimlik(session, "MUSTKAYIT"), 1);
+    EXPECT_EQ(shop.rows("SELECT HSTNO,AD,DOGTRH,GURUP_ID FROM MUSTKAYIT"), Rows{"7|Ay`şe|05/06/1980|NULL"});
+
+    KayitYapisiTemizle(rec);
+    rec.Islem = KayitYapisi::Degistir;
+    rec.Tablo = "MUSTKAYIT";
+    rec.Kosul = " ID = 1";
+    rec.ekle("AD", "Fatma");
+    EXPECT_TRUE(KayitYaz(session, rec));
+    EXPECT_EQ(shop.rows("SELECT AD FROM MUSTKAYIT"), Rows{"Fatma"});
+    EXPECT_TRUE(shop.said().empty());
+}
+
+TEST_F(Core, KayitYazTellsWhatFailedAndWritesNothing) {
+    KayitYapisi empty = customer("1");
+    empty.ekle("GURUP_ID", ""); // an empty value for a number leaves a hole in the statement
+    EXPECT_FALSE(KayitYaz(session, empty));
+    ASSERT_EQ(shop.dialogs.said.size(), 2u);
+    EXPECT_EQ(shop.dialogs.said[1].title, "vorelHata");
+    EXPECT_EQ(shop.dialogs.said[1].text, "\nSQL: INSERT INTO MUSTKAYIT (HSTNO,GURUP_ID ) VALUES ('1',)");
+    shop.dialogs.said.clear();
+
+    KayitYapisi unknown = customer("1");
+    unknown.ekle("YOK", "x");
+    EXPECT_FALSE(KayitYaz(session, unknown));
+    ASSERT_EQ(shop.dialogs.said.size(), 1u);
+    EXPECT_EQ(shop.dialogs.said[0].text.substr(0, 4), "3265");
+
+    session.workspace.failWrite(1, "MUSTKAYIT");
+    KayitYapisi fine = customer("1");
+    EXPECT_FALSE(KayitYaz(session, fine));
+    EXPECT_TRUE(shop.rows("SELECT * FROM MUSTKAYIT").empty());
+    EXPECT_TRUE(KayitYaz(session, fine)) << "the next write works";
+}
+
+TEST_F(Core, SonKimlikWithoutAnyCounterIsMinusOne) {
+    shop.session.gBaglanti.reset(); // the delivered rows were counted on the connection that goes with it
+    Baglan(session);
+    EXPECT_EQ(SonKimlik(session, "MUSTKAYIT"), -1);
+}
+
+TEST_F(Core, TransactionsWrapWholeRecords) {
+    ASSERT_TRUE(IslemBaslat(session));
+    KayitYapisi rec = customer("1");
+    EXPECT_TRUE(KayitYaz(session, rec));
+    EXPECT_TRUE(IslemGeriAl(session));
+    EXPECT_TRUE(shop.rows("SELECT * FROM MUSTKAYIT").empty());
+    EXPECT_TRUE(IslemGeriAl(session)) << "with nothing open it is no error";
+    ASSERT_TRUE(IslemBaslat(session));
+    EXPECT_TRUE(KayitYaz(session, rec));
+    EXPECT_TRUE(IslemOnayla(session));
+    EXPECT_EQ(shop.rows("SELECT HSTNO FROM MUSTKAYIT"), Rows{"1"});
+}
+
+TEST_F(Core, StokGuncelleMovesTotalsUnevenly) {
+    struct Case {
+        int hareket, yon;
+        const char* totals;
+    };
+    const Case cases[] = {{1, 1, "103|50|53"}, {1, 0, "97|50|47"},  {2, 1, "100|53|47"},
+                          {2, 0, "100|53|47"}, {3, 1, "100|47|53"}, {3, 0, "97|50|47"}};
+    for (const Case& c : cases) {
+        shop.run("UPDATE URUNTANITIM SET TOPLAM_ALINAN=100,TOPLAM_SATILAN=50,KALAN=50");
+        EXPECT_TRUE(StokGuncelle(session, "1", 3, c.hareket, c.yon));
+        EXPECT_EQ(shop.rows("SELECT TOPLAM_ALINAN,TOPLAM_SATILAN,KALAN FROM URUNTANITIM"), Rows{c.totals})
+            << c.hareket << " " << c.yon;
+    }
+    EXPECT_FALSE(StokGuncelle(session, "yok", 1, 2, 1));
+    shop.run("UPDATE URUNTANITIM SET TOPLAM_SATILAN=2147483647");
+    EXPECT_THROW(StokGuncelle(session, "1", 1, 2, 1), RuntimeError);
+}
+
+TEST_F(Core, LookUpsAndNumbers) {
+    EXPECT_EQ(YeniNo(session, "HSTNO", "MUSTKAYIT", "", AlanTuru::Sayi), "1");
+    shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD) VALUES ('9','Ali')");
+    shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD) VALUES ('10','Can')");
+    EXPECT_EQ(YeniNo(session, "HSTNO", "MUSTKAYIT", "", AlanTuru::Sayi), "11") << "by number, not by text";
+    EXPECT_EQ(AlanDegeriOku(session, "AD", "MUSTKAYIT", "HSTNO", "10"), Value("Can"));
+    EXPECT_EQ(KayitDegeri(session, "ID", "MUSTKAYIT", "HSTNO", "yok"), Value(true));
+
+    EXPECT_FALSE(TekilMi(session, "MUSTKAYIT", {{"HSTNO", "9", AlanTuru::Metin}}));
+    EXPECT_TRUE(TekilMi(session, "MUSTKAYIT", {{"HSTNO", "9", AlanTuru::Metin}}, "ID", "1")) << "its own row";
+    EXPECT_TRUE(TekilMi(session, "MUSTKAYIT", {{"HSTNO", "9", AlanTuru::Metin}, {"AD", "Can", AlanTuru::Metin}}));
+    EXPECT_TRUE(shop.said().empty());
+    EXPECT_FALSE(TekilMi(session, "MUSTKAYIT", {{"YOK", "9", AlanTuru::Metin}}));
+    ASSERT_EQ(shop.dialogs.said.size(), 1u);
+    EXPECT_EQ(shop.dialogs.said[0].text.find("Tekil İndex Kontrolü Yapılırken "), 0u);
+
+    shop.run("INSERT INTO MUSTKAYIT (HSTNO) VALUES ('G3')");
+    EXPECT_EQ(YeniNo(session, "HSTNO", "MUSTKAYIT", "", AlanTuru::Sayi), "") << "a text among the numbers";
+    EXPECT_EQ(YeniNo(session, "HSTNO", "MUSTKAYIT", "", AlanTuru::Metin), "11");
+}
+
+TEST_F(Core, BookmarksAreKeptAsText) {
+    shop.run("INSERT INTO MUSTKAYIT (HSTNO) VALUES ('a')");
+    shop.run("INSERT INTO MUSTKAYIT (HSTNO) VALUES ('b')");
+    KayitSeti rs;
+    KayitSetiAc(session, rs, "SELECT HSTNO FROM MUSTKAYIT", adodb::CursorLocation::Client);
+    rs->moveLast();
+    const std::string imlec = ImlecAl(*rs);
+    rs->moveFirst();
+    EXPECT_TRUE(ImlecGit(*rs, imlec));
+    EXPECT_EQ(joinText(rs->value("HSTNO")), "b");
+    EXPECT_FALSE(ImlecGit(*rs, ""));
+    rs->moveNext();
+    EXPECT_EQ(ImlecAl(*rs), "");
+}
+
+TEST_F(Core, MoneyIsStoredTimesAMillion) {
+    EXPECT_EQ(ParaGoster(session, 12500000.0), "12,50");
+    EXPECT_EQ(ParaGoster(session, -1234567890.0), "-1.234,57");
+    EXPECT_EQ(ParaGoster(session, Null{}), "");
+    EXPECT_EQ(ParaYaz(session, 0, "ODMIKTAR", ParaKipi::Ifade), "(ODMIKTAR / 1000000)");
+    EXPECT_EQ(ParaOku(session, "1234,50", "", ParaKipi::Deger), "1.234.500.000,00");
+    EXPECT_EQ(ParaOku(session, "", "", ParaKipi::Deger), "0,00");
+    EXPECT_EQ(ParaOku(session, "12,3456789", "", ParaKipi::Deger), "12.345.678,90");
+    EXPECT_EQ(ParaOku(session, "1234,5", "", ParaKipi::Ifade), "1234500000");
+    EXPECT_THROW(static_cast<void>(ParaOku(session, "abc", "", ParaKipi::Deger)), RuntimeError);
+    EXPECT_EQ(SifirIseNull(0), Value("NULL"));
+    EXPECT_EQ(SifirIseNull(Null{}), Value("NULL"));
+    EXPECT_EQ(SifirIseNull("5"), Value(5));
+}
+
+// A window built from a swapped date and the store's month-first literal covers the right days on both sides of the
+// 13th; a literal built from the date itself does too.
+TEST_F(Core, SwappedTwiceADateIsItself) {
+    for (const int day : {1, 11, 12, 13, 14, 28}) {
+        const DateTime due = DateTime::of(2026, 5, day);
+        shop.run("Delete from URUNSAT");
+        shop.run("INSERT INTO URUNSAT (MUSTNO,ODTRH) VALUES ('1','" + toText(due) + "')");
+        DateTime swapped = due;
+        TarihDuzelt(swapped);
+        EXPECT_EQ(swapped == due, day >= 13 || day == 5) << day;
+        EXPECT_EQ(shop.rows("SELECT MUSTNO FROM URUNSAT WHERE ODTRH = #" + toText(swapped) + "#").size(), 1u) << day;
+        EXPECT_EQ(shop.rows("SELECT MUSTNO FROM URUNSAT WHERE ODTRH = " + TarihSabiti(due)).size(), 1u) << day;
+    }
+    EXPECT_EQ(TarihSabiti(DateTime::of(2026, 11, 5), kGunSonu), "#11,05,2026 23:59:59#");
+}
+
+} // namespace
+
+} // namespace veldona
