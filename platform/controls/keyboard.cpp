@@ -152,18 +152,11 @@ std::optional<int> entryBeginning(const ComboBox& combo, char32_t character) {
     return std::nullopt;
 }
 
-void chooseRow(ComboBox& combo, int row) {
-    combo.form().forms().dispatch([&] {
-        combo.setListIndex(row);
-        call(combo.onClick);
-    });
-}
-
 void keyToCombo(ComboBox& combo, const KeyEvent& event, char32_t character) {
     const bool isTyped = combo.style() == ComboBox::Style::Free;
     if (!combo.locked) {
         if (const auto row = movedRow(event.key, combo.listIndex(), 0, combo.count(), !isTyped)) {
-            chooseRow(combo, *row);
+            rowSelected(combo, *row);
             return;
         }
     }
@@ -172,7 +165,7 @@ void keyToCombo(ComboBox& combo, const KeyEvent& event, char32_t character) {
         return;
     }
     if (combo.locked || character < U' ') return;
-    if (const auto row = entryBeginning(combo, character)) chooseRow(combo, *row);
+    if (const auto row = entryBeginning(combo, character)) rowSelected(combo, *row);
 }
 
 void keyToSheet(FlexGrid& grid, Key key) {

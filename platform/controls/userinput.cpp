@@ -42,6 +42,11 @@ bool reach(Control& control) {
     return canReach(control);
 }
 
+// What an act that found no target comes to: refused, but done where its own events closed the screen.
+bool closedItsScreen(const Control& control) {
+    return control.form().isUnloaded();
+}
+
 void selectAll(Control& control) {
     if (auto* text = dynamic_cast<TextBox*>(&control)) text->selectAll();
     if (auto* combo = dynamic_cast<ComboBox*>(&control)) combo->selectAll();
@@ -86,7 +91,7 @@ bool type(Control& textControl, std::string_view text) {
     if (!dynamic_cast<TextBox*>(&textControl) && !dynamic_cast<ComboBox*>(&textControl)) return false;
     Form& form = textControl.form();
     const Forms::Hold hold(form.forms());
-    if (!reach(textControl) || form.activeControl() != &textControl) return false;
+    if (!reach(textControl) || form.activeControl() != &textControl) return closedItsScreen(textControl);
     selectAll(textControl);
     // What a screen opened or closed by a character leaves of the text is typed to nobody.
     for (const char32_t character : charactersOf(text))
@@ -97,7 +102,8 @@ bool type(Control& textControl, std::string_view text) {
 bool put(Control& textControl, std::string_view text) {
     Form& form = textControl.form();
     const Forms::Hold hold(form.forms());
-    if (textControl.locked || !reach(textControl) || !putText(textControl, text)) return false;
+    if (textControl.locked || !reach(textControl) || !putText(textControl, text))
+        return closedItsScreen(textControl);
     const std::u32string characters = charactersOf(text);
     KeyEvent last{.key = characters.empty() ? Key::Delete : Key::None};
     if (!characters.empty()) last.character = characters.back();
@@ -108,7 +114,7 @@ bool put(Control& textControl, std::string_view text) {
 bool click(Control& control) {
     if (dynamic_cast<ToolBar*>(&control) || dynamic_cast<Timer*>(&control)) return false;
     const Forms::Hold hold(control.form().forms());
-    if (!reach(control)) return false;
+    if (!reach(control)) return closedItsScreen(control);
     Forms& forms = control.form().forms();
     if (auto* box = dynamic_cast<CheckBox*>(&control))
         forms.dispatch([box] { box->setChecked(!box->checked()); });
@@ -123,20 +129,27 @@ bool clickRow(Control& listOrGrid, int row) {
     const Forms::Hold hold(listOrGrid.form().forms());
     const auto isRowOf = [row](int count) { return row >= 0 && row < count; };
     if (auto* list = dynamic_cast<ListBox*>(&listOrGrid)) {
-        if (!isRowOf(list->count()) || !reach(*list) || !isRowOf(list->count())) return false;
+        if (!isRowOf(list->count()) || !reach(*list) || !isRowOf(list->count()))
+            return closedItsScreen(*list);
         rowSelected(*list, row);
         return true;
     }
     if (auto* grid = dynamic_cast<DataGrid*>(&listOrGrid)) {
-        if (!isRowOf(grid->rowCount()) || !reach(*grid) || !isRowOf(grid->rowCount())) return false;
+        if (!isRowOf(grid->rowCount()) || !reach(*grid) || !isRowOf(grid->rowCount()))
+            return closedItsScreen(*grid);
         rowSelected(*grid, row);
         if (!grid->form().isUnloaded()) raiseClick(*grid);
         return true;
     }
-    if (auto* combo = dynamic_cast<ComboBox*>(&listOrGrid))
-        return isRowOf(combo->count()) && choose(*combo, combo->list(row));
+    if (auto* combo = dynamic_cast<ComboBox*>(&listOrGrid)) {
+        if (combo->locked || !isRowOf(combo->count()) || !reach(*combo) || !isRowOf(combo->count()))
+            return closedItsScreen(*combo);
+        rowSelected(*combo, row);
+        return true;
+    }
     auto* tabs = dynamic_cast<TabControl*>(&listOrGrid);
-    if (!tabs || !isRowOf(static_cast<int>(tabs->pages().size())) || !reach(*tabs)) return false;
+    if (!tabs || !isRowOf(static_cast<int>(tabs->pages().size())) || !reach(*tabs))
+        return tabs && closedItsScreen(*tabs);
     tabs->setTab(row);
     raiseClick(*tabs);
     return true;
@@ -161,7 +174,7 @@ bool clickCell(FlexGrid& grid, int row, int column) {
         return row >= 0 && row < grid.rows() && column >= 0 && column < grid.columns();
     };
     const Forms::Hold hold(grid.form().forms());
-    if (!isCell() || !reach(grid) || !isCell()) return false;
+    if (!isCell() || !reach(grid) || !isCell()) return closedItsScreen(grid);
     grid.setRow(row);
     grid.setCol(column);
     raiseClick(grid);
@@ -170,18 +183,18 @@ bool clickCell(FlexGrid& grid, int row, int column) {
 
 bool clickHead(DataGrid& grid, int column) {
     const Forms::Hold hold(grid.form().forms());
-    if (column < 0 || column >= static_cast<int>(grid.columns().size()) || !reach(grid)) return false;
+    if (column < 0 || column >= static_cast<int>(grid.columns().size()) || !reach(grid))
+        return closedItsScreen(grid);
     grid.form().forms().dispatch([&] { call(grid.onHeadClick, column); });
     return true;
 }
 
 bool choose(ComboBox& combo, std::string_view entry) {
     const Forms::Hold hold(combo.form().forms());
-    if (combo.locked || !reach(combo)) return false;
+    if (combo.locked || !reach(combo)) return closedItsScreen(combo);
     for (int row = 0; row < combo.count(); ++row) {
         if (combo.list(row) != entry) continue;
-        combo.setListIndex(row);
-        raiseClick(combo);
+        rowSelected(combo, row);
         return true;
     }
     return false;
@@ -202,7 +215,7 @@ bool setChecked(DateBox& box, bool checked, DateTime today) {
 bool pickDate(DateBox& box, const Value& dateOrNull) {
     const Forms::Hold hold(box.form().forms());
     const bool canHold = dateOrNull.isNull() ? box.style() != DateBox::Style::Picker : isDate(dateOrNull);
-    if (!canHold || box.locked || !reach(box)) return false;
+    if (!canHold || box.locked || !reach(box)) return closedItsScreen(box);
     box.form().forms().dispatch([&] { box.setValue(dateOrNull); });
     return true;
 }
@@ -238,6 +251,12 @@ void rowSelected(ListBox& list, int row) {
     if (row < 0 || row >= list.count()) return;
     list.setListIndex(row);
     raiseClick(list);
+}
+
+void rowSelected(ComboBox& combo, int row) {
+    if (row < 0 || row >= combo.count()) return;
+    combo.setListIndex(row);
+    raiseClick(combo);
 }
 
 void rowSelected(DataGrid& grid, int row) {

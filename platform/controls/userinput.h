@@ -53,7 +53,8 @@ bool keyPress(Form& form, Control* focused, KeyPress event);
 void keyUp(Form& form, Control* focused, KeyEvent event);
 void textEdited(TextBox& box, std::string text, int selStart);
 void textEdited(ComboBox& box, std::string text);
-void rowSelected(ListBox& list, int row); // by mouse or arrow: selects and clicks
+void rowSelected(ListBox& list, int row);   // by mouse or arrow: selects and clicks
+void rowSelected(ComboBox& combo, int row); // chosen from its list
 void rowSelected(DataGrid& grid, int row);
 
 } // namespace veldona::user

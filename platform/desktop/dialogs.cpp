@@ -18,7 +18,7 @@ Answer RecordingDialogs::show(const Message& message) {
 }
 
 std::optional<std::string> RecordingDialogs::input(const std::string& prompt, const std::string& title) {
-    said.push_back({prompt, title, std::nullopt});
+    said.push_back({prompt, title, std::nullopt, true});
     if (answers.empty()) {
         ++unanswered;
         return std::string();

@@ -49,6 +49,7 @@ public:
         std::string text;
         std::string title;
         std::optional<std::int32_t> errorNumber; // of the run-time error surface
+        bool isPrompt = false;                   // an input box's
     };
     Answer show(const Message& message) override;
     std::optional<std::string> input(const std::string& prompt, const std::string& title) override;

@@ -101,7 +101,6 @@ std::optional<std::string> findSetting(const std::string& text, std::string_view
         if (!line.empty() && line.back() == '\r') line.pop_back();
         line = trim(line);
         if (line.size() >= 2 && line.front() == '[' && line.back() == ']') {
-            if (value) break;
             isInside = sameKey(trim(std::string_view(line).substr(1, line.size() - 2)), section);
             if (isInside) value.emplace();
         } else if (const auto setting = readSetting(line);

@@ -158,7 +158,10 @@ TEST(Keys, ALockedTextAndACommandKeyEditNothing) {
     Screen& screen = stage.shown();
     user::pressKey(screen, {.key = Key::None, .character = U'c', .control = true});
     user::pressKey(screen, {.key = Key::None, .character = U'@', .control = true, .alt = true});
+    user::pressKey(screen, {.key = Key::Backspace, .control = true});
+    user::pressKey(screen, {.key = Key::Tab, .alt = true});
     EXPECT_EQ(screen.a.text(), "@");
+    EXPECT_EQ(screen.activeControl(), &screen.a);
     screen.a.locked = true;
     EXPECT_TRUE(user::type(screen.a, "x"));
     EXPECT_FALSE(user::put(screen.a, "x"));
@@ -296,6 +299,15 @@ TEST(Acts, AClickIsLostWhereLeavingAControlHidItsTarget) {
     EXPECT_EQ(screen.activeControl(), nullptr);
     user::pressKey(screen, keyOf(Key::Enter));
     EXPECT_EQ(stage.host.log.take(), "");
+}
+
+TEST(Acts, AnActWhoseFirstEventClosedTheScreenIsDone) {
+    Stage stage;
+    Screen& screen = stage.shown();
+    screen.combo.add("1");
+    screen.a.onLostFocus = [&] { stage.forms.unload(screen); };
+    EXPECT_TRUE(user::clickRow(screen.combo, 0)); // so nobody asks the control that is gone why it refused
+    EXPECT_EQ(stage.forms.active(), nullptr);
 }
 
 TEST(Acts, ALabelIsClickedWithoutTheFocusAndADoubleClickIsAClickFirst) {
