@@ -17,10 +17,19 @@ std::string_view sourceName(std::string_view source) {
 } // namespace
 
 void Connection::open(std::string_view source, std::string_view, std::string_view password) {
+    connect([&](std::chrono::seconds timeout) {
+        return workspace_->openDataSource(sourceName(source), password, timeout);
+    });
+}
+
+void Connection::openFile(std::string_view path, std::string_view password) {
+    connect([&](std::chrono::seconds timeout) { return workspace_->open(path, password, timeout); });
+}
+
+template <class Opening> void Connection::connect(const Opening& opening) {
     if (isOpen()) throw RuntimeError(kObjectOpen, "Bağlantı zaten açık.");
     try {
-        database_ =
-            workspace_->openDataSource(sourceName(source), password, std::chrono::seconds(connectionTimeout));
+        database_ = opening(std::chrono::seconds(connectionTimeout));
     } catch (const store::StoreError& error) {
         const bool isPassword = error.kind() == store::StoreError::Kind::WrongPassword;
         throw RuntimeError(isPassword ? kWrongPassword : kOpenFailed, error.description());

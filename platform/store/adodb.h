@@ -38,6 +38,8 @@ public:
 
     // `source`: a data source's name, or "DSN=" and the name. The user is not looked at.
     void open(std::string_view source, std::string_view user = {}, std::string_view password = {});
+    // The same for a file, by the path that the program writes: also where no data source stands for it yet.
+    void openFile(std::string_view path, std::string_view password);
     void close();
     [[nodiscard]] bool isOpen() const { return database_ != nullptr; }
 
@@ -52,6 +54,7 @@ public:
 
 private:
     friend class Recordset;
+    template <class Opening> void connect(const Opening& opening);
     [[nodiscard]] store::Database& database() const; // error kOpenFailed where closed
     store::Workspace* workspace_;
     std::shared_ptr<store::Database> database_;
