@@ -1,0 +1,97 @@
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "apps/operator/folders.h"
+#include "apps/operator/runner.h"
+#include "apps/screens.h"
+
+namespace veldona::console {
+
+namespace {
+
+enum Exit { AllHeld = 0, FellShort = 1, CouldNotRead = 2 };
+
+constexpr const char* kUsage = "usage: vorel-operator [--kok DIR] [--pencere] [FILE ...]\n"
+                               "FILE: lines for the operator; none, or \"-\": standard input\n";
+
+struct Options {
+    std::optional<std::string> drive;
+    bool withWindows = false;
+    std::vector<std::string> files;
+};
+
+std::optional<Options> readOptions(const std::vector<std::string>& arguments) {
+    Options options;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& argument = arguments[i];
+        if (argument == "--pencere") {
+            options.withWindows = true;
+        } else if (argument == "--kok" && i + 1 < arguments.size()) {
+            options.drive = arguments[++i];
+        } else if (argument.starts_with("--")) {
+            return std::nullopt;
+        } else {
+            options.files.push_back(argument);
+        }
+    }
+    if (options.files.empty()) options.files.emplace_back("-");
+    return options;
+}
+
+void runFile(const std::string& file, const std::optional<std::string>& drive, Windows* windows,
+             Tally& tally) {
+    const bool fromStandardInput = file == "-";
+    std::ifstream opened;
+    if (!fromStandardInput) opened.open(file);
+    if (!fromStandardInput && !opened) {
+        std::cerr << file << ": " << std::strerror(errno) << '\n';
+        tally.unreadable = true;
+        return;
+    }
+    const DriveFolder folder(drive);
+    Script script(fromStandardInput ? "standard input" : file, fromStandardInput ? std::cin : opened);
+    Runner(script, {folder.path(), registerScreens, windows}, tally).run();
+}
+
+Tally runAll(const Options& options, Windows* windows) {
+    Tally tally;
+    for (std::size_t i = 0; i < options.files.size() && !tally.unreadable; ++i) {
+        std::optional<std::string> drive = options.drive;
+        if (drive && options.files.size() > 1) *drive += "/" + std::to_string(i + 1);
+        runFile(options.files[i], drive, windows, tally);
+    }
+    return tally;
+}
+
+int run(const std::vector<std::string>& arguments) {
+    const auto options = readOptions(arguments);
+    if (!options) {
+        std::cerr << kUsage;
+        return CouldNotRead;
+    }
+    const Tally tally = runAll(*options, nullptr);
+    std::cout << tally.passed << " passed, " << tally.failed << " failed" << std::endl;
+    if (tally.unreadable) return CouldNotRead;
+    return tally.failed > 0 ? FellShort : AllHeld;
+}
+
+} // namespace
+
+} // namespace veldona::console
+
+int main(int count, char** arguments) {
+    try {
+        return veldona::console::run({arguments + 1, arguments + count});
+    } catch (const std::filesystem::filesystem_error& error) {
+        std::cerr << error.what() << '\n';
+        return 2;
+    }
+}

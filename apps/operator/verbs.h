@@ -1,0 +1,35 @@
+// The verbs of a scenario, each a name and what it does on the stage.
+//
+// A verb throws UnreadableLine before it does anything where a word cannot be meant, and Shortfall where what
+// it expects does not hold or what it does is refused.
+#pragma once
+
+#include <limits>
+#include <span>
+#include <string_view>
+
+#include "apps/operator/script.h"
+#include "apps/operator/stage.h"
+
+namespace veldona::console {
+
+inline constexpr std::size_t kAnyNumber = std::numeric_limits<std::size_t>::max();
+
+struct Verb {
+    std::string_view name;
+    std::size_t least; // words behind it
+    std::size_t most;
+    void (*run)(Stage&, const Line&);
+
+    [[nodiscard]] bool expects() const { return name.starts_with("expect"); }
+};
+
+[[nodiscard]] std::span<const Verb> preparingVerbs(); // the books, the clock, the start
+[[nodiscard]] std::span<const Verb> actingVerbs();    // what an operator does
+[[nodiscard]] std::span<const Verb> expectingVerbs(); // what holds or falls short
+[[nodiscard]] std::span<const Verb> showingVerbs();   // what is printed or written
+
+// The verb of this line, its number of words checked.
+[[nodiscard]] const Verb& verbOf(const Line& line);
+
+} // namespace veldona::console
