@@ -1,8 +1,9 @@
 // The statements of the program, in the store's old dialect, turned into the engine's SQL.
 //
-// A text is split into a shape and its literals, so that a look-up typed with another number is the same plan: the
-// shape is parsed, checked against the known column types and written once, the literals are converted by the type
-// of the column that they meet, and bound. It is a real parser; a second statement behind ";" is a syntax error.
+// A text is split into a shape and its literals, so that a look-up typed with another number is the same
+// plan: the shape is parsed, checked against the known column types and written once, the literals are
+// converted by the type of the column that they meet, and bound. It is a real parser; a second statement
+// behind ";" is a syntax error.
 #pragma once
 
 #include <optional>
@@ -53,26 +54,36 @@ struct ResultColumn {
 struct Plan {
     enum class Kind { Select, Insert, Update, Delete, Identity };
     Kind kind = Kind::Select;
-    std::string sql;                      // the engine's, parameters ?1 … in the order of `targets`
-    std::vector<std::optional<ColumnType>> targets; // the type that each literal is converted to; nothing: as it reads
-    std::vector<ColumnType> narrowTypes;  // of the narrowing parameters, which follow the literals
-    std::string table;                    // written by Insert, Update, Delete
-    std::vector<std::string> baseTables;  // read by Select
-    std::vector<ResultColumn> columns;    // of Select and Identity
+    std::string sql; // the engine's, parameters ?1 … in the order of `targets`
+    std::vector<std::optional<ColumnType>>
+        targets;                         // the type that each literal is converted to; nothing: as it reads
+    std::vector<ColumnType> narrowTypes; // of the narrowing parameters, which follow the literals
+    std::string table;                   // written by Insert, Update, Delete
+    std::vector<std::string> baseTables; // read by Select
+    std::vector<ResultColumn> columns;   // of Select and Identity
 };
 
 // `narrowing`: columns that a Select is further limited by, each with "= parameter", joined by And.
 [[nodiscard]] Plan translate(const SplitStatement& statement, const Catalog& catalog,
                              const std::vector<std::string>& narrowing = {});
 
-// A literal as the engine stores a value of `target`: dates as "YYYY-MM-DD hh:mm:ss" text, numbers as numbers.
-// Raises StoreError{TypeMismatch} where it does not read.
+// A literal as the engine stores a value of `target`: dates as "YYYY-MM-DD hh:mm:ss" text, numbers as
+// numbers. Raises StoreError{TypeMismatch} where it does not read.
 [[nodiscard]] Value bindLiteral(const Literal& literal, std::optional<ColumnType> target);
-// The same for a value of the program going into a column: a date as stored text, a text read as the column's type.
+// The same for a value of the program going into a column: a date as stored text, a text read as the column's
+// type.
 [[nodiscard]] Value bindValue(const Value& value, ColumnType target);
+
+// A date as it is stored, and back; nothing where `stored` is no such text.
+[[nodiscard]] std::string storedDate(DateTime date);
+[[nodiscard]] std::optional<DateTime> dateOfStored(std::string_view stored);
 
 // The engine's statements that make `tables` and `queries`; a query's text is of the dialect.
 [[nodiscard]] std::vector<std::string> definitionStatements(const std::vector<TableDef>& tables,
                                                             const std::vector<SavedQueryDef>& queries);
+// The type of a column that was declared so by definitionStatements, as the engine tells it back; nothing for
+// another declaration, and for "" (an expression of a query). A Counter reads as Whole: the table's key tells
+// the two apart.
+[[nodiscard]] std::optional<ColumnType> columnTypeOfDeclaration(std::string_view declaration);
 
 } // namespace veldona::store

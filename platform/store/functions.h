@@ -1,13 +1,22 @@
-// What the dialect's functions do inside the engine: the writer emits calls to these, each connection registers them.
+// What the dialect's functions do inside the engine: the writer emits calls to these, each connection
+// registers them.
+//
+// A function that cannot convert or calculate fails the statement with a Turkish sentence behind the mark
+// "T:".
 #pragma once
+
+#include <functional>
+
+#include "platform/runtime/datetime.h"
 
 struct sqlite3;
 
 namespace veldona::store {
 
 // Scalar functions of the dialect (Val, Cdbl, Mid of a date, division that refuses zero, LIKE by the Turkish
-// alphabet …) and the collation TURKISH.
-void registerFunctions(sqlite3* connection);
+// alphabet …) and the collation TURKISH. `clock` is what Now, Date and Time ask; the machine's where it is
+// empty.
+void registerFunctions(sqlite3* connection, std::function<DateTime()> clock = {});
 
 // The version of the alphabet's order; indexes written under another one must be built anew.
 [[nodiscard]] const char* collationVersion();
