@@ -23,8 +23,10 @@ void isaretDosyasiYaz(Session& session, const std::string& name, const std::stri
 
 Session::Session(Desktop& itsDesktop, Forms& itsForms)
     : desktop(itsDesktop), forms(itsForms),
-      workspace({[&itsDesktop](std::string_view path) { return itsDesktop.paths.toNative(path); },
-                 [&itsDesktop](std::string_view name) { return itsDesktop.dataSources.find(name); }}),
+      workspace(
+          {.toNativePath = [&itsDesktop](std::string_view path) { return itsDesktop.paths.toNative(path); },
+           .dataSource = [&itsDesktop](std::string_view name) { return itsDesktop.dataSources.find(name); },
+           .clock = [&itsDesktop] { return itsDesktop.clock.now(); }}),
       dbEngine(workspace) {}
 
 void TarihFormatiAyarla(Session& session) {

@@ -8,8 +8,6 @@ namespace veldona {
 
 namespace {
 
-constexpr int kSecildi = 4; // the answer of a picker that chose a row
-
 // Shows the customer that rsCari stands on.
 void CariGoster(FrmMainVeldona& f) {
     Err err;
@@ -29,25 +27,7 @@ void CariGoster(FrmMainVeldona& f) {
             return;
         }
     }
-    const auto is = [&](ErrorNumber number) { return err.number == static_cast<std::int32_t>(number); };
-    std::string words = "Hatalı kayıt (" + std::to_string(err.number) + ", " + err.description + ") !";
-    if (is(ErrorNumber::NoCurrentRecord)) words = "Geçersiz kayıt (bookmark) !";
-    if (is(ErrorNumber::RecordDeleted)) words = "Silinmiş kayıt !";
-    f.session.desktop.dialogs.tell(words);
-}
-
-void moveOrStay(FrmMainVeldona& f, Gezinme yon) {
-    adodb::Recordset& rs = *f.rsCari;
-    Err err;
-    if (yon == Gezinme::Onceki) {
-        bool moved = rs.bof() || attempt(err, [&] { rs.movePrevious(); });
-        if (!moved || rs.bof()) yon = Gezinme::Ilk;
-    } else if (yon == Gezinme::Sonraki) {
-        bool moved = rs.eof() || attempt(err, [&] { rs.moveNext(); });
-        if (!moved || rs.eof()) yon = Gezinme::Son;
-    }
-    if (yon == Gezinme::Ilk) attempt(err, [&] { rs.moveFirst(); });
-    if (yon == Gezinme::Son) attempt(err, [&] { rs.moveLast(); });
+    f.session.desktop.dialogs.tell(KayitDurumu(err));
 }
 
 void blankAccount(FrmMainVeldona& f) {
@@ -100,7 +80,7 @@ void FrmCmdBul(FrmMainVeldona& f) {
 }
 
 void FormGezinme(FrmMainVeldona& f, Gezinme yon) {
-    moveOrStay(f, yon);
+    KayitGez(*f.rsCari, yon);
     CariGoster(f);
     f.grdList.refresh();
 }
@@ -124,9 +104,9 @@ void grdList_RowChange(FrmMainVeldona& f) {
 
 void cmdCariSec_Click(FrmMainVeldona& f) {
     Session& session = f.session;
-    session.gFormKayit = FormKayit{};
+    FormKayitTemizle(session);
     EkranGoster(session, "frmCarihesapSec", Kip::Modal);
-    if (session.gFormKayit.Sonuc != Currency::ofWhole(kSecildi)) return;
+    if (session.gFormKayit.Sonuc != Currency::ofWhole(FormSonucu::Secildi)) return;
     blankAccount(f);
     KayitSeti rs;
     KayitSetiAc(session, rs,

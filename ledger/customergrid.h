@@ -4,11 +4,10 @@
 #include <cstdint>
 #include <string>
 
+#include "core/formframe.h"
 #include "ledger/mainscreen.h"
 
 namespace veldona {
-
-enum class Gezinme { Ilk = 1, Onceki = 2, Bul = 3, Sonraki = 4, Son = 5 };
 
 // The filter by the two name fields as a sub-select; "" where both are empty. The texts are not escaped.
 [[nodiscard]] std::string SQLSelectHazirla(const FrmMainVeldona& f);

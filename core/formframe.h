@@ -1,0 +1,70 @@
+// What the record screens share: the button bar and its states, the cycle of new, change, delete, save and
+// cancel, walking through the records, focus marks and the wait cursor.
+//
+// A screen's state is one small number with the bar state of the same number; a number outside the table
+// leaves all tools hidden. Each screen holds only what differs: its fields, its tests, its statements.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/database.h"
+#include "core/session.h"
+#include "platform/controls/lists.h"
+
+namespace veldona {
+
+namespace FormModu {
+inline constexpr int Gezinme = 1;    // one record is looked at
+inline constexpr int Arama = 2;      // search
+inline constexpr int Yeni = 3;       // a new record is entered
+inline constexpr int Degistir = 4;   // a record is changed
+inline constexpr int TumAraclar = 5; // looked at, with every tool
+inline constexpr int SaltOkunur = 13;
+inline constexpr int SaltKaydet = 14;
+} // namespace FormModu
+
+// The answer that a screen leaves in gFormKayit.Sonuc.
+namespace FormSonucu {
+inline constexpr int Vazgecildi = 2;
+inline constexpr int Degisti = 3;
+inline constexpr int Secildi = 4;
+} // namespace FormSonucu
+
+// Fills an empty bar with all the tools, their captions and key hints.
+void BarKur(ToolBar& bar);
+// Shows the tools of the state; spacers and marks are never touched. Mask bit 1 takes all of them away again.
+void BarDurumAyarla(int durum, ToolBar& bar, int maske);
+
+[[nodiscard]] bool FormAcikMi(const Forms& forms, std::string_view name);
+// The wait cursor and the screen disabled; the default pointer and the screen enabled.
+void Bekle(Form& form, bool acik);
+// The pointer only: true gives the default one, false the wait cursor.
+void IsaretGoster(Form& form, bool acik);
+
+// For the active control of the active form, when it has text: all of it selected, the focus colour behind
+// it.
+void HighLight(Forms& forms);
+void HFocus(Control& control);  // the selection alone
+void BGFocus(Control& control); // the colour alone; a locked control keeps its own
+void BGLoss(Control& control);
+
+void FormKayitTemizle(Session& session);
+
+enum class Gezinme { Ilk = 1, Onceki = 2, Bul = 3, Sonraki = 4, Son = 5 };
+
+// Moves the recordset; a move that fails, or that leaves the rows, ends on the first or last.
+void KayitGez(adodb::Recordset& rs, Gezinme yon);
+// What the operator is told of a record that could not be read: a lost bookmark, a deleted row, another
+// error.
+[[nodiscard]] std::string KayitDurumu(const Err& err);
+
+// "Alanını Boş Geçemezsiniz" behind the labels of the missing fields. `araya` joins all but the last pair,
+// `sona` the last: ", " and " ve " on one screen, "" and "ve " on another. At most 100 labels.
+[[nodiscard]] std::string BosAlanSozu(const std::vector<std::string>& etiketler, const std::string& araya,
+                                      const std::string& sona);
+
+} // namespace veldona
