@@ -21,6 +21,7 @@ public:
 
     [[nodiscard]] const Plan& plan() const { return query_.plan(); }
     [[nodiscard]] const RowSet& rows() const { return rows_; }
+    [[nodiscard]] Engine& engine() { return database_->engine(); }
     // A value written through the rows stands in them too.
     void put(int row, int column, Value value) { rows_.put(row, column, std::move(value)); }
 
@@ -29,7 +30,7 @@ private:
     Query query_;
     RowSet rows_;
     std::uint64_t stamp_ = 0;
-    bool isRepeatable_ = false; // what is held answers the query until a table below it is written
+    bool isAsked_ = false;
 };
 
 } // namespace veldona::store

@@ -1,33 +1,12 @@
 #include <set>
 
-#include "platform/runtime/error.h"
 #include "platform/store/names.h"
 #include "platform/store/rowwalk.h"
-#include "platform/store/storeerror.h"
 
 namespace veldona::dao {
 namespace {
 
 using store::ColumnType;
-
-// What is compared with a column, or Null, which equals nothing, where the value cannot stand in such a
-// column: no row of a whole column is the text "5,4", though a column that took it would round.
-Value comparable(const Value& value, ColumnType type) {
-    try {
-        const Value bound = store::bindValue(value, type);
-        const bool isWhole =
-            type == ColumnType::Whole || type == ColumnType::Small || type == ColumnType::Counter;
-        if (!isWhole || bound.kind() != Value::Kind::Whole) return bound;
-        const Value exact = store::bindValue(value, ColumnType::Number);
-        const double number = exact.kind() == Value::Kind::Whole
-                                  ? static_cast<double>(exact.get<std::int64_t>())
-                                  : exact.get<double>();
-        return number == static_cast<double>(bound.get<std::int64_t>()) ? bound : Value();
-    } catch (const store::StoreError& error) {
-        if (error.kind() != store::StoreError::Kind::TypeMismatch) throw;
-        return {};
-    }
-}
 
 class AnswerWalk final : public RowWalk {
 public:
@@ -85,20 +64,15 @@ private:
 
 } // namespace
 
-store::Query narrowedQuery(store::Database& database, std::string_view sql, const Narrowings& narrowing) {
+std::unique_ptr<RowWalk> walkAnswer(std::shared_ptr<store::Database> database, std::string_view sql,
+                                    const Narrowings& narrowing) {
     std::vector<std::string> columns;
     for (const Narrowing& narrowed : narrowing)
         columns.push_back(narrowed.column);
-    store::Query query = database.query(sql, columns);
+    store::Query query = database->query(sql, columns);
     const std::size_t literals = query.plan().targets.size();
     for (std::size_t i = 0; i < narrowing.size(); ++i)
         query.values[literals + i] = comparable(narrowing[i].value, query.plan().narrowTypes[i]);
-    return query;
-}
-
-std::unique_ptr<RowWalk> walkAnswer(std::shared_ptr<store::Database> database, std::string_view sql,
-                                    const Narrowings& narrowing) {
-    store::Query query = narrowedQuery(*database, sql, narrowing);
     return std::make_unique<AnswerWalk>(std::move(database), std::move(query));
 }
 

@@ -1,10 +1,8 @@
 #include "platform/store/criteria.h"
 
 #include <array>
-#include <cmath>
-#include <utility>
+#include <string>
 
-#include "platform/store/functions.h"
 #include "platform/store/lexer.h"
 #include "platform/store/names.h"
 #include "platform/store/storeerror.h"
@@ -34,7 +32,7 @@ std::optional<Literal> literalOf(const Token& token, bool isNegative) {
     }
 }
 
-double numberOf(const Value& value) {
+std::optional<double> numberOf(const Value& value) {
     switch (value.kind()) {
     case Value::Kind::Whole:
         return static_cast<double>(value.get<std::int64_t>());
@@ -42,22 +40,11 @@ double numberOf(const Value& value) {
         return value.get<bool>() ? 1 : 0;
     case Value::Kind::Double:
         return value.get<double>();
+    case Value::Kind::Date:
+        return static_cast<double>(value.get<DateTime>().seconds());
     default:
-        return std::nan("");
+        return std::nullopt;
     }
-}
-
-// Nothing where the two are of kinds that are not compared.
-std::optional<int> order(const Value& cell, const Value& sought) {
-    if (cell.kind() == Value::Kind::Text && sought.kind() == Value::Kind::Text)
-        return compareTurkish(cell.get<std::string>(), sought.get<std::string>());
-    if (cell.kind() == Value::Kind::Date && sought.kind() == Value::Kind::Date) {
-        const auto compared = cell.get<DateTime>() <=> sought.get<DateTime>();
-        return compared < 0 ? -1 : compared > 0 ? 1 : 0;
-    }
-    const double a = numberOf(cell), b = numberOf(sought);
-    if (std::isnan(a) || std::isnan(b)) return std::nullopt;
-    return a < b ? -1 : a > b ? 1 : 0;
 }
 
 } // namespace
@@ -102,47 +89,64 @@ std::optional<Criteria::Relation> Criteria::relationOf(const Token& token) {
     }
 }
 
-bool Criteria::holds(int order) const {
+bool Criteria::fits(const Value& cell) const {
+    const bool isDate = cell.kind() == Value::Kind::Date;
+    const auto held = numberOf(cell), sought = numberOf(sought_);
+    if (!held || !sought || isDate != (sought_.kind() == Value::Kind::Date)) return false;
     switch (relation_) {
     case Relation::Equal:
-        return order == 0;
+        return *held == *sought;
     case Relation::Unequal:
-        return order != 0;
+        return *held != *sought;
     case Relation::Less:
-        return order < 0;
+        return *held < *sought;
     case Relation::LessOrEqual:
-        return order <= 0;
+        return *held <= *sought;
     case Relation::Greater:
-        return order > 0;
+        return *held > *sought;
     case Relation::GreaterOrEqual:
-        return order >= 0;
+        return *held >= *sought;
     case Relation::Like:
         break;
     }
     return false;
 }
 
-bool Criteria::fits(const Value& cell) const {
-    if (relation_ == Relation::Like) {
-        const bool areTexts = cell.kind() == Value::Kind::Text && sought_.kind() == Value::Kind::Text;
-        return areTexts && likeTurkish(cell.get<std::string>(), sought_.get<std::string>());
+// The look-up by key that every grid does, over all of its rows.
+int Criteria::findKey(const RowSet& rows, int from) const {
+    const std::int64_t sought = sought_.get<std::int64_t>();
+    int row = from;
+    for (; row < rows.rowCount(); ++row) {
+        const Value& cell = rows.at(row, column_);
+        if (cell.kind() == Value::Kind::Whole ? cell.get<std::int64_t>() == sought : fits(cell)) break;
     }
-    const auto compared = order(cell, sought_);
-    return compared && holds(*compared);
+    return row;
 }
 
-int Criteria::findRow(const RowSet& rows, int from) const {
+// The alphabet is the engine's, so that a search agrees with the statements.
+int Criteria::findText(const RowSet& rows, int from, Engine& engine) const {
+    constexpr std::array<std::string_view, 7> tests = {"?1 = ?2 COLLATE TURKISH",  "?1 < ?2 COLLATE TURKISH",
+                                                       "?1 > ?2 COLLATE TURKISH",  "?1 <= ?2 COLLATE TURKISH",
+                                                       "?1 >= ?2 COLLATE TURKISH", "?1 <> ?2 COLLATE TURKISH",
+                                                       "vd_like(?2, ?1)"};
+    const auto test = engine.prepare("SELECT " + std::string(tests[static_cast<std::size_t>(relation_)]));
     int row = from;
-    if (relation_ == Relation::Equal && sought_.kind() == Value::Kind::Whole) {
-        // The look-up by key that every grid does, over all of its rows.
-        const std::int64_t sought = sought_.get<std::int64_t>();
-        const auto isKey = [&](const Value& cell) {
-            return cell.kind() == Value::Kind::Whole ? cell.get<std::int64_t>() == sought : fits(cell);
-        };
-        while (row < rows.rowCount() && !isKey(rows.at(row, column_)))
-            ++row;
-        return row;
+    for (; row < rows.rowCount(); ++row) {
+        const Value& cell = rows.at(row, column_);
+        if (cell.kind() != Value::Kind::Text) continue;
+        test->bind(1, cell);
+        test->bind(2, sought_);
+        const bool holds = test->step() && test->whole(0) != 0;
+        test->reset();
+        if (holds) break;
     }
+    return row;
+}
+
+int Criteria::findRow(const RowSet& rows, int from, Engine& engine) const {
+    if (sought_.kind() == Value::Kind::Text) return findText(rows, from, engine);
+    if (relation_ == Relation::Equal && sought_.kind() == Value::Kind::Whole) return findKey(rows, from);
+    int row = from;
     while (row < rows.rowCount() && !fits(rows.at(row, column_)))
         ++row;
     return row;

@@ -26,6 +26,14 @@ private:
     Statement& statement_;
 };
 
+// What reads no table, or the clock, may answer otherwise each time.
+bool isRepeatable(const Plan& plan) {
+    const auto calls = [&](std::string_view function) {
+        return plan.sql.find(function) != std::string::npos;
+    };
+    return !plan.baseTables.empty() && !calls("vd_now(") && !calls("vd_today(") && !calls("vd_time(");
+}
+
 std::string planKey(const SplitStatement& statement, const std::vector<std::string>& narrowing) {
     std::string key = statement.shape;
     for (const std::string& column : narrowing)
@@ -51,6 +59,7 @@ std::shared_ptr<PreparedPlan> Database::plan(const SplitStatement& statement,
     auto made = std::make_shared<PreparedPlan>();
     made->plan = translate(statement, catalog_, narrowing);
     made->statement = engine_->prepare(made->plan.sql);
+    made->isRepeatable = isRepeatable(made->plan);
     recent_.emplace_front(key, made);
     plans_.emplace(std::move(key), recent_.begin());
     if (recent_.size() > kPlansKept) {

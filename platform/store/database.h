@@ -27,6 +27,7 @@ struct PreparedPlan {
     Plan plan;
     std::unique_ptr<Statement> statement;
     std::size_t rowsLastTime = 0;
+    bool isRepeatable = false; // answers the same until a table below it is written
 };
 
 // A statement with its values, ready to run and to be run again.

@@ -59,9 +59,6 @@ public:
 
     [[nodiscard]] virtual std::int64_t lastId() const = 0;      // 0 before the first
     [[nodiscard]] virtual std::int64_t rowsChanged() const = 0; // by the last insert, update or delete
-    // How often a statement has asked the clock: an answer that was read meanwhile holds for that moment
-    // only.
-    [[nodiscard]] virtual std::uint64_t clockReadings() const = 0;
     // How long a statement waits for another workstation's lock before it fails.
     virtual void setBusyTimeout(std::chrono::milliseconds timeout) = 0;
 

@@ -45,8 +45,7 @@ using Narrowings = std::vector<Narrowing>;
 [[nodiscard]] std::unique_ptr<RowWalk> walkAnswer(std::shared_ptr<store::Database> database,
                                                   std::string_view sql, const Narrowings& narrowing);
 
-// A query limited to the rows that `narrowing` lets through.
-[[nodiscard]] store::Query narrowedQuery(store::Database& database, std::string_view sql,
-                                         const Narrowings& narrowing);
+// What is compared with a column of a narrowing; Null, which equals nothing, where no row can hold the value.
+[[nodiscard]] Value comparable(const Value& value, store::ColumnType type);
 
 } // namespace veldona::dao

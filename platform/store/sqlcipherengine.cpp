@@ -116,10 +116,7 @@ public:
         sqlite3_busy_handler(connection_, &SqlcipherEngine::waitForLock, this);
         if (sqlite3_key(connection_, password.data(), static_cast<int>(password.size())) != SQLITE_OK)
             closeAndFail();
-        registerFunctions(connection_, [this, asked = std::move(clock)] {
-            ++clockReadings_;
-            return asked();
-        });
+        registerFunctions(connection_, std::move(clock));
     }
     ~SqlcipherEngine() override { sqlite3_close_v2(connection_); }
     SqlcipherEngine(const SqlcipherEngine&) = delete;
@@ -153,7 +150,6 @@ public:
     bool inTransaction() const override { return sqlite3_get_autocommit(connection_) == 0; }
     std::int64_t lastId() const override { return sqlite3_last_insert_rowid(connection_); }
     std::int64_t rowsChanged() const override { return sqlite3_changes(connection_); }
-    std::uint64_t clockReadings() const override { return clockReadings_; }
     void setBusyTimeout(std::chrono::milliseconds timeout) override { busyTimeout_ = timeout; }
 
     // Read through the engine's own descriptor: closing another one would drop the locks that this process
@@ -191,7 +187,6 @@ private:
     sqlite3* connection_ = nullptr;
     std::chrono::milliseconds busyTimeout_;
     std::chrono::steady_clock::time_point waitingSince_;
-    std::uint64_t clockReadings_ = 0;
 };
 
 std::string answerOf(Engine& engine, std::string_view pragma) {

@@ -1,5 +1,8 @@
+#include <algorithm>
 #include <optional>
 
+#include "platform/runtime/error.h"
+#include "platform/store/names.h"
 #include "platform/store/rowwalk.h"
 
 namespace veldona::dao {
@@ -7,11 +10,42 @@ namespace {
 
 constexpr int kPortion = 64; // rows: a page or two of the file, and an account is rarely longer
 
+// The literal by which a condition on a column of this type holds a place; the value is put in by hand.
+std::string_view placeOf(store::ColumnType type) {
+    switch (type) {
+    case store::ColumnType::Text:
+    case store::ColumnType::Memo:
+        return "'x'";
+    case store::ColumnType::Date:
+        return "#01,01,2000#";
+    default:
+        return "0";
+    }
+}
+
+// The narrowing as the statement's condition. It stands below the TOP, as a walk that passes rows over does
+// not count them.
+struct Narrowed {
+    Narrowed(const store::Catalog::Relation& table, const Narrowings& narrowing) {
+        for (const Narrowing& narrowed : narrowing) {
+            const auto column =
+                std::find_if(table.columns.begin(), table.columns.end(),
+                             [&](const auto& known) { return store::sameName(known.name, narrowed.column); });
+            if (column == table.columns.end()) raise(ErrorNumber::NoSuchItem);
+            condition.append(condition.empty() ? "[" : " AND [").append(column->name).append("] = ");
+            condition.append(placeOf(column->type));
+            values.push_back(comparable(narrowed.value, column->type));
+        }
+    }
+    std::string condition;
+    std::vector<Value> values;
+};
+
 class TableWalk final : public RowWalk {
 public:
     TableWalk(std::shared_ptr<store::Database> database, const store::Catalog::Relation& table,
               const Narrowings& narrowing)
-        : database_(std::move(database)), table_(table), narrowing_(narrowing),
+        : database_(std::move(database)), table_(table), narrowing_(table, narrowing),
           fromStart_(ask("", "ORDER BY ID")) {}
 
     const std::vector<store::ResultColumn>& columns() const override { return fromStart_.plan().columns; }
@@ -29,13 +63,13 @@ public:
             if (at_ + 1 < rows_.rowCount()) return standOn(at_ + 1);
             if (isEnd_ && stamp_ == database_->stampWithWritesOfOthers(table_.baseTables)) return false;
         }
-        if (!after_) after_ = ask("WHERE ID > 0", "ORDER BY ID");
+        if (!after_) after_ = ask("ID > 0", "ORDER BY ID");
         return load(keyed(*after_)) && standOn(0);
     }
 
     bool previous() override {
         if (isFresh() && at_ > 0) return standOn(at_ - 1);
-        if (!before_) before_ = ask("WHERE ID < 0", "ORDER BY ID DESC");
+        if (!before_) before_ = ask("ID < 0", "ORDER BY ID DESC");
         return loadBackward(keyed(*before_)) && standOn(rows_.rowCount() - 1);
     }
 
@@ -50,16 +84,19 @@ public:
     void noteRemoval() override {}
 
 private:
-    store::Query ask(std::string_view condition, std::string_view order) {
-        std::string sql = "SELECT TOP " + std::to_string(kPortion) + " * FROM [" + table_.name + "] ";
-        sql.append(condition).append(" ").append(order);
-        return narrowedQuery(*database_, sql, narrowing_);
+    store::Query ask(std::string_view keyCondition, std::string_view order) const {
+        std::string conditions = narrowing_.condition;
+        if (!keyCondition.empty()) conditions.append(conditions.empty() ? "" : " AND ").append(keyCondition);
+        const std::string where = conditions.empty() ? "" : "WHERE " + conditions + " ";
+        store::Query query = database_->query("SELECT TOP " + std::to_string(kPortion) + " * FROM [" +
+                                              table_.name + "] " + where + std::string(order));
+        std::copy(narrowing_.values.begin(), narrowing_.values.end(), query.values.begin());
+        return query;
     }
 
-    // Puts the key of the row stood on where the condition has its literal, the last one before the
-    // narrowing's.
+    // The key's literal is the last one of the statement.
     const store::Query& keyed(store::Query& query) const {
-        query.values[query.values.size() - narrowing_.size() - 1] = id_;
+        query.values.back() = id_;
         return query;
     }
 
@@ -81,7 +118,7 @@ private:
     // Takes the portion that begins with the row stood on anew. Where that row is gone, the next one is the
     // portion's first.
     void reload() {
-        if (!from_) from_ = ask("WHERE ID >= 0", "ORDER BY ID");
+        if (!from_) from_ = ask("ID >= 0", "ORDER BY ID");
         isGone_ = !load(keyed(*from_)) || rows_.at(0, 0).get<std::int64_t>() != id_;
         at_ = isGone_ ? -1 : 0;
     }
@@ -97,7 +134,7 @@ private:
 
     std::shared_ptr<store::Database> database_; // before the queries, whose statements must go first
     const store::Catalog::Relation& table_;     // of the database's catalog
-    Narrowings narrowing_;
+    Narrowed narrowing_;
     store::Query fromStart_;
     std::optional<store::Query> fromEnd_, after_, before_, from_;
     store::RowSet rows_; // a portion, by ascending key
