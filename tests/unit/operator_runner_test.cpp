@@ -87,7 +87,7 @@ private:
         Dialogs& dialogs = session.desktop.dialogs;
         cmdAlt.onClick = [this] {
             forms().show("frmAlt", Kip::Modal);
-            lstOlay.add("döndü");
+            lblSonuc.setCaption("döndü");
         };
         cmdSor.onClick = [&] {
             lblSonuc.setCaption(dialogs.confirm("Silinsin mi", "Sor") ? "evet" : "hayır");
@@ -229,17 +229,17 @@ expect-screen "frmAlt"
 type Text1 "alt"
 expect Text1 "alt"
 expect frmMainVeldona.Text1 ""
-expect-list frmMainVeldona.lstOlay
+expect frmMainVeldona.lblSonuc "boş"
 click cmdKapat
 expect-closed "frmAlt"
-expect-list lstOlay "döndü"
+expect lblSonuc "döndü"
 expect-message "Alt kapandı"
 click cmdAlt
 click cmdBitir
 expect-closed "frmMainVeldona"
 expect-no-message
 start
-expect-list lstOlay
+expect lblSonuc "boş"
 click cmdAlt
 quit
 expect-message "Alt kapandı"
