@@ -1,5 +1,7 @@
 #include "core/database.h"
 
+#include <charconv>
+
 #include "platform/runtime/conversion.h"
 
 namespace veldona {
@@ -66,8 +68,10 @@ std::string ImlecAl(const adodb::Recordset& rs) {
 }
 
 bool ImlecGit(adodb::Recordset& rs, const std::string& imlec) {
+    adodb::Recordset::Bookmark yer = 0;
+    const auto read = std::from_chars(imlec.data(), imlec.data() + imlec.size(), yer);
     Err err;
-    return attempt(err, [&] { rs.setBookmark(toLong(imlec)); });
+    return read.ec == std::errc() && attempt(err, [&] { rs.setBookmark(yer); });
 }
 
 Value AlanDegeriOku(Session& session, const std::string& alan, const std::string& tablo,

@@ -89,7 +89,11 @@ void disableUnavailable(FrmMainVeldona& f) {
 
 void bindCustomerEvents(FrmMainVeldona& f) {
     f.Text1.onChange = [&f] { MusteriYukle(f); };
-    f.Text1.onKeyDown = [&f](KeyEvent&) { ISLEMNUMARALARI_YUKLE(f); };
+    // The number as it stood before the key; one that no statement takes has been told of when it was typed.
+    f.Text1.onKeyDown = [&f](KeyEvent&) {
+        Err passedOver;
+        attempt(passedOver, [&] { ISLEMNUMARALARI_YUKLE(f); });
+    };
     f.txtAd.onChange = [&f] { FrmCmdBul(f); };
     f.txtSoyad.onChange = [&f] { FrmCmdBul(f); };
     f.txtAd.onKeyDown = [&f](KeyEvent& event) {
