@@ -111,8 +111,11 @@ void clickTool(Stage& stage, const Line& line) {
     throw Shortfall("there is no tool " + line.words[0].text + " on " + screen.name());
 }
 
+// The time up to the event passes.
 void tick(Stage& stage, const Line& line) {
-    user::tick(stage.control<Timer>(line.words[0], "timer"));
+    auto& timer = stage.control<Timer>(line.words[0], "timer");
+    if (timer.enabled()) stage.clock.wait(timer.interval);
+    user::tick(timer);
 }
 
 void answer(Stage& stage, const Line& line) {

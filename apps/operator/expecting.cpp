@@ -27,7 +27,17 @@ std::string quote(const Texts& texts) {
     return texts.empty() ? "nothing" : all;
 }
 
-template <class T> void requireEqual(const T& expected, const T& there) {
+// A line ends in "\n" here, whatever stands before it.
+std::string withPlainLineEnds(const std::string& text) {
+    return replaceAll(text, "\r\n", "\n");
+}
+
+void requireEqual(const std::string& expected, const std::string& there) {
+    if (expected != withPlainLineEnds(there))
+        throw Shortfall("expected " + quote(expected) + ", there is " + quote(there));
+}
+
+void requireEqual(const Texts& expected, const Texts& there) {
     if (expected != there) throw Shortfall("expected " + quote(expected) + ", there is " + quote(there));
 }
 
@@ -181,12 +191,15 @@ void expectMessage(Stage& stage, const Line& line) {
     if (line.words.size() > 1) requireEqual(line.words[1].text, said.title);
 }
 
-// Decimal, or hexadecimal behind 0x or &H as the store's own errors are written.
+// Decimal, or hexadecimal as the store's own errors are written: &H80040E14, with or without the sign in
+// front.
 std::int32_t errorNumber(const Word& word) {
     std::string_view digits = word.text;
     int base = 10;
     if (sameName(digits.substr(0, 2), "0x") || sameName(digits.substr(0, 2), "&H")) {
         digits.remove_prefix(2);
+        base = 16;
+    } else if (digits.find_first_of("abcdefABCDEF") != digits.npos) {
         base = 16;
     }
     std::int64_t number = 0;
@@ -232,7 +245,7 @@ void expectSql(Stage& stage, const Line& line) {
 }
 
 void requireHeld(const std::string& expected, const std::string& text) {
-    if (text.find(expected) == text.npos)
+    if (withPlainLineEnds(text).find(expected) == std::string::npos)
         throw Shortfall("expected " + quote(expected) + " in this text:\n" + text);
 }
 

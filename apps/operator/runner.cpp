@@ -28,6 +28,7 @@ void Runner::run() {
         if (stage_.process().hasEnded()) stage_.renewProcess();
     }
     reportMessagesLeft();
+    stage_.dropProcess();
 }
 
 void Runner::runModal(Form& form) {

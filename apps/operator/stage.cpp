@@ -32,8 +32,14 @@ Stage::Stage(Setting setting, FormHost& host) : setting_(std::move(setting)), ho
 }
 
 void Stage::renewProcess() {
-    process_.reset(); // the old run lets go of the files first
+    if (process_) dropProcess(); // the old run lets go of the files first
     process_ = std::make_unique<Process>(setting_.folder, setting_.screens, clock, dialogs, *host_);
+}
+
+void Stage::dropProcess() {
+    for (Form* form : process_->forms().loadedForms())
+        host_->formUnloaded(*form);
+    process_.reset();
 }
 
 Form& Stage::screen() const {

@@ -51,6 +51,8 @@ public:
     [[nodiscard]] Process& process() { return *process_; }
     // In place of a run that has ended: the next one, not started yet.
     void renewProcess();
+    // Whatever screens still stand are gone for the host.
+    void dropProcess();
 
     // The screen in front; a Shortfall where there is none.
     [[nodiscard]] Form& screen() const;

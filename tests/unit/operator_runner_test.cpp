@@ -119,16 +119,23 @@ void registerSmallProgram(Forms& forms, Session& session) {
     forms.add("frmAlt", [&](Forms& all) { return std::make_unique<AltEkran>(all, session); });
 }
 
-// What the run complained of goes into `complaints`.
-Tally play(const std::string& lines, std::string& complaints) {
+// What the run complained of goes into `complaints`, what it printed into `printed`.
+Tally play(const std::string& lines, std::string& complaints, std::string& printed) {
     const DriveFolder folder(std::nullopt);
     std::istringstream text("database\nstart\n" + lines);
     Script script("denek", text);
     Tally tally;
     testing::internal::CaptureStderr();
+    testing::internal::CaptureStdout();
     Runner(script, {folder.path(), registerSmallProgram}, tally).run();
+    printed = testing::internal::GetCapturedStdout();
     complaints = testing::internal::GetCapturedStderr();
     return tally;
+}
+
+Tally play(const std::string& lines, std::string& complaints) {
+    std::string printed;
+    return play(lines, complaints, printed);
 }
 
 void expectAllHold(const std::string& lines) {
@@ -218,6 +225,8 @@ sql "SELECT YOK FROM YOK"
 expect-error &H80040E14
 sql "DELETE FROM YOK"
 expect-error -2147217900
+sql "DELETE FROM YOK"
+expect-error 80040E14
 expect-no-report
 )op");
 }
@@ -251,12 +260,19 @@ expect-closed "frmMainVeldona"
 
 TEST(OperatorOyunu, SaatVeDepoElAltinda) {
     expectAllHold(R"op(
-clock "22/11/2026 10:30:00"
+clock "22/11/2026 23:59:58"
 click cmdYaz
-click cmdYaz
-messages
+tick tmrUyari
 check dtTarih on
 expect dtTarih "22/11/2026"
+date dtTarih null
+check dtTarih off
+tick tmrUyari
+quit
+start
+check dtTarih on
+expect dtTarih "23/11/2026"
+messages
 sql "INSERT INTO MUSTKAYIT (HSTNO,AD,DOGTRH) VALUES ('7','Ayşe','22/11/2026')"
 fault 2 "MUSTKAYIT"
 sql "UPDATE MUSTKAYIT SET AD='Fatma' WHERE HSTNO='7'"
@@ -265,7 +281,7 @@ expect-error -2147217900
 expect-sql "SELECT HSTNO,AD,SOYAD,DOGTRH FROM MUSTKAYIT" "7|Fatma|NULL|2026-11-22 00:00:00"
 sql "DELETE FROM MUSTKAYIT"
 expect-sql "SELECT HSTNO FROM MUSTKAYIT"
-expect-file "VELDONA\Veldona_Taksit\firma.txt" "vorel"
+expect-file "VELDONA\Veldona_Taksit\firma.txt" "vorel\n"
 expect-file "veldona/veldona_taksit/Netwok.txt" "\"C:\VELDONA\Veldona_Taksit\""
 quit
 expect-sql "SELECT DEGER FROM FIRMABILGISI" "1"
@@ -337,12 +353,25 @@ TEST(OperatorOyunu, TutmayaniVeReddedileniSayar) {
 
 TEST(OperatorOyunu, BirakilanHataSayilirMesajSayilmaz) {
     std::string complaints;
-    EXPECT_EQ(play("click cmdYaz\nclick cmdHata\nclick cmdHata\n", complaints).failed, 2);
+    std::string printed;
+    EXPECT_EQ(play("click cmdYaz\nclick cmdHata\nclick cmdHata\n", complaints, printed).failed, 2);
     EXPECT_NE(complaints.find("run-time error 13"), complaints.npos) << complaints;
-    EXPECT_EQ(play("click cmdYaz\n", complaints).failed, 0);
+    EXPECT_NE(printed.find("Yazıldı"), printed.npos) << printed;
     // An error met where a message was expected, and the other way round.
     EXPECT_EQ(play("click cmdHata\nexpect-message \"tür uyuşmuyor\"\n", complaints).failed, 1);
     EXPECT_EQ(play("click cmdYaz\nexpect-error 13\n", complaints).failed, 1);
+}
+
+TEST(OperatorOyunu, Yazdirir) {
+    std::string complaints;
+    std::string printed;
+    play("click cmdYaz\nmessages\nclick lstOlay 0\nshow lstOlay\nshow cmdGizli\n"
+         "sql \"SELECT DEGER,GIRIS FROM FIRMABILGISI\"\n",
+         complaints, printed);
+    EXPECT_EQ(printed, "\"Yazıldı\" [Veldona]\n"
+                       "frmMainVeldona.lstOlay: \"gir\"\n  > gir\n    çık\n"
+                       "frmMainVeldona.cmdGizli: \"\" (hidden)\n"
+                       "1|NULL\n");
 }
 
 TEST(OperatorOyunu, BittiktenSonraYalnizBakilir) {
