@@ -35,13 +35,21 @@ void hidePanels(FrmMainVeldona& f) {
         control->setVisible(false);
 }
 
+// Whatever becomes of the question, no number of another customer stays.
 void fillSaleNumbers(FrmMainVeldona& f) {
-    dao::Database books = f.session.dbEngine.openDatabase(f.session.gVeritabaniYolu, f.session.connectText());
-    dao::Recordset rs = books.openRecordset("SELECT distinct (ISLEMNO) FROM URUNAL where MUSTNO ='" +
-                                            f.Text1.text() + "' ORDER BY ISLEMNO DESC ");
+    Err passedOver;
+    std::vector<std::string> numbers;
+    attempt(passedOver, [&] {
+        dao::Database books =
+            f.session.dbEngine.openDatabase(f.session.gVeritabaniYolu, f.session.connectText());
+        dao::Recordset rs = books.openRecordset("SELECT distinct (ISLEMNO) FROM URUNAL where MUSTNO ='" +
+                                                f.Text1.text() + "' ORDER BY ISLEMNO DESC ");
+        for (; !rs.eof(); rs.moveNext())
+            numbers.push_back(joinText(rs.value("ISLEMNO")));
+    });
     f.L3.clear();
-    for (; !rs.eof(); rs.moveNext())
-        f.L3.add(joinText(rs.value("ISLEMNO")));
+    for (std::string& number : numbers)
+        f.L3.add(std::move(number));
 }
 
 // A command that is not to be had now does nothing by its key either.
