@@ -1,0 +1,95 @@
+#include "ui/binder.h"
+
+#include <QLineEdit>
+#include <QStackedWidget>
+#include <QStyle>
+#include <QVariant>
+
+#include "ui/formwindow.h"
+
+namespace veldona {
+
+namespace {
+
+const char* toneOf(const Control& control) {
+    if (control.foreColor() == Colour::CoveredByPayments) return "covered";
+    if (control.backColor() == Colour::FocusedBackground) return "focused";
+    return "";
+}
+
+void setTone(QWidget& widget, const char* tone) {
+    if (widget.property("tone").toString() == QLatin1String(tone)) return;
+    widget.setProperty("tone", QString::fromLatin1(tone));
+    widget.style()->unpolish(&widget);
+    widget.style()->polish(&widget);
+}
+
+// The page of a tab is shown and hidden by its tab.
+bool isTabPage(const QWidget& widget) {
+    return qobject_cast<const QStackedWidget*>(widget.parentWidget()) != nullptr;
+}
+
+QString withoutMnemonic(QString text) {
+    text.replace("&&", QChar(1)).remove('&');
+    return text.replace(QChar(1), "&");
+}
+
+} // namespace
+
+Binder::Binder(FormWindow& window, Control& control, QWidget* widget)
+    : window_(window), control_(control), widget_(widget) {}
+
+Binder::~Binder() = default;
+
+void Binder::refresh() {
+    if (!widget_) return;
+    if (widget_->isHidden() == control_.visible() && !isTabPage(*widget_))
+        widget_->setVisible(control_.visible());
+    widget_->setEnabled(control_.enabled());
+    // A tool tip is a text; one that looks like markup is shown as it is written.
+    if (!control_.toolTip().empty()) {
+        const QString tip = toQt(control_.toolTip());
+        widget_->setToolTip(Qt::mightBeRichText(tip) ? tip.toHtmlEscaped() : tip);
+    }
+    setTone(*focusTarget(), toneOf(control_));
+}
+
+void Binder::act(const std::function<void()>& event) {
+    window_.act(control_, event);
+}
+
+bool Binder::listens() const {
+    return window_.listens();
+}
+
+std::unique_ptr<Binder> makeBinder(FormWindow& window, Control& control, QWidget& widget) {
+    for (const auto bind : {bindField, bindButton, bindHolder, bindRows})
+        if (auto made = bind(window, control, widget)) return made;
+    return nullptr;
+}
+
+QString toQt(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+std::string fromQt(const QString& text) {
+    return text.toStdString();
+}
+
+QString withMnemonic(const QString& drawn, const std::string& caption) {
+    QString text = toQt(caption);
+    return withoutMnemonic(drawn) == text ? drawn : text.replace("&", "&&");
+}
+
+void showSelection(QLineEdit& edit, int start, int length) {
+    const bool isSelected = edit.hasSelectedText();
+    const int shownStart = isSelected ? edit.selectionStart() : edit.cursorPosition();
+    const int shownLength = isSelected ? static_cast<int>(edit.selectedText().size()) : 0;
+    if (shownStart == start && shownLength == length) return;
+    if (length > 0)
+        edit.setSelection(start, length);
+    else
+        edit.setCursorPosition(start);
+}
+
+} // namespace veldona

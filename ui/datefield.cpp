@@ -1,0 +1,146 @@
+#include "ui/datefield.h"
+
+#include <QCalendarWidget>
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QRegularExpression>
+#include <QToolButton>
+
+#include "ui/housestyle.h"
+
+namespace veldona {
+
+namespace {
+
+const QString kFormat = QStringLiteral("dd/MM/yyyy");
+const QRegularExpression kParted("^\\s*(\\d{1,2})[/.,-](\\d{1,2})[/.,-](\\d{4}|\\d{2})\\s*$");
+const QRegularExpression kDigits("^\\s*(\\d{2})(\\d{2})(\\d{4}|\\d{2})\\s*$");
+// Two digits below this are of this century.
+constexpr int kCenturyBorder = 30;
+
+} // namespace
+
+DateField::DateField(QWidget* parent)
+    : QWidget(parent), check_(new QCheckBox(this)), edit_(new QLineEdit(this)), button_(new QToolButton(this)) {
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(2);
+    row->addWidget(check_);
+    row->addWidget(edit_, 1);
+    row->addWidget(button_);
+    check_->hide();
+    check_->setFocusPolicy(Qt::ClickFocus);
+    button_->setArrowType(Qt::DownArrow);
+    button_->setFocusPolicy(Qt::NoFocus);
+    button_->setToolTip("Takvim (Alt+Aşağı)");
+    edit_->setPlaceholderText("gg/aa/yyyy");
+    edit_->setMinimumWidth(edit_->fontMetrics().horizontalAdvance("00/00/0000") + scaled(14));
+    setFocusProxy(edit_);
+    edit_->installEventFilter(this);
+    connect(edit_, &QLineEdit::textEdited, this, [this](const QString& text) { typed(text); });
+    connect(button_, &QToolButton::clicked, this, [this] { openCalendar(); });
+    connect(check_, &QCheckBox::clicked, this, [this](bool on) {
+        if (onChecked) onChecked(on);
+    });
+}
+
+void DateField::setCheckable(bool checkable) {
+    checkable_ = checkable;
+    check_->setVisible(checkable);
+}
+
+std::optional<QDate> DateField::date() const {
+    return checkable_ && !check_->isChecked() ? std::nullopt : date_;
+}
+
+void DateField::setDate(std::optional<QDate> date) {
+    if (checkable_) {
+        check_->setChecked(date.has_value());
+        edit_->setEnabled(date.has_value());
+        button_->setEnabled(date.has_value());
+        if (!date) return;
+    }
+    if (date == date_ && (edit_->hasFocus() || edit_->text() == (date ? date->toString(kFormat) : QString()))) return;
+    date_ = date;
+    show(date);
+}
+
+void DateField::openCalendar() {
+    auto* calendar = new QCalendarWidget(this);
+    calendar->setWindowFlags(Qt::Popup);
+    calendar->setAttribute(Qt::WA_DeleteOnClose);
+    calendar->setLocale(QLocale(QLocale::Turkish, QLocale::Turkey));
+    calendar->setFirstDayOfWeek(Qt::Monday);
+    calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    calendar->setSelectedDate(date_.value_or(QDate::currentDate()));
+    const auto take = [this, calendar](const QDate& day) {
+        calendar->close();
+        pick(day);
+    };
+    connect(calendar, &QCalendarWidget::clicked, this, take);
+    connect(calendar, &QCalendarWidget::activated, this, take);
+    calendar->move(mapToGlobal(QPoint(0, height())));
+    calendar->show();
+    calendar->setFocus();
+}
+
+std::optional<QDate> DateField::read(const QString& text) {
+    QRegularExpressionMatch match = kParted.match(text);
+    if (!match.hasMatch()) match = kDigits.match(text);
+    if (!match.hasMatch()) return std::nullopt;
+    int year = match.captured(3).toInt();
+    if (match.capturedLength(3) == 2) year += year < kCenturyBorder ? 2000 : 1900;
+    const QDate day(year, match.captured(2).toInt(), match.captured(1).toInt());
+    return day.isValid() ? std::optional(day) : std::nullopt;
+}
+
+bool DateField::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == edit_ && event->type() == QEvent::FocusOut) leave();
+    if (watched == edit_ && event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Down && key->modifiers() == Qt::AltModifier) {
+            openCalendar();
+            return true;
+        }
+        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) leave();
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+// A slash follows the day and the month by itself, only while the text grows at its end, so that it can be deleted.
+void DateField::typed(const QString& text) {
+    static const QRegularExpression wantsSlash("^(\\d{2}|\\d{2}/\\d{2})$");
+    const bool grew = text.size() > typedLength_;
+    if (grew && edit_->cursorPosition() == text.size() && wantsSlash.match(text).hasMatch())
+        edit_->setText(text + '/');
+    typedLength_ = edit_->text().size();
+    if (typedLength_ < kFormat.size()) return;
+    if (const auto day = read(edit_->text())) pick(day);
+}
+
+void DateField::leave() {
+    const QString text = edit_->text().trimmed();
+    if (text.isEmpty() && clearable_) {
+        if (date_) pick(std::nullopt);
+    } else if (const auto day = read(text); day && day != date_) {
+        pick(day);
+    } else {
+        show(date_);
+    }
+}
+
+void DateField::pick(std::optional<QDate> date) {
+    date_ = date;
+    show(date);
+    if (onPicked) onPicked(date);
+}
+
+void DateField::show(std::optional<QDate> date) {
+    const QString text = date ? date->toString(kFormat) : QString();
+    if (text != edit_->text()) edit_->setText(text);
+    typedLength_ = text.size();
+}
+
+} // namespace veldona

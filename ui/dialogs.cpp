@@ -1,0 +1,75 @@
+#include "ui/dialogs.h"
+
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "ui/binder.h"
+#include "ui/host.h"
+
+namespace veldona {
+
+namespace {
+
+QMessageBox::Icon iconOf(Icon icon) {
+    switch (icon) {
+    case Icon::Critical:
+        return QMessageBox::Critical;
+    case Icon::Question:
+        return QMessageBox::Question;
+    case Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Icon::Information:
+        return QMessageBox::Information;
+    case Icon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+// Store errors are known by their hexadecimal number.
+QString numberText(std::int32_t number) {
+    return number >= 0 ? QString::number(number)
+                       : "&H" + QString::number(static_cast<std::uint32_t>(number), 16).toUpper();
+}
+
+} // namespace
+
+Answer WindowDialogs::show(const Message& message) {
+    QMessageBox box(iconOf(message.icon), toQt(message.title), toQt(message.text), QMessageBox::NoButton,
+                    host_.frontWindow());
+    box.setTextFormat(Qt::PlainText);
+    if (message.buttons == Buttons::Ok) {
+        box.addButton("&Tamam", QMessageBox::AcceptRole);
+        host_.run(box);
+        return Answer::Ok;
+    }
+    QPushButton* yes = box.addButton("&Evet", QMessageBox::YesRole);
+    QPushButton* no = box.addButton("&Hayır", QMessageBox::NoRole);
+    box.setDefaultButton(yes);
+    box.setEscapeButton(no);
+    host_.run(box);
+    return box.clickedButton() == yes ? Answer::Yes : Answer::No;
+}
+
+std::optional<std::string> WindowDialogs::input(const std::string& prompt, const std::string& title) {
+    QInputDialog box(host_.frontWindow());
+    box.setWindowTitle(toQt(title));
+    box.setLabelText(toQt(prompt));
+    box.setOkButtonText("Tamam");
+    box.setCancelButtonText("Vazgeç");
+    if (host_.run(box) != QDialog::Accepted) return std::nullopt;
+    return fromQt(box.textValue());
+}
+
+void WindowDialogs::runtimeError(const RuntimeError& error) {
+    QMessageBox box(QMessageBox::Critical, QString(kProgramTitle) + " - Çalışma Zamanı Hatası",
+                    "Çalışma zamanı hatası " + numberText(error.number()), QMessageBox::NoButton,
+                    host_.frontWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(toQt(error.description()));
+    box.addButton("&Tamam", QMessageBox::AcceptRole);
+    host_.run(box);
+}
+
+} // namespace veldona

@@ -1,0 +1,22 @@
+// Message boxes, questions, input boxes and the run-time error surface as dialogs of the desktop.
+#pragma once
+
+#include "platform/desktop/dialogs.h"
+
+namespace veldona {
+
+class WindowHost;
+
+class WindowDialogs : public Dialogs {
+public:
+    explicit WindowDialogs(WindowHost& host) : host_(host) {}
+
+    Answer show(const Message& message) override;
+    std::optional<std::string> input(const std::string& prompt, const std::string& title) override;
+    void runtimeError(const RuntimeError& error) override;
+
+private:
+    WindowHost& host_;
+};
+
+} // namespace veldona

@@ -1,0 +1,25 @@
+// A group that opens over another part of its window: it stands in no layout, so nothing moves when it comes or goes.
+//
+// The property "anchor" names the widget whose upper left corner it takes and whose width it fills.
+#pragma once
+
+#include <QGroupBox>
+
+namespace veldona {
+
+class FloatingPanel : public QGroupBox {
+    Q_OBJECT
+
+public:
+    explicit FloatingPanel(QWidget* parent = nullptr);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void place();
+};
+
+} // namespace veldona

@@ -1,0 +1,147 @@
+#include "ui/formwindow.h"
+
+#include <algorithm>
+
+#include <QCloseEvent>
+#include <QVariant>
+
+#include "platform/controls/controls.h"
+#include "platform/controls/forms.h"
+#include "ui/binder.h"
+#include "ui/host.h"
+#include "ui/parallellists.h"
+
+namespace veldona {
+
+FormWindow::FormWindow(WindowHost& host, Form& form, const Drawing& draw) : host_(host), form_(form) {
+    draw(*this);
+    for (auto* table : findChildren<ParallelLists*>()) table->link();
+    bind();
+    arrangeTabs();
+    bound_ = true;
+    touchForm();
+    for (const auto& each : binders_) touched_.push_back(each.get());
+    focusMoved_ = true;
+}
+
+FormWindow::~FormWindow() {
+    unbind();
+    // The widgets go while their binders still stand, since they speak to them to the last.
+    for (QWidget* child : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) delete child;
+}
+
+void FormWindow::bind() {
+    // Controls that the operator never sees are named by the drawing, so that none is forgotten.
+    const QStringList withoutWidget = property("withoutWidget").toString().split(' ', Qt::SkipEmptyParts);
+    QStringList faults;
+    for (const QString& name : withoutWidget)
+        if (!form_.find(fromQt(name))) faults << name + " (no such control)";
+    for (Control* each : form_.controls()) bindControl(*each, withoutWidget, faults);
+    if (!faults.isEmpty())
+        qFatal("%s cannot be bound to its window: %s", form_.name().c_str(), qPrintable(faults.join(", ")));
+}
+
+void FormWindow::bindControl(Control& control, const QStringList& withoutWidget, QStringList& faults) {
+    const QString name = toQt(control.name());
+    if (dynamic_cast<MenuItem*>(&control) || withoutWidget.contains(name)) return;
+    std::unique_ptr<Binder> made;
+    if (auto* timer = dynamic_cast<Timer*>(&control)) {
+        made = bindTimer(*this, *timer);
+    } else {
+        auto* widget = findChild<QWidget*>(name);
+        if (widget) made = makeBinder(*this, control, *widget);
+        if (!made) {
+            faults << name + (widget ? " (is drawn as " + QString(widget->metaObject()->className()) + ")"
+                                     : QString(" (no widget)"));
+            return;
+        }
+        byWidget_[widget] = made.get();
+    }
+    byControl_[&control] = made.get();
+    binders_.push_back(std::move(made));
+}
+
+// The Tab key walks the controls in the order of the form, which is the order of the work.
+void FormWindow::arrangeTabs() {
+    QWidget* before = nullptr;
+    for (const auto& each : binders_) {
+        QWidget* target = each->control().takesFocus() ? each->focusTarget() : nullptr;
+        if (!target || !(target->focusPolicy() & Qt::TabFocus)) continue;
+        if (before) setTabOrder(before, target);
+        before = target;
+    }
+}
+
+void FormWindow::unbind() {
+    if (!bound_) return;
+    bound_ = false;
+    touched_.clear();
+    for (const auto& each : binders_) each->leave();
+}
+
+void FormWindow::touch(Control& control) {
+    Binder* binder = bound_ ? binderOf(control) : nullptr;
+    if (!binder || std::find(touched_.begin(), touched_.end(), binder) != touched_.end()) return;
+    touched_.push_back(binder);
+}
+
+void FormWindow::touchForm() {
+    setWindowTitle(toQt(form_.caption()));
+    if (isEnabled() == form_.enabled()) return;
+    refreshing_ = true;
+    setEnabled(form_.enabled());
+    refreshing_ = false;
+    focusMoved_ = true; // the widget that had it gave it away with the window
+}
+
+void FormWindow::refresh() {
+    if (!listens()) return;
+    refreshing_ = true;
+    for (Binder* each : std::exchange(touched_, {})) each->refresh();
+    if (std::exchange(focusMoved_, false)) showFocus();
+    refreshing_ = false;
+}
+
+void FormWindow::showFocus() {
+    const Control* active = form_.activeControl();
+    const Binder* binder = active ? binderOf(*active) : nullptr;
+    QWidget* target = binder ? binder->focusTarget() : nullptr;
+    if (target && target != focusWidget()) target->setFocus(Qt::OtherFocusReason);
+}
+
+void FormWindow::act(Control& control, const std::function<void()>& event) {
+    if (!listens()) return;
+    event();
+    // A refused act is shown as refused.
+    touch(control);
+    host_.flush();
+}
+
+Binder* FormWindow::binderAt(const QWidget* widget) const {
+    for (; widget && widget != this; widget = widget->parentWidget())
+        if (const auto found = byWidget_.find(widget); found != byWidget_.end()) return found->second;
+    return nullptr;
+}
+
+Binder* FormWindow::binderOf(const Control& control) const {
+    const auto found = byControl_.find(&control);
+    return found == byControl_.end() ? nullptr : found->second;
+}
+
+DateTime FormWindow::today() const {
+    return host_.clock().today();
+}
+
+bool FormWindow::timersRun() const {
+    return host_.timersRun;
+}
+
+// The window's own close button asks the form to unload, as its own commands do.
+void FormWindow::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    if (!listens()) return;
+    form_.forms().dispatch([this] { form_.forms().unload(form_); });
+    host_.flush();
+}
+
+} // namespace veldona

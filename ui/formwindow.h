@@ -1,0 +1,89 @@
+// The window of one form: its drawing, a binder for every control, and the way of keys and focus between the two.
+//
+// A key goes to the screen first, then to the control, and to the widget only where nobody swallowed it. The focus
+// follows the operator into the model once, and the model out to the widgets after each event. Once the form has
+// unloaded, the window is deaf and waits for its end.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include <QWidget>
+
+#include "platform/controls/form.h"
+#include "platform/runtime/datetime.h"
+
+class QContextMenuEvent;
+class QFocusEvent;
+
+namespace veldona {
+
+class Binder;
+class MenuItem;
+class WindowHost;
+
+// Puts the widgets of a .ui file into an empty window.
+using Drawing = std::function<void(QWidget&)>;
+
+class FormWindow : public QWidget {
+public:
+    // Ends the program with the list of names where a control has no widget, or one of a type that cannot show it.
+    FormWindow(WindowHost& host, Form& form, const Drawing& draw);
+    ~FormWindow() override;
+
+    [[nodiscard]] Form& form() const { return form_; }
+    [[nodiscard]] bool isBound() const { return bound_; }
+    // Bound, and not being brought up to date just now: what widgets say comes from the operator.
+    [[nodiscard]] bool listens() const { return bound_ && !refreshing_; }
+    void unbind();
+
+    // Something of it changed in the model; shown by the next refresh.
+    void touch(Control& control);
+    void touchFocus() { focusMoved_ = true; }
+    void touchForm();
+    void refresh();
+
+    // Runs an act of the operator on `control`, then shows what came of it.
+    void act(Control& control, const std::function<void()>& event);
+    // The binder whose widget this is or stands in; nullptr: none.
+    [[nodiscard]] Binder* binderAt(const QWidget* widget) const;
+    [[nodiscard]] Binder* binderOf(const Control& control) const;
+
+    // Sees an event before the widget it goes to. True: the widget doesn't get it.
+    bool filter(QWidget& receiver, QEvent& event);
+    // Tells the model where the focus stands, where it has been moved past us.
+    void followFocus();
+
+    [[nodiscard]] DateTime today() const;
+    [[nodiscard]] bool timersRun() const;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void bind();
+    void bindControl(Control& control, const QStringList& withoutWidget, QStringList& faults);
+    void arrangeTabs();
+    void showFocus();
+    bool keyPressed(QKeyEvent& event);
+    void keyReleased(const QKeyEvent& event);
+    void focusEntered(QWidget& widget, const QFocusEvent& event);
+    bool mouseEvent(QWidget& receiver, const QEvent& event);
+    bool openMenu(const QWidget& receiver, const QContextMenuEvent& event);
+    [[nodiscard]] std::vector<MenuItem*> entriesOf(const Control& menu) const;
+
+    WindowHost& host_;
+    Form& form_;
+    std::vector<std::unique_ptr<Binder>> binders_; // in the order of the controls
+    std::unordered_map<const QWidget*, Binder*> byWidget_;
+    std::unordered_map<const Control*, Binder*> byControl_;
+    std::vector<Binder*> touched_;
+    bool bound_ = false;
+    bool refreshing_ = false;
+    bool focusMoved_ = false;
+};
+
+} // namespace veldona

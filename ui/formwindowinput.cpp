@@ -1,0 +1,148 @@
+// The operator's hand on a window: keys, focus, mouse and menus on their way to the model.
+#include <QApplication>
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QMenu>
+
+#include "platform/controls/controls.h"
+#include "platform/controls/forms.h"
+#include "platform/controls/userinput.h"
+#include "ui/binder.h"
+#include "ui/datefield.h"
+#include "ui/formwindow.h"
+#include "ui/host.h"
+#include "ui/keytranslation.h"
+
+namespace veldona {
+
+namespace {
+
+// The window system gave the window its focus back, or a list it opened closed: nobody moved between controls.
+bool isMove(Qt::FocusReason reason) {
+    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
+           reason != Qt::OtherFocusReason;
+}
+
+// A wheel that turns over a field on the way elsewhere must not change it.
+bool isStrayWheel(const QWidget& receiver) {
+    return qobject_cast<const QComboBox*>(&receiver) && !receiver.hasFocus();
+}
+
+} // namespace
+
+bool FormWindow::filter(QWidget& receiver, QEvent& event) {
+    if (!bound_) return false;
+    const QWidget* focused = focusWidget() ? focusWidget() : this;
+    switch (event.type()) {
+    case QEvent::KeyPress:
+        // One that a widget leaves alone comes again for each that holds it; it has been told once.
+        return &receiver == focused && keyPressed(static_cast<QKeyEvent&>(event));
+    case QEvent::KeyRelease:
+        if (&receiver == focused) keyReleased(static_cast<QKeyEvent&>(event));
+        return false;
+    case QEvent::FocusIn:
+        focusEntered(receiver, static_cast<QFocusEvent&>(event));
+        return false;
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+        return mouseEvent(receiver, event);
+    case QEvent::ContextMenu:
+        return openMenu(receiver, static_cast<QContextMenuEvent&>(event));
+    case QEvent::Wheel:
+        return isStrayWheel(receiver);
+    default:
+        return false;
+    }
+}
+
+bool FormWindow::keyPressed(QKeyEvent& event) {
+    if (!listens()) return true;
+    followFocus();
+    if (!isBound()) return true;
+    // Until the widget has got this key, no other may run past it.
+    const WindowHost::KeyUnderWay underWay(host_);
+    Binder* binder = binderAt(focusWidget());
+    Control* control = binder ? &binder->control() : nullptr;
+    bool goesOn = user::keyDown(form_, control, keyOf(event));
+    if (goesOn)
+        if (const auto press = characterOf(event)) goesOn = user::keyPress(form_, control, *press);
+    host_.flush();
+    if (!goesOn || !isBound()) return true;
+    if (!binder) return false;
+    if (!control->isShown() || !control->isUsable()) return true;
+    binder->handOn();
+    return binder->keyPassed(event);
+}
+
+void FormWindow::keyReleased(const QKeyEvent& event) {
+    if (event.isAutoRepeat() || !listens()) return;
+    const Binder* binder = binderAt(focusWidget());
+    Control* control = binder ? &binder->control() : form_.activeControl();
+    user::keyUp(form_, control, keyOf(event));
+    host_.flush();
+}
+
+void FormWindow::focusEntered(QWidget& widget, const QFocusEvent& event) {
+    Binder* binder = binderAt(&widget);
+    if (!binder) return;
+    binder->focusTaken();
+    if (!listens()) return;
+    // A view that takes the focus may mark a row of itself; what the model holds is shown again behind that.
+    touch(binder->control());
+    host_.flushSoon();
+    if (isMove(event.reason())) followFocus();
+}
+
+void FormWindow::followFocus() {
+    const Binder* binder = binderAt(focusWidget());
+    if (!binder || !listens() || !binder->control().takesFocus()) return;
+    if (form_.activeControl() == &binder->control()) return;
+    const Forms::Hold hold(form_.forms());
+    // Refused, or sent elsewhere by a handler: the widgets follow.
+    if (!user::focus(binder->control()) || form_.activeControl() != &binder->control()) touchFocus();
+    host_.flush();
+}
+
+bool FormWindow::mouseEvent(QWidget& receiver, const QEvent& event) {
+    Binder* binder = binderAt(&receiver);
+    if (!binder || !listens()) return false;
+    if (event.type() == QEvent::MouseButtonRelease)
+        binder->mouseReleased();
+    else if (event.type() == QEvent::MouseButtonDblClick)
+        binder->doubleClicked();
+    else
+        binder->handOn();
+    return !isBound();
+}
+
+bool FormWindow::openMenu(const QWidget& receiver, const QContextMenuEvent& event) {
+    Binder* binder = binderAt(&receiver);
+    if (!binder || !listens()) return false;
+    const Control* menu = binder->control().popupMenu;
+    if (!menu) menu = binder->target().popupMenu;
+    if (!menu) return false;
+    QMenu popup(this);
+    for (MenuItem* item : entriesOf(*menu)) {
+        QAction* action = popup.addAction(toQt(item->caption()));
+        action->setObjectName(toQt(item->name()));
+        action->setEnabled(item->enabled());
+        connect(action, &QAction::triggered, this,
+                [this, item] { act(*item, [item] { user::clickMenu(*item); }); });
+    }
+    popup.exec(event.globalPos());
+    return true;
+}
+
+std::vector<MenuItem*> FormWindow::entriesOf(const Control& menu) const {
+    std::vector<MenuItem*> entries;
+    for (Control* each : form_.controls()) {
+        auto* item = dynamic_cast<MenuItem*>(each);
+        if (item && item->holder() == &menu && item->visible()) entries.push_back(item);
+    }
+    return entries;
+}
+
+} // namespace veldona

@@ -1,0 +1,259 @@
+#include "ui/host.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QApplication>
+#include <QDialog>
+#include <QEventLoop>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QTimer>
+#include <QVariant>
+#include <QWindow>
+
+#include "platform/controls/control.h"
+#include "ui/keytranslation.h"
+
+namespace veldona {
+
+namespace {
+
+// Sets `place` for as long as it stands.
+template <class T> class Scoped {
+public:
+    Scoped(T& place, T value) : place_(place), before_(std::exchange(place, value)) {}
+    ~Scoped() { place_ = before_; }
+    Scoped(const Scoped&) = delete;
+    Scoped& operator=(const Scoped&) = delete;
+
+private:
+    T& place_;
+    T before_;
+};
+
+template <class T> class Listed {
+public:
+    Listed(std::vector<T>& list, T entry) : list_(list) { list_.push_back(std::move(entry)); }
+    ~Listed() { list_.pop_back(); }
+    Listed(const Listed&) = delete;
+    Listed& operator=(const Listed&) = delete;
+
+private:
+    std::vector<T>& list_;
+};
+
+class Cursor {
+public:
+    explicit Cursor(Qt::CursorShape shape) { QGuiApplication::setOverrideCursor(shape); }
+    ~Cursor() { QGuiApplication::restoreOverrideCursor(); }
+    Cursor(const Cursor&) = delete;
+    Cursor& operator=(const Cursor&) = delete;
+};
+
+bool fitsScreen(const QWidget& window) {
+    const QSize screen = window.screen()->availableSize();
+    return screen.width() >= window.minimumWidth() && screen.height() >= window.minimumHeight();
+}
+
+} // namespace
+
+WindowHost::WindowHost(Clock& clock) : clock_(clock) {
+    qApp->installEventFilter(this);
+}
+
+WindowHost::~WindowHost() {
+    qApp->removeEventFilter(this);
+    for (const auto& [form, window] : std::exchange(windows_, {})) delete window;
+}
+
+void WindowHost::draw(const std::string& form, Drawing drawing) {
+    drawings_[form] = std::move(drawing);
+}
+
+void WindowHost::formLoaded(Form& form) {
+    const auto drawing = drawings_.find(form.name());
+    if (drawing == drawings_.end()) qFatal("%s has no window drawn for it", form.name().c_str());
+    windows_[&form] = new FormWindow(*this, form, drawing->second);
+}
+
+void WindowHost::formShown(Form& form, Kip kip) {
+    FormWindow* shown = window(form);
+    if (!shown) return;
+    if (!shown->isVisible()) {
+        shown->setWindowModality(kip == Kip::Modal ? Qt::ApplicationModal : Qt::NonModal);
+        shown->refresh();
+        // Made native here, so that the screen below is known to be its owner before it shows.
+        shown->winId();
+        const QWidget* below = QApplication::activeWindow();
+        if (kip == Kip::Modal && below) shown->windowHandle()->setTransientParent(below->windowHandle());
+        const bool fills = shown->property("startMaximized").toBool() && fitsScreen(*shown);
+        fills ? shown->showMaximized() : shown->show();
+    }
+    shown->raise();
+    shown->activateWindow();
+}
+
+void WindowHost::formUnloaded(Form& form) {
+    const auto found = windows_.find(&form);
+    if (found == windows_.end()) return;
+    FormWindow* gone = found->second;
+    windows_.erase(found);
+    gone->unbind();
+    gone->hide();
+    gone->deleteLater();
+    followPointer();
+    for (const Modal& each : modals_)
+        if (each.form == &form) each.loop->quit();
+    if (windows_.empty() && onAllClosed) onAllClosed();
+}
+
+void WindowHost::formChanged(Form& form) {
+    followPointer();
+    if (FormWindow* changed = window(form)) changed->touchForm();
+    flushSoon();
+}
+
+void WindowHost::controlChanged(Control& control) {
+    FormWindow* changed = window(control.form());
+    if (!changed) return;
+    changed->touch(control);
+    flushSoon();
+}
+
+void WindowHost::focusMoved(Form& form) {
+    FormWindow* changed = window(form);
+    if (!changed) return;
+    changed->touchFocus();
+    flushSoon();
+}
+
+void WindowHost::runModal(Form& form) {
+    if (!window(form)) return;
+    QEventLoop loop;
+    const Listed<Modal> listed(modals_, {&form, &loop});
+    const Scoped<int> keys(keysUnderWay_, 0);
+    const Scoped<bool> letting(lettingEventsRun_, false);
+    flush();
+    runLoop([&loop] { loop.exec(); });
+}
+
+void WindowHost::processEnded() {
+    for (const Modal& each : modals_) each.loop->quit();
+    for (QDialog* each : dialogs_) each->done(QDialog::Rejected);
+    if (onProcessEnded) onProcessEnded();
+}
+
+FormWindow* WindowHost::window(const Form& form) const {
+    const auto found = windows_.find(&form);
+    return found == windows_.end() ? nullptr : found->second;
+}
+
+void WindowHost::flush() {
+    if (flushing_) return;
+    const Scoped<bool> flushing(flushing_, true);
+    for (const auto& [form, each] : windows_) each->refresh();
+}
+
+void WindowHost::flushSoon() {
+    if (std::exchange(flushWaits_, true)) return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            flushWaits_ = false;
+            flush();
+        },
+        Qt::QueuedConnection);
+}
+
+bool WindowHost::screenshot(Form& form, const std::string& path) {
+    FormWindow* drawn = window(form);
+    if (!drawn) return false;
+    flush();
+    QCoreApplication::sendPostedEvents();
+    return drawn->grab().save(QString::fromStdString(path), "PNG");
+}
+
+bool WindowHost::typeKey(Form& form, const KeyEvent& key) {
+    if (!window(form)) return false;
+    const auto send = [&](QEvent::Type type) {
+        FormWindow* receiver = window(form);
+        if (!receiver) return;
+        const QtKey qt = toQt(key);
+        QKeyEvent event(type, qt.key, qt.modifiers, qt.text);
+        QWidget* focused = receiver->focusWidget();
+        QCoreApplication::sendEvent(focused ? focused : receiver, &event);
+        // A window that is not the active one moves its focus without a word.
+        if (FormWindow* still = window(form)) still->followFocus();
+    };
+    flush();
+    send(QEvent::KeyPress);
+    send(QEvent::KeyRelease);
+    flush();
+    return true;
+}
+
+void WindowHost::letEventsRun() {
+    flush();
+    const bool keepsInputOut = keysUnderWay_ > 0 || lettingEventsRun_;
+    const Scoped<bool> letting(lettingEventsRun_, true);
+    runLoop([keepsInputOut] {
+        QCoreApplication::processEvents(keepsInputOut ? QEventLoop::ExcludeUserInputEvents
+                                                      : QEventLoop::AllEvents);
+    });
+    flush();
+}
+
+void WindowHost::standStill(int milliseconds) {
+    flush();
+    const Cursor cursor(Qt::WaitCursor);
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    runLoop([&loop] { loop.exec(QEventLoop::ExcludeUserInputEvents); });
+}
+
+int WindowHost::run(QDialog& dialog) {
+    flush();
+    // The operator is asked: no wait cursor over the question.
+    const Cursor cursor(Qt::ArrowCursor);
+    const Listed<QDialog*> listed(dialogs_, &dialog);
+    const Scoped<int> keys(keysUnderWay_, 0);
+    const Scoped<bool> letting(lettingEventsRun_, false);
+    int result = QDialog::Rejected;
+    runLoop([&] { result = dialog.exec(); });
+    return result;
+}
+
+QWidget* WindowHost::frontWindow() const {
+    for (const auto& [form, each] : windows_)
+        if (form->forms().active() == form) return each;
+    return nullptr;
+}
+
+bool WindowHost::eventFilter(QObject* watched, QEvent* event) {
+    if (!watched->isWidgetType()) return false;
+    auto* widget = static_cast<QWidget*>(watched);
+    auto* formWindow = dynamic_cast<FormWindow*>(widget->window());
+    return formWindow && formWindow->filter(*widget, *event);
+}
+
+void WindowHost::runLoop(const std::function<void()>& loop) {
+    if (windows_.empty())
+        loop();
+    else
+        windows_.begin()->first->forms().runLoop(loop);
+}
+
+void WindowHost::followPointer() {
+    const bool waits = std::any_of(windows_.begin(), windows_.end(), [](const auto& each) {
+        return each.first->pointer() == MousePointer::Wait;
+    });
+    if (waits == waitCursor_) return;
+    waitCursor_ = waits;
+    if (waits)
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QGuiApplication::restoreOverrideCursor();
+}
+
+} // namespace veldona

@@ -1,0 +1,102 @@
+// The forms of the process as windows of the desktop.
+//
+// It can stand alone as the host of the forms, or behind another one that forwards to it. A change of the model is
+// shown by the next flush: behind each act of the operator, before anything that lets the operator look or act (a wait,
+// a message, a modal screen), else as soon as the event loop comes round.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <QObject>
+
+#include "platform/controls/forms.h"
+#include "platform/desktop/clock.h"
+#include "ui/formwindow.h"
+
+class QDialog;
+class QEventLoop;
+
+namespace veldona {
+
+class WindowHost : public QObject, public FormHost {
+public:
+    // The clock says which day "today" is where an unset date is switched on.
+    explicit WindowHost(Clock& clock);
+    ~WindowHost() override;
+
+    // How the window of this form is drawn; every form that is loaded needs one.
+    void draw(const std::string& form, Drawing drawing);
+
+    bool timersRun = true;                 // false: timers tick only when told by somebody else
+    std::function<void()> onAllClosed;     // the last form has unloaded
+    std::function<void()> onProcessEnded;
+
+    // FormHost
+    void formLoaded(Form& form) override;
+    void formShown(Form& form, Kip kip) override;
+    void formUnloaded(Form& form) override;
+    void formChanged(Form& form) override;
+    void controlChanged(Control& control) override;
+    void focusMoved(Form& form) override;
+    void runModal(Form& form) override;
+    void processEnded() override;
+
+    [[nodiscard]] FormWindow* window(const Form& form) const; // nullptr: none
+    // Shows in the windows what changed in the models; flushSoon when the event loop comes round.
+    void flush();
+    void flushSoon();
+    // Draws the window of the form into a PNG file.
+    [[nodiscard]] bool screenshot(Form& form, const std::string& path);
+    // One key, down and up, through the widget that has the focus. False where the form has no window.
+    bool typeKey(Form& form, const KeyEvent& key);
+
+    // Lets what waits run, in the middle of a long procedure. The operator's input is let in only where it cannot run
+    // past a key that is still on its way, nor pile up inside itself.
+    void letEventsRun();
+    // Stands still for so long under the wait cursor; windows are painted, the operator's input waits.
+    void standStill(int milliseconds);
+    // Runs a dialog in front of all windows and gives back its result.
+    int run(QDialog& dialog);
+    [[nodiscard]] QWidget* frontWindow() const;
+    [[nodiscard]] Clock& clock() const { return clock_; }
+
+    class KeyUnderWay {
+    public:
+        explicit KeyUnderWay(WindowHost& host) : host_(host) { ++host_.keysUnderWay_; }
+        ~KeyUnderWay() { --host_.keysUnderWay_; }
+        KeyUnderWay(const KeyUnderWay&) = delete;
+        KeyUnderWay& operator=(const KeyUnderWay&) = delete;
+
+    private:
+        WindowHost& host_;
+    };
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    struct Modal {
+        const Form* form;
+        QEventLoop* loop;
+    };
+    // Runs a loop of Qt's, which no exception may cross.
+    void runLoop(const std::function<void()>& loop);
+    void followPointer();
+
+    Clock& clock_;
+    std::map<std::string, Drawing> drawings_;
+    std::map<const Form*, FormWindow*> windows_;
+    std::vector<Modal> modals_;
+    std::vector<QDialog*> dialogs_;
+    int keysUnderWay_ = 0;
+    bool lettingEventsRun_ = false;
+    bool flushing_ = false;
+    bool flushWaits_ = false;
+    bool waitCursor_ = false;
+};
+
+} // namespace veldona

@@ -1,0 +1,89 @@
+#include "ui/housestyle.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <QApplication>
+#include <QFont>
+#include <QPalette>
+#include <QProxyStyle>
+#include <QSize>
+#include <QStyleFactory>
+
+namespace veldona {
+
+namespace {
+
+constexpr double kFontPoints = 10;
+double currentScale = 1;
+
+// Lengths that the base style counts in pixels grow with the font.
+class ScaledStyle : public QProxyStyle {
+public:
+    explicit ScaledStyle(double scale) : QProxyStyle(QStyleFactory::create("Fusion")), scale_(scale) {}
+
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+        switch (metric) {
+        case PM_LayoutLeftMargin:
+        case PM_LayoutRightMargin:
+        case PM_LayoutTopMargin:
+        case PM_LayoutBottomMargin: return grown(8);
+        case PM_LayoutHorizontalSpacing:
+        case PM_LayoutVerticalSpacing: return grown(5);
+        case PM_ScrollBarExtent: return grown(13);
+        case PM_IndicatorWidth:
+        case PM_IndicatorHeight:
+        case PM_ExclusiveIndicatorWidth:
+        case PM_ExclusiveIndicatorHeight: return grown(15);
+        default: return QProxyStyle::pixelMetric(metric, option, widget);
+        }
+    }
+
+private:
+    [[nodiscard]] int grown(int pixels) const { return static_cast<int>(std::lround(pixels * scale_)); }
+    double scale_;
+};
+
+QPalette lightPalette() {
+    const QColor ink("#1f2933");
+    const QColor faded("#98a2ad");
+    QPalette palette(ink, QColor("#f7f9fb"), QColor("#ffffff"), QColor("#aab4bf"), QColor("#d5dbe2"), ink,
+                     QColor("#ffffff"), QColor("#ffffff"), QColor("#eceff3"));
+    palette.setColor(QPalette::AlternateBase, QColor("#f4f7fa"));
+    palette.setColor(QPalette::Highlight, QColor("#2c6e9b"));
+    palette.setColor(QPalette::HighlightedText, QColor("#ffffff"));
+    palette.setColor(QPalette::PlaceholderText, faded);
+    palette.setColor(QPalette::ToolTipBase, QColor("#fffbe6"));
+    palette.setColor(QPalette::ToolTipText, ink);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, faded);
+    return palette;
+}
+
+} // namespace
+
+double scaleForScreen(const QSize& available) {
+    // Full size up to 1200 rows; above, four fifths of the growth go into the letters and one into more rows.
+    const double growth = available.height() / 1080.0;
+    return growth <= 1.12 ? 1.0 : std::min(1.0 + (growth - 1.0) * 0.8, 3.0);
+}
+
+void applyHouseStyle(QApplication& application, double scale) {
+    currentScale = scale;
+    QApplication::setStyle(new ScaledStyle(scale));
+    QApplication::setPalette(lightPalette());
+    QFont font("Liberation Sans");
+    font.setPointSizeF(kFontPoints * scale);
+    QApplication::setFont(font);
+    application.setStyleSheet(houseSheet(scale));
+}
+
+double houseScale() {
+    return currentScale;
+}
+
+int scaled(int pixels) {
+    return static_cast<int>(std::lround(pixels * currentScale));
+}
+
+} // namespace veldona

@@ -1,0 +1,32 @@
+// Lists that are columns of one table: they scroll as one, under one scroll bar at the right.
+#pragma once
+
+#include <vector>
+
+#include <QFrame>
+
+class QListView;
+class QScrollBar;
+
+namespace veldona {
+
+class ParallelLists : public QFrame {
+    Q_OBJECT
+
+public:
+    explicit ParallelLists(QWidget* parent = nullptr);
+
+    // Once the lists stand in its grid layout (headings in row 0, lists in row 1).
+    void link();
+    [[nodiscard]] const std::vector<QListView*>& lists() const { return lists_; } // left to right
+
+private:
+    void followRange();
+    void scrollTo(int value);
+
+    std::vector<QListView*> lists_;
+    QScrollBar* bar_;
+    bool scrolling_ = false;
+};
+
+} // namespace veldona

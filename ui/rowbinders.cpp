@@ -1,0 +1,224 @@
+// What has rows: lists, data grids, sheets.
+#include <QHeaderView>
+#include <QListView>
+#include <QTableView>
+
+#include "platform/controls/forms.h"
+#include "platform/controls/lists.h"
+#include "platform/controls/userinput.h"
+#include "ui/binder.h"
+#include "ui/formwindow.h"
+#include "ui/housestyle.h"
+#include "ui/parallellists.h"
+#include "ui/rowmodels.h"
+
+namespace veldona {
+
+namespace {
+
+constexpr int kTwipsPerPixel = 15;
+
+// A row becomes current by the operator's mouse or key only: a view that takes the focus makes its first row current by
+// itself, which is nobody's choice and is taken back.
+template <class ControlKind, class ViewKind> class RowsBinder : public BinderOf<ControlKind, ViewKind> {
+public:
+    using BinderOf<ControlKind, ViewKind>::BinderOf;
+
+    void handOn() override {
+        isHandOn_ = true;
+        isTold_ = false;
+    }
+    void focusTaken() override { isHandOn_ = false; }
+
+protected:
+    virtual void selected(const QModelIndex& index) = 0;
+
+    void follow() {
+        QAbstractItemView& rows = this->view;
+        rows.setEditTriggers(QAbstractItemView::NoEditTriggers);
+        rows.setSelectionMode(QAbstractItemView::SingleSelection);
+        QObject::connect(rows.selectionModel(), &QItemSelectionModel::currentChanged, &rows,
+                         [this](const QModelIndex& current) {
+                             if (!this->listens() || !isHandOn_ || !current.isValid()) return;
+                             isTold_ = true;
+                             selected(current);
+                         });
+        // A press on the row that is current already is a click, too.
+        QObject::connect(&rows, &QAbstractItemView::pressed, &rows, [this](const QModelIndex& index) {
+            if (this->listens() && !isTold_) selected(index);
+        });
+        QObject::connect(&rows, &QAbstractItemView::doubleClicked, &rows, [this] {
+            if (!this->listens()) return;
+            this->act([this] {
+                Control& clicked = this->target();
+                clicked.form().forms().dispatch([&clicked] {
+                    if (const auto handler = clicked.onDblClick) handler();
+                });
+            });
+        });
+    }
+
+    void showCurrent(const QModelIndex& index) {
+        QAbstractItemView& rows = this->view;
+        if (!index.isValid()) {
+            rows.selectionModel()->clear();
+            return;
+        }
+        const QModelIndex current = rows.currentIndex();
+        const bool isThere = current.isValid() && current.row() == index.row() &&
+                             rows.selectionModel()->isSelected(current);
+        if (isThere) return;
+        rows.setCurrentIndex(index);
+        rows.scrollTo(index);
+    }
+
+private:
+    bool isHandOn_ = false;
+    bool isTold_ = false;
+};
+
+// A list that stands in a table of parallel ones and has no click of its own answers as the first one that has: it
+// shows the row that is selected there, and a click on it is a click there.
+class ListBinder : public RowsBinder<ListBox, QListView> {
+public:
+    ListBinder(FormWindow& window, ListBox& list, QListView& widget)
+        : RowsBinder(window, list, widget),
+          rows_(new ListRows(&widget, widget.property("rightAligned").toBool())),
+          table_(qobject_cast<ParallelLists*>(widget.parentWidget())) {
+        widget.setModel(rows_);
+        widget.setUniformItemSizes(true);
+        widget.setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+        follow();
+    }
+
+    void refresh() override {
+        Binder::refresh();
+        rows_->show(bound.rows());
+        showSelected();
+        if (ListBinder* own = leader(); own != this) {
+            view.setFocusProxy(&own->view);
+            return;
+        }
+        for (ListBinder* each : neighbours())
+            if (each != this && each->leader() == this) each->showSelected();
+    }
+
+    [[nodiscard]] Control& target() override { return leader()->bound; }
+    [[nodiscard]] QWidget* focusTarget() const override { return &view; }
+
+protected:
+    void selected(const QModelIndex& index) override {
+        act([this, row = index.row()] { user::rowSelected(leader()->bound, row); });
+    }
+
+private:
+    [[nodiscard]] std::vector<ListBinder*> neighbours() {
+        std::vector<ListBinder*> found;
+        if (!table_) return found;
+        for (QListView* list : table_->lists())
+            if (auto* each = dynamic_cast<ListBinder*>(window().binderAt(list))) found.push_back(each);
+        return found;
+    }
+    [[nodiscard]] ListBinder* leader() {
+        if (bound.onClick) return this;
+        for (ListBinder* each : neighbours())
+            if (each->bound.onClick) return each;
+        return this;
+    }
+    void showSelected() {
+        const int row = leader()->bound.listIndex();
+        showCurrent(row >= 0 && row < rows_->rowCount() ? rows_->index(row) : QModelIndex());
+    }
+
+    ListRows* rows_;
+    ParallelLists* table_;
+};
+
+void lookLikeTable(QTableView& table) {
+    const int rowHeight = table.fontMetrics().height() + scaled(5);
+    table.verticalHeader()->hide();
+    table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table.verticalHeader()->setMinimumSectionSize(rowHeight);
+    table.verticalHeader()->setDefaultSectionSize(rowHeight);
+    table.setTabKeyNavigation(false);
+    table.setWordWrap(false);
+    table.setCornerButtonEnabled(false);
+}
+
+class GridBinder : public RowsBinder<DataGrid, QTableView> {
+public:
+    GridBinder(FormWindow& window, DataGrid& grid, QTableView& widget)
+        : RowsBinder(window, grid, widget), rows_(new GridRows(&widget, grid)) {
+        widget.setModel(rows_);
+        widget.setSelectionBehavior(QAbstractItemView::SelectRows);
+        widget.setAlternatingRowColors(true);
+        widget.setShowGrid(false);
+        lookLikeTable(widget);
+        QHeaderView* head = widget.horizontalHeader();
+        head->setHighlightSections(false);
+        head->setStretchLastSection(true);
+        head->setSectionsClickable(true);
+        QObject::connect(head, &QHeaderView::sectionClicked, &widget, [this](int column) {
+            if (listens()) act([&] { user::clickHead(bound, column); });
+        });
+        follow();
+    }
+    void leave() override { rows_->leave(); }
+
+    void refresh() override {
+        Binder::refresh();
+        if (rows_->follow()) {
+            int column = 0;
+            for (const auto& each : bound.columns()) view.setColumnWidth(column++, scaled(each.width));
+        }
+        const int row = bound.currentRow();
+        const int column = std::max(0, view.currentIndex().column());
+        showCurrent(row >= 0 && row < rows_->rowCount() ? rows_->index(row, column) : QModelIndex());
+    }
+
+protected:
+    void selected(const QModelIndex& index) override {
+        act([this, row = index.row()] { user::rowSelected(bound, row); });
+    }
+
+private:
+    GridRows* rows_;
+};
+
+class SheetBinder : public RowsBinder<FlexGrid, QTableView> {
+public:
+    SheetBinder(FormWindow& window, FlexGrid& grid, QTableView& widget)
+        : RowsBinder(window, grid, widget), rows_(new SheetRows(&widget)) {
+        widget.setModel(rows_);
+        lookLikeTable(widget);
+        widget.horizontalHeader()->hide();
+        follow();
+    }
+    void refresh() override {
+        Binder::refresh();
+        rows_->show(bound);
+        for (int column = 0; column < bound.columns(); ++column)
+            if (const int twips = bound.columnWidth(column); twips > 0)
+                view.setColumnWidth(column, scaled(twips / kTwipsPerPixel));
+        const QModelIndex cell = rows_->index(bound.row(), bound.col());
+        if (view.currentIndex() != cell) view.setCurrentIndex(cell);
+    }
+
+protected:
+    void selected(const QModelIndex& index) override {
+        act([this, row = index.row(), column = index.column()] { user::clickCell(bound, row, column); });
+    }
+
+private:
+    SheetRows* rows_;
+};
+
+} // namespace
+
+std::unique_ptr<Binder> bindRows(FormWindow& window, Control& control, QWidget& widget) {
+    for (const auto bind : {bindAs<ListBinder>, bindAs<GridBinder>, bindAs<SheetBinder>})
+        if (auto made = bind(window, control, widget)) return made;
+    return nullptr;
+}
+
+} // namespace veldona

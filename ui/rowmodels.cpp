@@ -1,0 +1,133 @@
+#include "ui/rowmodels.h"
+
+#include <algorithm>
+
+#include <QColor>
+
+#include "platform/runtime/error.h"
+#include "ui/binder.h"
+
+namespace veldona {
+
+namespace {
+
+constexpr int kLeft = Qt::AlignLeft | Qt::AlignVCenter;
+constexpr int kRight = Qt::AlignRight | Qt::AlignVCenter;
+
+} // namespace
+
+void ListRows::show(const std::vector<std::string>& rows) {
+    if (rows == rows_) return;
+    const int before = static_cast<int>(rows_.size());
+    const int now = static_cast<int>(rows.size());
+    if (now > before) {
+        beginInsertRows({}, before, now - 1);
+        rows_ = rows;
+        endInsertRows();
+    } else if (now < before) {
+        beginRemoveRows({}, now, before - 1);
+        rows_ = rows;
+        endRemoveRows();
+    }
+    rows_ = rows;
+    if (const int kept = std::min(before, now); kept > 0) emit dataChanged(index(0), index(kept - 1));
+}
+
+int ListRows::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+QVariant ListRows::data(const QModelIndex& index, int role) const {
+    if (role == Qt::TextAlignmentRole) return rightAligned_ ? kRight : kLeft;
+    if (role != Qt::DisplayRole || !index.isValid() || index.row() >= rowCount()) return {};
+    return toQt(rows_[static_cast<std::size_t>(index.row())]);
+}
+
+bool GridRows::follow() {
+    std::vector<std::string> titles;
+    for (const auto& column : grid_->columns()) titles.push_back(column.title);
+    const int now = grid_->rowCount();
+    if (titles != titles_) {
+        beginResetModel();
+        titles_ = std::move(titles);
+        rows_ = now;
+        endResetModel();
+        return true;
+    }
+    const int before = rows_;
+    if (now > before) {
+        beginInsertRows({}, before, now - 1);
+        rows_ = now;
+        endInsertRows();
+    } else if (now < before) {
+        beginRemoveRows({}, now, before - 1);
+        rows_ = now;
+        endRemoveRows();
+    }
+    if (rows_ > 0 && !titles_.empty()) emit dataChanged(index(0, 0), index(rows_ - 1, columnCount() - 1));
+    return false;
+}
+
+void GridRows::leave() {
+    beginResetModel();
+    grid_ = nullptr;
+    rows_ = 0;
+    endResetModel();
+}
+
+int GridRows::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : rows_;
+}
+
+int GridRows::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(titles_.size());
+}
+
+QVariant GridRows::data(const QModelIndex& index, int role) const {
+    if (role != Qt::DisplayRole || !grid_ || !index.isValid()) return {};
+    try {
+        return toQt(grid_->cell(index.row(), index.column()));
+    } catch (const RuntimeError&) {
+        return {}; // a row that another workstation has deleted meanwhile reads as empty
+    }
+}
+
+QVariant GridRows::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section >= columnCount()) return {};
+    if (role == Qt::TextAlignmentRole) return kLeft;
+    return role == Qt::DisplayRole ? QVariant(toQt(titles_[static_cast<std::size_t>(section)])) : QVariant();
+}
+
+void SheetRows::show(const FlexGrid& grid) {
+    std::vector<std::vector<std::string>> cells(static_cast<std::size_t>(grid.rows()));
+    for (int row = 0; row < grid.rows(); ++row)
+        for (int column = 0; column < grid.columns(); ++column)
+            cells[static_cast<std::size_t>(row)].push_back(grid.textMatrix(row, column));
+    if (cells == cells_ && grid.columns() == columns_) return;
+    const bool isSameSize = cells.size() == cells_.size() && grid.columns() == columns_;
+    if (!isSameSize) beginResetModel();
+    cells_ = std::move(cells);
+    columns_ = grid.columns();
+    if (!isSameSize)
+        endResetModel();
+    else
+        emit dataChanged(index(0, 0), index(rowCount() - 1, columns_ - 1));
+}
+
+int SheetRows::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(cells_.size());
+}
+
+int SheetRows::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : columns_;
+}
+
+QVariant SheetRows::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) return {};
+    const bool isHeading = index.row() == 0 || index.column() == 0;
+    if (role == Qt::BackgroundRole && isHeading) return QColor("#eef2f6");
+    if (role != Qt::DisplayRole) return {};
+    return toQt(cells_[static_cast<std::size_t>(index.row())][static_cast<std::size_t>(index.column())]);
+}
+
+} // namespace veldona

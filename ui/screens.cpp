@@ -1,0 +1,20 @@
+#include "ui/screens.h"
+
+#include "ui/host.h"
+#include "ui_frmMainVeldona.h"
+
+namespace veldona {
+
+namespace {
+
+template <class Drawn> void drawAs(QWidget& window) {
+    Drawn().setupUi(&window);
+}
+
+} // namespace
+
+void drawScreens(WindowHost& host) {
+    host.draw("frmMainVeldona", drawAs<Ui::frmMainVeldona>);
+}
+
+} // namespace veldona

@@ -1,0 +1,35 @@
+// The desktop around the program where there are windows: the clock whose waits keep painting, the pump that lets
+// waiting events run, the opener that hands a file to the desktop.
+#pragma once
+
+#include "platform/desktop/desktop.h"
+
+namespace veldona {
+
+class WindowHost;
+
+class WindowClock : public SystemClock {
+public:
+    // Waits as a plain clock until there are windows.
+    void attach(WindowHost* host) { host_ = host; }
+    void wait(int milliseconds) override;
+
+private:
+    WindowHost* host_ = nullptr;
+};
+
+class WindowPump : public EventPump {
+public:
+    explicit WindowPump(WindowHost& host) : host_(host) {}
+    void doEvents() override;
+
+private:
+    WindowHost& host_;
+};
+
+class WindowOpener : public Opener {
+public:
+    bool open(const std::string& nativePath) override;
+};
+
+} // namespace veldona
