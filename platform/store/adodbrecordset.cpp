@@ -150,6 +150,12 @@ void Recordset::setBookmark(Bookmark place) {
     state.position = row;
 }
 
+void Recordset::setAbsolutePosition(int position) {
+    State& state = opened();
+    if (position < 1 || position > state.rows().rowCount()) raise(ErrorNumber::NoCurrentRecord);
+    state.position = position - 1;
+}
+
 int Recordset::recordCount() const {
     return opened().rows().rowCount();
 }

@@ -1,7 +1,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <filesystem>
 
 #include "platform/store/dialect.h"
@@ -61,8 +60,6 @@ void createDatabase(const std::string& nativePath, std::string_view password,
     const std::vector<std::string> statements = definitionStatements(tables, queries);
     const Draft draft(nativePath + ".yeni");
     define(*createSqlcipher(draft.path(), password), statements);
-    // Opened again before it gets its name: it must answer to its password as any file does.
-    static_cast<void>(readCatalog(*openSqlcipher(draft.path(), password, std::chrono::seconds(1))));
     fs::rename(draft.path(), nativePath, failed);
     if (failed) throw unreachableFile(nativePath);
     syncFolderOf(nativePath);

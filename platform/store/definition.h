@@ -1,4 +1,4 @@
-// What a database is made of, told without any engine's words: the delivered schema is written in these terms.
+// What a database is made of, in no engine's words: the delivered schema is written in these terms.
 #pragma once
 
 #include <string>
@@ -22,7 +22,7 @@ struct ColumnDef {
     ColumnType type;
 };
 
-// Each table has a column ID of type Counter first; it is the order of equal rows and of a table opened by name.
+// Each table has a column ID of type Counter first: the order of equal rows and of a table opened by name.
 struct TableDef {
     std::string name;
     std::vector<ColumnDef> columns;

@@ -1,4 +1,4 @@
-// What goes wrong below the two faces. Each face turns it into a RuntimeError with the number of its own family.
+// What goes wrong below the two faces. Each face makes a RuntimeError with a number of its family of it.
 #pragma once
 
 #include <exception>
@@ -10,18 +10,18 @@ namespace veldona::store {
 class StoreError : public std::exception {
 public:
     enum class Kind {
-        Syntax,        // the text is no statement of the dialect, or more than one
-        UnknownName,   // no such table, query, column or function
-        TypeMismatch,  // a value does not read as the column's type, or a conversion function failed
+        Syntax,       // the text is no statement of the dialect, or more than one
+        UnknownName,  // no such table, query, column or function
+        TypeMismatch, // a value does not read as the column's type, or a conversion function failed
         Constraint,
         FileMissing,
         WrongPassword, // or a damaged first page: the engine cannot tell them apart
         Damaged,
-        Locked,        // another workstation held the file longer than the timeout
+        Locked, // another workstation held the file longer than the timeout
         DiskFull,
         InputOutput,
         ReadOnly,
-        Injected,      // asked for by Workspace::failWrite
+        Injected, // asked for by Workspace::failWrite
         Other,
     };
 

@@ -93,6 +93,12 @@ TEST_F(Live, NarrowingLeavesOutWhatTheWalkWouldPassOver) {
     EXPECT_EQ(ids("ODEME", {{"MUSTNO", "a"}}), "1 3 4");
     EXPECT_EQ(ids("ODEME", {{"MUSTNO", "a"}, {"ISLEMNO", "2"}}), "3 4");
     EXPECT_EQ(ids("Select * From ODEME Order By TUTAR DESC", {{"MUSTNO", "a"}, {"ISLEMNO", 2}}), "4 3");
+    connection.execute("UPDATE ODEME SET TARIH = '05/11/2026', ISLENDI = True WHERE ID = 2");
+    connection.execute("UPDATE ODEME SET ISLENDI = False WHERE ID = 3");
+    EXPECT_EQ(ids("ODEME", {{"TARIH", DateTime::of(2026, 11, 5)}}), "2");
+    EXPECT_EQ(ids("ODEME", {{"TARIH", "05/11/2026"}, {"ISLENDI", true}}), "2");
+    EXPECT_EQ(ids("SELECT * FROM ODEME", {{"ISLENDI", false}}), ids("ODEME", {{"ISLENDI", false}}));
+    EXPECT_EQ(numberRaised([&] { static_cast<void>(ids("ODEME", {{"YOK", 1}})); }), 3265);
     EXPECT_EQ(ids("ODEME", {{"ISLEMNO", "iki"}}), "");
     EXPECT_EQ(ids("ODEME", {{"ISLEMNO", "1,5"}}), "") << "no whole number is this one";
     EXPECT_EQ(ids("ODEME", {{"ISLEMNO", ""}}), "");

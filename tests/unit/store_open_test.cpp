@@ -49,8 +49,11 @@ TEST_F(Opening, WhatIsNoDatabaseOfOursIsToldApart) {
     std::ofstream(path, std::ios::binary) << std::string("SQLite format 3") + '\0' + std::string(8176, ' ');
     EXPECT_EQ(open(), Kind::Damaged) << "a plain file";
 
-    std::ofstream(path, std::ios::binary) << std::string(8192, 'x');
-    EXPECT_EQ(open(), Kind::WrongPassword) << "noise";
+    for (const std::string& content :
+         {std::string(8192, 'x'), std::string(8192, '\0'), std::string(5, 'x')}) {
+        std::ofstream(path, std::ios::binary) << content;
+        EXPECT_EQ(open(), Kind::WrongPassword) << content.size() << " bytes of noise";
+    }
     fs::remove(path);
 
     create();
