@@ -45,25 +45,33 @@ private:
     throw Refusal(target + " zaten var ve olduğu gibi bırakıldı. Üzerine yazmak için --uzerine-yaz deyin.");
 }
 
+bool stands(const std::string& path) {
+    std::error_code unreachable; // its folder may not be there yet
+    return fs::exists(fs::symlink_status(path, unreachable));
+}
+
 // A file with a log beside it is open somewhere, or was not closed well: the log belongs to it and would be
 // taken for the new file's own.
 void lookAtTarget(const std::string& target, Existing existing) {
-    const fs::file_status status = fs::symlink_status(target);
-    if (!fs::exists(status)) {
-        if (!fs::exists(target + "-wal")) return;
+    if (!stands(target)) {
+        if (!stands(target + "-wal")) return;
         throw Refusal(
             target + "-wal var ama defterin kendisi yok. Bu dosyayı başka bir yere taşıyıp yeniden deneyin.");
     }
     if (existing == Existing::Keep) refuseExisting(target);
-    if (!fs::is_regular_file(status)) throw Refusal(target + " bir dosya değil, üzerine yazılamaz.");
-    if (fs::exists(target + "-wal"))
+    if (!fs::is_regular_file(fs::symlink_status(target)))
+        throw Refusal(target + " bir dosya değil, üzerine yazılamaz.");
+    if (stands(target + "-wal"))
         throw Refusal(target +
                       " şu anda açık görünüyor ve olduğu gibi bırakıldı. Programı kapatıp yeniden deneyin.");
 }
 
 void moveIn(const std::string& file, const std::string& target, Existing existing) {
     const unsigned flags = existing == Existing::Keep ? RENAME_NOREPLACE : 0;
-    if (renameat2(AT_FDCWD, file.c_str(), AT_FDCWD, target.c_str(), flags) == 0) return;
+    int code = renameat2(AT_FDCWD, file.c_str(), AT_FDCWD, target.c_str(), flags);
+    // Some shared disks know no such rename; the look at the target just before must do there.
+    if (code != 0 && errno == EINVAL) code = std::rename(file.c_str(), target.c_str());
+    if (code == 0) return;
     if (errno == EEXIST) refuseExisting(target);
     throw Refusal(target + " yerine konamadı: " + std::strerror(errno));
 }
@@ -100,7 +108,7 @@ void deliver(const std::string& target, Existing existing,
     store::createDatabase(site.file(), kDeliveredPassword, schema::tables(), schema::savedQueries());
     runStatements(site.file(), {schema::firstRows().begin(), schema::firstRows().end()});
     fill(site.file());
-    if (fs::exists(site.file() + "-wal")) throw std::logic_error("the new database was not closed");
+    if (stands(site.file() + "-wal")) throw std::logic_error("the new database was not closed");
     lookAtTarget(target, existing);
     moveIn(site.file(), target, existing);
     syncFolder(folder);
