@@ -19,14 +19,20 @@ std::filesystem::path freshFolder() {
 } // namespace
 
 Shop::Shop()
-    : folder_(freshFolder()),
-      desktop{clock, dialogs, pump, opener, Paths(folder_.string()), {}, DataSources((folder_ / "ODBC.INI").string())},
+    : folder_(freshFolder()), desktop{clock,
+                                      dialogs,
+                                      pump,
+                                      opener,
+                                      Paths(folder_.string()),
+                                      {},
+                                      DataSources((folder_ / "ODBC.INI").string())},
       forms(host), session(desktop, forms) {
     clock.set(DateTime::of(2026, 11, 22, 10, 30));
     store::createDatabase((folder_ / "VELDONA/Veldona_Taksit/vorel.mdb").string(), kDeliveredPassword,
                           schema::tables(), schema::savedQueries());
     OturumBaslat(session);
-    for (const char* statement : schema::firstRows()) run(statement);
+    for (const char* statement : schema::firstRows())
+        run(statement);
     session.gParaBirimi = 1;
 }
 
@@ -48,11 +54,14 @@ std::vector<std::string> Shop::rows(const std::string& sql) {
     return lines;
 }
 
-void Shop::run(const std::string& sql) { session.gBaglanti->execute(sql); }
+void Shop::run(const std::string& sql) {
+    session.gBaglanti->execute(sql);
+}
 
 std::vector<std::string> Shop::said() {
     std::vector<std::string> texts;
-    for (const auto& message : dialogs.said) texts.push_back(message.text);
+    for (const auto& message : dialogs.said)
+        texts.push_back(message.text);
     dialogs.said.clear();
     return texts;
 }

@@ -162,7 +162,8 @@ TEST_F(Core, LookUpsAndNumbers) {
 
     EXPECT_FALSE(TekilMi(session, "MUSTKAYIT", {{"HSTNO", "9", AlanTuru::Metin}}));
     EXPECT_TRUE(TekilMi(session, "MUSTKAYIT", {{"HSTNO", "9", AlanTuru::Metin}}, "ID", "1")) << "its own row";
-    EXPECT_TRUE(TekilMi(session, "MUSTKAYIT", {{"HSTNO", "9", AlanTuru::Metin}, {"AD", "Can", AlanTuru::Metin}}));
+    EXPECT_TRUE(
+        TekilMi(session, "MUSTKAYIT", {{"HSTNO", "9", AlanTuru::Metin}, {"AD", "Can", AlanTuru::Metin}}));
     EXPECT_TRUE(shop.said().empty());
     EXPECT_FALSE(TekilMi(session, "MUSTKAYIT", {{"YOK", "9", AlanTuru::Metin}}));
     ASSERT_EQ(shop.dialogs.said.size(), 1u);
@@ -203,8 +204,8 @@ TEST_F(Core, MoneyIsStoredTimesAMillion) {
     EXPECT_EQ(SifirIseNull("5"), Value(5));
 }
 
-// A window built from a swapped date and the store's month-first literal covers the right days on both sides of the
-// 13th; a literal built from the date itself does too.
+// A window built from a swapped date and the store's month-first literal covers the right days on both sides
+// of the 13th; a literal built from the date itself does too.
 TEST_F(Core, SwappedTwiceADateIsItself) {
     for (const int day : {1, 11, 12, 13, 14, 28}) {
         const DateTime due = DateTime::of(2026, 5, day);
@@ -213,8 +214,10 @@ TEST_F(Core, SwappedTwiceADateIsItself) {
         DateTime swapped = due;
         TarihDuzelt(swapped);
         EXPECT_EQ(swapped == due, day >= 13 || day == 5) << day;
-        EXPECT_EQ(shop.rows("SELECT MUSTNO FROM URUNSAT WHERE ODTRH = #" + toText(swapped) + "#").size(), 1u) << day;
-        EXPECT_EQ(shop.rows("SELECT MUSTNO FROM URUNSAT WHERE ODTRH = " + TarihSabiti(due)).size(), 1u) << day;
+        EXPECT_EQ(shop.rows("SELECT MUSTNO FROM URUNSAT WHERE ODTRH = #" + toText(swapped) + "#").size(), 1u)
+            << day;
+        EXPECT_EQ(shop.rows("SELECT MUSTNO FROM URUNSAT WHERE ODTRH = " + TarihSabiti(due)).size(), 1u)
+            << day;
     }
     EXPECT_EQ(TarihSabiti(DateTime::of(2026, 11, 5), kGunSonu), "#11,05,2026 23:59:59#");
 }
