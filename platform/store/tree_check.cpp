@@ -7,6 +7,7 @@
 #include "platform/runtime/text.h"
 #include "platform/store/names.h"
 #include "platform/store/storeerror.h"
+#include "platform/store/tree_items.h"
 #include "platform/store/tree_types.h"
 
 namespace veldona::store::sql {
@@ -16,6 +17,12 @@ using Kind = Expr::Kind;
 
 [[noreturn]] void failRule(const char* sentence) {
     throw StoreError(StoreError::Kind::Syntax, sentence);
+}
+
+// A name as an error may show it, whatever was typed for one.
+std::string shortened(std::string_view name) {
+    constexpr std::size_t kShown = 60;
+    return left(validUtf8(name.substr(0, kShown * 4)), kShown);
 }
 
 struct Scope {
@@ -155,8 +162,9 @@ private:
         }
         for (const Source* other : arm.sources) {
             if (sameName(other->shownName(), source.shownName())) {
-                throw StoreError(StoreError::Kind::UnknownName,
-                                 "Aynı tablo iki kez geçiyor, takma ad verin: " + source.shownName() + ".");
+                throw StoreError(
+                    StoreError::Kind::UnknownName,
+                    "Aynı tablo iki kez geçiyor, takma ad verin: " + shortened(source.shownName()) + ".");
             }
         }
         arm.sources.push_back(&source);
@@ -167,60 +175,6 @@ private:
         checkJoins(*from.left, scope);
         checkJoins(*from.right, scope);
         check(*from.on, scope, Aggregates::Refused);
-    }
-
-    void expandStars(Arm& arm) {
-        std::vector<SelectItem> items;
-        for (SelectItem& item : arm.items) {
-            if (item.expr) {
-                items.push_back(std::move(item));
-                continue;
-            }
-            bool found = false;
-            for (const Source* source : arm.sources) {
-                if (!item.starOf.empty() && !sameName(item.starOf, source->shownName())) continue;
-                found = true;
-                for (const SourceColumn& column : source->columns)
-                    items.push_back(columnItem(*source, column));
-            }
-            if (!found && !item.starOf.empty()) failUnknown("tablo", item.starOf);
-            if (!found) failRule("Sorgu ifadesinde sözdizimi hatası: \"*\" için tablo verilmemiş.");
-        }
-        arm.items = std::move(items);
-    }
-
-    static SelectItem columnItem(const Source& source, const SourceColumn& column) {
-        SelectItem item;
-        item.expr = std::make_unique<Expr>(Kind::Column);
-        item.expr->qualifier = source.shownName();
-        item.expr->name = column.name;
-        return item;
-    }
-
-    // Columns of two tables with one name are told apart by the table's; what has no name is numbered.
-    static void nameItems(Arm& arm) {
-        int unnamed = 1000;
-        for (SelectItem& item : arm.items) {
-            if (!item.alias.empty()) {
-                item.name = item.alias;
-            } else if (item.expr->kind == Kind::Column) {
-                item.name = item.expr->name;
-            } else {
-                item.name = "Expr" + std::to_string(unnamed++);
-            }
-        }
-        const auto isPlain = [](const SelectItem& item) {
-            return item.alias.empty() && item.expr->kind == Kind::Column;
-        };
-        std::vector<std::string> names;
-        for (const SelectItem& item : arm.items)
-            names.push_back(foldName(item.name));
-        std::sort(names.begin(), names.end());
-        for (SelectItem& item : arm.items) {
-            const auto [first, last] = std::equal_range(names.begin(), names.end(), foldName(item.name));
-            if (isPlain(item) && last - first > 1)
-                item.name = item.expr->source->shownName() + "." + item.name;
-        }
     }
 
     // A position, the name of a column of the result, or (in a plain SELECT) an expression of its own.
@@ -251,7 +205,7 @@ private:
 
     [[noreturn]] static void failSyntaxAt(const std::string& text) {
         throw StoreError(StoreError::Kind::Syntax,
-                         "Sorgu ifadesinde sözdizimi hatası: sıralamada \"" + text + "\".");
+                         "Sorgu ifadesinde sözdizimi hatası: sıralamada \"" + shortened(text) + "\".");
     }
 
     void check(Expr& expr, const Scope& scope, Aggregates aggregates) {
@@ -306,7 +260,7 @@ private:
                 if (expr.source) {
                     throw StoreError(
                         StoreError::Kind::UnknownName,
-                        "Alan birden çok tabloda var, tablosuyla yazın: " + validUtf8(expr.name) + ".");
+                        "Alan birden çok tabloda var, tablosuyla yazın: " + shortened(expr.name) + ".");
                 }
                 expr.source = source;
                 expr.type = column->type;
@@ -386,7 +340,7 @@ const SourceColumn* findColumn(const Source& source, std::string_view name) {
 
 void failUnknown(std::string_view what, std::string_view name) {
     throw StoreError(StoreError::Kind::UnknownName,
-                     "Bilinmeyen " + std::string(what) + ": " + validUtf8(name) + ".");
+                     "Bilinmeyen " + std::string(what) + ": " + shortened(name) + ".");
 }
 
 } // namespace veldona::store::sql

@@ -140,7 +140,8 @@ std::optional<ColumnType> eitherType(const Expr& one, const Expr& other) {
     if (!one.type || one.kind == Expr::Kind::Null) return other.type;
     if (!other.type || one.type == other.type) return one.type;
     const Family a = familyOf(one.type), b = familyOf(other.type);
-    if (a != b) return std::nullopt;
+    if ((a == Family::Numeric) != (b == Family::Numeric)) return std::nullopt;
+    if (a != b) return Text; // a date beside a text
     if (a == Family::Numeric) return isWhole(one.type) && isWhole(other.type) ? Whole : Number;
     return Text;
 }

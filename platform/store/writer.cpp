@@ -5,7 +5,7 @@
 #include "platform/runtime/text.h"
 #include "platform/store/names.h"
 #include "platform/store/tree_check.h"
-#include "platform/store/writer_held.h"
+#include "platform/store/writer_parts.h"
 
 namespace veldona::store::sql {
 namespace {
@@ -55,7 +55,9 @@ void Writer::arm(const Arm& arm, Use use, bool alone, const std::vector<std::str
     if (!arm.from.empty()) from(arm);
     where(arm, narrowing);
     grouping(arm);
-    if (limitedPart) put(" LIMIT " + std::to_string(*arm.top) + ")");
+    if (!limitedPart) return;
+    if (!arm.aggregates || !arm.groupBy.empty()) defaultOrder(arm);
+    put(" LIMIT " + std::to_string(*arm.top) + ")");
 }
 
 void Writer::items(const Arm& arm, Use use) {
@@ -150,7 +152,7 @@ void Writer::grouping(const Arm& arm) {
 }
 
 void Writer::order(const Select& select, Use use) {
-    const bool matters = use == Use::Answer || select.arms.front().top;
+    const bool matters = use == Use::Answer || use == Use::Stored || select.arms.front().top;
     for (std::size_t i = 0; i < select.orderBy.size(); ++i) {
         put(i == 0 ? " ORDER BY " : ", ");
         orderTerm(select.orderBy[i]);

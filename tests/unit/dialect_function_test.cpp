@@ -1,0 +1,147 @@
+// The functions of the dialect and its alphabet.
+#include <gtest/gtest.h>
+
+#include "dialect_engine.h"
+
+namespace veldona::store {
+namespace {
+
+class DialectFunction : public testing::Test {
+protected:
+    // The value of an expression, or "error: " and what the engine was told.
+    std::string of(const std::string& expression) {
+        try {
+            return engine.run("SELECT " + expression).at(0);
+        } catch (const std::runtime_error& error) {
+            return std::string("error: ") + error.what();
+        } catch (const StoreError& error) {
+            return "refused: " + error.description();
+        }
+    }
+    DialectEngine engine;
+};
+
+TEST_F(DialectFunction, AnswersAsThePlatformDoes) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"Mid('çığır',2,3)", "ığı"},
+        {"Mid('çığır',4)", "ır"},
+        {"Mid('ab',9,1)", ""},
+        {"Left('Şükrü',2)", "Şü"},
+        {"Right('Şükrü',2)", "rü"},
+        {"Right('ab',9)", "ab"},
+        {"Len('ığdır')", "5"},
+        {"Len(12.5)", "4"},
+        {"'[' & Trim('  a b ') & ']' & LTrim(' a ') & ']' & RTrim(' a ') & ']'", "[a b]a ] a]"},
+        {"UCase('iıçö') & LCase('İIÇÖ')", "İIÇÖiıçö"},
+        {"InStr('Yılmaz','LM')", "3"},
+        {"InStr(4,'ababab','ab')", "5"},
+        {"InStr('abc','x')", "0"},
+        {"Replace('a.b.c','.','/')", "a/b/c"},
+        {"Val('1.234,56')", "1.234"},
+        {"Val(NULL)", "0.0"},
+        {"Cdbl('1.234,56')", "1234.56"},
+        {"Cdbl(NULL)", "NULL"},
+        {"CCur('12,34567')", "12.3457"},
+        {"CInt('2,5') & CInt(3.5) & CLng(-2.5)", "24-2"},
+        {"CStr(0.5)", "0,5"},
+        {"CDate('5.4.2026')", "2026-04-05 00:00:00"},
+        {"IIf(1=2,'a','b')", "b"},
+        {"IIf(NULL,1,2)", "2"},
+        {"IsNull(NULL)", "-1"},
+        {"Nz(NULL,5)", "5"},
+        {"Nz(Date(),'yok')", "22/11/2026"},
+        {"Int(-2.5)", "-3.0"},
+        {"Fix(-2.5)", "-2.0"},
+        {"Abs(-2.5)", "2.5"},
+        {"Sgn(-2.5)", "-1"},
+        {"Round(2.5)", "2.0"},
+        {"Round(0.125,2)", "0.12"},
+        {"Format(1234.5,'#,##0.00')", "1.234,50"},
+        {"Format(Now(),'mm,dd,yyyy hh:mm:ss')", "11,22,2026 10:30:00"},
+        {"Now()", "2026-11-22 10:30:00"},
+        {"Date()", "2026-11-22 00:00:00"},
+        {"Time()", "1899-12-30 10:30:00"},
+        {"Year(Now()) & '-' & Month(Now()) & '-' & Day(Now())", "2026-11-22"},
+        {"Hour(Now()) & ':' & Minute(Now()) & ':' & Second(Now())", "10:30:0"},
+        {"DateAdd('m',1,#01,31,2026#)", "2026-02-28 00:00:00"},
+        {"DateAdd('d',-1,#01,01,2026#)", "2025-12-31 00:00:00"},
+        {"DateAdd('yyyy',1,#02,29,2024#)", "2025-02-28 00:00:00"},
+        {"DateAdd('n',90,#01,01,2026#)", "2026-01-01 01:30:00"},
+        {"DateDiff('m',#01,31,2026#,#02,01,2026#)", "1"},
+        {"DateDiff('d',#12,31,2025 23:59:59#,#01,01,2026#)", "1"},
+        {"DateDiff('yyyy','31/12/2025','1/1/2026')", "1"},
+        {"DateDiff('ww',#11,21,2026#,#11,22,2026#)", "1"}, // a Saturday, and the Sunday behind it
+        {"DateSerial(2026,14,0)", "2027-01-31 00:00:00"},
+        {"DateValue(Now())", "2026-11-22 00:00:00"},
+        {"#11,22,2026# + 1", "2026-11-23 00:00:00"},
+        {"#11,22,2026# - 1", "2026-11-21 00:00:00"},
+        {"'a' & NULL & 'b'", "ab"},
+        {"'a' + NULL", "NULL"},
+        {"Left(NULL,1)", "NULL"},
+        {"1000 / 3 & ''", "333,333333333333"},
+    };
+    for (const auto& [expression, expected] : cases)
+        EXPECT_EQ(of(expression), expected) << expression;
+}
+
+TEST_F(DialectFunction, FailsWithAMarkedTurkishSentence) {
+    for (const char* expression :
+         {"Cdbl(Trim('G3'))", "Cdbl(Trim(''))", "CInt(40000)", "CDate(Trim('yarın'))", "5 / (3 - 3)", "5 / 0",
+          "5 Mod 0", "10 ^ 999", "Mid('a',0)", "Left('a',-1)", "Now() + 99999999", "'x' + 1"})
+        EXPECT_EQ(of(expression).substr(0, 9), "error: T:") << expression << ": " << of(expression);
+    EXPECT_EQ(of("Cdbl(Trim('G3'))"), "error: T:Veri türü uyuşmuyor: \"G3\" sayı olarak okunamadı.");
+    EXPECT_EQ(of("Cdbl('G3')"), "refused: Veri türü uyuşmuyor: \"G3\" sayı olarak okunamadı.");
+}
+
+// Neighbours that the engine's own comparison would set wrong.
+TEST_F(DialectFunction, TheAlphabetIsTheTurkishOne) {
+    const char* rising[] = {"",  "1", "10", "9", "a", "B", "c", "Ç", "d", "g", "Ğ", "h", "ı",
+                            "i", "J", "o",  "Ö", "p", "S", "ş", "t", "u", "Ü", "v", "z"};
+    for (std::size_t i = 0; i + 1 < std::size(rising); ++i)
+        EXPECT_EQ(engine.engine(std::string("SELECT '") + rising[i] + "' < '" + rising[i + 1] +
+                                "' COLLATE TURKISH"),
+                  Rows{"1"})
+            << rising[i] << " before " << rising[i + 1];
+    for (const auto& [a, b] : {std::pair{"ILGIN", "ılgın"}, {"İNCİ", "inci"}, {"ŞÖÇĞÜ", "şöçğü"}, {"7", "7"}})
+        EXPECT_EQ(engine.engine(std::string("SELECT '") + a + "' = '" + b + "' COLLATE TURKISH"), Rows{"1"})
+            << a;
+    for (const auto& [a, b] : {std::pair{"I", "i"}, {"07", "7"}, {"a", "a "}, {"kamil", "kâmil"}})
+        EXPECT_EQ(engine.engine(std::string("SELECT '") + a + "' = '" + b + "' COLLATE TURKISH"), Rows{"0"})
+            << a;
+    EXPECT_NE(std::string_view(collationVersion()), "");
+}
+
+TEST(DialectDefinition, ColumnsReadBackAsTheyWereDeclared) {
+    using enum ColumnType;
+    const TableDef table{"T",
+                         {{"ID", Counter},
+                          {"A", Whole},
+                          {"B", Small},
+                          {"C", Number},
+                          {"D", Text},
+                          {"E", Memo},
+                          {"F", Date},
+                          {"G", Boolean}},
+                         {{"A", "D"}}};
+    DialectEngine engine;
+    const auto statements = definitionStatements(
+        {table}, {{"S", "SELECT D & 'x?' AS DX, F, COUNT(*) AS N FROM T WHERE A=5 GROUP BY D, F"}});
+    for (const std::string& sql : statements)
+        engine.engine(sql);
+    EXPECT_EQ(engine.engine("SELECT name FROM sqlite_master WHERE tbl_name='T' AND type='index'"),
+              Rows{"T_A_D"});
+    // What is written keeps its kind, whatever it looks like.
+    engine.engine("INSERT INTO T (A,B,C,D,E,F,G) VALUES (5,2,3,'007','1e5','2026-01-01 00:00:00',-1)");
+    EXPECT_EQ(engine.engine("SELECT typeof(A),typeof(C),D,E,typeof(F),G FROM T"),
+              Rows{"integer|real|007|1e5|text|-1"});
+    EXPECT_EQ(engine.engine("SELECT * FROM S"), Rows{"007x?|2026-01-01 00:00:00|1"});
+    const std::pair<const char*, std::optional<ColumnType>> cases[] = {
+        {"INTEGER", Whole},   {"SMALLINT", Small}, {"DOUBLE", Number},
+        {"TEXT", Text},       {"MEMOTEXT", Memo},  {"DATETIMETEXT", Date},
+        {"BOOLEAN", Boolean}, {"", std::nullopt},  {"BLOB", std::nullopt}};
+    for (const auto& [text, type] : cases)
+        EXPECT_EQ(columnTypeOfDeclaration(text), type) << text;
+}
+
+} // namespace
+} // namespace veldona::store

@@ -1,0 +1,292 @@
+// Cutting statements into shapes and literals, what literals become, and texts that are no statement.
+#include <gtest/gtest.h>
+
+#include "dialect_engine.h"
+
+namespace veldona::store {
+namespace {
+
+using enum ColumnType;
+
+std::string shown(const SplitStatement& split) {
+    std::string text = split.shape;
+    for (const Literal& literal : split.literals) {
+        text += literal.kind == Literal::Kind::Number ? " n:"
+                : literal.kind == Literal::Kind::Text ? " t:"
+                                                      : " d:";
+        text += literal.text;
+    }
+    return text;
+}
+
+TEST(DialectSplit, LiteralsThatMeetAColumnLeaveTheShape) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"select * from MUSTKAYIT where HSTNO = '7'", "SELECT * FROM MUSTKAYIT WHERE HSTNO = ? t:7"},
+        {"SELECT  *  From\tMUSTKAYIT\r\nWHERE hstno='7' ;", "SELECT * FROM MUSTKAYIT WHERE HSTNO = ? t:7"},
+        {"A='it''s' OR B=\"say \"\"x\"\"\"", "A = ? OR B = ? t:it's t:say \"x\""},
+        {"A=-5 AND B>=1.5 AND C<>-.5", "A = ? AND B >= ? AND C <> ? n:-5 n:1.5 n:-.5"},
+        {"D <=   # 11,22,2026 #", "D <= ? d: 11,22,2026 "},
+        {"A NOT IN ('G3','G4', -1)", "A NOT IN ( ? , ? , ? ) t:G3 t:G4 n:-1"},
+        {"A BETWEEN 1 AND 5 AND 3 = B", "A BETWEEN ? AND ? AND 3 = B n:1 n:5"},
+        {"A like 'x%'", "A LIKE ? t:x%"},
+        {"VALUES (1,'a',Mid(B,4,2),-1,2*3)", "VALUES ( ? , ? , MID ( B , 4 , 2 ) , ? , 2 * 3 ) n:1 t:a n:-1"},
+        {"SET A=1,B='x'", "SET A = ? , B = ? n:1 t:x"},
+        {"IN (SELECT A, 5 FROM B)", "IN ( SELECT A , 5 FROM B )"},
+        {"SELECT TOP 1 'x', A/1000000 FROM B", "SELECT TOP 1 'x' , A / 1000000 FROM B"},
+        {"A = 5 * B", "A = 5 * B"},
+        {"A = 5 mod B", "A = 5 MOD B"},
+        {"A = 5 AND modem = 1", "A = ? AND MODEM = ? n:5 n:1"},
+        {"A & \"it's\"", "A & 'it''s'"},
+        {"[Ad Soyad] . [AD]", "[Ad Soyad].[AD]"},
+        {"SUM(A) AS OdenenPara", "SUM ( A ) AS OdenenPara"},
+        {"A = 'İstanbul'", "A = ? t:İstanbul"},
+        {"A = 'x\xff'", "A = ? t:x\xEF\xBF\xBD"},
+    };
+    for (const auto& [sql, expected] : cases)
+        EXPECT_EQ(shown(splitStatement(sql)), expected) << sql;
+}
+
+// A shape is read again by the parser: cutting it must give itself.
+TEST(DialectSplit, AShapeIsItsOwnShape) {
+    for (const char* sql :
+         {"SELECT A.B , 'x''y' & \"q\" FROM [C D] WHERE E + 5. = F", "A - - 1.5E+3 * .5 < B"}) {
+        const std::string shape = splitStatement(sql).shape;
+        EXPECT_EQ(splitStatement(shape).shape, shape);
+    }
+}
+
+TEST(DialectSplit, WhatCannotBeCutIsASyntaxError) {
+    const std::string nul("SELECT * FROM MUSTKAYIT\0", 24);
+    const std::string_view cases[] = {"SELECT 'x",
+                                      "SELECT \"x",
+                                      "A = #1,2,2026",
+                                      "A = ##",
+                                      "A = #  #",
+                                      "[AD",
+                                      "[]",
+                                      "A = 12abc",
+                                      "A = 1.2.3",
+                                      "A = 1e",
+                                      "A ? B",
+                                      "A ! B",
+                                      "@IDENTITY",
+                                      "@@IDENTITYX",
+                                      "(A",
+                                      "A)",
+                                      "A; DELETE FROM B",
+                                      "A;;",
+                                      "(A;)",
+                                      "SELECT A -- B",
+                                      "SELECT /* A */ B",
+                                      "A { B",
+                                      "A $ B",
+                                      nul};
+    for (const std::string_view sql : cases) {
+        try {
+            static_cast<void>(splitStatement(sql));
+            ADD_FAILURE() << sql;
+        } catch (const StoreError& error) {
+            EXPECT_EQ(error.kind(), StoreError::Kind::Syntax) << sql;
+        }
+    }
+}
+
+std::string bound(const Value& value) {
+    switch (value.kind()) {
+    case Value::Kind::Null:
+        return "NULL";
+    case Value::Kind::Whole:
+        return std::to_string(value.get<std::int64_t>());
+    case Value::Kind::Double:
+        return "d" + std::to_string(value.get<double>());
+    default:
+        return "'" + value.get<std::string>() + "'";
+    }
+}
+
+std::string boundOrError(const Literal& literal, std::optional<ColumnType> target) {
+    try {
+        return bound(bindLiteral(literal, target));
+    } catch (const StoreError& error) {
+        return error.kind() == StoreError::Kind::TypeMismatch ? "mismatch" : "other error";
+    }
+}
+
+TEST(DialectLiteral, IsReadByTheTypeOfItsColumn) {
+    constexpr auto number = Literal::Kind::Number, text = Literal::Kind::Text, date = Literal::Kind::Date;
+    struct Case {
+        Literal literal;
+        std::optional<ColumnType> target;
+        const char* expected;
+    };
+    const Case cases[] = {
+        {{number, "5"}, std::nullopt, "5"},
+        {{number, "1.5"}, std::nullopt, "d1.500000"},
+        {{number, "1234500000.00"}, Number, "d1234500000.000000"},
+        {{number, "2.5"}, Whole, "2"},
+        {{number, "3.5"}, Whole, "4"},
+        {{number, "2147483647"}, Whole, "2147483647"},
+        {{number, "2147483648"}, Whole, "mismatch"},
+        {{number, "-2147483649"}, Whole, "mismatch"},
+        {{number, "32767"}, Small, "32767"},
+        {{number, "32768"}, Small, "mismatch"},
+        {{number, "1e999"}, Number, "mismatch"},
+        {{number, "5"}, Boolean, "-1"},
+        {{number, "7"}, Text, "'7'"},
+        {{number, "1.50"}, Text, "'1,5'"},
+        {{number, "45678"}, Date, "'2025-01-21 00:00:00'"},
+        {{text, "1.234,56"}, Number, "d1234.560000"},
+        {{text, "1.5"}, Number, "d15.000000"},
+        {{text, ""}, Number, "mismatch"},
+        {{text, "NULL"}, Number, "mismatch"},
+        {{text, "NULL"}, Date, "mismatch"},
+        {{text, "NULL"}, Text, "'NULL'"},
+        {{text, ""}, Date, "mismatch"},
+        {{text, "5/4/2026"}, Date, "'2026-04-05 00:00:00'"},
+        {{text, "4/25/2026 13:05:06"}, Date, "'2026-04-25 13:05:06'"},
+        {{date, "04,05,2026"}, Date, "'2026-04-05 00:00:00'"},
+        {{date, " 25,04,2026 23:59:59 "}, Date, "'2026-04-25 23:59:59'"},
+        {{date, "04,05,2026"}, std::nullopt, "'2026-04-05 00:00:00'"},
+        {{date, "04,05,2026"}, Text, "'05/04/2026'"},
+        {{date, "yarın"}, Date, "mismatch"},
+    };
+    for (const Case& each : cases)
+        EXPECT_EQ(boundOrError(each.literal, each.target), each.expected)
+            << each.literal.text << " into " << (each.target ? int(*each.target) : -1);
+}
+
+TEST(DialectLiteral, AValueOfTheProgramIsStoredByTheTypeOfItsColumn) {
+    EXPECT_EQ(bound(bindValue(Null{}, Whole)), "NULL");
+    EXPECT_EQ(bound(bindValue(DateTime::of(2026, 1, 2, 3, 4, 5), Date)), "'2026-01-02 03:04:05'");
+    EXPECT_EQ(bound(bindValue(DateTime::of(2026, 1, 2), Text)), "'02/01/2026'");
+    EXPECT_EQ(bound(bindValue(Currency::ofTenThousandths(125000), Number)), "d12.500000");
+    EXPECT_EQ(bound(bindValue(Currency::ofTenThousandths(125000), Text)), "'12,5'");
+    EXPECT_EQ(bound(bindValue(true, Small)), "-1");
+    EXPECT_EQ(bound(bindValue("\xff", Text)), "'\xEF\xBF\xBD'");
+    EXPECT_THROW(static_cast<void>(bindValue("", Whole)), StoreError);
+    EXPECT_THROW(static_cast<void>(bindValue("NULL", Date)), StoreError);
+}
+
+TEST(DialectLiteral, AStoredDateComesBack) {
+    for (const DateTime date : {DateTime::of(100, 1, 1), DateTime::of(2024, 2, 29, 23, 59, 59), DateTime()})
+        EXPECT_EQ(dateOfStored(storedDate(date)), date);
+    for (const char* text :
+         {"", "2026-02-30 00:00:00", "2026-02-20", "2026-02-20 24:00:00", "2026/02/20 00:00:00"})
+        EXPECT_EQ(dateOfStored(text), std::nullopt) << text;
+}
+
+struct Refusal {
+    const char* sql;
+    StoreError::Kind kind;
+    const char* names; // what the description must hold
+};
+
+class DialectRefusal : public testing::Test {
+protected:
+    void expect(const Refusal& refusal) {
+        try {
+            static_cast<void>(engine.run(refusal.sql));
+            ADD_FAILURE() << refusal.sql;
+        } catch (const StoreError& error) {
+            EXPECT_EQ(error.kind(), refusal.kind) << refusal.sql << ": " << error.what();
+            EXPECT_NE(error.description().find(refusal.names), std::string::npos)
+                << refusal.sql << ": " << error.what();
+        }
+    }
+    DialectEngine engine;
+};
+
+TEST_F(DialectRefusal, WhatIsNoStatement) {
+    using enum StoreError::Kind;
+    const Refusal cases[] = {
+        {"", Syntax, "yarım"},
+        {"SELECT", Syntax, ""},
+        {"SELECT * FORM MUSTKAYIT", Syntax, "FORM"},
+        {"SELECT * FROM MUSTKAYIT WHERE HSTNO = ", Syntax, "yarım"},
+        {"SELECT * FROM MUSTKAYIT WHERE HSTNO = '7' 'x'", Syntax, "x"},
+        {"SELECT * FROM MUSTKAYIT WHERE HSTNO '7'", Syntax, "7"},
+        {"UPDATE ISLEMNOTABLO SET TOPBORC= 12,5 Where ISLEMNO = 1", Syntax, "5"},
+        {"INSERT INTO MUSTKAYIT (AD,SOYAD) VALUES ('a')", Syntax, ""},
+        {"INSERT INTO MUSTKAYIT (AD) VALUES ()", Syntax, ""},
+        {"SELECT ID FROM MUSTKAYIT UNION SELECT ID, AD FROM MUSTKAYIT", Syntax, ""},
+        {"SELECT ID FROM MUSTKAYIT WHERE SUM(ID) > 1", Syntax, ""},
+        {"SELECT SUM(MAX(ID)) FROM MUSTKAYIT", Syntax, ""},
+        {"SELECT Mid(AD) FROM MUSTKAYIT", Syntax, "MID"},
+        {"SELECT * FROM MUSTKAYIT WHERE ID IN (SELECT ID, AD FROM MUSTKAYIT)", Syntax, ""},
+        {"SELECT * FROM MUSTKAYIT ORDER BY 99", Syntax, "99"},
+        {"DROP TABLE MUSTKAYIT", Syntax, "DROP"},
+        {"PRAGMA cipher_version", Syntax, "PRAGMA"},
+        {"SELECT * FROM URUNSAT WHERE ODTRH >= ##", Syntax, "##"},
+        {"SELECT * FROM YOK", UnknownName, "YOK"},
+        {"SELECT YOK FROM MUSTKAYIT", UnknownName, "YOK"},
+        {"SELECT * FROM MUSTKAYIT WHERE URUNSAT.ID = 1", UnknownName, "URUNSAT"},
+        {"SELECT ISLEMNO FROM URUNAL, URUNSAT", UnknownName, "ISLEMNO"},
+        {"SELECT 1 FROM URUNAL, URUNAL", UnknownName, "URUNAL"},
+        {"SELECT yok(AD) FROM MUSTKAYIT", UnknownName, "YOK"},
+        {"INSERT INTO MUSTKAYIT (YOK) VALUES (1)", UnknownName, "YOK"},
+        {"INSERT INTO S_TAKSITODENEN (UNVAN) VALUES ('a')", UnknownName, "S_TAKSITODENEN"},
+        {"DELETE FROM sqlite_master", UnknownName, "SQLITE_MASTER"},
+        {"select  object_name(constid) as constraint_name From sysforeignkeys where object_name(constid) = "
+         "'FK'"
+         " order by constraint_name, table_name, referenced_table_name,  keyno",
+         UnknownName, "SYSFOREIGNKEYS"},
+        {"SELECT * FROM URUNSAT WHERE ISLEMNO = 'abc'", TypeMismatch, "abc"},
+        {"SELECT * FROM URUNSAT WHERE ISLEMNO = MUSTNO", TypeMismatch, ""},
+        {"UPDATE URUNSAT SET ODTRH = 'NULL'", TypeMismatch, "NULL"},
+        {"INSERT INTO URUNSAT (ISLEMNO) VALUES ('')", TypeMismatch, ""},
+        {"SELECT SUM(AD) FROM MUSTKAYIT", TypeMismatch, "SUM"},
+        {"SELECT * FROM MUSTKAYIT WHERE AD", TypeMismatch, ""},
+    };
+    for (const Refusal& each : cases)
+        expect(each);
+}
+
+// What an attacker or a paste puts into a field must end in a refusal or an answer, and never run a second
+// statement.
+TEST_F(DialectRefusal, HostileTextEndsInAnAnswerOrARefusal) {
+    const auto repeated = [](int count, const std::string& open, const std::string& inside,
+                             const std::string& close) {
+        std::string text;
+        for (int i = 0; i < count; ++i)
+            text += open;
+        text += inside;
+        for (int i = 0; i < count; ++i)
+            text += close;
+        return text;
+    };
+    const std::string from = "SELECT * FROM URUNSAT WHERE ";
+    std::vector<std::string> texts;
+    for (const int depth : {5, 30, 70, 150, 199, 200, 201, 5000}) {
+        texts.push_back(from + repeated(depth, "(", "ID=1", ")"));
+        texts.push_back(from + repeated(depth, "NOT ", "ID=1", ""));
+        texts.push_back(from + repeated(depth, "", "ID=1", " OR ID=1"));
+        texts.push_back(from + "ID = " + repeated(depth, "- ", "ID", ""));
+        texts.push_back(from + "MUSTNO = " + repeated(depth, "Trim(", "MUSTNO", ")"));
+        texts.push_back(from + repeated(depth, "ID=1 OR ID=2 AND NOT ID = ID+ID*(", "ID", ")"));
+        texts.push_back(from + repeated(depth, "ID IN (SELECT ID FROM URUNSAT WHERE ID=1 OR ", "ID=1", ")"));
+        texts.push_back(repeated(depth, "SELECT * FROM (", "SELECT ID FROM URUNSAT", ")"));
+        texts.push_back("SELECT " + repeated(depth, "IIf(ISLEMNO=1,", "ID", ",2)") + " FROM URUNSAT");
+    }
+    texts.push_back(from + "MUSTNO = '" + std::string(65536, 'x') + "'");
+    texts.push_back(from + "ID IN (" + repeated(20000, "1,", "2", "") + ")");
+    texts.push_back(std::string(65536, '('));
+    texts.push_back("SELECT " + std::string(65536, 'A') + " FROM URUNSAT");
+    texts.push_back("\xff\xfe\x80 \xc3");
+    for (const std::string& text : texts) {
+        try {
+            engine.run(text);
+        } catch (const StoreError& error) {
+            EXPECT_LT(error.description().size(), 400u);
+        }
+    }
+}
+
+TEST_F(DialectRefusal, AnApostropheInAValueStaysInTheValue) {
+    engine.run("INSERT INTO MUSTKAYIT (HSTNO,AD) VALUES ('1','O''Neil; DELETE FROM MUSTKAYIT --')");
+    EXPECT_EQ(engine.run("SELECT AD FROM MUSTKAYIT"), Rows{"O'Neil; DELETE FROM MUSTKAYIT --"});
+    expect({"SELECT * FROM MUSTKAYIT WHERE AD = 'O'Neil'", StoreError::Kind::Syntax, ""});
+    EXPECT_EQ(engine.run("SELECT COUNT(*) FROM MUSTKAYIT"), Rows{"1"});
+}
+
+} // namespace
+} // namespace veldona::store
