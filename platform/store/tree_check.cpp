@@ -25,6 +25,13 @@ std::string shortened(std::string_view name) {
     return left(validUtf8(name.substr(0, kShown * 4)), kShown);
 }
 
+// A sum of literals: nothing to sort or group by, and to the engine a position.
+bool isConstant(const Expr& expr) {
+    if (expr.kind == Kind::Column || expr.kind == Kind::Call || expr.query) return false;
+    return std::all_of(expr.parts.begin(), expr.parts.end(),
+                       [](const ExprPtr& part) { return isConstant(*part); });
+}
+
 struct Scope {
     std::vector<Source*> sources;
     const Scope* outer = nullptr;
@@ -133,8 +140,10 @@ private:
         for (auto& from : arm.from)
             checkJoins(*from, scope);
         if (arm.where) check(*arm.where, scope, Aggregates::Refused);
-        for (ExprPtr& key : arm.groupBy)
+        for (ExprPtr& key : arm.groupBy) {
+            if (isConstant(*key)) failRule("Sorgu ifadesinde sözdizimi hatası: GROUP BY bir alan ister.");
             check(*key, scope, Aggregates::Refused);
+        }
         expandStars(arm);
         for (SelectItem& item : arm.items)
             check(*item.expr, scope, Aggregates::Allowed);
@@ -195,6 +204,7 @@ private:
             }
             if (term.position != 0) return;
         }
+        if (isConstant(expr)) failRule("Sorgu ifadesinde sözdizimi hatası: ORDER BY bir alan ister.");
         if (select.arms.size() > 1) {
             if (expr.kind == Kind::Column) failUnknown("alan", expr.name);
             failRule("Birleştirilmiş sorgu yalnız sonucun alanlarına göre sıralanabilir.");

@@ -214,6 +214,8 @@ TEST_F(DialectRefusal, WhatIsNoStatement) {
         {"SELECT Mid(AD) FROM MUSTKAYIT", Syntax, "MID"},
         {"SELECT * FROM MUSTKAYIT WHERE ID IN (SELECT ID, AD FROM MUSTKAYIT)", Syntax, ""},
         {"SELECT * FROM MUSTKAYIT ORDER BY 99", Syntax, "99"},
+        {"SELECT * FROM MUSTKAYIT ORDER BY - -1", Syntax, "ORDER BY"},
+        {"SELECT COUNT(*) FROM MUSTKAYIT GROUP BY 1", Syntax, "GROUP BY"},
         {"DROP TABLE MUSTKAYIT", Syntax, "DROP"},
         {"PRAGMA cipher_version", Syntax, "PRAGMA"},
         {"SELECT * FROM URUNSAT WHERE ODTRH >= ##", Syntax, "##"},
