@@ -1,5 +1,6 @@
 #include "apps/operator/keynames.h"
 #include "apps/operator/verbs.h"
+#include "platform/controls/editing.h"
 #include "platform/controls/names.h"
 #include "platform/controls/userinput.h"
 #include "platform/runtime/conversion.h"
@@ -26,9 +27,38 @@ void focus(Stage& stage, const Line& line) {
     require(user::focus(control), line.words[0], control);
 }
 
+// Where there are windows, keys go through their widgets.
+bool pressKey(Stage& stage, Form& screen, const KeyEvent& key) {
+    Windows* windows = stage.windows();
+    if (windows == nullptr) return user::pressKey(screen, key);
+    if (screen.forms().active() != &screen || !screen.enabled()) return false;
+    windows->pressKey(screen, key);
+    return true;
+}
+
+bool selectAll(Control& control) {
+    if (auto* text = dynamic_cast<TextBox*>(&control)) {
+        text->selectAll();
+        return true;
+    }
+    auto* combo = dynamic_cast<ComboBox*>(&control);
+    if (combo != nullptr) combo->selectAll();
+    return combo != nullptr;
+}
+
+bool type(Stage& stage, Control& control, const std::string& text) {
+    if (stage.windows() == nullptr) return user::type(control, text);
+    Form& screen = control.form();
+    if (!user::focus(control) || screen.activeControl() != &control || !selectAll(control)) return false;
+    for (const char32_t character : charactersOf(text)) {
+        if (!pressKey(stage, screen, {.character = character})) return screen.isUnloaded();
+    }
+    return true;
+}
+
 void type(Stage& stage, const Line& line) {
     Control& control = stage.control(line.words[0]);
-    require(user::type(control, line.words[1].text), line.words[0], control);
+    require(type(stage, control, line.words[1].text), line.words[0], control);
 }
 
 void put(Stage& stage, const Line& line) {
@@ -39,7 +69,7 @@ void put(Stage& stage, const Line& line) {
 void pressKey(Stage& stage, const Line& line) {
     const KeyEvent event = keyNamed(line.words[0].text);
     Form& screen = stage.screen();
-    if (!user::pressKey(screen, event)) throw Shortfall(screen.name() + " takes no key now");
+    if (!pressKey(stage, screen, event)) throw Shortfall(screen.name() + " takes no key now");
 }
 
 void click(Stage& stage, const Line& line) {

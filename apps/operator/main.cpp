@@ -11,6 +11,7 @@
 
 #include "apps/operator/folders.h"
 #include "apps/operator/runner.h"
+#include "apps/operator/windowsystem.h"
 #include "apps/screens.h"
 
 namespace veldona::console {
@@ -46,7 +47,7 @@ std::optional<Options> readOptions(const std::vector<std::string>& arguments) {
     return options;
 }
 
-void runFile(const std::string& file, const std::optional<std::string>& drive, Windows* windows,
+void runFile(const std::string& file, const std::optional<std::string>& drive, const OpenWindows& windows,
              Tally& tally) {
     const bool fromStandardInput = file == "-";
     std::ifstream opened;
@@ -61,7 +62,7 @@ void runFile(const std::string& file, const std::optional<std::string>& drive, W
     Runner(script, {folder.path(), registerScreens, windows}, tally).run();
 }
 
-Tally runAll(const Options& options, Windows* windows) {
+Tally runAll(const Options& options, const OpenWindows& windows) {
     Tally tally;
     for (std::size_t i = 0; i < options.files.size() && !tally.unreadable; ++i) {
         std::optional<std::string> drive = options.drive;
@@ -71,13 +72,19 @@ Tally runAll(const Options& options, Windows* windows) {
     return tally;
 }
 
-int run(const std::vector<std::string>& arguments) {
-    const auto options = readOptions(arguments);
+int run(int count, char** arguments) {
+    const auto options = readOptions({arguments + 1, arguments + count});
     if (!options) {
         std::cerr << kUsage;
         return CouldNotRead;
     }
-    const Tally tally = runAll(*options, nullptr);
+    std::optional<WindowSystem> system;
+    OpenWindows windows;
+    if (options->withWindows) {
+        system.emplace(count, arguments);
+        windows = [&](Clock& clock) { return system->open(clock); };
+    }
+    const Tally tally = runAll(*options, windows);
     std::cout << tally.passed << " passed, " << tally.failed << " failed" << std::endl;
     if (tally.unreadable) return CouldNotRead;
     return tally.failed > 0 ? FellShort : AllHeld;
@@ -89,7 +96,7 @@ int run(const std::vector<std::string>& arguments) {
 
 int main(int count, char** arguments) {
     try {
-        return veldona::console::run({arguments + 1, arguments + count});
+        return veldona::console::run(count, arguments);
     } catch (const std::filesystem::filesystem_error& error) {
         std::cerr << error.what() << '\n';
         return 2;

@@ -63,6 +63,7 @@ void Runner::perform(const Line& line) {
     } catch (const UnreadableLine& error) {
         complainOfUnreadable(error);
     }
+    if (Windows* windows = stage_.windows()) windows->flush();
 }
 
 void Runner::complainOfUnreadable(const std::exception& error) {

@@ -28,6 +28,7 @@ std::string messageText(const RecordingDialogs::Said& said) {
 }
 
 Stage::Stage(Setting setting, FormHost& host) : setting_(std::move(setting)), host_(&host) {
+    if (setting_.windows) windows_ = setting_.windows(clock);
     renewProcess();
 }
 

@@ -41,7 +41,7 @@ private:
 struct Setting {
     std::string folder; // stands for drive C:
     RegisterScreens screens;
-    Windows* windows = nullptr; // nullptr: none are attached
+    OpenWindows windows = nullptr; // none are attached
 };
 
 class Stage {
@@ -68,11 +68,12 @@ public:
     AskedDialogs dialogs;
     ReportSink reports;
 
-    [[nodiscard]] Windows* windows() const { return setting_.windows; } // nullptr: none are attached
+    [[nodiscard]] Windows* windows() const { return windows_.get(); } // nullptr: none are attached
 
 private:
     Setting setting_;
     FormHost* host_;
+    std::unique_ptr<Windows> windows_;
     std::unique_ptr<Process> process_;
 };
 

@@ -185,6 +185,31 @@ TEST_F(OperatorProgrami, StandartGirdidenOkur) {
     EXPECT_EQ(outcome.printed, "1 passed, 0 failed\n");
 }
 
+// The keys pass through the widgets, and the end of the process unwinds through none of them.
+TEST_F(OperatorProgrami, PencerelerleDeAyniniGorur) {
+    const std::string picture = folder() + "/ekran.png";
+    const std::string lines = R"op(
+database
+sql "INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('7ş','Ayşe','Yılmaz')"
+start
+type Text1 "7ş"
+expect Label7 "  Ayşe     Yılmaz"
+screenshot ")op" + picture + R"op("
+key Backspace
+expect Text1 "7"
+focus cmdCikis
+key Enter
+expect-closed "frmMainVeldona"
+start
+key Esc
+expect-closed "frmMainVeldona"
+)op";
+    const Outcome outcome = runOperator("--pencere " + file("denek.op", lines));
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.printed;
+    EXPECT_EQ(outcome.lastLine(), "4 passed, 0 failed");
+    EXPECT_GT(std::filesystem::file_size(picture), 1000u);
+}
+
 } // namespace
 
 } // namespace veldona::console
