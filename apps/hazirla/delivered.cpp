@@ -1,6 +1,7 @@
 #include "apps/hazirla/delivered.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -21,16 +22,42 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr std::string_view kSitePrefix = ".hazirla-";
+
+// Held as long as the process lives, however it ends.
+int lockFolder(const std::string& folder) {
+    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0 || flock(descriptor, LOCK_EX | LOCK_NB) == 0) return descriptor;
+    ::close(descriptor);
+    return -1;
+}
+
+// What a killed run left behind; a folder that is being built in is locked.
+void clearAbandonedSites(const fs::path& folder) {
+    std::error_code ignored;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder, ignored)) {
+        if (!entry.path().filename().string().starts_with(kSitePrefix)) continue;
+        const int lock = lockFolder(entry.path().string());
+        if (lock < 0) continue;
+        fs::remove_all(entry.path(), ignored);
+        ::close(lock);
+    }
+}
+
 // Beside the target, so that the last step is a rename within one disk.
 class BuildingSite {
 public:
-    explicit BuildingSite(const fs::path& folder) : folder_((folder / ".hazirla-XXXXXX").string()) {
+    explicit BuildingSite(const fs::path& folder)
+        : folder_((folder / (std::string(kSitePrefix) + "XXXXXX")).string()) {
+        clearAbandonedSites(folder);
         if (mkdtemp(folder_.data()) == nullptr)
             throw Refusal(folder.string() + " klasörüne yazılamıyor: " + std::strerror(errno));
+        lock_ = lockFolder(folder_);
     }
     ~BuildingSite() {
         std::error_code ignored;
         fs::remove_all(folder_, ignored);
+        if (lock_ >= 0) ::close(lock_);
     }
     BuildingSite(const BuildingSite&) = delete;
     BuildingSite& operator=(const BuildingSite&) = delete;
@@ -39,6 +66,7 @@ public:
 
 private:
     std::string folder_;
+    int lock_ = -1;
 };
 
 [[noreturn]] void refuseExisting(const std::string& target) {
