@@ -3,7 +3,6 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <string_view>
 
 #include "platform/runtime/conversion.h"
@@ -161,8 +160,9 @@ std::string engineLiteral(const Value& value) {
     if (value.kind() == Value::Kind::Whole) return std::to_string(value.get<std::int64_t>());
     if (value.kind() == Value::Kind::Double) {
         std::array<char, 32> digits{};
-        const int length = std::snprintf(digits.data(), digits.size(), "%.17g", value.get<double>());
-        std::string written(digits.data(), static_cast<std::size_t>(length));
+        // Not printf: a window system sets the machine's locale, and a decimal comma is none of the engine's.
+        const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value.get<double>());
+        std::string written(digits.data(), end.ptr);
         if (written.find_first_of(".e") == std::string::npos) written += ".0";
         return written;
     }
