@@ -91,8 +91,14 @@ void FormWindow::focusEntered(QWidget& widget, const QFocusEvent& event) {
     binder->focusTaken();
     if (!listens()) return;
     // A view that takes the focus may mark a row of itself; what the model holds is shown again behind that.
-    touch(binder->control());
-    host_.flushSoon();
+    QMetaObject::invokeMethod(
+        this,
+        [this, binder] {
+            if (!isBound()) return;
+            touch(binder->control());
+            host_.flush();
+        },
+        Qt::QueuedConnection);
     if (isMove(event.reason())) followFocus();
 }
 
@@ -109,12 +115,12 @@ void FormWindow::followFocus() {
 bool FormWindow::mouseEvent(QWidget& receiver, const QEvent& event) {
     Binder* binder = binderAt(&receiver);
     if (!binder || !listens()) return false;
-    if (event.type() == QEvent::MouseButtonRelease)
+    if (event.type() == QEvent::MouseButtonRelease) {
         binder->mouseReleased();
-    else if (event.type() == QEvent::MouseButtonDblClick)
-        binder->doubleClicked();
-    else
+    } else {
         binder->handOn();
+        if (event.type() == QEvent::MouseButtonDblClick) binder->doubleClicked();
+    }
     return !isBound();
 }
 

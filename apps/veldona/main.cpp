@@ -1,0 +1,81 @@
+// The program: the screens behind real windows, on the folder that stands for drive C:.
+#include <filesystem>
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QScreen>
+
+#include "apps/screens.h"
+#include "core/session.h"
+#include "ui/dialogs.h"
+#include "ui/host.h"
+#include "ui/housestyle.h"
+#include "ui/screens.h"
+#include "ui/turkishtexts.h"
+#include "ui/windowdesktop.h"
+
+namespace veldona {
+
+namespace {
+
+std::string readRoot(const QApplication& application) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription("Veldona: taksitli satış takibi");
+    const QCommandLineOption help({"h", "yardim"}, "Bu açıklamayı gösterir.");
+    const QCommandLineOption root("kok", "C: sürücüsünün yerine geçen klasör.", "KLASÖR");
+    parser.addOptions({help, root});
+    parser.process(application);
+    if (parser.isSet(help)) parser.showHelp();
+    if (parser.isSet(root)) return std::filesystem::absolute(parser.value(root).toStdString()).string();
+    return chooseRoot(executableFolder(), userDataFolder());
+}
+
+// Told in place of the store's bare error where there are no books at all.
+bool hasBooks(const Paths& paths, Dialogs& dialogs) {
+    const std::string file = paths.toNative(kDatabasePath);
+    if (std::filesystem::exists(file)) return true;
+    dialogs.show({"Veritabanı bulunamadı:\n" + file +
+                      "\n\nProgram açılmadı, hiçbir şey değişmedi. Yeni bir veritabanı şu komutla kurulur:\n"
+                      "vorel-hazirla --kok " + paths.root(),
+                  kProgramTitle, Icon::Exclamation, Buttons::Ok});
+    return false;
+}
+
+int run(QApplication& application) {
+    WindowClock clock;
+    WindowHost windows(clock);
+    clock.attach(&windows);
+    drawScreens(windows);
+    windows.onAllClosed = windows.onProcessEnded = [] { QCoreApplication::quit(); };
+    WindowDialogs dialogs(windows);
+    WindowPump pump(windows);
+    WindowOpener opener;
+
+    const std::string root = readRoot(application);
+    Desktop desktop{clock, dialogs, pump, opener, Paths(root), {}, DataSources(root + "/ODBC.INI")};
+    if (!hasBooks(desktop.paths, dialogs)) return 1;
+
+    Forms forms(windows);
+    Session session(desktop, forms);
+    registerScreens(forms, session);
+    if (!basla(session)) return 1;
+    // No first screen, or one that closed itself: a run without a window is over.
+    if (forms.ended() || forms.loadedForms().empty()) return 0;
+    return QApplication::exec();
+}
+
+} // namespace
+
+} // namespace veldona
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName("veldona");
+    QApplication::setApplicationDisplayName(veldona::kProgramTitle);
+    QApplication::setQuitOnLastWindowClosed(false);
+    veldona::TurkishTexts texts;
+    QCoreApplication::installTranslator(&texts);
+    veldona::applyHouseStyle(application,
+                             veldona::scaleForScreen(QApplication::primaryScreen()->availableSize()));
+    return veldona::run(application);
+}

@@ -1,0 +1,221 @@
+// The main screen as a real window over a real database: what the widgets show is what the models hold, and money taken
+// by keyboard is a row in the books.
+#include <filesystem>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include "apps/screens.h"
+#include "ledger/mainscreen.h"
+#include "tests/support/shop.h"
+#include "tests/ui/window_tests.h"
+#include "ui/datefield.h"
+#include "ui/housestyle.h"
+#include "ui/screens.h"
+#include "ui/windowdesktop.h"
+
+namespace veldona::test {
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+class MainWindow : public ::testing::Test {
+protected:
+    MainWindow() {
+        fillBooks();
+        drawScreens(host);
+        host.timersRun = false;
+        registerScreens(forms, session);
+        EXPECT_TRUE(basla(session));
+        screen = dynamic_cast<FrmMainVeldona*>(forms.loaded("frmMainVeldona"));
+        resize(1366, 730);
+    }
+    ~MainWindow() override { applyHouseStyle(*qApp, 1); }
+
+    void resize(int width, int height) {
+        host.window(*screen)->showNormal();
+        host.window(*screen)->resize(width, height);
+        host.flush();
+        settle();
+    }
+    // With the style that a screen of this size gets.
+    void picture(int width, int height, const std::string& name) {
+        applyHouseStyle(*qApp, scaleForScreen({width, height}));
+        resize(width, height - scaled(38));
+        leavePicture(host, *screen, name);
+    }
+    template <class Widget> Widget& at(const char* name) { return widgetOf<Widget>(host, *screen, name); }
+
+    void fillBooks() {
+        shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD,EVMH,EVCD,EVAPT,EVILCE,EVTEL,GSM,UYARI) VALUES "
+                 "('7','Ayşe','Yılmaz','Çınar Mah.','Gülşen Cad.','14/7','Üsküdar','0216 333 22 11',"
+                 "'0532 444 55 66','Senetsiz mal verilmez')");
+        static const char* const others[][2] = {{"Çiğdem", "Öztürk"}, {"İbrahim", "Şahin"}, {"Ömer", "Çelik"},
+                                                {"Şükrü", "Yıldırım"}, {"Ümit", "Güneş"},  {"Işık", "Aydın"}};
+        for (int i = 0; i < 60; ++i) {
+            const auto& [name, surname] = others[i % 6];
+            shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD,EVTEL) VALUES ('" + std::to_string(100 + i) + "','" +
+                     name + "','" + surname + "','0216 555 00 " + std::to_string(10 + i) + "')");
+        }
+        addSale(5, 12, "20/11/2025");
+        addSale(6, 36, "05/10/2026");
+        shop.run("INSERT INTO TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES "
+                 "('7',6,'05/10/2026 09:00:00',500000000)");
+        shop.run("INSERT INTO TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES "
+                 "('7',6,'06/11/2026 17:30:00',350000000)");
+        // The session of the test's own, only needed to write these rows.
+        shop.session.gBaglanti.reset();
+    }
+    void addSale(int number, int months, const std::string& firstDay) {
+        const std::string sale = std::to_string(number);
+        shop.run("INSERT INTO ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC,ODEME_TIPI,ACIKLAMA,TESLIMAT_TRH) VALUES ('7'," +
+                 sale + "," + std::to_string(months) + "500000000,'Taksitli','Beyaz eşya','25/11/2026')");
+        for (const char* line : {"Buzdolabı", "Çamaşır makinesi"})
+            shop.run("INSERT INTO URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT,TRH,ACIKLAMA) VALUES ('7'," + sale +
+                     ",'1',1," + std::to_string(months * 250) + "000000,'" + firstDay + "','" + line + "')");
+        DateTime day = DateTime::of(2026, 10, 5);
+        for (int i = 0; i < months; ++i) {
+            const DateTime due = addMonths(day, i);
+            shop.run("INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR,PESINAT) VALUES ('7'," + sale + ",'" +
+                     joinDay(due) + "',500000000," + (i == 0 ? "1" : "0") + ")");
+        }
+    }
+    static std::string joinDay(DateTime day) {
+        return QDate(day.year(), day.month(), day.day()).toString("dd/MM/yyyy").toStdString();
+    }
+
+    // By keyboard: the number, down to the sales, the first one, Enter.
+    void openFirstSale() {
+        QTest::mouseClick(&at<QLineEdit>("Text1"), Qt::LeftButton);
+        typeText(host, *screen, "7");
+        for (const Key key : {Key::Down, Key::Down, Key::Enter}) pressKey(host, *screen, key);
+    }
+    Lines query(const std::string& sql) {
+        shop.session.gBaglanti = std::move(session.gBaglanti);
+        Lines found = shop.rows(sql);
+        session.gBaglanti = std::move(shop.session.gBaglanti);
+        return found;
+    }
+    void expectWidgetsShowModels();
+
+    Shop shop;
+    WindowHost host{shop.clock};
+    WindowPump pump{host};
+    Desktop desktop{shop.clock,         shop.dialogs, pump, shop.opener, shop.desktop.paths, {},
+                    shop.desktop.dataSources};
+    Forms forms{host};
+    Session session{desktop, forms};
+    FrmMainVeldona* screen = nullptr;
+};
+
+std::string shownBy(const QWidget& widget) {
+    if (const auto* edit = dynamic_cast<const QLineEdit*>(&widget)) return edit->text().toStdString();
+    if (const auto* combo = dynamic_cast<const QComboBox*>(&widget)) return combo->currentText().toStdString();
+    if (const auto* label = dynamic_cast<const QLabel*>(&widget)) return label->text().toStdString();
+    const auto* date = dynamic_cast<const DateField*>(&widget);
+    const auto day = date ? date->date() : std::nullopt;
+    return day ? day->toString("dd/MM/yyyy").toStdString() : std::string();
+}
+
+Lines rowsOf(const QListView& view) {
+    Lines rows;
+    for (int row = 0; row < view.model()->rowCount(); ++row)
+        rows.push_back(view.model()->index(row, 0).data().toString().toStdString());
+    return rows;
+}
+
+void MainWindow::expectWidgetsShowModels() {
+    for (Control* each : screen->controls()) {
+        const auto* widget = host.window(*screen)->findChild<QWidget*>(QString::fromStdString(each->name()));
+        if (!widget) continue;
+        if (const auto* list = dynamic_cast<ListBox*>(each)) {
+            const auto& view = dynamic_cast<const QListView&>(*widget);
+            EXPECT_EQ(rowsOf(view), list->rows()) << each->name();
+            if (list->onClick) {
+                EXPECT_EQ(view.currentIndex().row(), list->listIndex()) << each->name();
+            }
+        } else if (dynamic_cast<Label*>(each) || dynamic_cast<TextBox*>(each) || dynamic_cast<DateBox*>(each) ||
+                   dynamic_cast<ComboBox*>(each)) {
+            EXPECT_EQ(shownBy(*widget), each->shownText()) << each->name();
+        }
+        // The two pages stand in tabs that the operator turns to.
+        if (!dynamic_cast<WebPane*>(each)) {
+            EXPECT_EQ(widget->isVisible(), each->isShown()) << each->name();
+        }
+        EXPECT_EQ(widget->isEnabled(), each->isUsable()) << each->name();
+    }
+}
+
+} // namespace
+
+TEST_F(MainWindow, TahsilatKlavyeyle) {
+    openFirstSale();
+    EXPECT_EQ(screen->Text5.text(), "6");
+    EXPECT_EQ(screen->activeControl(), &screen->mskOdenenPara);
+    EXPECT_EQ(QApplication::focusWidget(), &at<QLineEdit>("mskOdenenPara"));
+    expectWidgetsShowModels();
+    typeText(host, *screen, "250,00");
+    EXPECT_EQ(at<QLineEdit>("mskOdenenPara").text(), "250,00");
+    pressKey(host, *screen, Key::F2);
+    EXPECT_EQ(shop.said().back(), "KAYIT İŞLEMİ TAMAMLANDI");
+    expectWidgetsShowModels();
+    EXPECT_EQ(rowsOf(at<QListView>("L2")), (Lines{"500,00", "350,00", "250,00"}));
+    EXPECT_EQ(at<QLabel>("Label8").text(), "1.100,00");
+    EXPECT_EQ(at<QLabel>("Label9").text(), "16.900,00");
+    EXPECT_TRUE(at<QLabel>("lblVadeFarki").isVisible());
+    EXPECT_EQ(query("SELECT MUSTNO,ISLEMNO,ODMIKTAR FROM TAKSITODENEN WHERE ODMIKTAR=250000000"),
+              (Lines{"7|6|250000000"}));
+    leavePicture(host, *screen, "tahsilat");
+}
+
+TEST_F(MainWindow, MusteriIzgaradanVeOklarla) {
+    auto& grid = at<QTableView>("grdList");
+    EXPECT_EQ(grid.model()->rowCount(), 61);
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.visualRect(grid.model()->index(2, 1)).center());
+    EXPECT_EQ(screen->Text1.text(), grid.model()->index(2, 0).data().toString().toStdString());
+    expectWidgetsShowModels();
+    QTest::mouseClick(&at<QLineEdit>("txtSoyad"), Qt::LeftButton);
+    typeText(host, *screen, "ş");
+    EXPECT_EQ(grid.model()->rowCount(), 10);
+    EXPECT_EQ(grid.model()->index(0, 2).data().toString(), "Şahin");
+}
+
+TEST_F(MainWindow, EscPencereyiKapatir) {
+    bool allClosed = false;
+    host.onAllClosed = [&] { allClosed = true; };
+    pressKey(host, *screen, Key::Escape);
+    EXPECT_TRUE(allClosed);
+    EXPECT_TRUE(forms.loadedForms().empty());
+}
+
+// Pictures to look at, and what a person would see at once: nothing wider than a small screen.
+TEST_F(MainWindow, EkranaSigar) {
+    openFirstSale();
+    typeText(host, *screen, "250,00");
+    const QSize least = host.window(*screen)->minimumSizeHint();
+    EXPECT_LE(least.width(), 1340);
+    EXPECT_LE(least.height(), 700);
+    picture(1366, 768, "ana-1366x768");
+    picture(1920, 1080, "ana-1920x1080");
+    picture(3840, 2160, "ana-3840x2160");
+    applyHouseStyle(*qApp, 1);
+    screen->fraTaksitlendir.setVisible(true);
+    screen->frmUrunEkle.setVisible(true);
+    picture(1366, 768, "paneller-1");
+    screen->fraTaksitlendir.setVisible(false);
+    screen->frmUrunEkle.setVisible(false);
+    screen->fraDuzelt.setVisible(true);
+    screen->fraIslemTarihi.setVisible(true);
+    picture(1366, 768, "paneller-2");
+}
+
+} // namespace veldona::test
