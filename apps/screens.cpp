@@ -1,11 +1,15 @@
 #include "apps/screens.h"
 
+#include "customers/customercard.h"
+#include "customers/customerfinder.h"
 #include "ledger/mainscreen.h"
 
 namespace veldona {
 
 void registerScreens(Forms& forms, Session& session) {
     forms.add("frmMainVeldona", [&session](Forms& f) { return makeFrmMainVeldona(f, session); });
+    forms.add("frmCariEkle", [&session](Forms& f) { return makeFrmCariEkle(f, session); });
+    forms.add("frmCarihesapSec", [&session](Forms& f) { return makeFrmCarihesapSec(f, session); });
 }
 
 } // namespace veldona

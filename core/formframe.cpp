@@ -1,8 +1,11 @@
 #include "core/formframe.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
+#include <utility>
 
+#include "platform/controls/handlers.h"
 #include "platform/runtime/text.h"
 
 namespace veldona {
@@ -73,6 +76,24 @@ void BarDurumAyarla(int durum, ToolBar& bar, int maske) {
     }
 }
 
+bool aracAcik(const ToolBar& bar, std::string_view arac) {
+    const ToolBar::Tool* tool = bar.find(arac);
+    return tool && tool->visible && tool->enabled && bar.isShown() && bar.isUsable();
+}
+
+void AracTuslari(const ToolBar& bar, KeyEvent& event) {
+    static constexpr std::array<std::pair<Key, const char*>, 5> kTuslar = {{{Key::F2, "cmdKaydet"},
+                                                                            {Key::F3, "cmdYeni"},
+                                                                            {Key::F4, "cmdVazgec"},
+                                                                            {Key::F5, "cmdDegistir"},
+                                                                            {Key::F6, "cmdSil"}}};
+    for (const auto& [tus, arac] : kTuslar) {
+        if (event.key != tus) continue;
+        event.swallowed = true;
+        if (aracAcik(bar, arac)) call(bar.onToolClick, std::string(arac));
+    }
+}
+
 bool FormAcikMi(const Forms& forms, std::string_view name) {
     const auto loaded = forms.loadedForms();
     return std::any_of(loaded.begin(), loaded.end(),
@@ -107,6 +128,52 @@ void BGFocus(Control& control) {
 
 void BGLoss(Control& control) {
     if (!control.locked) control.setBackColor(Colour::WindowBackground);
+}
+
+namespace {
+
+bool isField(const Control& control) {
+    return dynamic_cast<const TextBox*>(&control) || dynamic_cast<const ComboBox*>(&control) ||
+           dynamic_cast<const DateBox*>(&control);
+}
+
+// Turns to the tab page that the control stands on.
+void turnTo(const Control& control) {
+    for (const Control* page = &control; page->holder(); page = page->holder()) {
+        auto* tabs = dynamic_cast<TabControl*>(page->holder());
+        if (!tabs) continue;
+        const auto& pages = tabs->pages();
+        tabs->setTab(static_cast<int>(std::find(pages.begin(), pages.end(), page) - pages.begin()));
+    }
+}
+
+bool canEnter(const Control& control) {
+    return isField(control) && control.visible() && control.isUsable();
+}
+
+} // namespace
+
+void OdakIsaretle(Form& form) {
+    for (Control* control : form.controls()) {
+        if (!isField(*control)) continue;
+        control->onGotFocus = [control] {
+            HFocus(*control);
+            BGFocus(*control);
+        };
+        control->onLostFocus = [control] { BGLoss(*control); };
+    }
+}
+
+void SonrakiAlan(Form& form) {
+    const auto& controls = form.controls();
+    auto next = std::find(controls.begin(), controls.end(), form.activeControl());
+    if (next != controls.end())
+        next = std::find_if(next + 1, controls.end(), [](auto* c) { return canEnter(*c); });
+    if (next == controls.end())
+        next = std::find_if(controls.begin(), controls.end(), [](auto* c) { return canEnter(*c); });
+    if (next == controls.end()) return;
+    turnTo(**next);
+    if ((*next)->isShown()) form.moveFocus(**next);
 }
 
 void FormKayitTemizle(Session& session) {

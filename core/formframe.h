@@ -1,8 +1,8 @@
-// What the record screens share: the button bar and its states, the cycle of new, change, delete, save and
-// cancel, walking through the records, focus marks and the wait cursor.
+// What the record screens share: the button bar and its states, walking through the records, focus marks and
+// the wait cursor. The cycle of new, change, delete, save and cancel is in recordcycle.h.
 //
 // A screen's state is one small number with the bar state of the same number; a number outside the table
-// leaves all tools hidden. Each screen holds only what differs: its fields, its tests, its statements.
+// leaves all tools hidden.
 #pragma once
 
 #include <cstdint>
@@ -27,10 +27,10 @@ inline constexpr int SaltOkunur = 13;
 inline constexpr int SaltKaydet = 14;
 } // namespace FormModu
 
-// The answer that a screen leaves in gFormKayit.Sonuc.
+// What gFormKayit.Sonuc holds: a caller that waits for a record asks by Istendi, and finds an answer there.
 namespace FormSonucu {
 inline constexpr int Vazgecildi = 2;
-inline constexpr int Degisti = 3;
+inline constexpr int Istendi = 3;
 inline constexpr int Secildi = 4;
 } // namespace FormSonucu
 
@@ -38,12 +38,27 @@ inline constexpr int Secildi = 4;
 void BarKur(ToolBar& bar);
 // Shows the tools of the state; spacers and marks are never touched. Mask bit 1 takes all of them away again.
 void BarDurumAyarla(int durum, ToolBar& bar, int maske);
+[[nodiscard]] bool aracAcik(const ToolBar& bar, std::string_view arac); // shown and to be had
+// F2 save, F3 new, F4 cancel, F5 change, F6 delete: a click on the tool, where the state shows it.
+void AracTuslari(const ToolBar& bar, KeyEvent& event);
 
 [[nodiscard]] bool FormAcikMi(const Forms& forms, std::string_view name);
 // The wait cursor and the screen disabled; the default pointer and the screen enabled.
 void Bekle(Form& form, bool acik);
 // The pointer only: true gives the default one, false the wait cursor.
 void IsaretGoster(Form& form, bool acik);
+// The wait cursor for as long as it stands; the screen may unload meanwhile.
+class Mesgul {
+public:
+    explicit Mesgul(Form& form) : hold_(form.forms()), form_(form) { IsaretGoster(form_, false); }
+    ~Mesgul() { IsaretGoster(form_, true); }
+    Mesgul(const Mesgul&) = delete;
+    Mesgul& operator=(const Mesgul&) = delete;
+
+private:
+    Forms::Hold hold_;
+    Form& form_;
+};
 
 // For the active control of the active form, when it has text: all of it selected, the focus colour behind
 // it.
@@ -51,6 +66,10 @@ void HighLight(Forms& forms);
 void HFocus(Control& control);  // the selection alone
 void BGFocus(Control& control); // the colour alone; a locked control keeps its own
 void BGLoss(Control& control);
+// From now on each field of the screen is marked while it has the focus.
+void OdakIsaretle(Form& form);
+// Enter moves on: the next field gets the focus, its tab page turned to; behind the last one the first.
+void SonrakiAlan(Form& form);
 
 void FormKayitTemizle(Session& session);
 

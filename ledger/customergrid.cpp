@@ -102,6 +102,31 @@ void grdList_RowChange(FrmMainVeldona& f) {
         f.session.desktop.dialogs.tell("Kayıt Seçmediniz  :  " + err.description);
 }
 
+void grdList_DblClick(FrmMainVeldona& f) {
+    Session& session = f.session;
+    if (!f.rsCari || f.rsCari->absolutePosition() == 0) return;
+    FormKayitTemizle(session);
+    session.gFormKayit.Kip = FormModu::Gezinme;
+    session.gFormKayit.KayitID = toLong(f.rsCari->value("ID"));
+    EkranGoster(session, "frmCariEkle", Kip::Modal);
+    FormKayitTemizle(session);
+}
+
+void cmdMusteriKaydi_Click(FrmMainVeldona& f) {
+    Session& session = f.session;
+    FormKayitTemizle(session);
+    session.gFormKayit.Kip = FormModu::Yeni;
+    session.gFormKayit.Sonuc = Currency::ofWhole(FormSonucu::Istendi);
+    EkranGoster(session, "frmCariEkle", Kip::Modal);
+    // Cancelled: the customer on show stays. Else the number brings the name as the ledger writes it.
+    if (session.gFormKayit.Sonuc == Currency::ofWhole(FormSonucu::Secildi)) {
+        f.Label7.setCaption(session.gFormKayit.Unvan);
+        f.Text1.setText(session.gFormKayit.HSTNO);
+    }
+    FormKayitTemizle(session);
+    f.Text1.setFocus();
+}
+
 void cmdCariSec_Click(FrmMainVeldona& f) {
     Session& session = f.session;
     FormKayitTemizle(session);

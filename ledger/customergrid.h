@@ -20,6 +20,10 @@ void FormGezinme(FrmMainVeldona& f, Gezinme yon);
 void GrideGit(FrmMainVeldona& f, double id);
 
 void grdList_RowChange(FrmMainVeldona& f);
+// Opens the customer's card.
+void grdList_DblClick(FrmMainVeldona& f);
+// Opens an empty card; the customer entered on it comes on show.
+void cmdMusteriKaydi_Click(FrmMainVeldona& f);
 // Opens the customer finder and loads what was chosen there.
 void cmdCariSec_Click(FrmMainVeldona& f);
 

@@ -79,8 +79,9 @@ void setProperties(FrmMainVeldona& f) {
 // Commands whose screens and procedures the program does not have: they are seen, and cannot be pressed.
 void disableUnavailable(FrmMainVeldona& f) {
     f.cmdCariSec.setEnabled(f.forms().isKnown("frmCarihesapSec"));
+    f.cmdMusteriKaydi.setEnabled(f.forms().isKnown("frmCariEkle"));
     for (Control* control :
-         Controls{&f.cmdMusteriKaydi, &f.cmdSatis, &f.cmdIslemNoSil, &f.cmdSozlesme, &f.cmdBeklenenTaksitler,
+         Controls{&f.cmdSatis, &f.cmdIslemNoSil, &f.cmdSozlesme, &f.cmdBeklenenTaksitler,
                   &f.cmdGunuGecenOdemeler, &f.cmdTahsilatListesi, &f.cmdAntetBilgisi, &f.cmdOnlineYardimIste,
                   &f.cmdMakbuzYazdir, &f.Command3, &f.Command4, &f.mnuSatirSil, &f.mnuUrunEkle,
                   &f.mnuYapilacakOdmSatirSil, &f.mnuTaksitlendirmeYap})
@@ -105,6 +106,8 @@ void bindCustomerEvents(FrmMainVeldona& f) {
         // The screen sends arrows to the sales; in the grid they walk through the customers.
         if (event.key == Key::Up || event.key == Key::Down) f.grdList.setFocus();
     };
+    f.grdList.onDblClick = [&f] { grdList_DblClick(f); };
+    f.cmdMusteriKaydi.onClick = [&f] { cmdMusteriKaydi_Click(f); };
     f.cmdCariSec.onClick = [&f] { cmdCariSec_Click(f); };
     f.lbluyari.onClick = [&f] { lbluyari_Click(f); };
     f.tmrUyari.onTimer = [&f] { tmrUyari_Timer(f); };

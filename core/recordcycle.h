@@ -1,0 +1,67 @@
+// The cycle of a record screen: new, change, save, cancel, delete, and the walk through the records.
+//
+// Written once; a screen holds only what differs: its fields, its tests, its statements, given as hooks. What
+// was typed stays until it is written or cancelled: a failed test or write changes neither state nor fields.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "core/formframe.h"
+
+namespace veldona {
+
+// True where `adimlar` went through and was kept: one transaction of the shared connection, rolled back
+// otherwise. What `adimlar` raises goes on to the last handler, which rolls back.
+bool IslemIcinde(Session& session, const std::function<bool()>& adimlar);
+
+// The cycle of one record screen. The screen gives the hooks; one that is not set does nothing, and passes
+// where it is a test. `rs` stands open for the screen's whole life, KayitID is the row on show, 0 for none.
+struct KayitDongusu {
+    KayitDongusu(Form& itsForm, Session& itsSession, ToolBar* itsBar)
+        : form(itsForm), session(itsSession), bar(itsBar) {}
+
+    Form& form;
+    Session& session;
+    ToolBar* bar; // nullptr: a screen with buttons alone
+
+    int durum = FormModu::Gezinme;
+    int bakisDurumu = FormModu::Gezinme; // the state that saving, cancelling and deleting end in
+    bool secici = false;                 // a caller waits for one record: the screen closes with its answer
+    std::int32_t KayitID = 0;
+    std::string imlec; // the place at the last refresh
+    KayitSeti rs;
+
+    std::function<void()> alanlariTemizle;
+    std::function<void()> yeniBaslat;             // the fields of a new record, blanked already
+    std::function<void()> goster;                 // the fields from the current row
+    std::function<void(std::string)> durumSatiri; // "3:20", "Yeni kayıt giriliyor" …
+    std::function<bool()> minimumInput;           // nothing required is missing
+    std::function<bool()> mantikliInput;          // what is there can be
+    std::function<bool()> ekle;                   // writes a new row and sets KayitID
+    std::function<bool()> guncelle;               // writes the row KayitID
+    std::function<bool(std::int32_t)> sil;        // inside a transaction
+    std::function<void()> yenidenOku;             // rs anew, where requery() is not enough
+    std::function<void(FormKayit&)> sonucDoldur;  // more of the answer than its code and the row's ID
+};
+
+// Leaves the answer in gFormKayit, with the row where it is Secildi, and closes the screen.
+void SonucVer(KayitDongusu& k, int sonuc);
+void DurumaGec(KayitDongusu& k, int durum);
+// Takes the recordset's current row for the one on show; the error that it could not be read by.
+Err KayitGoster(KayitDongusu& k);
+void FormGezinme(KayitDongusu& k, Gezinme yon);
+void YeniKayit(KayitDongusu& k);
+void KayitDegistir(KayitDongusu& k);
+// Tests, writes, shows what was written. A failed test or write keeps the state and what was typed.
+void KayitKaydet(KayitDongusu& k);
+void KayitVazgec(KayitDongusu& k);
+// Asks, deletes the row on show and goes to the one before it. Without one nothing happens.
+void KayitSil(KayitDongusu& k);
+
+// One tool of the bar; keys of other tools are passed over.
+void BarTiklandi(KayitDongusu& k, std::string_view arac);
+
+} // namespace veldona

@@ -1,0 +1,106 @@
+#include "customers/customerfinder.h"
+
+#include <array>
+
+#include "core/database.h"
+#include "customers/cardfields.h"
+#include "customers/cardrecord.h"
+#include "customers/findersearch.h"
+
+namespace veldona {
+
+namespace {
+
+void setProperties(FrmCarihesapSec& f) {
+    f.txtGrupID.setVisible(false);
+    f.cmdYazici.setEnabled(f.forms().isKnown("frmCrNesne"));
+    f.grdList.setColumns({{"CariNo", "HSTNO", 70},
+                          {"Adı", "AD", 120},
+                          {"Soyadı", "SOYAD", 120},
+                          {"Ev Telefonu", "EVTEL", 100},
+                          {"GSM", "GSM", 100},
+                          {"İş Telefonu", "ISTEL", 100},
+                          {"Mahalle", "EVMH", 120},
+                          {"Cadde / Sokak", "EVCD", 120},
+                          {"Apt. / No", "EVAPT", 80},
+                          {"İlçe", "EVILCE", 90},
+                          {"İl", "EVIL", 90},
+                          {"Doğum Tarihi", "DOGTRH", 90}});
+}
+
+void bindCycle(FrmCarihesapSec& f) {
+    KayitDongusu& k = f.kayit;
+    k.bakisDurumu = FormModu::Arama;
+    k.goster = [&f] { f.grdList.refresh(); };
+    k.alanlariTemizle = k.goster; // without a row the grid is empty
+    k.sil = [&f](std::int32_t id) { return CariSil(f.session, id); };
+}
+
+// Enter searches and goes to the hits; without any the filter is still to be mended.
+void filter_KeyDown(FrmCarihesapSec& f, KeyEvent& event) {
+    if (event.key != Key::Enter) return;
+    event.swallowed = true;
+    FrmCmdBul(f, "cmdBul");
+    if (f.grdList.rowCount() > 0) f.grdList.setFocus();
+}
+
+void grdList_KeyDown(FrmCarihesapSec& f, KeyEvent& event) {
+    if (event.key != Key::Enter) return;
+    event.swallowed = true;
+    cmdKayitSec_Click(f);
+}
+
+void bindEvents(FrmCarihesapSec& f) {
+    const std::array<Control*, 10> filters = {&f.txtID,   &f.txtAd,       &f.txtSoyad, &f.txtEvTel,
+                                              &f.cboGrup, &f.cboOzelKod1, &f.txtil,    &f.txtIlce,
+                                              &f.txtSemt, &f.txtMahalle};
+    for (Control* filter : filters)
+        filter->onKeyDown = [&f](KeyEvent& event) { filter_KeyDown(f, event); };
+    for (CommandButton* button : {&f.cmdBul, &f.cmdTemizle, &f.cmdCikis, &f.cmdKayitSec})
+        button->onClick = [&f, button] { FrmCmdBul(f, button->name()); };
+    f.BarIslemler.onToolClick = [&f](const std::string& arac) { FrmCmdBul(f, arac); };
+    f.grdList.onKeyDown = [&f](KeyEvent& event) { grdList_KeyDown(f, event); };
+    f.grdList.onDblClick = [&f] { cmdKayitSec_Click(f); };
+    f.grdList.onHeadClick = [&f](int column) { grdList_HeadClick(f, column); };
+}
+
+void Form_Load(FrmCarihesapSec& f) {
+    DurumaGec(f.kayit, FormModu::Arama);
+    musterileriAc(f, " 1 = 2 ");
+    grupListesi(f.session, f.cboGrup, f.txtGrupID);
+    listeDoldur(f.session, f.cboOzelKod1,
+                "SELECT DISTINCT OZEL_KOD1 AS  OZEL_KOD11, OZEL_KOD1  FROM MUSTKAYIT WHERE  OZEL_KOD1 <>''",
+                "OZEL_KOD1", "OZEL_KOD11");
+}
+
+void Form_Unload(FrmCarihesapSec& f) {
+    f.grdList.bind(nullptr);
+    KayitSetiKapat(f.kayit.rs);
+}
+
+void Form_KeyPress(FrmCarihesapSec& f, KeyPress& press) {
+    if (press.character != static_cast<char32_t>(Key::Escape)) return;
+    press.swallowed = true;
+    FrmCmdExit(f);
+}
+
+} // namespace
+
+FrmCarihesapSec::FrmCarihesapSec(Forms& forms, Session& itsSession)
+    : Form(forms, "frmCarihesapSec", "Müşteri Seç"), session(itsSession) {
+    BarKur(BarIslemler);
+    setProperties(*this);
+    OdakIsaretle(*this);
+    bindCycle(*this);
+    bindEvents(*this);
+    onLoad = [this] { Form_Load(*this); };
+    onUnload = [this] { Form_Unload(*this); };
+    onKeyDown = [this](KeyEvent& event) { AracTuslari(BarIslemler, event); };
+    onKeyPress = [this](KeyPress& press) { Form_KeyPress(*this, press); };
+}
+
+std::unique_ptr<Form> makeFrmCarihesapSec(Forms& forms, Session& session) {
+    return std::make_unique<FrmCarihesapSec>(forms, session);
+}
+
+} // namespace veldona

@@ -1,0 +1,154 @@
+#include "customers/findersearch.h"
+
+#include "core/database.h"
+#include "customers/cardrecord.h"
+#include "platform/runtime/conversion.h"
+#include "platform/runtime/text.h"
+
+namespace veldona {
+
+namespace {
+
+constexpr const char* kSutunlar =
+    "SELECT MUSTKAYIT.ID,MUSTKAYIT.HSTNO,MUSTKAYIT.AD,MUSTKAYIT.SOYAD,MUSTKAYIT.DOGTRH,MUSTKAYIT.EVTEL,"
+    "MUSTKAYIT.ISTEL,MUSTKAYIT.GSM,MUSTKAYIT.EVMH,MUSTKAYIT.EVCD,MUSTKAYIT.EVAPT,MUSTKAYIT.EVILCE,"
+    "MUSTKAYIT.EVIL  FROM MUSTKAYIT";
+
+// Collects the tests of the filled fields, in the order of the calls.
+class Filters {
+public:
+    void beginsWith(const char* test, const std::string& text) { add(test, trim(text), "'", "%'"); }
+    void holds(const char* test, const std::string& text) {
+        add(test, replaceAll(trim(text), " ", ""), "'%", "%'");
+    }
+    void equals(const char* test, const std::string& text) { add(test, trim(text), "", ""); }
+    [[nodiscard]] const std::string& where() const { return where_; }
+
+private:
+    void add(const char* test, const std::string& text, const char* before, const char* behind) {
+        if (text.empty()) return;
+        where_ += (where_.empty() ? " WHERE " : " AND ") + (test + (before + text) + behind);
+    }
+    std::string where_;
+};
+
+// The card opens above the finder; whose caller still waits for what was asked of the finder.
+void openCard(FrmCarihesapSec& f, int durum, std::int32_t id) {
+    const FormKayit asked = f.session.gFormKayit;
+    FormKayitTemizle(f.session);
+    f.session.gFormKayit.Kip = durum;
+    f.session.gFormKayit.KayitID = id;
+    if (durum == FormModu::Yeni) f.session.gFormKayit.Sonuc = Currency::ofWhole(FormSonucu::Istendi);
+    EkranGoster(f.session, "frmCariEkle", Kip::Modal);
+    const FormKayit answer = std::exchange(f.session.gFormKayit, asked);
+    if (answer.Sonuc == Currency::ofWhole(FormSonucu::Secildi)) id = answer.KayitID;
+    if (f.arandi) f.kayit.rs->requery();
+    if (id > 0 && f.kayit.rs->recordCount() > 0) {
+        f.kayit.rs->find("ID = " + std::to_string(id));
+        if (f.kayit.rs->eof()) f.kayit.rs->moveFirst();
+    }
+    f.grdList.refresh();
+}
+
+std::int32_t currentID(const FrmCarihesapSec& f) {
+    return toLong(f.kayit.rs->value("ID"));
+}
+
+void openCurrentCard(FrmCarihesapSec& f) {
+    if (f.kayit.rs->absolutePosition() > 0) openCard(f, FormModu::Gezinme, currentID(f));
+}
+
+void deleteCurrent(FrmCarihesapSec& f) {
+    KayitGoster(f.kayit);
+    KayitSil(f.kayit);
+}
+
+void search(FrmCarihesapSec& f) {
+    const Mesgul mesgul(f);
+    if (musterileriAc(f)) f.arandi = true;
+}
+
+} // namespace
+
+std::string SQLSelectHazirla(const FrmCarihesapSec&) {
+    return std::string("(SELECT DISTINCT HSTNO") + "  FROM " + "MUSTKAYIT";
+}
+
+std::string SQLWhereHazirla(const FrmCarihesapSec& f) {
+    Filters filters;
+    filters.equals(" GURUP_ID = ", f.txtGrupID.text());
+    filters.beginsWith(" HSTNO like ", f.txtID.text());
+    filters.beginsWith("SOYAD like ", f.txtSoyad.text());
+    filters.beginsWith(" AD like ", f.txtAd.text());
+    filters.holds(" EVTEL like ", f.txtEvTel.text());
+    filters.beginsWith(" OZEL_KOD1 like ", f.cboOzelKod1.text());
+    filters.holds(" EVIL like ", f.txtil.text());
+    filters.holds(" EVILCE like ", f.txtIlce.text());
+    filters.holds(" SEMT like ", f.txtSemt.text());
+    filters.holds(" EVMH like ", f.txtMahalle.text());
+    return SQLSelectHazirla(f) + filters.where() + ")";
+}
+
+std::string SQLOrderHazirla(const std::string& alan, const std::string& sonSiralama) {
+    const bool turns = alan == "HSTNO" || alan == "AD";
+    const bool wasUp = upperTurkish(sonSiralama).find(" ASC") != std::string::npos;
+    return alan + (turns && wasUp ? " DESC" : " ASC");
+}
+
+bool musterileriAc(FrmCarihesapSec& f, const std::string& kosul) {
+    const std::string where =
+        kosul.empty()
+            ? " MUSTKAYIT.HSTNO NOT IN ('G3','G4','TI') AND MUSTKAYIT.HSTNO in " + SQLWhereHazirla(f)
+            : kosul;
+    const std::string order =
+        f.sonSiralama.empty() ? " MUSTKAYIT.AD,MUSTKAYIT.SOYAD " : " MUSTKAYIT." + f.sonSiralama;
+    KayitSeti rs;
+    std::string hata;
+    if (!KayitSetiAcKontrollu(f.session, rs, kSutunlar + (" WHERE " + where) + " ORDER BY" + order, hata))
+        return false;
+    f.grdList.bind(nullptr);
+    f.kayit.rs = std::move(rs);
+    f.satirlar.follow(f.kayit.rs.get());
+    f.grdList.bind(&f.satirlar);
+    return true;
+}
+
+void FrmCmdBul(FrmCarihesapSec& f, std::string_view cmd) {
+    if (cmd == "cmdBul") search(f);
+    if (cmd == "cmdTemizle") NesneleriTemizle(f);
+    if (cmd == "cmdYeni") openCard(f, FormModu::Yeni, 0);
+    if (cmd == "cmdDegistir") openCurrentCard(f);
+    if (cmd == "cmdSil") deleteCurrent(f);
+    if (cmd == "cmdKayitSec") cmdKayitSec_Click(f);
+    if (cmd == "cmdCikis") FrmCmdExit(f);
+}
+
+void NesneleriTemizle(FrmCarihesapSec& f) {
+    for (TextBox* box : {&f.txtID, &f.txtAd, &f.txtSoyad, &f.txtEvTel, &f.txtGrupID, &f.txtil, &f.txtIlce,
+                         &f.txtSemt, &f.txtMahalle})
+        box->setText("");
+    f.cboGrup.setText("");
+    f.cboOzelKod1.setText("");
+}
+
+void cmdKayitSec_Click(FrmCarihesapSec& f) {
+    Err err;
+    if (!attempt(err, [&] { f.kayit.KayitID = currentID(f); })) {
+        f.session.desktop.dialogs.tell("Kayıt Seçmediniz  :  " + err.description);
+        return;
+    }
+    if (f.kayit.KayitID != 0) SonucVer(f.kayit, FormSonucu::Secildi);
+}
+
+void FrmCmdExit(FrmCarihesapSec& f) {
+    f.forms().unload(f);
+}
+
+void grdList_HeadClick(FrmCarihesapSec& f, int column) {
+    const std::string& alan = f.grdList.columns().at(static_cast<std::size_t>(column)).field;
+    const std::string before = std::exchange(f.sonSiralama, SQLOrderHazirla(alan, f.sonSiralama));
+    const Mesgul mesgul(f);
+    if (f.arandi && !musterileriAc(f)) f.sonSiralama = before;
+}
+
+} // namespace veldona
