@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
@@ -11,14 +12,17 @@ namespace veldona::console {
 
 namespace {
 
-// Fifteen digits are what the platform shows of a double; the last bits of a binary fraction are no news.
+constexpr double kWholeUpTo = 9007199254740992.0; // every whole number up to here is a double of its own
+
+// Fifteen digits are what the platform shows of a double; the last bits of a binary fraction are no news. A
+// whole number has no such bits.
 std::string plainNumber(double number) {
     std::array<char, 400> text{};
     char* const begin = text.data();
     char* const room = begin + text.size();
     char* end = std::to_chars(begin, room, number, std::chars_format::general, 15).ptr;
-    double rounded = 0;
-    std::from_chars(begin, end, rounded);
+    double rounded = number;
+    if (std::trunc(number) != number || std::abs(number) > kWholeUpTo) std::from_chars(begin, end, rounded);
     end = std::to_chars(begin, room, rounded == 0 ? 0.0 : rounded, std::chars_format::fixed).ptr;
     return std::string(begin, end);
 }
