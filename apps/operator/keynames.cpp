@@ -18,6 +18,7 @@ struct NamedKey {
 constexpr NamedKey kNamedKeys[] = {
     {"Enter", Key::Enter},
     {"Esc", Key::Escape},
+    {"Escape", Key::Escape},
     {"Tab", Key::Tab},
     {"Left", Key::Left},
     {"Right", Key::Right},
