@@ -1,0 +1,164 @@
+// What no control of the main screen reaches, and the limits of its lists.
+#include <gtest/gtest.h>
+
+#include "ledger/balances.h"
+#include "ledger/collection.h"
+#include "ledger/customergrid.h"
+#include "ledger/loading.h"
+#include "ledger/mainscreen.h"
+#include "ledger/overdue.h"
+#include "platform/runtime/conversion.h"
+#include "tests/support/shop.h"
+
+namespace veldona {
+
+namespace {
+
+using Rows = std::vector<std::string>;
+
+class Ledger : public testing::Test {
+protected:
+    Ledger() {
+        shop.forms.add("frmMainVeldona",
+                       [this](Forms& forms) { return makeFrmMainVeldona(forms, shop.session); });
+        shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('1','Ali','Can')");
+        shop.forms.show("frmMainVeldona", Kip::Modeless);
+    }
+
+    FrmMainVeldona& f() { return static_cast<FrmMainVeldona&>(*shop.forms.loaded("frmMainVeldona")); }
+
+    void sale(const std::string& no, const std::string& total, const std::string& discount = "0") {
+        shop.run("INSERT INTO ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC,INDIRIM_YTL) VALUES ('1'," + no + "," +
+                 total + "," + discount + ")");
+        shop.run("INSERT INTO URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT) VALUES ('1'," + no + ",'1',1," +
+                 total + ")");
+    }
+
+    void open(const std::string& no) {
+        f().Text1.setText("1");
+        for (int row = 0; row < f().L3.count(); ++row)
+            if (f().L3.list(row) == no) f().L3.setListIndex(row);
+        L3_DblClick(f());
+    }
+
+    test::Shop shop;
+};
+
+TEST_F(Ledger, TheLoadByNumberTakesTheStoredDebtAndRowsWithADate) {
+    sale("4", "300", "50000000"); // 300 stored: far below a kuruş, but a total as it stands
+    shop.run("INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('1',4,'01/02/2026',0)");
+    shop.run("INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODMIKTAR) VALUES ('1',4,7000000)");
+    shop.run("INSERT INTO TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('1',4,'01/02/2026',20000000)");
+    f().Text1.setText("1");
+    shop.session.gISLEMNO = 4;
+    UZAK_CAGIR(f());
+    EXPECT_EQ(f().Text5.text(), "4");
+    EXPECT_EQ(f().L5.rows(), Rows{"0,00"}) << "skipped by its date, not by its amount";
+    EXPECT_EQ(f().Label11.caption(), "300,00") << "unscaled, without the discount";
+    EXPECT_EQ(f().Label8.caption(), "20,00");
+    EXPECT_EQ(f().Label9.caption(), "280,00");
+    EXPECT_EQ(f().Label15.caption(), "300") << "what the schedule does not cover";
+}
+
+TEST_F(Ledger, TheUnplannedAmountIsReadAsFarAsDigitsGo) {
+    f().L5.add("1.234,56");
+    f().Label11.setCaption("1.234,56");
+    f().Label8.setCaption("0,00");
+    f().dbMain = shop.session.dbEngine.openDatabase(shop.session.gVeritabaniYolu);
+    TAKSITLENDIRILMEMIS_MIKTAR(f());
+    EXPECT_EQ(f().Label15.caption(), "-1232,766")
+        << "1.234 less 1234: the grouping stops the one reading only";
+    f().Label15.setCaption("x");
+    f().Label8.setCaption("1.234,56");
+    TAKSITLENDIRILMEMIS_MIKTAR(f());
+    EXPECT_EQ(f().Label15.caption(), "x") << "left alone where paid and total read the same";
+}
+
+TEST_F(Ledger, BalanceOfACustomerCoversAllSales) {
+    for (const char* no : {"1", "2"}) {
+        sale(no, "100000000");
+        shop.run(std::string("INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('1',") + no +
+                 ",'01/02/2026',100005000)");
+    }
+    shop.run("INSERT INTO TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('1',2,'01/02/2026',30000000)");
+    f().Text1.setText("1");
+    MUSTERI_BAKIYE(f());
+    EXPECT_EQ(toText(f().cyMusteriBakiye), "170,01");
+}
+
+TEST_F(Ledger, GuarantorsAreKnownByTheirGroup) {
+    shop.run("INSERT INTO GRUPLAR (GRUP_ADI,GRUP_KOD) VALUES ('Kefiller',' YM ')");
+    f().Text1.setText("1");
+    EXPECT_FALSE(GRUP_KONTROL(f()));
+    shop.run("UPDATE MUSTKAYIT SET GURUP_ID=1");
+    EXPECT_TRUE(GRUP_KONTROL(f()));
+    shop.run("UPDATE GRUPLAR SET GRUP_KOD='YMX'");
+    EXPECT_FALSE(GRUP_KONTROL(f()));
+}
+
+TEST_F(Ledger, ColoursMarkTheScheduleBeyondThePayments) {
+    for (const char* date : {"01/10/2026", "01/11/2026", "01/12/2026"}) {
+        f().L4.add(date);
+        f().L5.add("100,00");
+    }
+    f().cyOdenen = Currency::ofWhole(200);
+    f().DTPicker1.setValue("22/11/2026");
+    RENK_AYARLA(f());
+    EXPECT_FALSE(f().L4.foreColor()) << "200 of 200 due by then are paid";
+    f().DTPicker1.setValue("01/12/2026");
+    RENK_AYARLA(f());
+    EXPECT_EQ(f().L4.foreColor(), Colour::CoveredByPayments);
+    EXPECT_EQ(f().L2.foreColor(), Colour::CoveredByPayments);
+}
+
+// The counters of the sums have eight bits. A list of 255 rows is summed; with 257 the row is written and
+// listed, and the totals stay as they were.
+TEST_F(Ledger, TotalsStopAtTheEightBitCounter) {
+    sale("9", "1000000000");
+    for (int i = 0; i < 254; ++i)
+        shop.run(
+            "INSERT INTO TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('1',9,'01/02/2026',1000000)");
+    open("9");
+    shop.dialogs.said.clear();
+    f().mskOdenenPara.setText("1");
+    Command1_Click(f());
+    EXPECT_EQ(f().Label8.caption(), "255,00");
+    Command1_Click(f());
+    Command1_Click(f());
+    EXPECT_EQ(f().L2.count(), 257);
+    EXPECT_EQ(f().Label8.caption(), "255,00");
+    EXPECT_EQ(shop.rows("SELECT COUNT(*) FROM TAKSITODENEN"), Rows{"257"});
+    EXPECT_EQ(shop.said(),
+              (Rows{"KAYIT İŞLEMİ TAMAMLANDI", "KAYIT İŞLEMİ TAMAMLANDI", "KAYIT İŞLEMİ TAMAMLANDI"}));
+}
+
+TEST_F(Ledger, AFilterIsJoinedInItsOrder) {
+    EXPECT_EQ(SQLWhereHazirla(f()), "");
+    f().txtAd.setText(" a ");
+    EXPECT_EQ(SQLWhereHazirla(f()), "(SELECT DISTINCT HSTNO  FROM MUSTKAYIT WHERE  AD like 'a%')");
+    f().txtSoyad.setText("b");
+    EXPECT_EQ(SQLWhereHazirla(f()),
+              "(SELECT DISTINCT HSTNO  FROM MUSTKAYIT WHERE SOYAD like 'b%' AND  AD like 'a%')");
+}
+
+// Read, write, read again: whatever is taken, the figures on the screen are those that the next load gives.
+TEST_F(Ledger, FiguresAfterAPostingAreThoseOfTheNextLoad) {
+    sale("5", "5000000000", "123450000");
+    shop.run("INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('1',5,'01/02/2026',4876550000)");
+    open("5");
+    for (const char* amount : {"250,00", "0,01", "1.000", "99,99", "-12,34", "3538,89"}) {
+        f().mskOdenenPara.setText(amount);
+        Command1_Click(f());
+        const Rows shown = {f().Label11.caption(), f().Label8.caption(), f().Label9.caption(),
+                            f().Label21.caption()};
+        open("5");
+        EXPECT_EQ(shown, (Rows{f().Label11.caption(), f().Label8.caption(), f().Label9.caption(),
+                               f().Label21.caption()}))
+            << amount;
+    }
+    EXPECT_EQ(f().Label9.caption(), "0,00");
+}
+
+} // namespace
+
+} // namespace veldona
