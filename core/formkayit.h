@@ -19,6 +19,7 @@ struct FormKayit {
     std::int32_t RaporKipi = 0; // of the two report screens: 1 expected, 2 overdue
     std::string HSTNO;          // the customer's account number and name, where the caller gives one
     std::string Unvan;
+    std::int32_t CariID = 0; // MUSTKAYIT.ID of that customer; 0: none is given
     Value DogumTarihi;
 };
 

@@ -3,7 +3,9 @@
 #include <initializer_list>
 
 #include "ledger/collection.h"
+#include "ledger/commands.h"
 #include "ledger/customergrid.h"
+#include "ledger/delivery.h"
 #include "ledger/lifecycle.h"
 #include "ledger/loading.h"
 #include "ledger/overdue.h"
@@ -81,9 +83,7 @@ void disableUnavailable(FrmMainVeldona& f) {
     f.cmdCariSec.setEnabled(f.forms().isKnown("frmCarihesapSec"));
     f.cmdMusteriKaydi.setEnabled(f.forms().isKnown("frmCariEkle"));
     for (Control* control :
-         Controls{&f.cmdSatis, &f.cmdIslemNoSil, &f.cmdSozlesme, &f.cmdBeklenenTaksitler,
-                  &f.cmdGunuGecenOdemeler, &f.cmdTahsilatListesi, &f.cmdAntetBilgisi, &f.cmdOnlineYardimIste,
-                  &f.cmdMakbuzYazdir, &f.Command3, &f.Command4, &f.mnuSatirSil, &f.mnuUrunEkle,
+         Controls{&f.cmdIslemNoSil, &f.cmdSozlesme, &f.cmdMakbuzYazdir, &f.Command3, &f.mnuSatirSil,
                   &f.mnuYapilacakOdmSatirSil, &f.mnuTaksitlendirmeYap})
         control->setEnabled(false);
 }
@@ -140,6 +140,13 @@ void bindLedgerEvents(FrmMainVeldona& f) {
     f.cmdCikis.onClick = [&f] { f.forms().endProcess(); };
 }
 
+void bindDelivery(FrmMainVeldona& f) {
+    f.Command4.onClick = [&f] { Command4_Click(f); };
+    f.mnuUrunEkle.onClick = [&f] { mnuUrunEkle_Click(f); };
+    f.cmdUrunKaydet.onClick = [&f] { cmdUrunKaydet_Click(f); };
+    f.cmdUrEkleVazgec.onClick = [&f] { f.frmUrunEkle.setVisible(false); };
+}
+
 } // namespace
 
 FrmMainVeldona::FrmMainVeldona(Forms& forms, Session& itsSession)
@@ -149,6 +156,8 @@ FrmMainVeldona::FrmMainVeldona(Forms& forms, Session& itsSession)
     disableUnavailable(*this);
     bindCustomerEvents(*this);
     bindLedgerEvents(*this);
+    bindDelivery(*this);
+    KomutlariBagla(*this);
     onLoad = [this] { Form_Load(*this); };
     onActivate = [this] { Form_Activate(*this); };
     onUnload = [this] { Form_Unload(*this); };

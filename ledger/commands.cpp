@@ -1,0 +1,80 @@
+#include "ledger/commands.h"
+
+#include <filesystem>
+
+#include "core/database.h"
+#include "core/formframe.h"
+#include "platform/runtime/conversion.h"
+#include "platform/runtime/text.h"
+
+namespace veldona {
+
+namespace {
+
+enum class RaporKipi { Beklenen = 1, GunuGecen = 2 };
+
+void openReport(FrmMainVeldona& f, const char* screen, const char* title, RaporKipi kip) {
+    FormKayitTemizle(f.session);
+    f.session.gFormKayit.Baslik = title;
+    f.session.gFormKayit.RaporKipi = static_cast<std::int32_t>(kip);
+    EkranGoster(f.session, screen, Kip::Modeless);
+}
+
+// Hands the customer on show over; one without a card hands over nothing.
+void giveCustomer(FrmMainVeldona& f, const std::string& hstno) {
+    if (hstno.empty()) return;
+    KayitSeti rs;
+    KayitSetiAc(f.session, rs, "SELECT ID,HSTNO,AD,SOYAD From MUSTKAYIT WHERE HSTNO = '" + hstno + "'",
+                adodb::CursorLocation::Client);
+    if (rs->eof()) return;
+    FormKayit& kayit = f.session.gFormKayit;
+    kayit.CariID = toLong(rs->value("ID"));
+    kayit.HSTNO = joinText(rs->value("HSTNO"));
+    kayit.Unvan = joinText(rs->value("AD")) + "  " + joinText(rs->value("SOYAD"));
+    f.session.gHSTNO = hstno;
+}
+
+void bindTo(FrmMainVeldona& f, CommandButton& button, const char* screen, std::function<void()> open) {
+    button.setEnabled(f.forms().isKnown(screen));
+    button.onClick = std::move(open);
+}
+
+} // namespace
+
+void cmdSatis_Click(FrmMainVeldona& f) {
+    const std::string hstno = trim(f.Text1.text());
+    if (hstno.empty() || trim(f.Label7.caption()).empty()) {
+        f.session.desktop.dialogs.tell("Müşteri Seçiniz", Icon::Exclamation);
+        return;
+    }
+    FormKayitTemizle(f.session);
+    giveCustomer(f, hstno);
+    f.session.gFormKayit.Kip = FormModu::Yeni;
+    EkranGoster(f.session, "frmSatis", Kip::Modal);
+}
+
+void cmdOnlineYardimIste_Click(FrmMainVeldona& f) {
+    Desktop& desktop = f.session.desktop;
+    const std::string program = desktop.paths.appPath() + "\\YARDIM.exe";
+    const std::string file = desktop.paths.toNative(program);
+    if (!std::filesystem::exists(file))
+        desktop.dialogs.tell("Yardım programı bulunamadı: " + program, Icon::Exclamation);
+    else if (!desktop.opener.open(file))
+        desktop.dialogs.tell("Yardım programı açılamadı: " + program, Icon::Exclamation);
+}
+
+void KomutlariBagla(FrmMainVeldona& f) {
+    Session& session = f.session;
+    bindTo(f, f.cmdSatis, "frmSatis", [&f] { cmdSatis_Click(f); });
+    bindTo(f, f.cmdBeklenenTaksitler, "rprbeklenentahsilat",
+           [&f] { openReport(f, "rprbeklenentahsilat", "Beklenen Tahsilar Raporu", RaporKipi::Beklenen); });
+    bindTo(f, f.cmdGunuGecenOdemeler, "rprodemesigecen",
+           [&f] { openReport(f, "rprodemesigecen", "Günü Geçen Ödemeler Raporu", RaporKipi::GunuGecen); });
+    bindTo(f, f.cmdTahsilatListesi, "rptGelirGider",
+           [&session] { EkranGoster(session, "rptGelirGider", Kip::Modal); });
+    bindTo(f, f.cmdAntetBilgisi, "frmAntetBilgisi",
+           [&session] { EkranGoster(session, "frmAntetBilgisi", Kip::Modal); });
+    f.cmdOnlineYardimIste.onClick = [&f] { cmdOnlineYardimIste_Click(f); };
+}
+
+} // namespace veldona

@@ -1,0 +1,54 @@
+#include "sales/deleting.h"
+
+#include "core/recordcycle.h"
+#include "platform/runtime/conversion.h"
+#include "platform/runtime/text.h"
+#include "sales/lifecycle.h"
+#include "sales/salerows.h"
+
+namespace veldona {
+
+namespace {
+
+constexpr int kGeriAlma = 3; // the stock movement of goods taken back
+constexpr int kGiris = 1;
+
+// False where a product is missing, or the sale has no line.
+bool takeBackFromStock(Session& session, const std::string& islemno) {
+    KayitSeti rs;
+    KayitSetiAc(session, rs,
+                "SELECT URUNAL.URKOD, Sum(URUNAL.ADET) AS Miktar From URUNAL WHERE (((URUNAL.ISLEMNO) =" +
+                    islemno + "))GROUP BY URUNAL.URKOD",
+                adodb::CursorLocation::Client);
+    if (rs->eof()) return false;
+    for (; !rs->eof(); rs->moveNext())
+        if (!StokGuncelle(session, joinText(rs->value("URKOD")), toLong(rs->value("Miktar")), kGeriAlma,
+                          kGiris))
+            return false;
+    return true;
+}
+
+bool isConfirmed(Dialogs& dialogs) {
+    return dialogs.confirm("Bu Kaydı Silmek İstediğinizden Eminmisiniz") &&
+           dialogs.confirm("Bu Kaydı silmek İstediğinizden Eminmisiniz", "Kayıt Sil");
+}
+
+} // namespace
+
+void SatisSil(FrmSatis& f, std::int32_t id) {
+    Session& session = f.session;
+    if (id <= 0 || !isConfirmed(session.desktop.dialogs)) return;
+    const std::string islemno = trim(f.txtIslemNo.text());
+    if (islemno.empty()) {
+        session.desktop.dialogs.tell("İşlem Numarası Şeçiniz", Icon::Information);
+        return;
+    }
+    const bool gone = IslemIcinde(session, [&] {
+        return takeBackFromStock(session, islemno) && SatisKayitlariniSil(session, islemno);
+    });
+    if (!gone) return;
+    f.rs->requery();
+    FormGezinme(f, Gezinme::Son);
+}
+
+} // namespace veldona

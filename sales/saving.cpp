@@ -1,0 +1,85 @@
+#include "sales/saving.h"
+
+#include "core/recordcycle.h"
+#include "platform/runtime/conversion.h"
+#include "sales/lifecycle.h"
+#include "sales/plan.h"
+#include "sales/salerows.h"
+#include "sales/validation.h"
+
+namespace veldona {
+
+namespace {
+
+bool writeNewSale(FrmSatis& f, std::int32_t& id) {
+    if (!IslemBasligiEkle(f, SatisYolu::Yeni)) return false;
+    if (const double kimlik = SonKimlik(f.session, "ISLEMNOTABLO"); kimlik >= 1) id = toLong(kimlik);
+    if (!f.chkOtomatikTaksitHesapla.checked())
+        return PesinOdemeEkle(f) && SatisSatiriEkle(f) && PesinSatisPlaniEkle(f, "URUNSAT");
+    if (!SatisSatiriEkle(f)) return false;
+    if (toDouble(f.MskAlinanPesinat.text()) > 0 && !PesinatEkle(f, "TAKSITODENEN")) return false;
+    return TaksitSatirlariEkle(f, SatisYolu::Yeni);
+}
+
+bool rewriteSale(FrmSatis& f) {
+    Session& session = f.session;
+    session.gISLEMNO = toLong(f.txtIslemNo.text());
+    session.gHSTNO = f.txtCariKod.text();
+    const std::string no = std::to_string(session.gISLEMNO);
+    if (!SatisKayitlariniSil(session, no) || !IslemBasligiEkle(f, SatisYolu::Degisen)) return false;
+    if (!SatirlariSil(session, "URUNAL", no) || !SatisSatiriEkle(f)) return false;
+    if (!f.chkOtomatikTaksitHesapla.checked() &&
+        (!SatirlariSil(session, "URUNSAT", no) || !PesinSatisPlaniEkle(f, "URUNSAT")))
+        return false;
+    if (!SatirlariSil(session, "TAKSITODENEN", no) || !YapilanOdemeleriEkle(f)) return false;
+    return SatirlariSil(session, "URUNSAT", no) && TaksitSatirlariEkle(f, SatisYolu::Degisen);
+}
+
+void tellDone(FrmSatis& f) {
+    f.session.desktop.dialogs.tell("İşlem Tamamlandı", Icon::Information);
+}
+
+void answerCaller(FrmSatis& f) {
+    f.session.gFormKayit.Sonuc = Currency::ofWhole(FormSonucu::Secildi);
+    f.session.gFormKayit.KayitID = f.m_KayitID;
+    f.forms().unload(f);
+}
+
+} // namespace
+
+void cmdKaydet_Click(FrmSatis& f) {
+    // Read as far as digits go, which is meant to catch zero only: less than 1,00 is refused with it.
+    if (val(f.MskToplamUcret.text()) == 0)
+        f.session.desktop.dialogs.tell("Ödenecek Miktar Sıfır Olamaz", Icon::Exclamation);
+    else
+        SatisKaydet(f);
+    chkOtomatikTaksitHesapla_Click(f);
+}
+
+void SatisKaydet(FrmSatis& f) {
+    {
+        const Mesgul mesgul(f);
+        if (!MinimumInputKontrolu(f) || !MantikliInputKontrolu(f)) return;
+        if (!(f.durum == FormModu::Yeni ? YeniSatisKaydet(f) : SatisGuncelle(f))) return;
+        DurumaGec(f, FormModu::Gezinme);
+        f.cari = {f.txtKod.text(), f.txtCariKod.text(), f.txtUnvan.text()};
+    }
+    if (f.secici) answerCaller(f);
+}
+
+bool YeniSatisKaydet(FrmSatis& f) {
+    std::int32_t id = f.m_KayitID;
+    if (!IslemIcinde(f.session, [&] { return writeNewSale(f, id); })) return false;
+    f.m_KayitID = id;
+    tellDone(f);
+    SatislariYenidenOku(f);
+    return true;
+}
+
+bool SatisGuncelle(FrmSatis& f) {
+    if (!IslemIcinde(f.session, [&] { return rewriteSale(f); })) return false;
+    tellDone(f);
+    return true;
+}
+
+} // namespace veldona
