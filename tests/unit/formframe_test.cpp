@@ -1,0 +1,224 @@
+// The frame of the record screens on a small screen of its own, and the customer finder's way of sorting.
+#include "core/formframe.h"
+
+#include <gtest/gtest.h>
+
+#include "core/recordcycle.h"
+#include "customers/customerfinder.h"
+#include "customers/findersearch.h"
+#include "platform/controls/userinput.h"
+#include "tests/support/shop.h"
+
+namespace veldona {
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+struct Screen : Form {
+    explicit Screen(Forms& forms) : Form(forms, "frmDeneme", "Deneme") {
+        locked.locked = true;
+        BarKur(bar);
+        OdakIsaretle(*this);
+    }
+    ToolBar bar{*this, "BarIslemler"};
+    TextBox text{*this, "text", "Ayşe"};
+    TextBox locked{*this, "locked", "Kilit"};
+    TextBox empty{*this, "empty"};
+};
+
+class FormCercevesi : public testing::Test {
+protected:
+    FormCercevesi() {
+        shop.forms.add("frmDeneme", [](Forms& f) { return std::make_unique<Screen>(f); });
+        shop.forms.add("frmCarihesapSec", [this](Forms& f) { return makeFrmCarihesapSec(f, shop.session); });
+    }
+    Screen& open() {
+        shop.forms.show("frmDeneme", Kip::Modeless);
+        return static_cast<Screen&>(*shop.forms.active());
+    }
+    test::Shop shop;
+};
+
+Words shownTools(const ToolBar& bar) {
+    Words keys;
+    for (const auto& tool : bar.tools())
+        if (tool.visible) keys.push_back(tool.key);
+    return keys;
+}
+
+TEST_F(FormCercevesi, HerDurumKendiAraclariniGosterir) {
+    Screen& screen = open();
+    const Words marks = {"cmdBosluk", "cmdBoslukOzel", "lblBookmark"};
+    const std::pair<int, Words> states[] = {
+        {1, {"cmdOnceki", "cmdSonraki", "cmdYeni", "cmdDegistir", "cmdSil", "cmdCikis"}},
+        {2, {"cmdYeni", "cmdDegistir", "cmdSil", "cmdBul", "cmdTemizle", "cmdCikis"}},
+        {3, {"cmdKaydet", "cmdVazgec"}},
+        {4, {"cmdKaydet", "cmdVazgec"}},
+        {5,
+         {"cmdOnceki", "cmdSonraki", "cmdYeni", "cmdDegistir", "cmdSil", "cmdBul", "cmdYanile",
+          "cmdDevirBakiye", "cmdMail", "cmdNotDefteri", "cmdHesapMakinesi", "cmdCikis"}},
+        {13, {"cmdDegistir", "cmdCikis"}},
+        {14, {"cmdKaydet", "cmdCikis"}},
+        {0, {}},
+        {6, {}},
+        {-1, {}},
+    };
+    for (const auto& [state, tools] : states) {
+        Words expected = tools;
+        expected.insert(expected.end(), marks.begin(), marks.end());
+        BarDurumAyarla(state, screen.bar, 0);
+        EXPECT_EQ(shownTools(screen.bar), expected) << state;
+        BarDurumAyarla(state, screen.bar, 1);
+        EXPECT_EQ(shownTools(screen.bar), marks) << state;
+    }
+}
+
+TEST_F(FormCercevesi, OdakIsaretlenirKilitliRenginiKorur) {
+    Screen& screen = open();
+    ASSERT_TRUE(user::focus(screen.empty));
+    ASSERT_TRUE(user::focus(screen.text));
+    EXPECT_EQ(screen.text.backColor(), Colour::FocusedBackground);
+    EXPECT_EQ(screen.text.selLength(), 4);
+    EXPECT_EQ(screen.empty.backColor(), Colour::WindowBackground);
+
+    screen.locked.setBackColor(Colour::CoveredByPayments);
+    ASSERT_TRUE(user::focus(screen.locked));
+    EXPECT_EQ(screen.locked.backColor(), Colour::CoveredByPayments);
+    EXPECT_EQ(screen.locked.selLength(), 5);
+    EXPECT_EQ(screen.text.backColor(), Colour::WindowBackground);
+    ASSERT_TRUE(user::focus(screen.empty));
+    EXPECT_EQ(screen.locked.backColor(), Colour::CoveredByPayments);
+
+    // A field without text is not marked by the one that selects.
+    screen.empty.setBackColor(std::nullopt);
+    HighLight(shop.forms);
+    EXPECT_EQ(screen.empty.backColor(), std::nullopt);
+}
+
+TEST_F(FormCercevesi, BekleyenEkranKapalidir) {
+    Screen& screen = open();
+    Bekle(screen, true);
+    EXPECT_EQ(screen.pointer(), MousePointer::Wait);
+    EXPECT_FALSE(user::focus(screen.text));
+    Bekle(screen, false);
+    EXPECT_EQ(screen.pointer(), MousePointer::Default);
+    EXPECT_TRUE(user::focus(screen.text));
+    IsaretGoster(screen, false);
+    EXPECT_EQ(screen.pointer(), MousePointer::Wait);
+    EXPECT_TRUE(screen.enabled());
+    IsaretGoster(screen, true);
+    EXPECT_EQ(screen.pointer(), MousePointer::Default);
+
+    EXPECT_TRUE(FormAcikMi(shop.forms, "FRMDENEME"));
+    EXPECT_FALSE(FormAcikMi(shop.forms, "frmDenem"));
+}
+
+TEST(BosAlanSozu, EtiketlerIkiAyriBicimdeBaglanir) {
+    const struct {
+        Words etiketler;
+        const char* kart;
+        const char* satis;
+    } cases[] = {
+        {{"Adı "}, "Adı Alanını Boş Geçemezsiniz", "Adı Alanını Boş Geçemezsiniz"},
+        {{" Cari No ", "Adı "},
+         " Cari No ve Adı Alanını Boş Geçemezsiniz",
+         " Cari No  ve Adı Alanını Boş Geçemezsiniz"},
+        {{"A", "B", "C"}, "ABve CAlanını Boş Geçemezsiniz", "A, B ve CAlanını Boş Geçemezsiniz"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(BosAlanSozu(c.etiketler, "", "ve "), c.kart);
+        EXPECT_EQ(BosAlanSozu(c.etiketler, ", ", " ve "), c.satis);
+    }
+}
+
+TEST(KayitDurumu, HatayiSozle) {
+    EXPECT_EQ(KayitDurumu({3021, "x"}), "Geçersiz kayıt (bookmark) !");
+    EXPECT_EQ(KayitDurumu({3167, "x"}), "Silinmiş kayıt !");
+    EXPECT_EQ(KayitDurumu({3265, "Öğe yok"}), "Hatalı kayıt (3265, Öğe yok) !");
+}
+
+TEST_F(FormCercevesi, YaridaKalanIslemIzBirakmaz) {
+    const auto write = [this](bool kept) {
+        return IslemIcinde(shop.session, [&] {
+            shop.run("INSERT INTO GRUPLAR (GRUP_ADI) VALUES ('A')");
+            return kept;
+        });
+    };
+    EXPECT_FALSE(write(false));
+    EXPECT_EQ(shop.rows("SELECT GRUP_ADI FROM GRUPLAR"), Words{});
+    EXPECT_TRUE(write(true));
+    EXPECT_EQ(shop.rows("SELECT GRUP_ADI FROM GRUPLAR"), Words{"A"});
+    EXPECT_FALSE(shop.session.gBaglanti->inTransaction());
+}
+
+// A row whose key is 0 is none: nothing is asked and nothing deleted.
+TEST_F(FormCercevesi, SifirAnahtarliSatirSilinmez) {
+    shop.run("INSERT INTO GRUPLAR (GRUP_ADI) VALUES ('A')");
+    KayitDongusu k{open(), shop.session, nullptr};
+    int deleted = 0;
+    k.sil = [&](std::int32_t) { return ++deleted > 0; };
+    KayitSetiAc(shop.session, k.rs, "SELECT 0 AS ID FROM GRUPLAR", adodb::CursorLocation::Client);
+    KayitGoster(k);
+    KayitSil(k);
+    EXPECT_EQ(deleted, 0);
+    EXPECT_TRUE(shop.said().empty());
+}
+
+TEST(SQLOrderHazirla, YonDonerTekSonSiralamayaBakilir) {
+    const struct {
+        const char* alan;
+        const char* son;
+        const char* siralama;
+    } cases[] = {
+        {"AD", "", "AD ASC"},
+        {"AD", "AD ASC", "AD DESC"},
+        {"AD", "AD DESC", "AD ASC"},
+        {"HSTNO", "", "HSTNO ASC"},
+        {"HSTNO", "ad asc", "HSTNO DESC"},
+        {"AD", "HSTNO DESC", "AD ASC"},
+        {"SOYAD", "AD ASC", "SOYAD ASC"},
+        {"SOYAD", "SOYAD ASC", "SOYAD ASC"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(SQLOrderHazirla(c.alan, c.son), c.siralama) << c.alan << " / " << c.son;
+}
+
+TEST_F(FormCercevesi, IzgaraBasligiSiralar) {
+    shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('1','Çan','A')");
+    shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('2','Can','C')");
+    shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('3','Dan','B')");
+    shop.forms.show("frmCarihesapSec", Kip::Modeless);
+    auto& f = static_cast<FrmCarihesapSec&>(*shop.forms.active());
+    const auto numbers = [&] {
+        std::string all;
+        for (int row = 0; row < f.grdList.rowCount(); ++row)
+            all += f.grdList.cell(row, 0);
+        return all;
+    };
+    const auto clickHead = [&](const char* field) {
+        EXPECT_TRUE(user::clickHead(f.grdList, f.grdList.columnOf(field)));
+        return numbers();
+    };
+    // Nothing is searched by a head; the order waits for the first search.
+    EXPECT_EQ(clickHead("AD"), "");
+    ASSERT_TRUE(user::click(f.cmdBul));
+    EXPECT_EQ(numbers(), "213");
+    EXPECT_EQ(clickHead("AD"), "312");
+    ASSERT_TRUE(user::click(f.cmdBul));
+    EXPECT_EQ(numbers(), "312");
+    EXPECT_EQ(clickHead("AD"), "213");
+    EXPECT_EQ(clickHead("HSTNO"), "321");
+    EXPECT_EQ(clickHead("HSTNO"), "123");
+    EXPECT_EQ(clickHead("SOYAD"), "132");
+    // A filter that breaks the statement leaves hits and order as they were.
+    f.txtAd.setText("'");
+    EXPECT_EQ(clickHead("HSTNO"), "132");
+    EXPECT_EQ(shop.said().size(), 1u);
+    f.txtAd.setText("");
+    EXPECT_EQ(clickHead("HSTNO"), "321");
+}
+
+} // namespace
+
+} // namespace veldona
