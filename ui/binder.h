@@ -1,8 +1,9 @@
 // Ties one control of a form to the widget of its name.
 //
-// From the model to the widget: refresh() shows what the control holds; while the window refreshes, it does not listen
-// to its widgets. From the widget to the model: what the operator does becomes one event, run by act(), after which
-// all that changed is shown. The form may be gone behind act(), so it is the last thing a binder does.
+// From the model to the widget: refresh() shows what the control holds; while the window refreshes, it does
+// not listen to its widgets. From the widget to the model: what the operator does becomes one event, run by
+// act(), after which all that changed is shown. The form may be gone behind act(), so it is the last thing a
+// binder does.
 #pragma once
 
 #include <functional>
@@ -46,6 +47,8 @@ public:
     virtual void focusTaken() {}
     virtual void mouseReleased() {}
     virtual void doubleClicked() {}
+    // Font and sizes of the window are others now.
+    virtual void restyled() {}
     // The form is going; the widget may stand a moment longer.
     virtual void leave() {}
 
@@ -73,8 +76,7 @@ protected:
 };
 
 // The binder of this kind where control and widget are of its types, else nullptr.
-template <class Kind>
-std::unique_ptr<Binder> bindAs(FormWindow& window, Control& control, QWidget& widget) {
+template <class Kind> std::unique_ptr<Binder> bindAs(FormWindow& window, Control& control, QWidget& widget) {
     auto* itsControl = dynamic_cast<typename Kind::ControlType*>(&control);
     auto* itsWidget = dynamic_cast<typename Kind::WidgetType*>(&widget);
     if (!itsControl || !itsWidget) return nullptr;

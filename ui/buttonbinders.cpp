@@ -98,7 +98,8 @@ public:
     void refresh() override {
         Binder::refresh();
         const auto& tools = bound.tools();
-        for (std::size_t i = actions_.size(); i < tools.size(); ++i) actions_.push_back(addTool(tools[i]));
+        for (std::size_t i = actions_.size(); i < tools.size(); ++i)
+            actions_.push_back(addTool(tools[i]));
         for (std::size_t i = 0; i < tools.size(); ++i) {
             actions_[i]->setText(toQt(tools[i].caption));
             actions_[i]->setVisible(tools[i].visible);

@@ -23,7 +23,8 @@ constexpr int kCenturyBorder = 30;
 } // namespace
 
 DateField::DateField(QWidget* parent)
-    : QWidget(parent), check_(new QCheckBox(this)), edit_(new QLineEdit(this)), button_(new QToolButton(this)) {
+    : QWidget(parent), check_(new QCheckBox(this)), edit_(new QLineEdit(this)),
+      button_(new QToolButton(this)) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(2);
@@ -32,7 +33,8 @@ DateField::DateField(QWidget* parent)
     row->addWidget(button_);
     check_->hide();
     check_->setFocusPolicy(Qt::ClickFocus);
-    button_->setArrowType(Qt::DownArrow);
+    button_->setText("▼");
+    button_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
     button_->setFocusPolicy(Qt::NoFocus);
     button_->setToolTip("Takvim (Alt+Aşağı)");
     edit_->setPlaceholderText("gg/aa/yyyy");
@@ -51,6 +53,12 @@ void DateField::setCheckable(bool checkable) {
     check_->setVisible(checkable);
 }
 
+void DateField::setReadOnly(bool readOnly) {
+    edit_->setReadOnly(readOnly);
+    button_->setVisible(!readOnly);
+    edit_->setFocusPolicy(readOnly ? Qt::ClickFocus : Qt::StrongFocus);
+}
+
 std::optional<QDate> DateField::date() const {
     return checkable_ && !check_->isChecked() ? std::nullopt : date_;
 }
@@ -62,7 +70,8 @@ void DateField::setDate(std::optional<QDate> date) {
         button_->setEnabled(date.has_value());
         if (!date) return;
     }
-    if (date == date_ && (edit_->hasFocus() || edit_->text() == (date ? date->toString(kFormat) : QString()))) return;
+    if (date == date_ && (edit_->hasFocus() || edit_->text() == (date ? date->toString(kFormat) : QString())))
+        return;
     date_ = date;
     show(date);
 }
@@ -100,7 +109,7 @@ bool DateField::eventFilter(QObject* watched, QEvent* event) {
     if (watched == edit_ && event->type() == QEvent::FocusOut) leave();
     if (watched == edit_ && event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
-        if (key->key() == Qt::Key_Down && key->modifiers() == Qt::AltModifier) {
+        if (key->key() == Qt::Key_Down && key->modifiers() == Qt::AltModifier && !edit_->isReadOnly()) {
             openCalendar();
             return true;
         }
@@ -109,7 +118,8 @@ bool DateField::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
-// A slash follows the day and the month by itself, only while the text grows at its end, so that it can be deleted.
+// A slash follows the day and the month by itself, only while the text grows at its end, so that it can be
+// deleted.
 void DateField::typed(const QString& text) {
     static const QRegularExpression wantsSlash("^(\\d{2}|\\d{2}/\\d{2})$");
     const bool grew = text.size() > typedLength_;

@@ -1,7 +1,8 @@
 // A day, or none: a text typed as dd/MM/yyyy, a calendar to pick from, and, where asked for, a check box.
 //
-// Digits are enough: the slashes come by themselves. A day counts as entered when its text is whole; what is left
-// unreadable when the field is left goes back to the day before. Unchecked, the field holds none and shows its last day.
+// Digits are enough: the slashes come by themselves. A day counts as entered when its text is whole; what is
+// left unreadable when the field is left goes back to the day before. Unchecked, the field holds none and
+// shows its last day.
 #pragma once
 
 #include <functional>
@@ -26,9 +27,11 @@ public:
     std::function<void(bool)> onChecked;                // the check box, by the operator
 
     void setCheckable(bool checkable);
+    void setReadOnly(bool readOnly);
     void setClearable(bool clearable) { clearable_ = clearable; } // may the text be emptied?
     [[nodiscard]] std::optional<QDate> date() const;
-    void setDate(std::optional<QDate> date); // tells nobody; where it is the day already, a text being typed stays
+    void
+    setDate(std::optional<QDate> date); // tells nobody; where it is the day already, a text being typed stays
     [[nodiscard]] QLineEdit& edit() { return *edit_; }
     [[nodiscard]] QCheckBox& check() { return *check_; }
 

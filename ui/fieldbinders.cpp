@@ -105,7 +105,8 @@ public:
         Binder::refresh();
         if (!showsEntries()) {
             view.clear();
-            for (int row = 0; row < bound.count(); ++row) view.addItem(toQt(bound.list(row)));
+            for (int row = 0; row < bound.count(); ++row)
+                view.addItem(toQt(bound.list(row)));
         }
         if (view.currentIndex() != bound.listIndex()) view.setCurrentIndex(bound.listIndex());
         QLineEdit* edit = view.lineEdit();
@@ -145,7 +146,7 @@ public:
             day = QDate(date.year(), date.month(), date.day());
         }
         view.setDate(day);
-        view.edit().setReadOnly(bound.locked);
+        view.setReadOnly(bound.locked);
     }
     [[nodiscard]] QWidget* focusTarget() const override { return &view.edit(); }
 };
@@ -167,8 +168,8 @@ private:
 } // namespace
 
 std::unique_ptr<Binder> bindField(FormWindow& window, Control& control, QWidget& widget) {
-    for (const auto bind :
-         {bindAs<LabelBinder>, bindAs<TextBinder>, bindAs<ComboBinder>, bindAs<DateBinder>, bindAs<WebBinder>})
+    for (const auto bind : {bindAs<LabelBinder>, bindAs<TextBinder>, bindAs<ComboBinder>, bindAs<DateBinder>,
+                            bindAs<WebBinder>})
         if (auto made = bind(window, control, widget)) return made;
     return nullptr;
 }

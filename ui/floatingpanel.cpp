@@ -25,7 +25,9 @@ bool FloatingPanel::event(QEvent* event) {
 
 bool FloatingPanel::eventFilter(QObject* watched, QEvent* event) {
     const bool moves = event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest;
-    if (moves && isVisible()) QMetaObject::invokeMethod(this, [this] { place(); }, Qt::QueuedConnection);
+    if (moves && isVisible())
+        QMetaObject::invokeMethod(
+            this, [this] { place(); }, Qt::QueuedConnection);
     return QGroupBox::eventFilter(watched, event);
 }
 
@@ -34,8 +36,12 @@ void FloatingPanel::place() {
     const auto* anchor = window->findChild<QWidget*>(property("anchor").toString());
     if (!anchor) return;
     const QSize wanted = sizeHint().expandedTo(minimumSizeHint());
-    const QSize size(std::max(wanted.width(), anchor->width()), wanted.height());
-    const QPoint corner = anchor->mapTo(window, QPoint(0, 0));
+    // No wider than it needs by half: fields as long as a large screen are hard to read.
+    // As high as the anchor where that is little more, so that no half row looks out below it.
+    const QSize size(std::clamp(anchor->width(), wanted.width(), wanted.width() * 3 / 2),
+                     anchor->height() <= wanted.height() * 3 / 2 ? std::max(wanted.height(), anchor->height())
+                                                                 : wanted.height());
+    const QPoint corner = anchor->mapTo(window, QPoint((anchor->width() - size.width()) / 2, 0));
     const int left = std::clamp(corner.x(), 0, std::max(0, window->width() - size.width()));
     const int top = std::clamp(corner.y(), 0, std::max(0, window->height() - size.height()));
     setGeometry(QRect(QPoint(left, top), size));

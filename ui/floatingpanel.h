@@ -1,6 +1,7 @@
-// A group that opens over another part of its window: it stands in no layout, so nothing moves when it comes or goes.
+// A group that opens over another part of its window: it stands in no layout, so nothing moves when it comes
+// or goes.
 //
-// The property "anchor" names the widget whose upper left corner it takes and whose width it fills.
+// The property "anchor" names the widget over whose upper edge it stands, in its middle.
 #pragma once
 
 #include <QGroupBox>

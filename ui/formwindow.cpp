@@ -15,19 +15,22 @@ namespace veldona {
 
 FormWindow::FormWindow(WindowHost& host, Form& form, const Drawing& draw) : host_(host), form_(form) {
     draw(*this);
-    for (auto* table : findChildren<ParallelLists*>()) table->link();
+    for (auto* table : findChildren<ParallelLists*>())
+        table->link();
     bind();
     arrangeTabs();
     bound_ = true;
     touchForm();
-    for (const auto& each : binders_) touched_.push_back(each.get());
+    for (const auto& each : binders_)
+        touched_.push_back(each.get());
     focusMoved_ = true;
 }
 
 FormWindow::~FormWindow() {
     unbind();
     // The widgets go while their binders still stand, since they speak to them to the last.
-    for (QWidget* child : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) delete child;
+    for (QWidget* child : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+        delete child;
 }
 
 void FormWindow::bind() {
@@ -36,7 +39,8 @@ void FormWindow::bind() {
     QStringList faults;
     for (const QString& name : withoutWidget)
         if (!form_.find(fromQt(name))) faults << name + " (no such control)";
-    for (Control* each : form_.controls()) bindControl(*each, withoutWidget, faults);
+    for (Control* each : form_.controls())
+        bindControl(*each, withoutWidget, faults);
     if (!faults.isEmpty())
         qFatal("%s cannot be bound to its window: %s", form_.name().c_str(), qPrintable(faults.join(", ")));
 }
@@ -76,7 +80,8 @@ void FormWindow::unbind() {
     if (!bound_) return;
     bound_ = false;
     touched_.clear();
-    for (const auto& each : binders_) each->leave();
+    for (const auto& each : binders_)
+        each->leave();
 }
 
 void FormWindow::touch(Control& control) {
@@ -97,7 +102,8 @@ void FormWindow::touchForm() {
 void FormWindow::refresh() {
     if (!listens()) return;
     refreshing_ = true;
-    for (Binder* each : std::exchange(touched_, {})) each->refresh();
+    for (Binder* each : std::exchange(touched_, {}))
+        each->refresh();
     if (std::exchange(focusMoved_, false)) showFocus();
     refreshing_ = false;
 }
@@ -142,6 +148,13 @@ void FormWindow::closeEvent(QCloseEvent* event) {
     if (!listens()) return;
     form_.forms().dispatch([this] { form_.forms().unload(form_); });
     host_.flush();
+}
+
+void FormWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (!bound_ || event->type() != QEvent::FontChange) return;
+    for (const auto& each : binders_)
+        each->restyled();
 }
 
 } // namespace veldona

@@ -1,8 +1,9 @@
-// The window of one form: its drawing, a binder for every control, and the way of keys and focus between the two.
+// The window of one form: its drawing, a binder for every control, and the way of keys and focus between the
+// two.
 //
-// A key goes to the screen first, then to the control, and to the widget only where nobody swallowed it. The focus
-// follows the operator into the model once, and the model out to the widgets after each event. Once the form has
-// unloaded, the window is deaf and waits for its end.
+// A key goes to the screen first, then to the control, and to the widget only where nobody swallowed it. The
+// focus follows the operator into the model once, and the model out to the widgets after each event. Once the
+// form has unloaded, the window is deaf and waits for its end.
 #pragma once
 
 #include <functional>
@@ -30,7 +31,8 @@ using Drawing = std::function<void(QWidget&)>;
 
 class FormWindow : public QWidget {
 public:
-    // Ends the program with the list of names where a control has no widget, or one of a type that cannot show it.
+    // Ends the program with the list of names where a control has no widget, or one of a type that cannot
+    // show it.
     FormWindow(WindowHost& host, Form& form, const Drawing& draw);
     ~FormWindow() override;
 
@@ -62,6 +64,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void bind();

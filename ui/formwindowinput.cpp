@@ -19,7 +19,8 @@ namespace veldona {
 
 namespace {
 
-// The window system gave the window its focus back, or a list it opened closed: nobody moved between controls.
+// The window system gave the window its focus back, or a list it opened closed: nobody moved between
+// controls.
 bool isMove(Qt::FocusReason reason) {
     return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
            reason != Qt::OtherFocusReason;

@@ -64,7 +64,8 @@ WindowHost::WindowHost(Clock& clock) : clock_(clock) {
 
 WindowHost::~WindowHost() {
     qApp->removeEventFilter(this);
-    for (const auto& [form, window] : std::exchange(windows_, {})) delete window;
+    for (const auto& [form, window] : std::exchange(windows_, {}))
+        delete window;
 }
 
 void WindowHost::draw(const std::string& form, Drawing drawing) {
@@ -139,8 +140,10 @@ void WindowHost::runModal(Form& form) {
 }
 
 void WindowHost::processEnded() {
-    for (const Modal& each : modals_) each.loop->quit();
-    for (QDialog* each : dialogs_) each->done(QDialog::Rejected);
+    for (const Modal& each : modals_)
+        each.loop->quit();
+    for (QDialog* each : dialogs_)
+        each->done(QDialog::Rejected);
     if (onProcessEnded) onProcessEnded();
 }
 
@@ -152,7 +155,8 @@ FormWindow* WindowHost::window(const Form& form) const {
 void WindowHost::flush() {
     if (flushing_) return;
     const Scoped<bool> flushing(flushing_, true);
-    for (const auto& [form, each] : windows_) each->refresh();
+    for (const auto& [form, each] : windows_)
+        each->refresh();
 }
 
 void WindowHost::flushSoon() {

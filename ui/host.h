@@ -1,8 +1,8 @@
 // The forms of the process as windows of the desktop.
 //
-// It can stand alone as the host of the forms, or behind another one that forwards to it. A change of the model is
-// shown by the next flush: behind each act of the operator, before anything that lets the operator look or act (a wait,
-// a message, a modal screen), else as soon as the event loop comes round.
+// It can stand alone as the host of the forms, or behind another one that forwards to it. A change of the
+// model is shown by the next flush: behind each act of the operator, before anything that lets the operator
+// look or act (a wait, a message, a modal screen), else as soon as the event loop comes round.
 #pragma once
 
 #include <functional>
@@ -31,8 +31,8 @@ public:
     // How the window of this form is drawn; every form that is loaded needs one.
     void draw(const std::string& form, Drawing drawing);
 
-    bool timersRun = true;                 // false: timers tick only when told by somebody else
-    std::function<void()> onAllClosed;     // the last form has unloaded
+    bool timersRun = true;             // false: timers tick only when told by somebody else
+    std::function<void()> onAllClosed; // the last form has unloaded
     std::function<void()> onProcessEnded;
 
     // FormHost
@@ -54,8 +54,8 @@ public:
     // One key, down and up, through the widget that has the focus. False where the form has no window.
     bool typeKey(Form& form, const KeyEvent& key);
 
-    // Lets what waits run, in the middle of a long procedure. The operator's input is let in only where it cannot run
-    // past a key that is still on its way, nor pile up inside itself.
+    // Lets what waits run, in the middle of a long procedure. The operator's input is let in only where it
+    // cannot run past a key that is still on its way, nor pile up inside itself.
     void letEventsRun();
     // Stands still for so long under the wait cursor; windows are painted, the operator's input waits.
     void standStill(int milliseconds);

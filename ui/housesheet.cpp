@@ -1,5 +1,5 @@
-// The style sheet of the house. A widget's part on the screen is its dynamic property "role", set in the .ui file; its
-// tone (focused, covered) comes from the colour that the model gives it.
+// The style sheet of the house. A widget's part on the screen is its dynamic property "role", set in the .ui
+// file; its tone (focused, covered) comes from the colour that the model gives it.
 #include <algorithm>
 #include <cmath>
 
@@ -46,9 +46,16 @@ QLineEdit {
 }
 QLineEdit:focus { border: 1px solid #2c6e9b; background: #fffdf0; }
 QLineEdit:disabled { background: #f1f3f6; color: #98a2ad; }
-QLineEdit[role="readout"] { background: #f4f7fa; border-color: #dde3ea; }
+QLineEdit:read-only { background: #f4f7fa; border-color: #dde3ea; }
+QComboBox QLineEdit { border: 0; background: transparent; }
 QLineEdit[role="amount"] { font-size: 16pt; font-weight: bold; color: #0f3d63; }
 QLineEdit[tone="focused"] { background: #fff3c4; }
+
+veldona--DateField QToolButton {
+    background: #ffffff; border: 1px solid #b9c3ce; border-radius: 4px; padding: 0 5px; font-size: 7pt; color: #4a5866;
+}
+veldona--DateField QToolButton:hover { background: #eef6fb; border-color: #7ba7c4; }
+veldona--DateField QToolButton:disabled { background: #f1f3f6; color: #b9c3ce; }
 
 QPushButton {
     background: #ffffff; border: 1px solid #b3bec9; border-radius: 4px; padding: 4px 10px; color: #1f2933;

@@ -27,15 +27,20 @@ public:
         case PM_LayoutLeftMargin:
         case PM_LayoutRightMargin:
         case PM_LayoutTopMargin:
-        case PM_LayoutBottomMargin: return grown(8);
+        case PM_LayoutBottomMargin:
+            return grown(8);
         case PM_LayoutHorizontalSpacing:
-        case PM_LayoutVerticalSpacing: return grown(5);
-        case PM_ScrollBarExtent: return grown(13);
+        case PM_LayoutVerticalSpacing:
+            return grown(5);
+        case PM_ScrollBarExtent:
+            return grown(13);
         case PM_IndicatorWidth:
         case PM_IndicatorHeight:
         case PM_ExclusiveIndicatorWidth:
-        case PM_ExclusiveIndicatorHeight: return grown(15);
-        default: return QProxyStyle::pixelMetric(metric, option, widget);
+        case PM_ExclusiveIndicatorHeight:
+            return grown(15);
+        default:
+            return QProxyStyle::pixelMetric(metric, option, widget);
         }
     }
 

@@ -1,7 +1,7 @@
 // The look of all windows: one calm light style whose sizes follow one scale.
 //
-// The house font is Liberation Sans 10 pt at scale 1 (9 pt cuts the dots off Ö, Ü and Ğ in a list row). A large screen
-// that is not scaled by the desktop gets a larger scale, so that a row can be read there too.
+// The house font is Liberation Sans 10 pt at scale 1 (9 pt cuts the dots off Ö, Ü and Ğ in a list row). A
+// large screen that is not scaled by the desktop gets a larger scale, so that a row can be read there too.
 #pragma once
 
 #include <QString>

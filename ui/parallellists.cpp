@@ -36,14 +36,16 @@ void ParallelLists::scrollTo(int value) {
     if (scrolling_) return;
     scrolling_ = true;
     bar_->setValue(value);
-    for (QListView* list : lists_) list->verticalScrollBar()->setValue(value);
+    for (QListView* list : lists_)
+        list->verticalScrollBar()->setValue(value);
     scrolling_ = false;
 }
 
 // The longest list rules.
 void ParallelLists::followRange() {
     int most = 0;
-    for (const QListView* list : lists_) most = std::max(most, list->verticalScrollBar()->maximum());
+    for (const QListView* list : lists_)
+        most = std::max(most, list->verticalScrollBar()->maximum());
     bar_->setRange(0, most);
     if (lists_.empty()) return;
     bar_->setPageStep(lists_.front()->verticalScrollBar()->pageStep());

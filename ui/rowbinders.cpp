@@ -18,8 +18,8 @@ namespace {
 
 constexpr int kTwipsPerPixel = 15;
 
-// A row becomes current by the operator's mouse or key only: a view that takes the focus makes its first row current by
-// itself, which is nobody's choice and is taken back.
+// A row becomes current by the operator's mouse or key only: a view that takes the focus makes its first row
+// current by itself, which is nobody's choice and is taken back.
 template <class ControlKind, class ViewKind> class RowsBinder : public BinderOf<ControlKind, ViewKind> {
 public:
     using BinderOf<ControlKind, ViewKind>::BinderOf;
@@ -65,8 +65,8 @@ protected:
             return;
         }
         const QModelIndex current = rows.currentIndex();
-        const bool isThere = current.isValid() && current.row() == index.row() &&
-                             rows.selectionModel()->isSelected(current);
+        const bool isThere =
+            current.isValid() && current.row() == index.row() && rows.selectionModel()->isSelected(current);
         if (isThere) return;
         rows.setCurrentIndex(index);
         rows.scrollTo(index);
@@ -77,8 +77,8 @@ private:
     bool isTold_ = false;
 };
 
-// A list that stands in a table of parallel ones and has no click of its own answers as the first one that has: it
-// shows the row that is selected there, and a click on it is a click there.
+// A list that stands in a table of parallel ones and has no click of its own answers as the first one that
+// has: it shows the row that is selected there, and a click on it is a click there.
 class ListBinder : public RowsBinder<ListBox, QListView> {
 public:
     ListBinder(FormWindow& window, ListBox& list, QListView& widget)
@@ -164,12 +164,17 @@ public:
         follow();
     }
     void leave() override { rows_->leave(); }
+    void restyled() override {
+        lookLikeTable(view);
+        setWidths();
+    }
 
     void refresh() override {
         Binder::refresh();
         if (rows_->follow()) {
             int column = 0;
-            for (const auto& each : bound.columns()) view.setColumnWidth(column++, scaled(each.width));
+            for (const auto& each : bound.columns())
+                view.setColumnWidth(column++, scaled(each.width));
         }
         const int row = bound.currentRow();
         const int column = std::max(0, view.currentIndex().column());
@@ -182,6 +187,12 @@ protected:
     }
 
 private:
+    void setWidths() {
+        int column = 0;
+        for (const auto& each : bound.columns())
+            view.setColumnWidth(column++, scaled(each.width));
+    }
+
     GridRows* rows_;
 };
 
@@ -194,12 +205,14 @@ public:
         widget.horizontalHeader()->hide();
         follow();
     }
+    void restyled() override {
+        lookLikeTable(view);
+        setWidths();
+    }
     void refresh() override {
         Binder::refresh();
         rows_->show(bound);
-        for (int column = 0; column < bound.columns(); ++column)
-            if (const int twips = bound.columnWidth(column); twips > 0)
-                view.setColumnWidth(column, scaled(twips / kTwipsPerPixel));
+        setWidths();
         const QModelIndex cell = rows_->index(bound.row(), bound.col());
         if (view.currentIndex() != cell) view.setCurrentIndex(cell);
     }
@@ -210,6 +223,12 @@ protected:
     }
 
 private:
+    void setWidths() {
+        for (int column = 0; column < bound.columns(); ++column)
+            if (const int twips = bound.columnWidth(column); twips > 0)
+                view.setColumnWidth(column, scaled(twips / kTwipsPerPixel));
+    }
+
     SheetRows* rows_;
 };
 

@@ -45,7 +45,8 @@ QVariant ListRows::data(const QModelIndex& index, int role) const {
 
 bool GridRows::follow() {
     std::vector<std::string> titles;
-    for (const auto& column : grid_->columns()) titles.push_back(column.title);
+    for (const auto& column : grid_->columns())
+        titles.push_back(column.title);
     const int now = grid_->rowCount();
     if (titles != titles_) {
         beginResetModel();

@@ -1,7 +1,7 @@
 // The rows of lists and grids as Qt's views want them.
 //
-// A list keeps a copy of its texts, which are few; a grid asks its control for the cells that are seen, so that 20,000
-// rows cost nothing. Both change row by row where they can, so that a view keeps its place.
+// A list keeps a copy of its texts, which are few; a grid asks its control for the cells that are seen, so
+// that 20,000 rows cost nothing. Both change row by row where they can, so that a view keeps its place.
 #pragma once
 
 #include <string>

@@ -8,10 +8,16 @@ namespace veldona {
 namespace {
 
 const std::map<std::string_view, const char*> kTexts = {
-    {"&Undo", "&Geri Al"},      {"&Redo", "&Yinele"},      {"Cu&t", "Ke&s"},
-    {"&Copy", "&Kopyala"},      {"&Paste", "Ya&pıştır"},   {"Delete", "Sil"},
-    {"Select All", "Hepsini Seç"}, {"Copy &Link Location", "&Bağlantıyı Kopyala"},
-    {"Previous Month", "Önceki Ay"}, {"Next Month", "Sonraki Ay"},
+    {"&Undo", "&Geri Al"},
+    {"&Redo", "&Yinele"},
+    {"Cu&t", "Ke&s"},
+    {"&Copy", "&Kopyala"},
+    {"&Paste", "Ya&pıştır"},
+    {"Delete", "Sil"},
+    {"Select All", "Hepsini Seç"},
+    {"Copy &Link Location", "&Bağlantıyı Kopyala"},
+    {"Previous Month", "Önceki Ay"},
+    {"Next Month", "Sonraki Ay"},
 };
 
 } // namespace

@@ -1,4 +1,5 @@
-// The few words that the toolkit itself puts on the screen, in Turkish: the menu of a text field, a calendar's tips.
+// The few words that the toolkit itself puts on the screen, in Turkish: the menu of a text field, a
+// calendar's tips.
 #pragma once
 
 #include <QTranslator>

@@ -1,5 +1,5 @@
-// The desktop around the program where there are windows: the clock whose waits keep painting, the pump that lets
-// waiting events run, the opener that hands a file to the desktop.
+// The desktop around the program where there are windows: the clock whose waits keep painting, the pump that
+// lets waiting events run, the opener that hands a file to the desktop.
 #pragma once
 
 #include "platform/desktop/desktop.h"

@@ -36,7 +36,8 @@ bool hasBooks(const Paths& paths, Dialogs& dialogs) {
     if (std::filesystem::exists(file)) return true;
     dialogs.show({"Veritabanı bulunamadı:\n" + file +
                       "\n\nProgram açılmadı, hiçbir şey değişmedi. Yeni bir veritabanı şu komutla kurulur:\n"
-                      "vorel-hazirla --kok " + paths.root(),
+                      "vorel-hazirla --kok " +
+                      paths.root(),
                   kProgramTitle, Icon::Exclamation, Buttons::Ok});
     return false;
 }
@@ -75,7 +76,10 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     veldona::TurkishTexts texts;
     QCoreApplication::installTranslator(&texts);
-    veldona::applyHouseStyle(application,
-                             veldona::scaleForScreen(QApplication::primaryScreen()->availableSize()));
+    const auto fitScreen = [&application](const QScreen* screen) {
+        veldona::applyHouseStyle(application, veldona::scaleForScreen(screen->availableSize()));
+    };
+    fitScreen(QApplication::primaryScreen());
+    QObject::connect(&application, &QApplication::primaryScreenChanged, &application, fitScreen);
     return veldona::run(application);
 }

@@ -25,8 +25,10 @@ QPoint middleOf(const QAbstractItemView& view, int row, int column = 0) {
 class Lists : public TrialWindow {
 protected:
     Lists() {
-        for (int i = 0; i < 40; ++i) form->Sol.add("sol " + std::to_string(i));
-        for (int i = 0; i < 30; ++i) form->Sag.add("sağ " + std::to_string(i));
+        for (int i = 0; i < 40; ++i)
+            form->Sol.add("sol " + std::to_string(i));
+        for (int i = 0; i < 30; ++i)
+            form->Sag.add("sağ " + std::to_string(i));
         form->Sol.onClick = [this] { note("click " + form->Sol.text()); };
         form->Sol.onDblClick = [this] { note("dblclick"); };
         host.flush();

@@ -149,7 +149,8 @@ TEST_F(TrialWindow, DugmeFareEnterBoslukVeKisayolla) {
 TEST_F(TrialWindow, KutuVeSecenekler) {
     form->Kutu.onClick = [this] { note("kutu"); };
     form->Iki.onClick = [this] { note("iki"); };
-    QTest::mouseClick(&at<QCheckBox>("Kutu"), Qt::LeftButton, {}, QPoint(8, at<QCheckBox>("Kutu").height() / 2));
+    QTest::mouseClick(&at<QCheckBox>("Kutu"), Qt::LeftButton, {},
+                      QPoint(8, at<QCheckBox>("Kutu").height() / 2));
     EXPECT_TRUE(form->Kutu.checked());
     form->Bir.setValue(true);
     host.flush();

@@ -1,5 +1,5 @@
-// The main screen as a real window over a real database: what the widgets show is what the models hold, and money taken
-// by keyboard is a row in the books.
+// The main screen as a real window over a real database: what the widgets show is what the models hold, and
+// money taken by keyboard is a row in the books.
 #include <filesystem>
 
 #include <QApplication>
@@ -59,12 +59,13 @@ protected:
         shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD,EVMH,EVCD,EVAPT,EVILCE,EVTEL,GSM,UYARI) VALUES "
                  "('7','Ayşe','Yılmaz','Çınar Mah.','Gülşen Cad.','14/7','Üsküdar','0216 333 22 11',"
                  "'0532 444 55 66','Senetsiz mal verilmez')");
-        static const char* const others[][2] = {{"Çiğdem", "Öztürk"}, {"İbrahim", "Şahin"}, {"Ömer", "Çelik"},
-                                                {"Şükrü", "Yıldırım"}, {"Ümit", "Güneş"},  {"Işık", "Aydın"}};
+        static const char* const others[][2] = {{"Çiğdem", "Öztürk"}, {"İbrahim", "Şahin"},
+                                                {"Ömer", "Çelik"},    {"Şükrü", "Yıldırım"},
+                                                {"Ümit", "Güneş"},    {"Işık", "Aydın"}};
         for (int i = 0; i < 60; ++i) {
             const auto& [name, surname] = others[i % 6];
-            shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD,EVTEL) VALUES ('" + std::to_string(100 + i) + "','" +
-                     name + "','" + surname + "','0216 555 00 " + std::to_string(10 + i) + "')");
+            shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD,EVTEL) VALUES ('" + std::to_string(100 + i) +
+                     "','" + name + "','" + surname + "','0216 555 00 " + std::to_string(10 + i) + "')");
         }
         addSale(5, 12, "20/11/2025");
         addSale(6, 36, "05/10/2026");
@@ -77,7 +78,8 @@ protected:
     }
     void addSale(int number, int months, const std::string& firstDay) {
         const std::string sale = std::to_string(number);
-        shop.run("INSERT INTO ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC,ODEME_TIPI,ACIKLAMA,TESLIMAT_TRH) VALUES ('7'," +
+        shop.run("INSERT INTO ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC,ODEME_TIPI,ACIKLAMA,TESLIMAT_TRH) VALUES "
+                 "('7'," +
                  sale + "," + std::to_string(months) + "500000000,'Taksitli','Beyaz eşya','25/11/2026')");
         for (const char* line : {"Buzdolabı", "Çamaşır makinesi"})
             shop.run("INSERT INTO URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT,TRH,ACIKLAMA) VALUES ('7'," + sale +
@@ -85,8 +87,8 @@ protected:
         DateTime day = DateTime::of(2026, 10, 5);
         for (int i = 0; i < months; ++i) {
             const DateTime due = addMonths(day, i);
-            shop.run("INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR,PESINAT) VALUES ('7'," + sale + ",'" +
-                     joinDay(due) + "',500000000," + (i == 0 ? "1" : "0") + ")");
+            shop.run("INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR,PESINAT) VALUES ('7'," + sale +
+                     ",'" + joinDay(due) + "',500000000," + (i == 0 ? "1" : "0") + ")");
         }
     }
     static std::string joinDay(DateTime day) {
@@ -97,7 +99,8 @@ protected:
     void openFirstSale() {
         QTest::mouseClick(&at<QLineEdit>("Text1"), Qt::LeftButton);
         typeText(host, *screen, "7");
-        for (const Key key : {Key::Down, Key::Down, Key::Enter}) pressKey(host, *screen, key);
+        for (const Key key : {Key::Down, Key::Down, Key::Enter})
+            pressKey(host, *screen, key);
     }
     Lines query(const std::string& sql) {
         shop.session.gBaglanti = std::move(session.gBaglanti);
@@ -110,8 +113,8 @@ protected:
     Shop shop;
     WindowHost host{shop.clock};
     WindowPump pump{host};
-    Desktop desktop{shop.clock,         shop.dialogs, pump, shop.opener, shop.desktop.paths, {},
-                    shop.desktop.dataSources};
+    Desktop desktop{
+        shop.clock, shop.dialogs, pump, shop.opener, shop.desktop.paths, {}, shop.desktop.dataSources};
     Forms forms{host};
     Session session{desktop, forms};
     FrmMainVeldona* screen = nullptr;
@@ -119,7 +122,8 @@ protected:
 
 std::string shownBy(const QWidget& widget) {
     if (const auto* edit = dynamic_cast<const QLineEdit*>(&widget)) return edit->text().toStdString();
-    if (const auto* combo = dynamic_cast<const QComboBox*>(&widget)) return combo->currentText().toStdString();
+    if (const auto* combo = dynamic_cast<const QComboBox*>(&widget))
+        return combo->currentText().toStdString();
     if (const auto* label = dynamic_cast<const QLabel*>(&widget)) return label->text().toStdString();
     const auto* date = dynamic_cast<const DateField*>(&widget);
     const auto day = date ? date->date() : std::nullopt;
@@ -143,8 +147,8 @@ void MainWindow::expectWidgetsShowModels() {
             if (list->onClick) {
                 EXPECT_EQ(view.currentIndex().row(), list->listIndex()) << each->name();
             }
-        } else if (dynamic_cast<Label*>(each) || dynamic_cast<TextBox*>(each) || dynamic_cast<DateBox*>(each) ||
-                   dynamic_cast<ComboBox*>(each)) {
+        } else if (dynamic_cast<Label*>(each) || dynamic_cast<TextBox*>(each) ||
+                   dynamic_cast<DateBox*>(each) || dynamic_cast<ComboBox*>(each)) {
             EXPECT_EQ(shownBy(*widget), each->shownText()) << each->name();
         }
         // The two pages stand in tabs that the operator turns to.
@@ -180,7 +184,8 @@ TEST_F(MainWindow, TahsilatKlavyeyle) {
 TEST_F(MainWindow, MusteriIzgaradanVeOklarla) {
     auto& grid = at<QTableView>("grdList");
     EXPECT_EQ(grid.model()->rowCount(), 61);
-    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.visualRect(grid.model()->index(2, 1)).center());
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {},
+                      grid.visualRect(grid.model()->index(2, 1)).center());
     EXPECT_EQ(screen->Text1.text(), grid.model()->index(2, 0).data().toString().toStdString());
     expectWidgetsShowModels();
     QTest::mouseClick(&at<QLineEdit>("txtSoyad"), Qt::LeftButton);

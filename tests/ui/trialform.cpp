@@ -76,7 +76,8 @@ void drawTrialForm(QWidget& window) {
     column->addWidget(drawLists(window));
     column->addWidget(named<QComboBox>("Yazilan", &window));
     column->addWidget(named<QComboBox>("Secilen", &window));
-    for (const char* name : {"Gun", "Varsa", "Bos"}) column->addWidget(named<DateField>(name, &window));
+    for (const char* name : {"Gun", "Varsa", "Bos"})
+        column->addWidget(named<DateField>(name, &window));
     column->addWidget(named<QTableView>("Izgara", &window));
     column->addWidget(named<QTableView>("Tablo", &window));
     column->addWidget(named<QToolBar>("Cubuk", &window));

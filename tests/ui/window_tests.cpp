@@ -29,7 +29,8 @@ void commitText(QWidget& widget, std::string_view text) {
 }
 
 void settle() {
-    for (int round = 0; round < 5; ++round) QCoreApplication::processEvents();
+    for (int round = 0; round < 5; ++round)
+        QCoreApplication::processEvents();
 }
 
 void leavePicture(WindowHost& host, Form& form, const std::string& name) {
