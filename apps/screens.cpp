@@ -3,6 +3,7 @@
 #include "customers/customercard.h"
 #include "customers/customerfinder.h"
 #include "ledger/mainscreen.h"
+#include "maintenance/letterhead.h"
 #include "sales/salescreen.h"
 
 namespace veldona {
@@ -11,6 +12,7 @@ void registerScreens(Forms& forms, Session& session) {
     forms.add("frmMainVeldona", [&session](Forms& f) { return makeFrmMainVeldona(f, session); });
     forms.add("frmCariEkle", [&session](Forms& f) { return makeFrmCariEkle(f, session); });
     forms.add("frmCarihesapSec", [&session](Forms& f) { return makeFrmCarihesapSec(f, session); });
+    forms.add("frmAntetBilgisi", [&session](Forms& f) { return makeFrmAntetBilgisi(f, session); });
     forms.add("frmSatis", [&session](Forms& f) { return makeFrmSatis(f, session); });
 }
 

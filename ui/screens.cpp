@@ -1,6 +1,7 @@
 #include "ui/screens.h"
 
 #include "ui/host.h"
+#include "ui_frmAntetBilgisi.h"
 #include "ui_frmMainVeldona.h"
 
 namespace veldona {
@@ -14,6 +15,7 @@ template <class Drawn> void drawAs(QWidget& window) {
 } // namespace
 
 void drawScreens(WindowHost& host) {
+    host.draw("frmAntetBilgisi", drawAs<Ui::frmAntetBilgisi>);
     host.draw("frmMainVeldona", drawAs<Ui::frmMainVeldona>);
 }
 
