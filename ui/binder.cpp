@@ -78,7 +78,7 @@ std::string fromQt(const QString& text) {
 
 QString withMnemonic(const QString& drawn, const std::string& caption) {
     QString text = toQt(caption);
-    return withoutMnemonic(drawn) == text ? drawn : text.replace("&", "&&");
+    return drawn == text || withoutMnemonic(drawn) == text ? drawn : text.replace("&", "&&");
 }
 
 void showSelection(QLineEdit& edit, int start, int length) {

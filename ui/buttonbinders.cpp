@@ -102,7 +102,8 @@ public:
             actions_.push_back(addTool(tools[i]));
         for (std::size_t i = 0; i < tools.size(); ++i) {
             actions_[i]->setText(toQt(tools[i].caption));
-            actions_[i]->setVisible(tools[i].visible);
+            // Spacers and marks carry no words.
+            actions_[i]->setVisible(tools[i].visible && !tools[i].caption.empty());
             actions_[i]->setEnabled(tools[i].enabled);
         }
     }

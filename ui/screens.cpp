@@ -2,6 +2,8 @@
 
 #include "ui/host.h"
 #include "ui_frmAntetBilgisi.h"
+#include "ui_frmCariEkle.h"
+#include "ui_frmCarihesapSec.h"
 #include "ui_frmMainVeldona.h"
 
 namespace veldona {
@@ -16,6 +18,8 @@ template <class Drawn> void drawAs(QWidget& window) {
 
 void drawScreens(WindowHost& host) {
     host.draw("frmAntetBilgisi", drawAs<Ui::frmAntetBilgisi>);
+    host.draw("frmCariEkle", drawAs<Ui::frmCariEkle>);
+    host.draw("frmCarihesapSec", drawAs<Ui::frmCarihesapSec>);
     host.draw("frmMainVeldona", drawAs<Ui::frmMainVeldona>);
 }
 
