@@ -147,8 +147,15 @@ void turnTo(const Control& control) {
     }
 }
 
+// Shown, but perhaps on a page that is not turned to.
+bool canBeShown(const Control& control) {
+    for (const Control* each = &control; each; each = each->holder())
+        if (!each->visible() && !dynamic_cast<const TabControl*>(each->holder())) return false;
+    return true;
+}
+
 bool canEnter(const Control& control) {
-    return isField(control) && control.visible() && control.isUsable();
+    return isField(control) && canBeShown(control) && control.isUsable();
 }
 
 } // namespace

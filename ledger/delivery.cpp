@@ -13,6 +13,7 @@ namespace {
 
 constexpr int kNumberColumn = 5;
 constexpr int kNoteColumn = 203;
+constexpr int kUntilWritten = 1000; // milliseconds before the ledger reads through its own recordsets
 
 bool run(FrmMainVeldona& f, const std::string& sql) {
     return SqlCalistir(f.session, *f.session.gBaglanti, sql);
@@ -95,6 +96,7 @@ void cmdUrunKaydet_Click(FrmMainVeldona& f) {
     if (!run(f, insertLine(f))) dialogs.tell(" URUNAL");
     if (!run(f, "UPDATE ISLEMNOTABLO SET TOPBORC= " + total + " Where ISLEMNO = " + f.Text5.text()))
         dialogs.tell(" ISLEMNOTABLO ");
+    f.session.desktop.clock.wait(kUntilWritten);
     L3_DblClick(f);
     f.frmUrunEkle.setVisible(false);
     f.txtUrunAdi.setText("");

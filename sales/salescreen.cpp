@@ -74,10 +74,13 @@ void bindPlan(FrmSatis& f) {
 void bindFields(FrmSatis& f) {
     for (Control* field : Controls{&f.txtIslemNo, &f.txtUnvan, &f.dtIslemTarihi, &f.txtAciklama,
                                    &f.MskToplamUcret, &f.MskAlinanPesinat, &f.MskKalan, &f.MskTaksitAdedi,
-                                   &f.mskTaksitTutari, &f.dtTaksitBaslangicTarihi})
+                                   &f.mskTaksitTutari})
         field->onKeyDown = [&f](KeyEvent& event) {
             if (event.key == Key::Enter) SonrakiAlan(f);
         };
+    f.dtTaksitBaslangicTarihi.onKeyDown = [&f](KeyEvent& event) {
+        if (event.key == Key::Enter) f.cmdKaydet.setFocus();
+    };
     for (TextBox* box : {&f.txtIslemNo, &f.txtCariKod, &f.txtAciklama}) {
         box->onGotFocus = [&f] { HighLight(f.forms()); };
         box->onLostFocus = [box] { BGLoss(*box); };
