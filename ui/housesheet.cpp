@@ -71,6 +71,14 @@ QPushButton[role="primary"]:focus { border: 2px solid #ffb300; }
 QPushButton[role="primary"]:disabled { background: #c3d2de; border-color: #b4c4d1; color: #f4f7fa; }
 QPushButton[role="small"] { padding: 2px 6px; font-size: 9pt; }
 
+QToolBar { background: transparent; border: 0; spacing: 4px; }
+QToolBar QToolButton {
+    background: #ffffff; border: 1px solid #b3bec9; border-radius: 4px; padding: 4px 10px; color: #1f2933;
+}
+QToolBar QToolButton:hover { background: #eef6fb; border-color: #7ba7c4; }
+QToolBar QToolButton:pressed { background: #d9e9f4; }
+QToolBar QToolButton:disabled { background: #f1f3f6; color: #a3acb6; border-color: #d9dfe6; }
+
 QListView, QTableView, QTextBrowser {
     background: #ffffff; border: 1px solid #d3dae2; border-radius: 3px;
     selection-background-color: #cfe4f3; selection-color: #12344d;
