@@ -31,6 +31,7 @@ DateField::DateField(QWidget* parent)
     row->addWidget(check_);
     row->addWidget(edit_, 1);
     row->addWidget(button_);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     check_->hide();
     check_->setFocusPolicy(Qt::ClickFocus);
     button_->setText("▼");
@@ -73,7 +74,7 @@ void DateField::setDate(std::optional<QDate> date) {
     if (date == date_ && (edit_->hasFocus() || edit_->text() == (date ? date->toString(kFormat) : QString())))
         return;
     date_ = date;
-    show(date);
+    showDate(date);
 }
 
 void DateField::openCalendar() {
@@ -90,6 +91,7 @@ void DateField::openCalendar() {
     };
     connect(calendar, &QCalendarWidget::clicked, this, take);
     connect(calendar, &QCalendarWidget::activated, this, take);
+    calendar->resize(calendar->sizeHint() + QSize(scaled(30), scaled(40)));
     calendar->move(mapToGlobal(QPoint(0, height())));
     calendar->show();
     calendar->setFocus();
@@ -137,17 +139,17 @@ void DateField::leave() {
     } else if (const auto day = read(text); day && day != date_) {
         pick(day);
     } else {
-        show(date_);
+        showDate(date_);
     }
 }
 
 void DateField::pick(std::optional<QDate> date) {
     date_ = date;
-    show(date);
+    showDate(date);
     if (onPicked) onPicked(date);
 }
 
-void DateField::show(std::optional<QDate> date) {
+void DateField::showDate(std::optional<QDate> date) {
     const QString text = date ? date->toString(kFormat) : QString();
     if (text != edit_->text()) edit_->setText(text);
     typedLength_ = text.size();

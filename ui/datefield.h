@@ -47,7 +47,7 @@ private:
     void typed(const QString& text);
     void leave();
     void pick(std::optional<QDate> date);
-    void show(std::optional<QDate> date);
+    void showDate(std::optional<QDate> date);
 
     QCheckBox* check_;
     QLineEdit* edit_;

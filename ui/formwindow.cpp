@@ -26,6 +26,14 @@ FormWindow::FormWindow(WindowHost& host, Form& form, const Drawing& draw) : host
     focusMoved_ = true;
 }
 
+FormWindow::Busy::Busy(FormWindow& window) : window_(window), hold_(window.form_.forms()) {
+    ++window_.busy_;
+}
+
+FormWindow::Busy::~Busy() {
+    if (--window_.busy_ == 0 && !window_.bound_) window_.deleteLater();
+}
+
 FormWindow::~FormWindow() {
     unbind();
     // The widgets go while their binders still stand, since they speak to them to the last.
@@ -76,6 +84,12 @@ void FormWindow::arrangeTabs() {
     }
 }
 
+void FormWindow::retire() {
+    unbind();
+    hide();
+    if (busy_ == 0) deleteLater();
+}
+
 void FormWindow::unbind() {
     if (!bound_) return;
     bound_ = false;
@@ -117,6 +131,7 @@ void FormWindow::showFocus() {
 
 void FormWindow::act(Control& control, const std::function<void()>& event) {
     if (!listens()) return;
+    const Busy busy(*this);
     event();
     // A refused act is shown as refused.
     touch(control);
@@ -146,6 +161,7 @@ bool FormWindow::timersRun() const {
 void FormWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     if (!listens()) return;
+    const Busy busy(*this);
     form_.forms().dispatch([this] { form_.forms().unload(form_); });
     host_.flush();
 }

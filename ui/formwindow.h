@@ -14,7 +14,7 @@
 
 #include <QWidget>
 
-#include "platform/controls/form.h"
+#include "platform/controls/forms.h"
 #include "platform/runtime/datetime.h"
 
 class QContextMenuEvent;
@@ -40,7 +40,9 @@ public:
     [[nodiscard]] bool isBound() const { return bound_; }
     // Bound, and not being brought up to date just now: what widgets say comes from the operator.
     [[nodiscard]] bool listens() const { return bound_ && !refreshing_; }
-    void unbind();
+    // The form has unloaded. A procedure of it may still run below us, having let events run: the end waits
+    // for it.
+    void retire();
 
     // Something of it changed in the model; shown by the next refresh.
     void touch(Control& control);
@@ -67,7 +69,21 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    // An event of the window is under way.
+    class Busy {
+    public:
+        explicit Busy(FormWindow& window);
+        ~Busy();
+        Busy(const Busy&) = delete;
+        Busy& operator=(const Busy&) = delete;
+
+    private:
+        FormWindow& window_;
+        Forms::Hold hold_;
+    };
+
     void bind();
+    void unbind();
     void bindControl(Control& control, const QStringList& withoutWidget, QStringList& faults);
     void arrangeTabs();
     void showFocus();
@@ -84,6 +100,7 @@ private:
     std::unordered_map<const QWidget*, Binder*> byWidget_;
     std::unordered_map<const Control*, Binder*> byControl_;
     std::vector<Binder*> touched_;
+    int busy_ = 0;
     bool bound_ = false;
     bool refreshing_ = false;
     bool focusMoved_ = false;

@@ -35,6 +35,7 @@ bool isStrayWheel(const QWidget& receiver) {
 
 bool FormWindow::filter(QWidget& receiver, QEvent& event) {
     if (!bound_) return false;
+    const Busy busy(*this);
     const QWidget* focused = focusWidget() ? focusWidget() : this;
     switch (event.type()) {
     case QEvent::KeyPress:
@@ -63,11 +64,14 @@ bool FormWindow::keyPressed(QKeyEvent& event) {
     if (!listens()) return true;
     followFocus();
     if (!isBound()) return true;
+    const KeyEvent key = keyOf(event);
+    // Shift alone and its like are no key to anybody but the widget, nor are its own commands.
+    if (key.key == Key::None && key.character == 0) return false;
     // Until the widget has got this key, no other may run past it.
     const WindowHost::KeyUnderWay underWay(host_);
     Binder* binder = binderAt(focusWidget());
     Control* control = binder ? &binder->control() : nullptr;
-    bool goesOn = user::keyDown(form_, control, keyOf(event));
+    bool goesOn = user::keyDown(form_, control, key);
     if (goesOn)
         if (const auto press = characterOf(event)) goesOn = user::keyPress(form_, control, *press);
     host_.flush();
@@ -79,10 +83,11 @@ bool FormWindow::keyPressed(QKeyEvent& event) {
 }
 
 void FormWindow::keyReleased(const QKeyEvent& event) {
-    if (event.isAutoRepeat() || !listens()) return;
+    const KeyEvent key = keyOf(event);
+    if (event.isAutoRepeat() || !listens() || (key.key == Key::None && key.character == 0)) return;
     const Binder* binder = binderAt(focusWidget());
     Control* control = binder ? &binder->control() : form_.activeControl();
-    user::keyUp(form_, control, keyOf(event));
+    user::keyUp(form_, control, key);
     host_.flush();
 }
 
@@ -107,7 +112,7 @@ void FormWindow::followFocus() {
     const Binder* binder = binderAt(focusWidget());
     if (!binder || !listens() || !binder->control().takesFocus()) return;
     if (form_.activeControl() == &binder->control()) return;
-    const Forms::Hold hold(form_.forms());
+    const Busy busy(*this);
     // Refused, or sent elsewhere by a handler: the widgets follow.
     if (!user::focus(binder->control()) || form_.activeControl() != &binder->control()) touchFocus();
     host_.flush();

@@ -100,9 +100,7 @@ void WindowHost::formUnloaded(Form& form) {
     if (found == windows_.end()) return;
     FormWindow* gone = found->second;
     windows_.erase(found);
-    gone->unbind();
-    gone->hide();
-    gone->deleteLater();
+    gone->retire();
     followPointer();
     for (const Modal& each : modals_)
         if (each.form == &form) each.loop->quit();

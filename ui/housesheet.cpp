@@ -51,11 +51,11 @@ QComboBox QLineEdit { border: 0; background: transparent; }
 QLineEdit[role="amount"] { font-size: 16pt; font-weight: bold; color: #0f3d63; }
 QLineEdit[tone="focused"] { background: #fff3c4; }
 
-veldona--DateField QToolButton {
+veldona--DateField > QToolButton {
     background: #ffffff; border: 1px solid #b9c3ce; border-radius: 4px; padding: 0 5px; font-size: 7pt; color: #4a5866;
 }
-veldona--DateField QToolButton:hover { background: #eef6fb; border-color: #7ba7c4; }
-veldona--DateField QToolButton:disabled { background: #f1f3f6; color: #b9c3ce; }
+veldona--DateField > QToolButton:hover { background: #eef6fb; border-color: #7ba7c4; }
+veldona--DateField > QToolButton:disabled { background: #f1f3f6; color: #b9c3ce; }
 
 QPushButton {
     background: #ffffff; border: 1px solid #b3bec9; border-radius: 4px; padding: 4px 10px; color: #1f2933;

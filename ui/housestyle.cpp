@@ -9,6 +9,7 @@
 #include <QProxyStyle>
 #include <QSize>
 #include <QStyleFactory>
+#include <QWidget>
 
 namespace veldona {
 
@@ -42,6 +43,14 @@ public:
         default:
             return QProxyStyle::pixelMetric(metric, option, widget);
         }
+    }
+
+    // As high as a text field, whatever the base style thinks of its letters.
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                           const QWidget* widget) const override {
+        QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+        if (type == CT_ComboBox && widget) size.setHeight(widget->fontMetrics().height() + grown(8));
+        return size;
     }
 
 private:

@@ -1,4 +1,5 @@
 // What has rows: lists, data grids, sheets.
+#include <QApplication>
 #include <QHeaderView>
 #include <QListView>
 #include <QTableView>
@@ -135,7 +136,8 @@ private:
 };
 
 void lookLikeTable(QTableView& table) {
-    const int rowHeight = table.fontMetrics().height() + scaled(5);
+    // Of the application: while a change of font spreads, the table has not got it yet.
+    const int rowHeight = QFontMetrics(QApplication::font()).height() + scaled(5);
     table.verticalHeader()->hide();
     table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     table.verticalHeader()->setMinimumSectionSize(rowHeight);

@@ -138,6 +138,23 @@ TEST_F(Life, OlaylarBirakilincaEkranGuncel) {
     EXPECT_EQ(told(), (Told{"yarısı"}));
 }
 
+// The operator closes the screen in the middle of its own load; what is left of the load runs to its end.
+TEST_F(Life, YuklenirkenKapananEkran) {
+    WindowPump pump(host);
+    form->Metin.onChange = [&] {
+        QTimer::singleShot(0, &host, [this] { host.window(*form)->close(); });
+        pump.doEvents();
+        pump.doEvents();
+        form->Ikinci.setText("sonu");
+        note(form->Ikinci.text());
+    };
+    form->Metin.setFocus();
+    typeText(host, *form, "5");
+    EXPECT_EQ(told(), (Told{"sonu"}));
+    EXPECT_TRUE(forms.loadedForms().empty());
+    settle();
+}
+
 TEST_F(Life, BeklemeZamaniVeImlecGeriGelir) {
     WindowClock waiting;
     waiting.attach(&host);
