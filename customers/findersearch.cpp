@@ -1,5 +1,7 @@
 #include "customers/findersearch.h"
 
+#include <utility>
+
 #include "core/database.h"
 #include "customers/cardrecord.h"
 #include "platform/runtime/conversion.h"
