@@ -53,12 +53,14 @@ Currency totalLessDiscount(const FrmMainVeldona& f) {
     return discount.empty() ? total : total - toCurrency(discount);
 }
 
+// The new line as the lists show it: of a typed amount the dot is the decimal sign there.
 std::string insertLine(FrmMainVeldona& f) {
+    const std::string& amount = f.List6.list(f.List6.count() - 1);
     Value note = f.txtUrunAdi.text();
     return "INSERT INTO URUNAL  ( MUSTNO,ISLEMNO,URKOD,TRH,FIYAT,ADET,ACIKLAMA,KDV,KDV_DAHIL_HARIC,DEPO_ID) "
            "values ('" +
            trim(f.Text1.text()) + "'," + f.Text5.text() + ",'1','" + toText(f.session.desktop.clock.today()) +
-           "'," + stored(f, f.MskToplamUcret.text()) + ",1," + DegerYaz(kNoteColumn, note) + ",0,1,-1)";
+           "'," + stored(f, amount) + ",1," + DegerYaz(kNoteColumn, note) + ",0,1,-1)";
 }
 
 } // namespace

@@ -1,0 +1,169 @@
+// The plan of a sale: its arithmetic, and the laws that hold for every total, down payment, count and amount.
+#include "platform/runtime/conversion.h"
+#include "platform/runtime/format.h"
+#include "sales/plan.h"
+#include "sales/planarithmetic.h"
+#include "salestage.h"
+
+namespace veldona {
+
+namespace {
+
+Currency lira(double amount) {
+    return Currency::ofDouble(amount);
+}
+
+std::string shown(const Value& amount) {
+    return format(amount, "#,##0.00");
+}
+
+class Plan : public SaleScreen {
+protected:
+    // The amounts of the rows that have a date.
+    std::vector<Currency> planned(const FrmSatis& f) {
+        std::vector<Currency> amounts;
+        for (int row = 1; row < f.grdYapilacakOdeme.rows(); ++row)
+            if (!f.grdYapilacakOdeme.textMatrix(row, OdemeSutunu::Tarih).empty())
+                amounts.push_back(toCurrency(f.grdYapilacakOdeme.textMatrix(row, OdemeSutunu::Miktar)));
+        return amounts;
+    }
+
+    static Currency sum(const std::vector<Currency>& amounts) {
+        Currency total;
+        for (const Currency each : amounts)
+            total += each;
+        return total;
+    }
+};
+
+TEST(PlanArithmetic, CountIsRoundedToTheEvenNeighbour) {
+    struct Case {
+        double kalan, tutar, adet;
+    };
+    for (const Case& c : {Case{1000, 400, 2}, Case{1400, 400, 4}, Case{1000, 300, 3}, Case{1100, 300, 4},
+                          Case{1000, 2000, 0}, Case{1000, 1999, 1}, Case{-300, 100, -3}})
+        EXPECT_EQ(TaksitSayisi(c.kalan, c.tutar), c.adet) << c.kalan << " / " << c.tutar;
+    EXPECT_THROW(static_cast<void>(TaksitSayisi(100, 0)), RuntimeError);
+}
+
+TEST(PlanArithmetic, SonTaksitFarkiUstlenir) {
+    for (const double tutar : {0.01, 0.05, 33.33, 99.99, 300.0, 1234.56})
+        for (const double kalan : {0.01, 99.99, 100.0, 1000.0, 8999.97, 54321.0}) {
+            const double sayi = TaksitSayisi(kalan, tutar);
+            if (sayi < 1 || sayi > 254) continue;
+            const auto adet = toByte(sayi);
+            const Currency others = Currency::ofWhole(adet - 1) * lira(tutar);
+            EXPECT_EQ(others + SonTaksit(lira(tutar), lira(kalan), adet), lira(kalan))
+                << shown(kalan) << " by " << shown(tutar);
+        }
+}
+
+TEST(PlanArithmetic, AyinSonGunuKisaAylardanSonraGeriGelir) {
+    const DateTime start = DateTime::of(2028, 1, 31);
+    EXPECT_EQ(toText(TaksitVadesi(start, 0)), "31/01/2028");
+    EXPECT_EQ(toText(TaksitVadesi(start, 1)), "29/02/2028");
+    EXPECT_EQ(toText(TaksitVadesi(start, 2)), "31/03/2028");
+    EXPECT_EQ(toText(TaksitVadesi(start, 254)), "31/03/2049");
+}
+
+// Rows and blank rows of the grid for every count, with and without a down payment.
+TEST_F(Plan, RowsByCount) {
+    FrmSatis& f = open();
+    for (const bool pesinat : {false, true}) {
+        user::put(f.MskToplamUcret, "1000");
+        user::put(f.MskAlinanPesinat, pesinat ? "100" : "0");
+        user::focus(f.MskTaksitAdedi);
+        for (const int adet : {0, 1, 2, 3, 4, 10, 126, 127, 128, 254}) {
+            user::put(f.MskTaksitAdedi, std::to_string(adet));
+            const int rows = !pesinat ? std::max(adet + 1, 2) : adet < 3 ? adet + 2 : 2 * adet;
+            EXPECT_EQ(f.grdYapilacakOdeme.rows(), pesinat && adet == 1 ? 3 : rows) << adet;
+            EXPECT_EQ(planned(f).size(), static_cast<std::size_t>(adet + pesinat)) << adet;
+            EXPECT_EQ(f.grdYapilanOdeme.rows(), pesinat ? 2 : 1) << adet;
+        }
+    }
+    EXPECT_TRUE(shop.said().empty());
+}
+
+// By count every row is the same, and what the rounding loses is at most half a cent a row.
+TEST_F(Plan, ByCountTheCentsOfTheDivisionStayLost) {
+    FrmSatis& f = open();
+    for (const char* toplam : {"100", "99,99", "1000", "0,05", "12345,67"})
+        for (const int adet : {1, 2, 3, 7, 12, 36, 254}) {
+            fill(f, toplam, "0", std::to_string(adet));
+            const auto amounts = planned(f);
+            ASSERT_EQ(amounts.size(), static_cast<std::size_t>(adet));
+            EXPECT_EQ(std::count(amounts.begin(), amounts.end(), amounts[0]), adet);
+            const Currency lost = sum(amounts) - toCurrency(toplam);
+            EXPECT_LE(std::abs(lost.tenThousandths()), 50L * adet) << toplam << " in " << adet;
+        }
+    fill(f, "100", "0", "3");
+    EXPECT_EQ(sum(planned(f)), lira(99.99));
+}
+
+// By amount the rows sum to the remainder, to the cent, down payment apart.
+TEST_F(Plan, ByAmountTheRowsSumToTheTotal) {
+    FrmSatis& f = open();
+    user::click(f.chkTaksitAdetGir);
+    for (const char* toplam : {"100", "1000", "1100", "12345,67"})
+        for (const char* pesinat : {"0", "0,01", "99,5"})
+            for (const char* tutar : {"50", "99,99", "300", "333,33", "400"}) {
+                user::put(f.MskToplamUcret, toplam);
+                user::put(f.MskAlinanPesinat, pesinat);
+                user::put(f.mskTaksitTutari, tutar);
+                const auto amounts = planned(f);
+                const std::size_t down = toDouble(pesinat) > 0 ? 1 : 0;
+                if (amounts.size() == down) continue;
+                EXPECT_EQ(sum(amounts), toCurrency(toplam)) << toplam << " " << pesinat << " " << tutar;
+            }
+}
+
+TEST_F(Plan, WithoutARemainderAmountsReactToNothing) {
+    FrmSatis& f = open();
+    user::click(f.chkTaksitAdetGir);
+    user::put(f.MskToplamUcret, "1000");
+    user::focus(f.mskTaksitTutari);
+    f.MskKalan.setText("");
+    user::put(f.mskTaksitTutari, "0"); // would divide by zero
+    EXPECT_TRUE(shop.said().empty());
+    EXPECT_EQ(f.grdYapilacakOdeme.rows(), 2);
+    // By count the total is shared out then.
+    f.MskTaksitAdedi.setText("3");
+    EXPECT_EQ(f.grdYapilacakOdeme.textMatrix(1, OdemeSutunu::Miktar), "333,33");
+}
+
+// The down payment is written for a new sale only.
+TEST_F(Plan, OutsideANewSaleInstallmentsAlone) {
+    FrmSatis& f = open();
+    fill(f, "1000", "100", "3");
+    EXPECT_EQ(planned(f).size(), 4U);
+    f.durum = FormModu::Degistir;
+    TaksitPlaniAdetle(f);
+    EXPECT_EQ(planned(f).size(), 3U);
+    EXPECT_EQ(f.grdYapilacakOdeme.rows(), 4);
+    EXPECT_EQ(f.grdYapilanOdeme.rows(), 1);
+}
+
+TEST_F(Plan, WithoutInstallmentsThePlanIsOffAndTheTotalZero) {
+    FrmSatis& f = open();
+    fill(f, "1000", "100", "3");
+    f.chkOtomatikTaksitHesapla.setChecked(false);
+    EXPECT_FALSE(f.fraTaksit.enabled());
+    EXPECT_EQ(f.MskToplamUcret.text(), "0");
+    EXPECT_EQ(f.MskAlinanPesinat.text(), "");
+    EXPECT_EQ(f.MskKalan.text(), "");
+    EXPECT_EQ(f.MskTaksitAdedi.text(), "");
+    EXPECT_EQ(f.dtTaksitBaslangicTarihi.text(), "");
+    EXPECT_EQ(planned(f).size(), 4U) << "the grids keep what they show";
+    user::put(f.MskToplamUcret, "500");
+    user::focus(f.txtAciklama);
+    EXPECT_EQ(f.MskToplamUcret.text(), "0") << "leaving the total zeroes it, too";
+    f.chkOtomatikTaksitHesapla.setChecked(true);
+    EXPECT_TRUE(f.fraTaksit.enabled());
+    EXPECT_EQ(f.MskAlinanPesinat.text(), "0");
+    EXPECT_EQ(f.MskKalan.text(), "0,00");
+    EXPECT_TRUE(shop.said().empty());
+}
+
+} // namespace
+
+} // namespace veldona

@@ -1,0 +1,207 @@
+// A sale in the books, with the writer failing at each of its statements in turn; the paths that no operator
+// reaches; the stock rebuilt.
+#include "sales/lifecycle.h"
+#include "sales/salerows.h"
+#include "sales/saving.h"
+#include "sales/stock.h"
+#include "salestage.h"
+
+namespace veldona {
+
+namespace {
+
+using Rows = std::vector<std::string>;
+
+struct Writes {
+    const char* table;
+    int count;
+};
+
+class Sales : public SaleScreen {
+protected:
+    Rows books() {
+        Rows all;
+        for (const char* table : {"ISLEMNOTABLO", "URUNAL", "URUNSAT", "TAKSITODENEN", "URUNTANITIM"})
+            for (const std::string& row : shop.rows(std::string("SELECT * FROM ") + table + " ORDER BY ID"))
+                all.push_back(std::string(table) + " " + row);
+        return all;
+    }
+
+    // Each single write fails once: the books stay as they are, and something is said each time.
+    void failEach(std::initializer_list<Writes> writes, const std::function<void()>& act) {
+        const Rows before = books();
+        for (const Writes& w : writes)
+            for (int nth = 1; nth <= w.count; ++nth) {
+                session.workspace.failWrite(nth, w.table);
+                act();
+                EXPECT_EQ(books(), before) << w.table << " " << nth;
+                EXPECT_FALSE(session.gBaglanti->inTransaction()) << w.table << " " << nth;
+                const auto said = shop.said();
+                EXPECT_TRUE(std::find(said.begin(), said.end(), "İşlem Tamamlandı") == said.end());
+                EXPECT_FALSE(said.empty()) << w.table << " " << nth;
+            }
+    }
+
+    int count(const std::string& table) { return std::stoi(shop.rows("SELECT COUNT(*) FROM " + table)[0]); }
+};
+
+TEST_F(Sales, NothingHalfSavedWhateverStatementFails) {
+    FrmSatis& f = open();
+    fill(f, "1000", "200", "4");
+    failEach({{"ISLEMNOTABLO", 1}, {"URUNAL", 1}, {"URUNTANITIM", 1}, {"TAKSITODENEN", 1}, {"URUNSAT", 5}},
+             [&] { SatisKaydet(f); });
+    EXPECT_EQ(f.durum, FormModu::Yeni);
+    EXPECT_EQ(f.pointer(), MousePointer::Default);
+    SatisKaydet(f);
+    EXPECT_EQ(shop.said(), Rows{"İşlem Tamamlandı"});
+    EXPECT_EQ(count("URUNSAT"), 5);
+    EXPECT_EQ(f.durum, FormModu::Gezinme);
+
+    // The change: deletes before inserts, in each table.
+    failEach({{"URUNSAT", 7}, {"TAKSITODENEN", 3}, {"URUNAL", 3}, {"ISLEMNOTABLO", 2}, {"URUNTANITIM", 1}},
+             [&] { SatisKaydet(f); });
+    SatisKaydet(f);
+    EXPECT_EQ(shop.said(), Rows{"İşlem Tamamlandı"});
+    EXPECT_EQ(count("URUNSAT"), 5);
+
+    // The deletion.
+    const auto remove = [&] {
+        f.txtIslemNo.setText("1");
+        shop.dialogs.answers = {"yes", "yes"};
+        press(f, Key::F6);
+    };
+    const Rows before = books();
+    for (const char* table : {"URUNTANITIM", "URUNSAT", "TAKSITODENEN", "URUNAL", "ISLEMNOTABLO"}) {
+        session.workspace.failWrite(1, table);
+        remove();
+        EXPECT_EQ(books(), before) << table;
+        EXPECT_EQ(shop.said().size(), 3U) << table;
+    }
+    remove();
+    EXPECT_EQ(books(), Rows{"URUNTANITIM 1|1|Ürün|NULL|NULL|NULL|NULL|NULL|0|1|-1"});
+}
+
+TEST_F(Sales, WithoutATransactionThereIsNoSale) {
+    FrmSatis& f = open();
+    fill(f, "1000", "0", "2");
+    session.gBaglanti->beginTrans(); // somebody's transaction stands open: no second one begins
+    SatisKaydet(f);
+    session.gBaglanti->rollbackTrans();
+    EXPECT_EQ(shop.said().size(), 1U);
+    EXPECT_EQ(count("ISLEMNOTABLO"), 0);
+    SatisKaydet(f);
+    EXPECT_EQ(shop.said(), Rows{"İşlem Tamamlandı"});
+}
+
+// Without installments the whole total is paid at once, and kept twice like a down payment.
+TEST_F(Sales, WithoutInstallments) {
+    FrmSatis& f = open();
+    f.chkOtomatikTaksitHesapla.setChecked(false);
+    f.MskToplamUcret.setText("500");
+    failEach({{"ISLEMNOTABLO", 1}, {"TAKSITODENEN", 1}, {"URUNAL", 1}, {"URUNTANITIM", 1}, {"URUNSAT", 1}},
+             [&] { SatisKaydet(f); });
+    SatisKaydet(f);
+    EXPECT_EQ(shop.said(), Rows{"İşlem Tamamlandı"});
+    EXPECT_EQ(shop.rows("SELECT ODTRH,ODMIKTAR,KASA_ID FROM TAKSITODENEN"),
+              Rows{"22/11/2026 10:30:00|500000000|NULL"});
+    EXPECT_EQ(shop.rows("SELECT ODTRH,ODMIKTAR,PESINAT FROM URUNSAT"),
+              Rows{"22/11/2026 10:30:00|500000000|1"});
+
+    // A change writes the grids, which then hold nothing: the row of the total goes, too.
+    SatisKaydet(f);
+    EXPECT_EQ(shop.said(), Rows{"İşlem Tamamlandı"});
+    EXPECT_EQ(count("URUNSAT"), 0);
+    EXPECT_EQ(count("TAKSITODENEN"), 0);
+    EXPECT_EQ(count("URUNAL"), 1);
+}
+
+// A plan that stands while the remainder is empty shares the total over the grid's rows, heading counted.
+TEST_F(Sales, WithoutARemainderTheTotalIsShared) {
+    FrmSatis& f = open();
+    fill(f, "1000", "0", "4");
+    f.MskKalan.setText("");
+    SatisKaydet(f);
+    EXPECT_EQ(shop.rows("SELECT ODMIKTAR FROM URUNSAT"), Rows(4, "200000000"));
+}
+
+TEST_F(Sales, ThePaymentOfTheScheduleIsMarkedThePaymentTakenNamesTheCashBox) {
+    FrmSatis& f = open();
+    fill(f, "1000", "200", "1");
+    ASSERT_TRUE(PesinatEkle(f, "URUNSAT"));
+    ASSERT_TRUE(PesinatEkle(f, "TAKSITODENEN"));
+    EXPECT_EQ(shop.rows("SELECT ODMIKTAR,PESINAT FROM URUNSAT"), Rows{"200000000|1"});
+    EXPECT_EQ(shop.rows("SELECT ODMIKTAR,KASA_ID FROM TAKSITODENEN"), Rows{"200000000|-1"});
+}
+
+// A caller that waits for the sale gets its row, or learns that there is none.
+TEST_F(Sales, ForACallerTheScreenClosesWithItsAnswer) {
+    session.gFormKayit.Sonuc = Currency::ofWhole(FormSonucu::Istendi);
+    {
+        const Forms::Hold hold(shop.forms);
+        FrmSatis& f = open();
+        fill(f, "100", "0", "1");
+        SatisKaydet(f);
+    }
+    EXPECT_EQ(shop.forms.loaded("frmSatis"), nullptr);
+    EXPECT_EQ(session.gFormKayit.Sonuc, Currency::ofWhole(FormSonucu::Secildi));
+    EXPECT_EQ(session.gFormKayit.KayitID, 1);
+
+    session.gFormKayit = {};
+    session.gFormKayit.Sonuc = Currency::ofWhole(FormSonucu::Istendi);
+    press(open(), Key::F4);
+    EXPECT_EQ(shop.forms.loaded("frmSatis"), nullptr);
+    EXPECT_EQ(session.gFormKayit.Sonuc, Currency::ofWhole(FormSonucu::Vazgecildi));
+}
+
+TEST_F(Sales, NumberFollowsTheHighestAndFailsQuietly) {
+    EXPECT_EQ(YeniIslemNo(session, "ISLEMNO", "ISLEMNOTABLO"), 1);
+    shop.run("INSERT INTO ISLEMNOTABLO (ISLEMNO) VALUES (9)");
+    shop.run("INSERT INTO ISLEMNOTABLO (ISLEMNO) VALUES (10)");
+    EXPECT_EQ(YeniIslemNo(session, "ISLEMNO", "ISLEMNOTABLO"), 11);
+    EXPECT_EQ(YeniIslemNo(session, "AD", "MUSTKAYIT"), 0);
+}
+
+TEST_F(Sales, CancellingReturnsToTheSaleSaved) {
+    shop.run("INSERT INTO ISLEMNOTABLO (ISLEMNO) VALUES (1)");
+    FrmSatis& f = open();
+    fill(f, "100", "0", "1");
+    SatisKaydet(f);
+    EXPECT_EQ(f.m_KayitID, 2);
+    FormGezinme(f, Gezinme::Ilk);
+    EXPECT_EQ(f.m_KayitID, 1);
+    press(f, Key::F3);
+    press(f, Key::F4);
+    EXPECT_EQ(f.m_KayitID, 2);
+    EXPECT_EQ(f.durum, FormModu::Gezinme);
+    press(f, Key::F5);
+    EXPECT_EQ(f.durum, FormModu::Degistir);
+}
+
+TEST_F(Sales, StokYenidenHesaplaLastWriterOfATotalWins) {
+    shop.run("UPDATE URUNTANITIM SET TOPLAM_ALINAN=77,TOPLAM_SATILAN=77,KALAN=77");
+    for (const char* urkod : {"2", "3", "4"})
+        shop.run(std::string("INSERT INTO URUNTANITIM (URKOD,TOPLAM_ALINAN,KALAN) VALUES ('") + urkod +
+                 "',9,9)");
+    for (const char* row : {"('2',10)", "('2',5)", "('3',8)", "('9',1)"})
+        shop.run(std::string("INSERT INTO T_STOK_GRIS_CIKIS_DETAY (URKOD,MIKTAR) VALUES ") + row);
+    shop.run("INSERT INTO T_STOK_GRIS_CIKIS_DETAY (URKOD) VALUES ('4')"); // no quantity
+    for (const char* row : {"('1',2)", "('1',1)", "('2',4)", "('3',3)"})
+        shop.run(std::string("INSERT INTO URUNAL (URKOD,ADET) VALUES ") + row);
+    for (const char* row : {"('3',20,0)", "('3',7,1)", "('2',6,1)"})
+        shop.run(std::string("INSERT INTO FATURA_DETAY (URKOD,MIKTAR,ALIS_SATIS) VALUES ") + row);
+    StokYenidenHesapla(session);
+    EXPECT_EQ(shop.rows("SELECT URKOD,TOPLAM_ALINAN,TOPLAM_SATILAN,KALAN FROM URUNTANITIM ORDER BY ID"),
+              (Rows{"1|0|3|-3", "2|15|6|9", "3|20|7|13", "4|0|0|0"}));
+    EXPECT_TRUE(shop.said().empty());
+
+    // A loop stops at its first failed statement; the later steps run.
+    session.workspace.failWrite(2, "URUNTANITIM");
+    StokYenidenHesapla(session);
+    EXPECT_EQ(shop.said().size(), 1U);
+    EXPECT_EQ(shop.rows("SELECT URKOD,TOPLAM_ALINAN,TOPLAM_SATILAN,KALAN FROM URUNTANITIM ORDER BY ID"),
+              (Rows{"1|0|3|-3", "2|0|6|-6", "3|20|7|13", "4|0|0|0"}));
+}
+
+} // namespace
+
+} // namespace veldona
