@@ -91,6 +91,8 @@ QListView[tone="covered"] { color: #c04000; }
 veldona--ParallelLists { background: #ffffff; border: 1px solid #d3dae2; border-radius: 3px; }
 veldona--ParallelLists QListView { border: 0; border-radius: 0; border-right: 1px solid #eef2f6; }
 veldona--ParallelLists QListView:focus { border: 0; border-right: 1px solid #eef2f6; }
+veldona--ParallelLists QListView::item:selected:focus { background: #cfe4f3; color: #12344d; }
+veldona--ParallelLists QListView[active="true"]::item:selected { background: #2c6e9b; color: #ffffff; }
 QTableView { gridline-color: #eef2f6; }
 QHeaderView::section {
     background: #eef2f6; color: #4a5866; border: 0; border-right: 1px solid #dde3ea; border-bottom: 1px solid #d3dae2;

@@ -2,9 +2,13 @@
 
 #include <algorithm>
 
+#include <QApplication>
+#include <QEvent>
 #include <QGridLayout>
 #include <QListView>
 #include <QScrollBar>
+#include <QStyle>
+#include <QVariant>
 
 namespace veldona {
 
@@ -23,6 +27,7 @@ void ParallelLists::link() {
         list->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+        list->installEventFilter(this);
         QScrollBar* own = list->verticalScrollBar();
         connect(own, &QScrollBar::rangeChanged, this, [this] { followRange(); });
         connect(own, &QScrollBar::valueChanged, this, [this](int value) { scrollTo(value); });
@@ -39,6 +44,27 @@ void ParallelLists::scrollTo(int value) {
     for (QListView* list : lists_)
         list->verticalScrollBar()->setValue(value);
     scrolling_ = false;
+}
+
+bool ParallelLists::eventFilter(QObject* watched, QEvent* event) {
+    // Behind the event, when the focus is where it goes.
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+        QMetaObject::invokeMethod(
+            this, [this] { showFocus(); }, Qt::QueuedConnection);
+    return QFrame::eventFilter(watched, event);
+}
+
+void ParallelLists::showFocus() {
+    const QWidget* focused = QApplication::focusWidget();
+    const bool isActive = std::any_of(lists_.begin(), lists_.end(),
+                                      [focused](const QListView* list) { return list == focused; });
+    if (property("active").toBool() == isActive) return;
+    setProperty("active", isActive);
+    for (QListView* list : lists_) {
+        list->setProperty("active", isActive);
+        list->style()->unpolish(list);
+        list->style()->polish(list);
+    }
 }
 
 // The longest list rules.

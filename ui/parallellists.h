@@ -1,4 +1,5 @@
-// Lists that are columns of one table: they scroll as one, under one scroll bar at the right.
+// Lists that are columns of one table: they scroll as one, under one scroll bar at the right, and show the
+// focus as one (property "active" of the table and its lists).
 #pragma once
 
 #include <vector>
@@ -20,7 +21,11 @@ public:
     void link();
     [[nodiscard]] const std::vector<QListView*>& lists() const { return lists_; } // left to right
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    void showFocus();
     void followRange();
     void scrollTo(int value);
 
