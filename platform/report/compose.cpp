@@ -1,0 +1,255 @@
+#include "platform/report/compose.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "platform/report/layouttext.h"
+#include "platform/report/painting.h"
+#include "platform/report/reporterror.h"
+
+namespace veldona::report {
+
+namespace {
+
+constexpr double kTolerance = 0.01;
+constexpr double kLeastRoom = 5; // millimetres that a page must have left for its body
+
+// A table on its way down the pages.
+struct Running {
+    const BoundTable* table;
+    std::size_t row = 0;
+    bool footerDone = false;
+    std::optional<Painted> waiting; // painted, but without room yet
+
+    [[nodiscard]] bool isDone() const {
+        return !waiting && row >= table->data->rowCount() && (footerDone || table->footer.empty());
+    }
+};
+
+class Composer {
+public:
+    Composer(const Layout& layout, const std::vector<DataSet>& data, DateTime now, const FontMetrics& metrics)
+        : layout_(layout), binding_(layout, data), now_(now), metrics_(metrics) {}
+    std::vector<Page> compose();
+
+private:
+    void openReport();
+    void newPage();
+    void placePageHeader();
+    void place(Painted painted, double x);
+    void once(const Section& section);
+    void block(const Block& block);
+    void tables(const SideBySide& side);
+    void fillPage(Running& running);
+    [[nodiscard]] std::optional<Painted> next(Running& running) const;
+    [[nodiscard]] double headAndFirstRow(const BoundTable& table) const;
+    void paintEdges();
+    void needRoom() const;
+    [[nodiscard]] Painted painted(const BoundSection& section, std::size_t row = 0) const {
+        return paint(section, {now_, row}, metrics_);
+    }
+    [[nodiscard]] double room() const { return bottom_ - y_; }
+
+    const Layout& layout_;
+    Binding binding_;
+    DateTime now_;
+    const FontMetrics& metrics_;
+    std::optional<BoundSection> header_, footer_;
+    double headerHeight_ = 0, footerHeight_ = 0;
+    std::vector<Page> pages_;
+    std::vector<std::optional<double>> headerTops_; // one a page
+    double top_ = 0, y_ = 0, bottom_ = 0;           // of the body of the page in hand
+};
+
+std::vector<Page> Composer::compose() {
+    openReport();
+    for (const Block& each : layout_.body)
+        block(each);
+    if (layout_.reportFooter) once(*layout_.reportFooter);
+    paintEdges();
+    return std::move(pages_);
+}
+
+void Composer::openReport() {
+    if (layout_.pageHeader) header_ = binding_.section(*layout_.pageHeader);
+    if (layout_.pageFooter) footer_ = binding_.section(*layout_.pageFooter);
+    // Measured before the pages are counted; the numbers in it do not change its height.
+    if (header_) headerHeight_ = painted(*header_).height;
+    if (footer_) footerHeight_ = painted(*footer_).height;
+    bottom_ = layout_.pageHeight - layout_.margins.bottom - footerHeight_;
+    pages_.emplace_back();
+    headerTops_.emplace_back();
+    top_ = y_ = layout_.margins.top;
+    if (layout_.reportHeader) once(*layout_.reportHeader);
+    if (pages_.size() > 1) return; // a report header of more than a page: the page header stands already
+    if (room() < headerHeight_ + kLeastRoom) return newPage();
+    placePageHeader();
+}
+
+void Composer::newPage() {
+    pages_.emplace_back();
+    headerTops_.emplace_back();
+    y_ = layout_.margins.top;
+    placePageHeader();
+}
+
+void Composer::placePageHeader() {
+    if (header_) headerTops_.back() = y_;
+    y_ += headerHeight_;
+    top_ = layout_.margins.top + headerHeight_;
+    needRoom();
+}
+
+// Texts of data may have made headers grow until nothing is left between them.
+void Composer::needRoom() const {
+    if (room() < kLeastRoom) throw ReportError(layout_.file, 0, "sayfa başı ile sonu arasında yer kalmıyor.");
+}
+
+void Composer::place(Painted painted, double x) {
+    std::vector<Item>& items = pages_.back().items;
+    for (Item& item : painted.items) {
+        moveItem(item, layout_.margins.left + x, y_);
+        items.push_back(std::move(item));
+    }
+    y_ += painted.height;
+}
+
+void Composer::once(const Section& section) {
+    Painted whole = painted(binding_.section(section));
+    if (whole.height > room() + kTolerance && y_ > top_ + kTolerance) newPage();
+    while (whole.height > room() + kTolerance) {
+        Painted rest = cutAt(whole, room());
+        place(std::move(whole), 0);
+        newPage();
+        whole = std::move(rest);
+    }
+    place(std::move(whole), 0);
+}
+
+void Composer::block(const Block& block) {
+    if (const auto* band = std::get_if<Section>(&block)) return once(*band);
+    tables(std::get<SideBySide>(block));
+}
+
+void Composer::tables(const SideBySide& side) {
+    std::vector<BoundTable> bound;
+    for (const Table& table : side)
+        bound.push_back(binding_.table(table));
+    std::vector<Running> all;
+    double needed = 0;
+    for (const BoundTable& table : bound) {
+        all.push_back({&table, 0, false, std::nullopt});
+        needed = std::max(needed, headAndFirstRow(table));
+    }
+    if (needed > room() + kTolerance && y_ > top_ + kTolerance) newPage();
+    for (;;) {
+        const double start = y_;
+        double end = start;
+        for (Running& running : all) {
+            y_ = start;
+            if (!running.isDone()) fillPage(running);
+            end = std::max(end, y_);
+        }
+        y_ = end;
+        if (std::all_of(all.begin(), all.end(), [](const Running& r) { return r.isDone(); })) return;
+        newPage();
+    }
+}
+
+// A header never stands alone at the foot of a page.
+double Composer::headAndFirstRow(const BoundTable& table) const {
+    const auto heightOf = [&](const std::vector<BoundSection>& section) {
+        return section.empty() ? 0 : painted(section.front()).height;
+    };
+    return heightOf(table.header) +
+           (table.data->rowCount() > 0 ? painted(table.detail).height : heightOf(table.footer));
+}
+
+std::optional<Painted> Composer::next(Running& running) const {
+    if (running.waiting) return std::exchange(running.waiting, std::nullopt);
+    if (running.row < running.table->data->rowCount()) return painted(running.table->detail, running.row++);
+    if (running.footerDone || running.table->footer.empty()) return std::nullopt;
+    running.footerDone = true;
+    return painted(running.table->footer.front());
+}
+
+void Composer::fillPage(Running& running) {
+    const double x = running.table->x;
+    const bool isFresh = y_ <= top_ + kTolerance;
+    if (!running.table->header.empty()) place(painted(running.table->header.front()), x);
+    const double first = y_;
+    while (auto piece = next(running)) {
+        const bool fits = piece->height <= room() + kTolerance;
+        if (!fits && isFresh && y_ <= first + kTolerance) { // taller than any page
+            needRoom();
+            running.waiting = cutAt(*piece, room());
+        } else if (!fits) {
+            running.waiting = std::move(piece);
+            return;
+        }
+        place(std::move(*piece), x);
+        if (running.waiting) return;
+    }
+}
+
+void Composer::paintEdges() {
+    for (std::size_t i = 0; i < pages_.size(); ++i) {
+        const auto add = [&](const BoundSection& section, double y) {
+            Painted edge = paint(section, {now_, 0, i + 1, pages_.size()}, metrics_);
+            for (Item& item : edge.items) {
+                moveItem(item, layout_.margins.left, y);
+                pages_[i].items.push_back(std::move(item));
+            }
+        };
+        if (headerTops_[i]) add(*header_, *headerTops_[i]);
+        if (footer_) add(*footer_, bottom_);
+    }
+}
+
+// What the first table shows is the report's own data: exports take that.
+void putFirst(std::vector<DataSet>& data, const Layout& layout) {
+    for (const Block& block : layout.body) {
+        const auto* side = std::get_if<SideBySide>(&block);
+        if (!side) continue;
+        const auto found = std::find_if(
+            data.begin(), data.end(), [&](const DataSet& each) { return each.name == side->front().query; });
+        std::rotate(data.begin(), found, found == data.end() ? found : found + 1);
+        return;
+    }
+}
+
+} // namespace
+
+Document compose(const Layout& layout, std::vector<DataSet> data, DateTime now, const FontMetrics& metrics) {
+    Document made;
+    made.title = layout.title;
+    made.pageWidth = layout.pageWidth;
+    made.pageHeight = layout.pageHeight;
+    made.pages = Composer(layout, data, now, metrics).compose();
+    made.data = std::move(data);
+    putFirst(made.data, layout);
+    return made;
+}
+
+Document composeRows(const Layout& layout, const adodb::Recordset& rows, DateTime now) {
+    std::vector<DataSet> data;
+    data.push_back(rowsOf(rows));
+    return compose(layout, std::move(data), now);
+}
+
+Document composeTemplate(const Layout& layout, QueryRunner& queries, DateTime now) {
+    std::vector<DataSet> data;
+    for (const Query& query : layout.queries) {
+        if (!isSelect(query.sql)) throw ReportError(layout.file, query.line, "sorgu yalnız SELECT olabilir.");
+        try {
+            data.push_back(queries.run(query.name, query.sql));
+        } catch (const RuntimeError& error) {
+            throw ReportError(layout.file, query.line,
+                              "\"" + query.name + "\" sorgusu çalışmadı: " + error.description());
+        }
+    }
+    return compose(layout, std::move(data), now);
+}
+
+} // namespace veldona::report

@@ -1,0 +1,24 @@
+// Layout and data become a document: pages filled from top to bottom, page header and footer on each, table
+// headers repeated behind a page break, totals at the end.
+//
+// Laying out reads nothing but its arguments: the same layout, data and moment give the same pages
+// everywhere. Errors are ReportErrors that name the layout's file.
+#pragma once
+
+#include <vector>
+
+#include "platform/report/fontmetrics.h"
+#include "platform/report/layout.h"
+
+namespace veldona::report {
+
+[[nodiscard]] Document compose(const Layout& layout, std::vector<DataSet> data, DateTime now,
+                               const FontMetrics& metrics = builtInMetrics());
+
+// A layout that is given its rows. The recordset stays where it stood.
+[[nodiscard]] Document composeRows(const Layout& layout, const adodb::Recordset& rows, DateTime now);
+
+// A template, which asks its own queries.
+[[nodiscard]] Document composeTemplate(const Layout& layout, QueryRunner& queries, DateTime now);
+
+} // namespace veldona::report

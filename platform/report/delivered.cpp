@@ -1,0 +1,45 @@
+#include "platform/report/delivered.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+#include "platform/report/layoutreader.h"
+#include "platform/report/reporterror.h"
+
+namespace veldona::report {
+
+namespace {
+
+void writeWhole(const std::filesystem::path& path, std::string_view text) {
+    std::ofstream stream(path, std::ios::binary | std::ios::trunc);
+    stream.write(text.data(), static_cast<std::streamsize>(text.size()));
+    stream.close();
+    if (!stream)
+        throw ReportError(static_cast<std::int32_t>(ErrorNumber::PathFileAccess),
+                          "Rapor dosyası yazılamadı: " + path.string());
+}
+
+} // namespace
+
+Layout bandedLayout(const std::string& folder, const std::string& name) {
+    const std::string file = name + ".xml";
+    const std::filesystem::path own = std::filesystem::path(folder) / file;
+    std::error_code ignored;
+    if (std::filesystem::exists(own, ignored)) return readLayout(own.string());
+    const auto& all = deliveredLayouts();
+    const auto found =
+        std::find_if(all.begin(), all.end(), [&](const DeliveredLayout& each) { return each.file == file; });
+    return found == all.end() ? readLayout(own.string()) : parseLayout(found->xml, file);
+}
+
+void writeMissingLayouts(const std::string& folder) {
+    std::error_code failed;
+    std::filesystem::create_directories(folder, failed);
+    for (const DeliveredLayout& each : deliveredLayouts()) {
+        const std::filesystem::path path = std::filesystem::path(folder) / each.file;
+        if (!std::filesystem::exists(path, failed)) writeWhole(path, each.xml);
+    }
+}
+
+} // namespace veldona::report

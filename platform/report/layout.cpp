@@ -1,0 +1,53 @@
+#include "platform/report/layout.h"
+
+#include <utility>
+
+namespace veldona::report {
+
+namespace {
+
+std::vector<Section*> sectionsOf(Layout& layout) {
+    std::vector<Section*> all;
+    const auto add = [&](std::optional<Section>& section) {
+        if (section) all.push_back(&*section);
+    };
+    for (auto* section : {&layout.reportHeader, &layout.pageHeader, &layout.pageFooter, &layout.reportFooter})
+        add(*section);
+    for (Block& block : layout.body) {
+        if (auto* band = std::get_if<Section>(&block)) {
+            all.push_back(band);
+            continue;
+        }
+        for (Table& table : std::get<SideBySide>(block)) {
+            add(table.header);
+            all.push_back(&table.detail);
+            add(table.footer);
+        }
+    }
+    return all;
+}
+
+} // namespace
+
+bool Layout::setText(std::string_view section, std::string_view name, std::string text) {
+    for (Section* each : sectionsOf(*this)) {
+        if (each->name != section) continue;
+        for (TextElement& element : each->texts) {
+            if (element.name != name) continue;
+            element.pieces.assign(1, Piece{Piece::Kind::Words, std::move(text), {}, {}});
+            return true;
+        }
+    }
+    return false;
+}
+
+bool Layout::setQuery(std::string_view name, std::string sql) {
+    for (Query& query : queries) {
+        if (query.name != name) continue;
+        query.sql = std::move(sql);
+        return true;
+    }
+    return false;
+}
+
+} // namespace veldona::report

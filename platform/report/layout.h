@@ -1,0 +1,118 @@
+// A report's layout as its file describes it: sections of texts, lines and boxes, and the queries it brings.
+//
+// Made by readLayout (layoutreader.h) only, which has checked it: every element lies within its section and
+// its section within the page, every named query exists. Lengths are millimetres from the section's top left
+// corner, which stands at the left margin.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "platform/report/page.h"
+
+namespace veldona::report {
+
+struct Place {
+    double x = 0, y = 0, width = 0, height = 0;
+    [[nodiscard]] double right() const { return x + width; }
+    [[nodiscard]] double bottom() const { return y + height; }
+};
+
+// Query and column: "firma.ADRES". Without a query it is the one of the section or table around it, and
+// without that the rows that the caller handed over.
+struct ColumnRef {
+    std::string query;
+    std::string column;
+};
+
+// A part of a shown text.
+struct Piece {
+    enum class Kind { Words, Column, Sum, PageNumber, PageCount, Date, Time, RowNumber };
+    Kind kind = Kind::Words;
+    std::string words;
+    ColumnRef from; // of a column or a sum
+    std::string mask;
+};
+
+struct TextElement {
+    std::string name; // may be empty
+    Place place;
+    double size = 9;
+    bool bold = false;
+    bool wraps = false; // grows downward, and pushes down what stands below it
+    Align align = Align::Left;
+    Color color;
+    std::vector<Piece> pieces;
+    int line = 0; // of the file
+};
+
+struct LineElement {
+    Place place; // from its top left to its bottom right corner
+    double thickness = 0.2;
+    Color color;
+    int line = 0;
+};
+
+struct BoxElement {
+    Place place;
+    double thickness = 0.2;
+    Color color;
+    std::optional<Color> fill;
+    int line = 0;
+};
+
+// Painted in this order: boxes, lines, texts.
+struct Section {
+    std::string name;
+    std::string query;
+    double height = 0;
+    std::optional<Color> stripe; // behind every second row of a detail
+    std::vector<BoxElement> boxes;
+    std::vector<LineElement> lines;
+    std::vector<TextElement> texts;
+    int line = 0;
+};
+
+// The detail once a row, below a header that every page repeats.
+struct Table {
+    double x = 0;
+    std::string query;
+    std::optional<Section> header;
+    Section detail;
+    std::optional<Section> footer;
+};
+
+using SideBySide = std::vector<Table>;
+using Block =
+    std::variant<Section, SideBySide>; // a section stands once; a table alone is a SideBySide of one
+
+struct Query {
+    std::string name;
+    std::string sql;
+    int line = 0;
+};
+
+struct Margins {
+    double left = 15, top = 12, right = 15, bottom = 12;
+};
+
+struct Layout {
+    std::string file; // for messages
+    std::string title;
+    double pageWidth = 210, pageHeight = 297;
+    Margins margins;
+    std::vector<Query> queries;
+    std::optional<Section> reportHeader, pageHeader, pageFooter, reportFooter;
+    std::vector<Block> body;
+
+    // Puts a text in the place of the layout's own, as it stands: no sign in it means anything. False where
+    // the layout has no such element, as a shop may have taken it out.
+    bool setText(std::string_view section, std::string_view name, std::string text);
+    // Puts a statement in the place of the layout's own. False where there is no such query.
+    bool setQuery(std::string_view name, std::string sql);
+};
+
+} // namespace veldona::report

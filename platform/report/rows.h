@@ -1,0 +1,56 @@
+// The rows that a report is made from, kept as they were read: column names, the store's type of each,
+// values.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/runtime/value.h"
+
+namespace veldona::adodb {
+class Connection;
+class Recordset;
+} // namespace veldona::adodb
+
+namespace veldona::report {
+
+struct Column {
+    std::string name;
+    int type = 202; // the store's number: 3, 2, 5, 202, 203, 135, 11
+};
+
+struct DataSet {
+    std::string name; // of the query; empty for the rows that a caller hands over
+    std::vector<Column> columns;
+    std::vector<Value> cells; // row after row
+
+    [[nodiscard]] std::size_t rowCount() const { return columns.empty() ? 0 : cells.size() / columns.size(); }
+    [[nodiscard]] const Value& at(std::size_t row, std::size_t column) const {
+        return cells[row * columns.size() + column];
+    }
+    // -1 where there is no such column; names are case-free.
+    [[nodiscard]] int findColumn(std::string_view column) const;
+};
+
+// All rows of an open recordset, which is left where it stood.
+[[nodiscard]] DataSet rowsOf(const adodb::Recordset& rs, std::string name = {});
+
+// Who answers the queries that a template brings.
+class QueryRunner {
+public:
+    virtual ~QueryRunner() = default;
+    [[nodiscard]] virtual DataSet run(const std::string& name, const std::string& sql) = 0;
+};
+
+class ConnectionQueries : public QueryRunner {
+public:
+    explicit ConnectionQueries(adodb::Connection& connection) : connection_(&connection) {}
+    [[nodiscard]] DataSet run(const std::string& name, const std::string& sql) override;
+
+private:
+    adodb::Connection* connection_;
+};
+
+} // namespace veldona::report
