@@ -4,6 +4,8 @@
 #include "customers/customerfinder.h"
 #include "ledger/mainscreen.h"
 #include "maintenance/letterhead.h"
+#include "maintenance/paymentcorrection.h"
+#include "maintenance/schedulecorrection.h"
 #include "sales/salescreen.h"
 
 namespace veldona {
@@ -14,6 +16,8 @@ void registerScreens(Forms& forms, Session& session) {
     forms.add("frmCarihesapSec", [&session](Forms& f) { return makeFrmCarihesapSec(f, session); });
     forms.add("frmAntetBilgisi", [&session](Forms& f) { return makeFrmAntetBilgisi(f, session); });
     forms.add("frmSatis", [&session](Forms& f) { return makeFrmSatis(f, session); });
+    forms.add("taksitodduzelt", [&session](Forms& f) { return makeTaksitOdDuzelt(f, session); });
+    forms.add("taksitmustduzelt", [&session](Forms& f) { return makeTaksitMustDuzelt(f, session); });
 }
 
 } // namespace veldona

@@ -4,8 +4,10 @@
 
 #include "ledger/collection.h"
 #include "ledger/commands.h"
+#include "ledger/corrections.h"
 #include "ledger/customergrid.h"
 #include "ledger/delivery.h"
+#include "ledger/ledgerplan.h"
 #include "ledger/lifecycle.h"
 #include "ledger/loading.h"
 #include "ledger/overdue.h"
@@ -82,9 +84,8 @@ void setProperties(FrmMainVeldona& f) {
 void disableUnavailable(FrmMainVeldona& f) {
     f.cmdCariSec.setEnabled(f.forms().isKnown("frmCarihesapSec"));
     f.cmdMusteriKaydi.setEnabled(f.forms().isKnown("frmCariEkle"));
-    for (Control* control :
-         Controls{&f.cmdIslemNoSil, &f.cmdSozlesme, &f.cmdMakbuzYazdir, &f.Command3, &f.mnuSatirSil,
-                  &f.mnuYapilacakOdmSatirSil, &f.mnuTaksitlendirmeYap})
+    f.Command3.setEnabled(f.forms().isKnown("taksitodduzelt"));
+    for (Control* control : Controls{&f.cmdSozlesme, &f.cmdMakbuzYazdir})
         control->setEnabled(false);
 }
 
@@ -157,6 +158,8 @@ FrmMainVeldona::FrmMainVeldona(Forms& forms, Session& itsSession)
     bindCustomerEvents(*this);
     bindLedgerEvents(*this);
     bindDelivery(*this);
+    DuzeltmeleriBagla(*this);
+    TaksitlendirmeyiBagla(*this);
     KomutlariBagla(*this);
     onLoad = [this] { Form_Load(*this); };
     onActivate = [this] { Form_Activate(*this); };

@@ -176,7 +176,10 @@ struct FrmMainVeldona : Form {
     Currency cyTaksit;
     Currency cyMusteriBakiye; // schedule less payments, over all sales of the customer
     bool bTaksitKontrol = true;
-    std::uint8_t DuzeltKaynak = 0; // which schedule list was clicked last: 1 dates, 2 amounts
+    std::uint8_t DuzeltKaynak = 0;        // which schedule list was clicked last: 1 dates, 2 amounts
+    bool PlanYapildi = false;             // the lists show a plan that is not saved
+    std::uint8_t PlanBaslangicSatiri = 0; // the first row of L4 that the plan touched
+    bool YeniDuzen = true;                // keys in the plan's fields build it
     std::int32_t gKayitSayaci = 0;
     std::vector<GecikmeSatisi> gecikmeler;
     Currency gecikmeToplami; // what is overdue over all of them
