@@ -28,7 +28,8 @@ QLabel[role="head"] {
 }
 QLabel[role="figure"] { font-size: 16pt; font-weight: bold; color: #1f2933; }
 QLabel[role="debt"] {
-    font-size: 22pt; font-weight: bold; color: #0f3d63; background: #e3eff8; border-radius: 5px; padding: 2px 6px;
+    font-size: 22pt; font-weight: bold; color: #0f3d63; background: #e3eff8;
+    border-radius: 5px; padding: 2px 6px;
 }
 QLabel[role="total"] { font-weight: bold; color: #1f2933; }
 QLabel[role="overdue"] {
@@ -52,7 +53,8 @@ QLineEdit[role="amount"] { font-size: 16pt; font-weight: bold; color: #0f3d63; }
 QLineEdit[tone="focused"] { background: #fff3c4; }
 
 veldona--DateField > QToolButton {
-    background: #ffffff; border: 1px solid #b9c3ce; border-radius: 4px; padding: 0 5px; font-size: 7pt; color: #4a5866;
+    background: #ffffff; border: 1px solid #b9c3ce; border-radius: 4px; padding: 0 5px;
+    font-size: 7pt; color: #4a5866;
 }
 veldona--DateField > QToolButton:hover { background: #eef6fb; border-color: #7ba7c4; }
 veldona--DateField > QToolButton:disabled { background: #f1f3f6; color: #b9c3ce; }
@@ -95,8 +97,8 @@ veldona--ParallelLists QListView::item:selected:focus { background: #cfe4f3; col
 veldona--ParallelLists QListView[active="true"]::item:selected { background: #2c6e9b; color: #ffffff; }
 QTableView { gridline-color: #eef2f6; }
 QHeaderView::section {
-    background: #eef2f6; color: #4a5866; border: 0; border-right: 1px solid #dde3ea; border-bottom: 1px solid #d3dae2;
-    padding: 3px 4px; font-size: 9pt;
+    background: #eef2f6; color: #4a5866; border: 0; border-right: 1px solid #dde3ea;
+    border-bottom: 1px solid #d3dae2; padding: 3px 4px; font-size: 9pt;
 }
 QTabWidget::pane { border: 0; }
 QTabBar::tab {

@@ -8,6 +8,7 @@
 #include "platform/controls/lists.h"
 #include "platform/controls/userinput.h"
 #include "ui/binder.h"
+#include "ui/celleditors.h"
 #include "ui/formwindow.h"
 #include "ui/housestyle.h"
 #include "ui/parallellists.h"
@@ -201,7 +202,8 @@ private:
 class SheetBinder : public RowsBinder<FlexGrid, QTableView> {
 public:
     SheetBinder(FormWindow& window, FlexGrid& grid, QTableView& widget)
-        : RowsBinder(window, grid, widget), rows_(new SheetRows(&widget)) {
+        : RowsBinder(window, grid, widget), rows_(new SheetRows(&widget)),
+          editors_(new CellEditors(widget)) {
         widget.setModel(rows_);
         lookLikeTable(widget);
         widget.horizontalHeader()->hide();
@@ -217,6 +219,7 @@ public:
         setWidths();
         const QModelIndex cell = rows_->index(bound.row(), bound.col());
         if (view.currentIndex() != cell) view.setCurrentIndex(cell);
+        editors_->place();
     }
 
 protected:
@@ -232,6 +235,7 @@ private:
     }
 
     SheetRows* rows_;
+    CellEditors* editors_;
 };
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "ui_frmCariEkle.h"
 #include "ui_frmCarihesapSec.h"
 #include "ui_frmMainVeldona.h"
+#include "ui_frmSatis.h"
 
 namespace veldona {
 
@@ -21,6 +22,7 @@ void drawScreens(WindowHost& host) {
     host.draw("frmCariEkle", drawAs<Ui::frmCariEkle>);
     host.draw("frmCarihesapSec", drawAs<Ui::frmCarihesapSec>);
     host.draw("frmMainVeldona", drawAs<Ui::frmMainVeldona>);
+    host.draw("frmSatis", drawAs<Ui::frmSatis>);
 }
 
 } // namespace veldona
