@@ -4,6 +4,7 @@
 #include "ledger/collection.h"
 #include "ledger/customergrid.h"
 #include "ledger/overdue.h"
+#include "ledger/panes.h"
 #include "platform/runtime/conversion.h"
 
 namespace veldona {
@@ -81,6 +82,7 @@ void Form_Load(FrmMainVeldona& f) {
     TAKSIT_CERCEVE_AYARLA(f);
     cboKasaDoldur(f);
     FrmCmdBul(f);
+    SayfalariDoldur(f);
 }
 
 void Form_Activate(FrmMainVeldona& f) {

@@ -1,0 +1,10 @@
+// The two small pages beside the customer grid: the keys of the screen, and the shop's letterhead.
+#pragma once
+
+#include "ledger/mainscreen.h"
+
+namespace veldona {
+
+void SayfalariDoldur(FrmMainVeldona& f);
+
+} // namespace veldona
