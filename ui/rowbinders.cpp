@@ -1,4 +1,6 @@
 // What has rows: lists, data grids, sheets.
+#include <algorithm>
+
 #include <QApplication>
 #include <QHeaderView>
 #include <QListView>
@@ -27,6 +29,8 @@ public:
     using BinderOf<ControlKind, ViewKind>::BinderOf;
 
     void handOn() override {
+        if (!isHandOn_)
+            this->refresh(); // the row that the view took by itself is not where the key starts from
         isHandOn_ = true;
         isTold_ = false;
     }
@@ -202,11 +206,14 @@ private:
 class SheetBinder : public RowsBinder<FlexGrid, QTableView> {
 public:
     SheetBinder(FormWindow& window, FlexGrid& grid, QTableView& widget)
-        : RowsBinder(window, grid, widget), rows_(new SheetRows(&widget)),
+        : RowsBinder(window, grid, widget),
+          rows_(new SheetRows(&widget, widget.property("rightAlignedColumn").toInt())),
           editors_(new CellEditors(widget)) {
         widget.setModel(rows_);
         lookLikeTable(widget);
-        widget.horizontalHeader()->hide();
+        widget.setVerticalScrollMode(QAbstractItemView::ScrollPerPixel); // by rows, the hidden one counts
+        widget.horizontalHeader()->setHighlightSections(false);
+        widget.horizontalHeader()->setStretchLastSection(true);
         follow();
     }
     void restyled() override {
@@ -216,6 +223,7 @@ public:
     void refresh() override {
         Binder::refresh();
         rows_->show(bound);
+        view.setRowHidden(0, true); // its texts are the headings
         setWidths();
         const QModelIndex cell = rows_->index(bound.row(), bound.col());
         if (view.currentIndex() != cell) view.setCurrentIndex(cell);
@@ -228,10 +236,13 @@ protected:
     }
 
 private:
+    // Wider where a text in sight needs it.
     void setWidths() {
-        for (int column = 0; column < bound.columns(); ++column)
-            if (const int twips = bound.columnWidth(column); twips > 0)
-                view.setColumnWidth(column, scaled(twips / kTwipsPerPixel));
+        for (int column = 0; column < bound.columns(); ++column) {
+            const int drawn = scaled(bound.columnWidth(column) / kTwipsPerPixel);
+            view.resizeColumnToContents(column);
+            view.setColumnWidth(column, std::max(drawn, view.columnWidth(column)));
+        }
     }
 
     SheetRows* rows_;
