@@ -11,12 +11,14 @@ namespace veldona {
 
 namespace {
 
-constexpr int kMiktarEni = 900; // twips
+constexpr int kSabitEn = 300; // twips
+constexpr int kMiktarEni = 900;
 constexpr int kTarihEni = 1300;
 
 void prepareGrid(FlexGrid& grid, std::initializer_list<const char*> headings) {
     grid.setRows(2);
     grid.setColumns(4);
+    grid.setColumnWidth(0, kSabitEn);
     grid.setColumnWidth(OdemeSutunu::Miktar, kMiktarEni);
     grid.setColumnWidth(OdemeSutunu::Tarih, kTarihEni);
     int column = OdemeSutunu::Miktar;

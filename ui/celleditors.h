@@ -1,6 +1,8 @@
-// Editors that lie over the current row of a sheet: they stand in no layout, and follow the row as it scrolls.
+// Editors that lie over the current row of a sheet: they stand in no layout, and follow the row as it
+// scrolls.
 //
-// In the drawing an editor is a sibling of its sheet, named by the property "cellOf"; "cellColumn" is its column.
+// In the drawing an editor is a sibling of its sheet, named by the property "cellOf"; "cellColumn" is its
+// column.
 #pragma once
 
 #include <QObject>

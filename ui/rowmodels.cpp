@@ -113,6 +113,7 @@ void SheetRows::show(const FlexGrid& grid) {
         endResetModel();
     else
         emit dataChanged(index(0, 0), index(rowCount() - 1, columns_ - 1));
+    emit headerDataChanged(Qt::Horizontal, 0, columns_ - 1);
 }
 
 int SheetRows::rowCount(const QModelIndex& parent) const {
@@ -123,10 +124,15 @@ int SheetRows::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : columns_;
 }
 
+QVariant SheetRows::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation == Qt::Vertical || cells_.empty()) return {};
+    return data(index(0, section), role);
+}
+
 QVariant SheetRows::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
-    const bool isHeading = index.row() == 0 || index.column() == 0;
-    if (role == Qt::BackgroundRole && isHeading) return QColor("#eef2f6");
+    if (role == Qt::BackgroundRole && index.column() == 0) return QColor("#eef2f6");
+    if (role == Qt::TextAlignmentRole && index.column() == rightAligned_) return kRight;
     if (role != Qt::DisplayRole) return {};
     return toQt(cells_[static_cast<std::size_t>(index.row())][static_cast<std::size_t>(index.column())]);
 }

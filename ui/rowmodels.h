@@ -47,16 +47,19 @@ private:
 
 class SheetRows : public QAbstractTableModel {
 public:
-    explicit SheetRows(QObject* parent) : QAbstractTableModel(parent) {}
+    // Column 0 holds headings, so 0 aligns none.
+    SheetRows(QObject* parent, int rightAligned) : QAbstractTableModel(parent), rightAligned_(rightAligned) {}
 
     void show(const FlexGrid& grid);
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
     std::vector<std::vector<std::string>> cells_;
     int columns_ = 0;
+    int rightAligned_;
 };
 
 } // namespace veldona
