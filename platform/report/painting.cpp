@@ -120,12 +120,24 @@ Shown Painter::textOf(const BoundPiece& piece) const {
     return {piece.mask.empty() ? joinText(value) : format(value, piece.mask), isNumberKind(value.kind())};
 }
 
+// A column without a text takes one blank beside it away, so that "{EVMH} {EVCD} {EVIL}" reads well without a
+// street.
 Shown Painter::textOf(const BoundText& text) const {
     if (text.pieces.size() == 1) return textOf(text.pieces.front());
-    Shown all;
-    for (const BoundPiece& piece : text.pieces)
-        all.text += textOf(piece).text;
-    return all;
+    std::string all;
+    bool dropsBlank = false;
+    for (const BoundPiece& piece : text.pieces) {
+        std::string part = textOf(piece).text;
+        if (part.empty() && !all.empty() && all.back() == ' ') {
+            all.pop_back();
+        } else if (part.empty()) {
+            dropsBlank = all.empty();
+        } else {
+            all.append(part, dropsBlank && part.front() == ' ' ? 1 : 0);
+            dropsBlank = false;
+        }
+    }
+    return {all};
 }
 
 void Painter::paintText(const BoundText& text) {
