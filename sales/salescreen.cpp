@@ -72,9 +72,9 @@ void bindPlan(FrmSatis& f) {
 
 // Enter goes to the next field, and the field of the focus is marked.
 void bindFields(FrmSatis& f) {
-    for (Control* field : Controls{&f.txtIslemNo, &f.txtUnvan, &f.dtIslemTarihi, &f.txtAciklama,
-                                   &f.MskToplamUcret, &f.MskAlinanPesinat, &f.MskKalan, &f.MskTaksitAdedi,
-                                   &f.mskTaksitTutari})
+    for (Control* field :
+         Controls{&f.txtIslemNo, &f.txtUnvan, &f.dtIslemTarihi, &f.txtAciklama, &f.MskToplamUcret,
+                  &f.MskAlinanPesinat, &f.MskKalan, &f.MskTaksitAdedi, &f.mskTaksitTutari})
         field->onKeyDown = [&f](KeyEvent& event) {
             if (event.key == Key::Enter) SonrakiAlan(f);
         };
