@@ -24,7 +24,9 @@ BareEngine::BareEngine(store::Engine& engine, DateTime now)
       header_(engine.prepare("SELECT * FROM ISLEMNOTABLO WHERE ISLEMNO = ?1")),
       downPayment_(engine.prepare("SELECT * FROM URUNSAT WHERE ISLEMNO = ?1 AND PESINAT = 1")),
       insert_(engine.prepare("INSERT INTO TAKSITODENEN (MUSTNO, ISLEMNO, ODTRH, ODMIKTAR, KONTROL_KIM, "
-                             "KONTROL_NE_ZAMAN) VALUES (?1, ?2, ?3, 1000000, '', ?3)")) {}
+                             "KONTROL_NE_ZAMAN) VALUES (?1, ?2, ?3, 1000000, '', ?3)")),
+      update_(engine.prepare("UPDATE URUNSAT SET ODTRH = ODTRH, ODMIKTAR = ODMIKTAR, KONTROL_KIM = '', "
+                             "KONTROL_NE_ZAMAN = ?2 WHERE ID = ?1")) {}
 
 // Every cell is taken out as text: a screen shows nothing else.
 void BareEngine::fetch(const Statement& statement, const std::vector<Value>& values) {
@@ -72,6 +74,12 @@ void BareEngine::open(const SaleKey& key) {
 
 void BareEngine::pay(const SaleKey& key) {
     fetch(insert_, {key.account, key.sale, now_});
+}
+
+void BareEngine::correct(const SaleKey& key) {
+    fetch(schedule_, {key.account, key.sale});
+    const std::string last = firstCells_.at(firstCells_.size() - 1);
+    fetch(update_, {static_cast<std::int64_t>(std::stoll(last)), now_});
 }
 
 std::vector<SaleKey> BareEngine::sales(std::size_t count, bool owing) {

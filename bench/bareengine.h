@@ -28,6 +28,8 @@ public:
     void open(const SaleKey& key);
     // One payment of 1,00, on the disk when this returns.
     void pay(const SaleKey& key);
+    // The sale's schedule, and its last row written as it stands, on the disk when this returns.
+    void correct(const SaleKey& key);
 
     // Sales spread evenly over the years; with `owing`, of those on which more than 100,00 is still to be
     // paid.
@@ -47,7 +49,7 @@ private:
     std::vector<std::string> secondCells_;
     std::int64_t rowsRead_ = 0;
     Statement customer_, customerSales_, fallenDue_, paid_, name_, lines_, product_, schedule_, received_,
-        header_, downPayment_, insert_;
+        header_, downPayment_, insert_, update_;
 };
 
 } // namespace veldona::bench

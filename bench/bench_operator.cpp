@@ -138,6 +138,19 @@ void racePosting(Headless& program, BareEngine& engine) {
     race.print();
 }
 
+void raceCorrecting(Headless& program, BareEngine& engine) {
+    Race race("correcting a row, Enter", program, engine);
+    for (const SaleKey& key : engine.sales(kSales, true)) {
+        program.type(key.account);
+        program.select(std::to_string(key.sale));
+        program.pressEnter();
+        program.openCorrection();
+        race.run([&] { program.pressEnter(); }, [&] { engine.correct(key); });
+        program.expectSaid("");
+    }
+    race.print();
+}
+
 void benchShop(const std::string& root, DateTime now) {
     const Copy copy(root);
     Headless program(copy.root(), now);
@@ -148,6 +161,7 @@ void benchShop(const std::string& root, DateTime now) {
     raceKeystroke(program, engine);
     raceOpening(program, engine);
     racePosting(program, engine);
+    raceCorrecting(program, engine);
 }
 
 } // namespace

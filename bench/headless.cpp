@@ -54,6 +54,10 @@ void Headless::collect() {
     mustHold(user::click(screen_->Command1), "Command1");
 }
 
+void Headless::openCorrection() {
+    mustHold(user::dblClickRow(screen_->L4, screen_->L4.count() - 1), "L4");
+}
+
 void Headless::expectSaid(const std::string& expected) {
     const bool asExpected = expected.empty() ? dialogs_.said.empty()
                                              : dialogs_.said.size() == 1 && dialogs_.said[0].text == expected;

@@ -29,6 +29,8 @@ public:
     void pressEnter();
     // The last step of a collection; the amount is in its box.
     void collect();
+    // Opens the correction of the last schedule row of the sale on show; Enter then saves it as it stands.
+    void openCorrection();
     // Raises std::runtime_error where the program said anything but `expected` since it was last asked ("":
     // nothing).
     void expectSaid(const std::string& expected);

@@ -6,6 +6,8 @@
 #include "ui_frmCarihesapSec.h"
 #include "ui_frmMainVeldona.h"
 #include "ui_frmSatis.h"
+#include "ui_taksitmustduzelt.h"
+#include "ui_taksitodduzelt.h"
 
 namespace veldona {
 
@@ -23,6 +25,8 @@ void drawScreens(WindowHost& host) {
     host.draw("frmCarihesapSec", drawAs<Ui::frmCarihesapSec>);
     host.draw("frmMainVeldona", drawAs<Ui::frmMainVeldona>);
     host.draw("frmSatis", drawAs<Ui::frmSatis>);
+    host.draw("taksitmustduzelt", drawAs<Ui::taksitmustduzelt>);
+    host.draw("taksitodduzelt", drawAs<Ui::taksitodduzelt>);
 }
 
 } // namespace veldona
