@@ -1,0 +1,117 @@
+// The sale screen as a real window: a cell is edited under the mouse, Enter goes on from cell to cell, and
+// the rows typed are the sale's schedule in the books.
+#include <QLineEdit>
+#include <QTableView>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include "sales/salescreen.h"
+#include "tests/support/shop.h"
+#include "tests/ui/window_tests.h"
+#include "ui/datefield.h"
+#include "ui/screens.h"
+
+namespace veldona::test {
+
+namespace {
+
+class SaleWindow : public ::testing::Test {
+protected:
+    SaleWindow() {
+        shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('7','Ayşe','Yılmaz')");
+        drawScreens(host);
+        forms.onUncaught = [this](const RuntimeError& error) { yakalanmayanHata(session, error); };
+        forms.add("frmSatis", [this](Forms& f) { return makeFrmSatis(f, session); });
+        FormKayit& kayit = session.gFormKayit;
+        kayit.Kip = FormModu::Yeni;
+        kayit.CariID = 1;
+        kayit.HSTNO = session.gHSTNO = "7";
+        kayit.Unvan = "Ayşe  Yılmaz";
+        session.gParaBirimi = 1;
+        shop.session.gBaglanti.reset();
+        OturumBaslat(session);
+        EkranGoster(session, "frmSatis", Kip::Modeless);
+        screen = dynamic_cast<FrmSatis*>(forms.active());
+        host.window(*screen)->resize(1000, 600);
+        host.flush();
+        settle();
+    }
+
+    template <class Widget> Widget& at(const char* name) { return widgetOf<Widget>(host, *screen, name); }
+
+    void typeInto(const char* name, const char* text) {
+        at<QWidget>(name).setFocus();
+        typeText(host, *screen, text);
+        settle();
+    }
+    QRect cellOf(QTableView& sheet, int row, int column) {
+        const QRect shown = sheet.visualRect(sheet.model()->index(row, column));
+        return {sheet.viewport()->mapToGlobal(shown.topLeft()), shown.size()};
+    }
+    static bool liesOver(const QWidget& editor, const QRect& cell) {
+        return editor.isVisible() &&
+               QRect(editor.mapToGlobal(QPoint()), editor.size()).contains(cell.center());
+    }
+
+    std::vector<std::string> query(const std::string& sql) {
+        shop.session.gBaglanti = std::move(session.gBaglanti);
+        auto found = shop.rows(sql);
+        session.gBaglanti = std::move(shop.session.gBaglanti);
+        return found;
+    }
+
+    Shop shop;
+    WindowHost host{shop.clock};
+    Forms forms{host};
+    Session session{shop.desktop, forms};
+    FrmSatis* screen = nullptr;
+};
+
+TEST_F(SaleWindow, CellsAreEditedUnderTheMouseAndFollowedByEnter) {
+    leavePicture(host, *screen, "satis-bos");
+    typeInto("MskToplamUcret", "12500");
+    typeInto("MskAlinanPesinat", "2500");
+    typeInto("MskTaksitAdedi", "12");
+    leavePicture(host, *screen, "satis-plan");
+    auto& sheet = at<QTableView>("grdYapilacakOdeme");
+    EXPECT_TRUE(sheet.isRowHidden(0));
+    EXPECT_EQ(sheet.model()->headerData(1, Qt::Horizontal, Qt::DisplayRole).toString(), "Miktar");
+    EXPECT_GE(sheet.columnWidth(1), sheet.fontMetrics().horizontalAdvance("2.500,00"));
+
+    // The last row, which is scrolled to, and from it into a new one.
+    const int last = sheet.model()->rowCount() - 1;
+    sheet.scrollToBottom();
+    settle();
+    QTest::mouseClick(sheet.viewport(), Qt::LeftButton, {},
+                      sheet.visualRect(sheet.model()->index(last, 1)).center());
+    settle();
+    EXPECT_TRUE(liesOver(at<QWidget>("txtYapilacakOdmDrug"), cellOf(sheet, last, 1)));
+    typeText(host, *screen, "75,5");
+    pressKey(host, *screen, Key::Enter);
+    EXPECT_TRUE(liesOver(at<QWidget>("dtYapilacakOdmTarh"), cellOf(sheet, last, 2)));
+    EXPECT_FALSE(at<QWidget>("txtYapilacakOdmDrug").isVisible());
+    typeText(host, *screen, "01012028");
+    pressKey(host, *screen, Key::Enter);
+    pressKey(host, *screen, Key::Enter);
+    settle();
+    leavePicture(host, *screen, "satis-hucre");
+    EXPECT_EQ(sheet.model()->rowCount(), last + 2);
+    EXPECT_TRUE(liesOver(at<QWidget>("txtYapilacakOdmDrug"), cellOf(sheet, last + 1, 1)));
+    EXPECT_TRUE(sheet.viewport()->rect().contains(sheet.visualRect(sheet.model()->index(last + 1, 1))));
+
+    // Scrolled away, the editor leaves with its cell.
+    sheet.scrollToTop();
+    settle();
+    EXPECT_LE(at<QWidget>("txtYapilacakOdmDrug").geometry().right(), 0);
+
+    pressKey(host, *screen, Key::F2);
+    EXPECT_EQ(shop.said(), std::vector<std::string>{"İşlem Tamamlandı"});
+    EXPECT_EQ(query("SELECT ODTRH,ODMIKTAR FROM URUNSAT WHERE ODMIKTAR=75500000"),
+              std::vector<std::string>{"01/01/2028|75500000"});
+    EXPECT_EQ(query("SELECT COUNT(*) FROM URUNSAT"), std::vector<std::string>{"14"});
+}
+
+} // namespace
+
+} // namespace veldona::test
