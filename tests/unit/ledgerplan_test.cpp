@@ -142,7 +142,6 @@ TEST_F(LedgerPlan, TheStartIsReadTwoWays) {
     }
 }
 
-// Of a million rows only those of the sale are read.
 TEST_F(LedgerPlan, TheWalkOfACorrectionKnowsRowsBySaleDayAndAmount) {
     shop.run("INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('2',40,'05/03/2027',10000000)");
     shop.run(
