@@ -16,7 +16,8 @@ constexpr double kSmallestNumber = 4; // points: below that a number is not show
 
 struct Shown {
     std::string text;
-    bool isNumber = false; // as a whole: it is made smaller, never cut
+    bool isNumber = false;    // nothing but a number
+    bool holdsNumber = false; // it is made smaller rather than cut
 };
 
 bool isNumberKind(Value::Kind kind) {
@@ -108,7 +109,7 @@ Shown Painter::textOf(const BoundPiece& piece) const {
     case Piece::Kind::Time:
         return {format(moment_.now, "hh:mm:ss")};
     case Piece::Kind::Sum:
-        return {piece.words, true};
+        return {piece.words, true, true};
     case Piece::Kind::Words:
         return {piece.words};
     case Piece::Kind::Column:
@@ -117,7 +118,8 @@ Shown Painter::textOf(const BoundPiece& piece) const {
     const std::size_t row = piece.data == section_.data ? moment_.row : 0;
     if (row >= piece.data->rowCount()) return {};
     const Value& value = piece.data->at(row, piece.column);
-    return {piece.mask.empty() ? joinText(value) : format(value, piece.mask), isNumberKind(value.kind())};
+    const bool isNumber = isNumberKind(value.kind()) || piece.mask.find_first_of("#0") != std::string::npos;
+    return {piece.mask.empty() ? joinText(value) : format(value, piece.mask), isNumber, isNumber};
 }
 
 // A column without a text takes one blank beside it away, so that "{EVMH} {EVCD} {EVIL}" reads well without a
@@ -125,9 +127,10 @@ Shown Painter::textOf(const BoundPiece& piece) const {
 Shown Painter::textOf(const BoundText& text) const {
     if (text.pieces.size() == 1) return textOf(text.pieces.front());
     std::string all;
-    bool dropsBlank = false;
+    bool dropsBlank = false, holdsNumber = false;
     for (const BoundPiece& piece : text.pieces) {
-        std::string part = textOf(piece).text;
+        const auto& [part, isNumber, hasNumber] = textOf(piece);
+        holdsNumber = holdsNumber || hasNumber;
         if (part.empty() && !all.empty() && all.back() == ' ') {
             all.pop_back();
         } else if (part.empty()) {
@@ -137,7 +140,7 @@ Shown Painter::textOf(const BoundText& text) const {
             dropsBlank = false;
         }
     }
-    return {all};
+    return {all, false, holdsNumber};
 }
 
 void Painter::paintText(const BoundText& text) {
@@ -146,14 +149,15 @@ void Painter::paintText(const BoundText& text) {
     if (shown.text.find_first_not_of(" \r\n\t") == std::string::npos) return;
     if (element.wraps && !shown.isNumber) return paintWrapped(element, shown.text);
     const double y = element.place.y + shiftAt(element.place.y);
-    const Font font{metrics_, element.size, element.bold};
-    if (!shown.isNumber)
-        return addLine(element, y, clipped(shown.text, font, element.place.width), element.size);
-    const double width = font.width(shown.text);
-    const double size =
-        width > element.place.width ? element.size * element.place.width / width : element.size;
+    const double room = element.place.width;
+    double size = element.size;
+    if (shown.holdsNumber)
+        size = std::min(size, size * room / metrics_.width(shown.text, size, element.bold));
     const bool legible = size >= std::min(kSmallestNumber, element.size);
-    addLine(element, y, legible ? shown.text : "###", legible ? size : kSmallestNumber);
+    if (!legible) size = kSmallestNumber;
+    addLine(element, y,
+            shown.isNumber && !legible ? "###" : clipped(shown.text, {metrics_, size, element.bold}, room),
+            size);
 }
 
 void Painter::paintWrapped(const TextElement& element, const std::string& text) {

@@ -163,6 +163,10 @@ TEST(ReportPages, AmountTooWideIsMadeSmallerNeverCut) {
     ASSERT_TRUE(run);
     EXPECT_LT(run->size, 12);
     EXPECT_TRUE(findRun(shownIn("2").pages[0], "###"));
+    const Document joined = compose(inReport("<detail height='10'><label x='0' y='0' width='25' size='12' "
+                                             "text='{TUTAR|#.##0,00} YTL'/></detail>"),
+                                    {data});
+    EXPECT_TRUE(findRun(joined.pages[0], "123.456.789.012,50 YTL"));
 }
 
 TEST(ReportPages, GrownTextPushesDownWhatStandsBelow) {
