@@ -6,6 +6,7 @@
 #include "maintenance/letterhead.h"
 #include "maintenance/paymentcorrection.h"
 #include "maintenance/schedulecorrection.h"
+#include "reports/viewer.h"
 #include "sales/salescreen.h"
 
 namespace veldona {
@@ -16,6 +17,7 @@ void registerScreens(Forms& forms, Session& session) {
     forms.add("frmCarihesapSec", [&session](Forms& f) { return makeFrmCarihesapSec(f, session); });
     forms.add("frmAntetBilgisi", [&session](Forms& f) { return makeFrmAntetBilgisi(f, session); });
     forms.add("frmSatis", [&session](Forms& f) { return makeFrmSatis(f, session); });
+    forms.add("frmCrNesne", [&session](Forms& f) { return makeFrmCrNesne(f, session); });
     forms.add("taksitodduzelt", [&session](Forms& f) { return makeTaksitOdDuzelt(f, session); });
     forms.add("taksitmustduzelt", [&session](Forms& f) { return makeTaksitMustDuzelt(f, session); });
 }

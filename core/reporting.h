@@ -1,8 +1,8 @@
 // From the rules to paper: banded reports that get their rows from the caller, templates that bring their
 // own.
 //
-// The templates are files below the program's folder that a shop may edit, the banded layouts are built in.
-// What the viewer shows is the session's report.
+// The templates are files below the program's folder that a shop may edit; a banded layout that is missing
+// there is taken from the program. What the viewer shows is the session's report.
 #pragma once
 
 #include <functional>
@@ -14,14 +14,18 @@
 
 namespace veldona {
 
-// A banded report: lays `rows` (nullptr: none) out by the delivered layout of this name, after `hazirla` has
-// set the layout's named texts, and shows it in its own preview, until that ends.
+// A banded report: lays `rows` (nullptr: none) out by the layout of this name, after `hazirla` has set the
+// layout's named texts, and shows it in its own preview. `bitince` runs when that has ended.
 void BantliRaporGoster(Session& session, std::string_view duzen, const adodb::Recordset* rows,
-                       const std::function<void(report::Layout&)>& hazirla = {});
+                       const std::function<void(report::Layout&)>& hazirla = {},
+                       const std::function<void()>& bitince = {});
 
 // A template: reads "\Rapor\…" below the program's folder, runs its queries, and shows it in the viewer
 // frmCrNesne. `sorgu` replaces the template's statement of the name "liste" where it is not empty. A missing
 // or broken file raises an error that names it, and nothing is opened.
 void SablonRaporGoster(Session& session, const std::string& sablon, const std::string& sorgu = {});
+
+// Puts the layouts and templates as delivered where a shop finds and edits them; those that it has stay.
+void sablonlariKur(const Paths& paths);
 
 } // namespace veldona

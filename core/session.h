@@ -6,11 +6,13 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "core/formkayit.h"
 #include "platform/controls/forms.h"
 #include "platform/desktop/desktop.h"
+#include "platform/report/desk.h"
 #include "platform/store/adodb.h"
 #include "platform/store/dao.h"
 #include "platform/store/workspace.h"
@@ -42,6 +44,9 @@ struct Session {
     std::uint8_t gParaBirimi = 0;
     std::int32_t gKusuratModu = 0;
     FormKayit gFormKayit;
+
+    report::ReportDesk* reportDesk = nullptr; // set before the start where there is anybody to show reports
+    std::optional<report::Document> rapor;    // what the viewer shows, as long as it is loaded
 
     // "MS Access;PWD=" and the password: what the file face wants to hear.
     [[nodiscard]] std::string connectText() const { return "MS Access;PWD=" + gSifre; }

@@ -13,7 +13,6 @@ namespace {
 
 void setProperties(FrmCarihesapSec& f) {
     f.txtGrupID.setVisible(false);
-    f.cmdYazici.setEnabled(f.forms().isKnown("frmCrNesne"));
     f.grdList.setColumns({{"CariNo", "HSTNO", 70},
                           {"Adı", "AD", 120},
                           {"Soyadı", "SOYAD", 120},
@@ -58,6 +57,7 @@ void bindEvents(FrmCarihesapSec& f) {
         filter->onKeyDown = [&f](KeyEvent& event) { filter_KeyDown(f, event); };
     for (CommandButton* button : {&f.cmdBul, &f.cmdTemizle, &f.cmdCikis, &f.cmdKayitSec})
         button->onClick = [&f, button] { FrmCmdBul(f, button->name()); };
+    f.cmdYazici.onClick = [&f] { cmdYazici_Click(f); };
     f.BarIslemler.onToolClick = [&f](const std::string& arac) { FrmCmdBul(f, arac); };
     f.grdList.onKeyDown = [&f](KeyEvent& event) { grdList_KeyDown(f, event); };
     f.grdList.onDblClick = [&f] { cmdKayitSec_Click(f); };

@@ -43,6 +43,7 @@ struct FrmCarihesapSec : Form {
 
     KayitDongusu kayit{*this, session, &BarIslemler};
     RecordsetRows satirlar;  // what the grid shows of the hits
+    std::string sorgu;       // the statement of the hits on show
     bool arandi = false;     // a search was asked for since the screen was opened
     std::string sonSiralama; // the column and direction that a click on the grid's head chose last
 };

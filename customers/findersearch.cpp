@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "core/database.h"
+#include "core/reporting.h"
 #include "customers/cardrecord.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
@@ -104,10 +105,11 @@ bool musterileriAc(FrmCarihesapSec& f, const std::string& kosul) {
             : kosul;
     const std::string order =
         f.sonSiralama.empty() ? " MUSTKAYIT.AD,MUSTKAYIT.SOYAD " : " MUSTKAYIT." + f.sonSiralama;
+    const std::string sorgu = kSutunlar + (" WHERE " + where) + " ORDER BY" + order;
     KayitSeti rs;
     std::string hata;
-    if (!KayitSetiAcKontrollu(f.session, rs, kSutunlar + (" WHERE " + where) + " ORDER BY" + order, hata))
-        return false;
+    if (!KayitSetiAcKontrollu(f.session, rs, sorgu, hata)) return false;
+    f.sorgu = sorgu;
     f.grdList.bind(nullptr);
     f.kayit.rs = std::move(rs);
     f.satirlar.follow(f.kayit.rs.get());
@@ -123,6 +125,11 @@ void FrmCmdBul(FrmCarihesapSec& f, std::string_view cmd) {
     if (cmd == "cmdSil") deleteCurrent(f);
     if (cmd == "cmdKayitSec") cmdKayitSec_Click(f);
     if (cmd == "cmdCikis") FrmCmdExit(f);
+}
+
+void cmdYazici_Click(FrmCarihesapSec& f) {
+    const Mesgul mesgul(f);
+    SablonRaporGoster(f.session, "\\Rapor\\CariListesi2.rpt", f.sorgu);
 }
 
 void NesneleriTemizle(FrmCarihesapSec& f) {

@@ -25,6 +25,8 @@ bool musterileriAc(FrmCarihesapSec& f, const std::string& kosul = {});
 void FrmCmdBul(FrmCarihesapSec& f, std::string_view cmd);
 void NesneleriTemizle(FrmCarihesapSec& f);
 void cmdKayitSec_Click(FrmCarihesapSec& f);
+// The list that is shown, through the report viewer.
+void cmdYazici_Click(FrmCarihesapSec& f);
 void FrmCmdExit(FrmCarihesapSec& f);
 void grdList_HeadClick(FrmCarihesapSec& f, int column);
 

@@ -6,6 +6,7 @@
 #include <QVariant>
 
 #include "ui/formwindow.h"
+#include "ui/reportviewbinder.h"
 
 namespace veldona {
 
@@ -63,7 +64,7 @@ bool Binder::listens() const {
 }
 
 std::unique_ptr<Binder> makeBinder(FormWindow& window, Control& control, QWidget& widget) {
-    for (const auto bind : {bindField, bindButton, bindHolder, bindRows})
+    for (const auto bind : {bindReport, bindField, bindButton, bindHolder, bindRows})
         if (auto made = bind(window, control, widget)) return made;
     return nullptr;
 }

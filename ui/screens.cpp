@@ -4,6 +4,7 @@
 #include "ui_frmAntetBilgisi.h"
 #include "ui_frmCariEkle.h"
 #include "ui_frmCarihesapSec.h"
+#include "ui_frmCrNesne.h"
 #include "ui_frmMainVeldona.h"
 #include "ui_frmSatis.h"
 #include "ui_taksitmustduzelt.h"
@@ -23,6 +24,7 @@ void drawScreens(WindowHost& host) {
     host.draw("frmAntetBilgisi", drawAs<Ui::frmAntetBilgisi>);
     host.draw("frmCariEkle", drawAs<Ui::frmCariEkle>);
     host.draw("frmCarihesapSec", drawAs<Ui::frmCarihesapSec>);
+    host.draw("frmCrNesne", drawAs<Ui::frmCrNesne>);
     host.draw("frmMainVeldona", drawAs<Ui::frmMainVeldona>);
     host.draw("frmSatis", drawAs<Ui::frmSatis>);
     host.draw("taksitmustduzelt", drawAs<Ui::taksitmustduzelt>);

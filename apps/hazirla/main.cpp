@@ -7,6 +7,7 @@
 #include "apps/hazirla/delivered.h"
 #include "apps/hazirla/options.h"
 #include "apps/hazirla/writeshop.h"
+#include "core/reporting.h"
 #include "core/session.h"
 #include "platform/desktop/clock.h"
 #include "platform/desktop/paths.h"
@@ -36,6 +37,7 @@ void prepare(const Options& options) {
         writeShop(file, shop);
         content = sizeOf(shop);
     });
+    sablonlariKur(paths);
     std::cout << "Hazırlandı: " << target << " (" << content << ")\n";
 }
 

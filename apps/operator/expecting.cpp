@@ -236,12 +236,15 @@ void expectClosed(Stage& stage, const Line& line) {
 void expectSql(Stage& stage, const Line& line) {
     adodb::Recordset rows;
     rows.cursorLocation = adodb::CursorLocation::Client;
+    std::vector<std::string> answer;
     try {
         rows.open(line.words[0].text, stage.process().connection());
+        if (!rows.isOpen()) throw Shortfall("it is no query");
+        answer = allRows(rows);
     } catch (const RuntimeError& error) {
         throw Shortfall("the query failed: " + error.description());
     }
-    requireEqual(textsFrom(line, 1), allRows(rows));
+    requireEqual(textsFrom(line, 1), answer);
 }
 
 void requireHeld(const std::string& expected, const std::string& text) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "apps/operator/folders.h"
+#include "apps/operator/pdfwriter.h"
 #include "apps/operator/runner.h"
 #include "apps/operator/windowsystem.h"
 #include "apps/screens.h"
@@ -48,7 +49,7 @@ std::optional<Options> readOptions(const std::vector<std::string>& arguments) {
 }
 
 void runFile(const std::string& file, const std::optional<std::string>& drive, const OpenWindows& windows,
-             Tally& tally) {
+             const WritePdf& writePdf, Tally& tally) {
     const bool fromStandardInput = file == "-";
     std::ifstream opened;
     if (!fromStandardInput) opened.open(file);
@@ -59,15 +60,15 @@ void runFile(const std::string& file, const std::optional<std::string>& drive, c
     }
     const DriveFolder folder(drive);
     Script script(fromStandardInput ? "standard input" : file, fromStandardInput ? std::cin : opened);
-    Runner(script, {folder.path(), registerScreens, windows}, tally).run();
+    Runner(script, {folder.path(), registerScreens, windows, writePdf}, tally).run();
 }
 
-Tally runAll(const Options& options, const OpenWindows& windows) {
+Tally runAll(const Options& options, const OpenWindows& windows, const WritePdf& writePdf) {
     Tally tally;
     for (std::size_t i = 0; i < options.files.size() && !tally.unreadable; ++i) {
         std::optional<std::string> drive = options.drive;
         if (drive && options.files.size() > 1) *drive += "/" + std::to_string(i + 1);
-        runFile(options.files[i], drive, windows, tally);
+        runFile(options.files[i], drive, windows, writePdf, tally);
     }
     return tally;
 }
@@ -84,7 +85,11 @@ int run(int count, char** arguments) {
         system.emplace(count, arguments);
         windows = [&](Clock& clock) { return system->open(clock); };
     }
-    const Tally tally = runAll(*options, windows);
+    PdfWriter pdf(count, arguments);
+    const Tally tally =
+        runAll(*options, windows, [&pdf](const report::Document& document, const std::string& file) {
+            pdf.write(document, file);
+        });
     std::cout << tally.passed << " passed, " << tally.failed << " failed" << std::endl;
     if (tally.unreadable) return CouldNotRead;
     return tally.failed > 0 ? FellShort : AllHeld;

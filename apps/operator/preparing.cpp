@@ -2,6 +2,7 @@
 
 #include "apps/operator/sqlrows.h"
 #include "apps/operator/verbs.h"
+#include "core/reporting.h"
 #include "platform/runtime/conversion.h"
 #include "platform/store/storeerror.h"
 #include "schema/tables.h"
@@ -16,6 +17,7 @@ void createDatabase(Stage& stage, const Line&) {
                               schema::tables(), schema::savedQueries());
         for (const char* row : schema::firstRows())
             stage.process().connection().execute(row);
+        sablonlariKur(stage.process().paths());
     } catch (const store::StoreError& error) {
         throw Shortfall("the database was not created: " + error.description());
     } catch (const RuntimeError& error) {

@@ -27,7 +27,8 @@ std::string messageText(const RecordingDialogs::Said& said) {
     return "\"" + said.text + "\" [" + said.title + "]";
 }
 
-Stage::Stage(Setting setting, FormHost& host) : setting_(std::move(setting)), host_(&host) {
+Stage::Stage(Setting setting, FormHost& host)
+    : setting_(std::move(setting)), host_(&host), desk_(reports, setting_.writePdf) {
     if (setting_.windows) windows_ = setting_.windows(clock);
     renewProcess();
 }
@@ -35,6 +36,7 @@ Stage::Stage(Setting setting, FormHost& host) : setting_(std::move(setting)), ho
 void Stage::renewProcess() {
     if (process_) dropProcess(); // the old run lets go of the files first
     process_ = std::make_unique<Process>(setting_.folder, setting_.screens, clock, dialogs, *host_);
+    process_->session().reportDesk = &desk_;
 }
 
 void Stage::dropProcess() {

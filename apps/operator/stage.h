@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "apps/operator/desk.h"
 #include "apps/operator/process.h"
 #include "apps/operator/reportsink.h"
 #include "apps/operator/script.h"
@@ -42,6 +43,7 @@ struct Setting {
     std::string folder; // stands for drive C:
     RegisterScreens screens;
     OpenWindows windows = nullptr; // none are attached
+    WritePdf writePdf = nullptr;   // nobody can
 };
 
 class Stage {
@@ -73,6 +75,7 @@ public:
 private:
     Setting setting_;
     FormHost* host_;
+    ConsoleDesk desk_;
     std::unique_ptr<Windows> windows_;
     std::unique_ptr<Process> process_;
 };

@@ -10,6 +10,7 @@
 #include "ui/dialogs.h"
 #include "ui/host.h"
 #include "ui/housestyle.h"
+#include "ui/reportpreview.h"
 #include "ui/screens.h"
 #include "ui/turkishtexts.h"
 #include "ui/windowdesktop.h"
@@ -51,6 +52,7 @@ int run(QApplication& application) {
     WindowDialogs dialogs(windows);
     WindowPump pump(windows);
     WindowOpener opener;
+    WindowReportDesk reports(windows);
 
     const std::string root = readRoot(application);
     Desktop desktop{clock, dialogs, pump, opener, Paths(root), {}, DataSources(root + "/ODBC.INI")};
@@ -58,6 +60,7 @@ int run(QApplication& application) {
 
     Forms forms(windows);
     Session session(desktop, forms);
+    session.reportDesk = &reports;
     registerScreens(forms, session);
     if (!basla(session)) return 1;
     // No first screen, or one that closed itself: a run without a window is over.

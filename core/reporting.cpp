@@ -1,0 +1,131 @@
+#include "core/reporting.h"
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+#include "platform/controls/reportview.h"
+#include "platform/report/compose.h"
+#include "platform/report/delivered.h"
+#include "platform/report/desk.h"
+#include "platform/report/layoutreader.h"
+#include "platform/report/pagetext.h"
+#include "platform/report/reporterror.h"
+
+namespace veldona {
+
+namespace {
+
+constexpr const char* kGosterici = "frmCrNesne";
+
+std::string raporKlasoru(const Paths& paths) {
+    return paths.toNative(paths.appPath() + "\\Rapor");
+}
+
+// The pages of the session's report, as the viewer wants them.
+class RaporSayfalari : public PageSource {
+public:
+    RaporSayfalari(const report::Document& document, bool hasData) : document_(document), hasData_(hasData) {}
+
+    [[nodiscard]] int pageCount() const override { return static_cast<int>(document_.pages.size()); }
+    [[nodiscard]] bool hasData() const override { return hasData_; }
+    [[nodiscard]] const report::Document& document() const override { return document_; }
+    [[nodiscard]] std::optional<PageHit> find(std::string_view text, int page,
+                                              std::optional<PageHit> after) const override {
+        const auto found = report::findText(document_, text, after ? placeOf(*after) : before(page));
+        if (!found) return std::nullopt;
+        return PageHit{static_cast<int>(found->page) + 1, found->item};
+    }
+
+private:
+    [[nodiscard]] static report::Found placeOf(const PageHit& hit) {
+        return {static_cast<std::size_t>(hit.page - 1), hit.item};
+    }
+    // The end of the page before; nothing before the first.
+    [[nodiscard]] static std::optional<report::Found> before(int page) {
+        if (page < 2) return std::nullopt;
+        return report::Found{static_cast<std::size_t>(page - 2), std::string::npos};
+    }
+
+    const report::Document& document_;
+    bool hasData_;
+};
+
+// The queries that the layout's body is made from; what only its head and foot read is no data of the report.
+std::set<std::string> govdeSorgulari(const report::Layout& layout) {
+    std::set<std::string> names;
+    for (const report::Block& block : layout.body) {
+        if (const auto* section = std::get_if<report::Section>(&block))
+            names.insert(section->query);
+        else
+            for (const report::Table& table : std::get<report::SideBySide>(block))
+                names.insert(table.query);
+    }
+    names.erase("");
+    return names;
+}
+
+bool verisiVar(const report::Layout& layout, const report::Document& document) {
+    const std::set<std::string> names = govdeSorgulari(layout);
+    return names.empty() || std::ranges::any_of(document.data, [&](const report::DataSet& data) {
+               return names.contains(data.name) && data.rowCount() > 0;
+           });
+}
+
+report::Layout sablonOku(const Session& session, const std::string& sablon, const std::string& sorgu) {
+    const Paths& paths = session.desktop.paths;
+    report::Layout layout = report::readLayout(paths.toNative(paths.appPath() + sablon));
+    if (!sorgu.empty() && !layout.setQuery("liste", sorgu))
+        throw report::ReportError(layout.file, 0, "\"liste\" adlı sorgu yok.");
+    return layout;
+}
+
+void bekle(EventPump& events, const ReportView& viewer) {
+    while (viewer.isBusy())
+        events.doEvents();
+}
+
+} // namespace
+
+void BantliRaporGoster(Session& session, std::string_view duzen, const adodb::Recordset* rows,
+                       const std::function<void(report::Layout&)>& hazirla,
+                       const std::function<void()>& bitince) {
+    report::Layout layout = report::bandedLayout(raporKlasoru(session.desktop.paths), std::string(duzen));
+    if (hazirla) hazirla(layout);
+    const DateTime now = session.desktop.clock.now();
+    const report::Document document =
+        rows ? report::composeRows(layout, *rows, now) : report::compose(layout, {}, now);
+    if (session.reportDesk) session.reportDesk->preview(document);
+    if (bitince) bitince();
+}
+
+void SablonRaporGoster(Session& session, const std::string& sablon, const std::string& sorgu) {
+    const report::Layout layout = sablonOku(session, sablon, sorgu);
+    report::ConnectionQueries queries(*session.gBaglanti);
+    report::Document document = report::composeTemplate(layout, queries, session.desktop.clock.now());
+
+    const Forms::Hold hold(session.forms);
+    Form& form = session.forms.load(kGosterici);
+    auto& viewer = dynamic_cast<ReportView&>(*form.find("CRViewer1"));
+    viewer.setSource(nullptr); // before the report that it may still show goes
+    session.rapor = std::move(document);
+    if (session.reportDesk) session.reportDesk->opened(*session.rapor);
+    viewer.setSource(std::make_unique<RaporSayfalari>(*session.rapor, verisiVar(layout, *session.rapor)));
+    viewer.viewReport();
+    viewer.zoom(ReportView::kPageWidth);
+    // Whoever opens a report waits with the cursor of the whole screen.
+    for (Form* each : session.forms.loadedForms())
+        each->setPointer(MousePointer::Default);
+    EventPump& events = session.desktop.events;
+    bekle(events, viewer);
+    events.doEvents();
+    viewer.refresh();
+    events.doEvents();
+    if (!form.isUnloaded()) EkranGoster(session, kGosterici, Kip::Modal);
+}
+
+void sablonlariKur(const Paths& paths) {
+    report::writeMissingLayouts(raporKlasoru(paths));
+}
+
+} // namespace veldona
