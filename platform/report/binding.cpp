@@ -31,6 +31,7 @@ const DataSet* Binding::find(const std::string& query) const {
 
 BoundSection Binding::section(const Section& section) const {
     BoundSection made;
+    made.file = &layout_.file;
     made.section = &section;
     made.data = find(section.query);
     made.extent = extentOf(section);

@@ -23,6 +23,7 @@ struct BoundText {
 };
 
 struct BoundSection {
+    const std::string* file = nullptr; // of the layout, for messages
     const Section* section = nullptr;
     const DataSet* data = nullptr; // whose row is the current one; nothing where the section has none
     std::vector<BoundText> texts;

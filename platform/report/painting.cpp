@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "platform/report/reporterror.h"
 #include "platform/report/textfit.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
@@ -37,6 +38,7 @@ private:
     };
     [[nodiscard]] double shiftAt(double y) const;
     [[nodiscard]] Place grown(const Place& place) const;
+    [[nodiscard]] Shown shownOf(const BoundText& text) const;
     [[nodiscard]] Shown textOf(const BoundText& text) const;
     [[nodiscard]] Shown textOf(const BoundPiece& piece) const;
     void paintText(const BoundText& text);
@@ -143,9 +145,18 @@ Shown Painter::textOf(const BoundText& text) const {
     return {all, false, holdsNumber};
 }
 
+// A mask may be none for the column's values: a date's for a number beyond every date.
+Shown Painter::shownOf(const BoundText& text) const {
+    try {
+        return textOf(text);
+    } catch (const RuntimeError& error) {
+        throw ReportError(*section_.file, text.element->line, "değer gösterilemedi: " + error.description());
+    }
+}
+
 void Painter::paintText(const BoundText& text) {
     const TextElement& element = *text.element;
-    const Shown shown = textOf(text);
+    const Shown shown = shownOf(text);
     if (shown.text.find_first_not_of(" \r\n\t") == std::string::npos) return;
     if (element.wraps && !shown.isNumber) return paintWrapped(element, shown.text);
     const double y = element.place.y + shiftAt(element.place.y);

@@ -296,10 +296,15 @@ TEST(ReportPages, DataThatDoesNotFitTheLayoutNamesFileAndLine) {
         {"<detail height='6'/><reportFooter height='6'>\n<sum x='0' y='0' width='9' "
          "column='AD'/></reportFooter>",
          "Rapor düzeni hatalı: deneme.xml, satır 2: \"AD\" sütunu toplanamadı: "},
+        {"<detail height='6'>\n<label x='0' y='0' width='9' text='{BUYUK|dd/mm/yyyy}'/></detail>",
+         "Rapor düzeni hatalı: deneme.xml, satır 2: değer gösterilemedi: "},
     };
     for (const auto& [body, description] : cases) {
         try {
-            compose(inReport(body), {rows(1)});
+            DataSet data = rows(1);
+            data.columns.push_back({"BUYUK", 5});
+            data.cells.emplace_back(1e300);
+            compose(inReport(body), {data});
             ADD_FAILURE() << body;
         } catch (const ReportError& error) {
             EXPECT_EQ(error.number(), kBrokenLayout);
