@@ -97,6 +97,8 @@ double SonKimlik(Session& session, const std::string& tablo) {
 
 void KomutCalistir(Session& session, KayitSeti& rs, const std::string& sql) {
     auto baglanti = std::make_unique<adodb::Connection>(session.workspace);
+    baglanti->commandTimeout = session.gBaglanti->commandTimeout;
+    baglanti->connectionTimeout = session.gBaglanti->connectionTimeout;
     baglanti->open("DSN=" + session.gDsnAdi);
     session.gBaglanti = std::move(baglanti);
     rs = std::make_unique<adodb::Recordset>();

@@ -23,19 +23,21 @@ Currency shownAmount(const std::string& text) {
     return toCurrency(format(text.empty() ? Value(0) : Value(text), kShown));
 }
 
+// A row that does not read is passed over; the others count.
 void sumPayments(FrmMainVeldona& f) {
+    Err passedOver;
     f.cyOdenen = Currency{};
     for (int i = 0; i < f.L2.count(); ++i)
-        f.cyOdenen += toCurrency(f.L2.list(i));
+        attempt(passedOver, [&] { f.cyOdenen += toCurrency(f.L2.list(i)); });
     f.Label8.setCaption(toText(f.cyOdenen));
 }
 
-Currency sumOfSchedule(const FrmMainVeldona& f) {
-    Currency sum;
+// Into `sum`, which keeps what was added when the counter runs over behind row 255.
+void sumSchedule(const FrmMainVeldona& f, Currency& sum) {
+    sum = Currency{};
     countInByte(0, f.L5.count() - 1, [&](int i) {
         if (!f.L5.list(i).empty()) sum += toCurrency(f.L5.list(i));
     });
-    return sum;
 }
 
 bool isEmptyAmount(const Value& value) {
@@ -99,7 +101,7 @@ void GECIKEN_ODM(FrmMainVeldona& f) {
 void TAKSITLENDIRILMEMIS_MIKTAR(FrmMainVeldona& f) {
     Err passedOver;
     attempt(passedOver, [&] { f.rsOdenen = f.dbMain->openRecordset("TAKSITODENEN"); });
-    attempt(passedOver, [&] { f.cyTaksit = sumOfSchedule(f); });
+    attempt(passedOver, [&] { sumSchedule(f, f.cyTaksit); });
     // Read as far as digits go, on purpose: the grouping of a shown amount stops the reading.
     const double planned = val(toText(f.cyTaksit));
     const double total = val(f.Label11.caption());
@@ -113,7 +115,7 @@ void TaksitKontrol(FrmMainVeldona& f) {
     Value indirim;
     bool found = false;
     if (f.List6.count() == 0) attempt(passedOver, [&] { ISLEMNUMARALARI_YUKLE(f); });
-    attempt(passedOver, [&] { sum = sumOfSchedule(f); });
+    attempt(passedOver, [&] { sumSchedule(f, sum); });
     attempt(passedOver, [&] {
         KayitSeti rs;
         KayitSetiAc(f.session, rs, "SELECT * From ISLEMNOTABLO WHERE ISLEMNO = " + f.Text5.text(),

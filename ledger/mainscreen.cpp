@@ -4,6 +4,7 @@
 
 #include "ledger/collection.h"
 #include "ledger/commands.h"
+#include "ledger/contract.h"
 #include "ledger/corrections.h"
 #include "ledger/customergrid.h"
 #include "ledger/delivery.h"
@@ -11,6 +12,7 @@
 #include "ledger/lifecycle.h"
 #include "ledger/loading.h"
 #include "ledger/overdue.h"
+#include "ledger/receipt.h"
 
 namespace veldona {
 
@@ -85,8 +87,7 @@ void disableUnavailable(FrmMainVeldona& f) {
     f.cmdCariSec.setEnabled(f.forms().isKnown("frmCarihesapSec"));
     f.cmdMusteriKaydi.setEnabled(f.forms().isKnown("frmCariEkle"));
     f.Command3.setEnabled(f.forms().isKnown("taksitodduzelt"));
-    for (Control* control : Controls{&f.cmdSozlesme, &f.cmdMakbuzYazdir})
-        control->setEnabled(false);
+    f.cmdSozlesme.setEnabled(f.forms().isKnown("frmCrNesne"));
 }
 
 void bindCustomerEvents(FrmMainVeldona& f) {
@@ -137,6 +138,8 @@ void bindLedgerEvents(FrmMainVeldona& f) {
         if (event.key == Key::Up || event.key == Key::Down) f.L3.setFocus();
     };
     f.chkTaksitAdetGir.onClick = [&f] { TAKSIT_CERCEVE_AYARLA(f); };
+    f.cmdMakbuzYazdir.onClick = [&f] { cmdMakbuzYazdir_Click(f); };
+    f.cmdSozlesme.onClick = [&f] { cmdSozlesme_Click(f); };
     f.cmdVazgec.onClick = [&f] { f.frmTahsilatMakbuzu.setVisible(false); };
     f.cmdCikis.onClick = [&f] { f.forms().endProcess(); };
 }

@@ -205,9 +205,9 @@ void L3_DblClick(FrmMainVeldona& f) {
     TaksitKontrol(f);
     showHeader(f);
     GECIKME_UYARI(f);
-    Err passedOver; // an account without a sale has no totals to refresh
+    if (f.Text5.text().empty()) return; // nothing was opened: there are no totals to refresh
+    Err passedOver;
     attempt(passedOver, [&] { TAHSILAT_TOPLAM_YENILE(f); });
-    if (f.Text5.text().empty()) return;
     f.cmdSozlesme.setVisible(true);
     f.frmTahsilatMakbuzu.setVisible(true);
 }

@@ -238,8 +238,8 @@ void expectSql(Stage& stage, const Line& line) {
     rows.cursorLocation = adodb::CursorLocation::Client;
     std::vector<std::string> answer;
     try {
+        if (!isSelect(line.words[0].text)) throw Shortfall("it is no query");
         rows.open(line.words[0].text, stage.process().connection());
-        if (!rows.isOpen()) throw Shortfall("it is no query");
         answer = allRows(rows);
     } catch (const RuntimeError& error) {
         throw Shortfall("the query failed: " + error.description());

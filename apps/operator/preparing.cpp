@@ -1,8 +1,10 @@
+#include <algorithm>
 #include <iostream>
 
 #include "apps/operator/sqlrows.h"
 #include "apps/operator/verbs.h"
 #include "core/reporting.h"
+#include "platform/controls/names.h"
 #include "platform/runtime/conversion.h"
 #include "platform/store/storeerror.h"
 #include "schema/tables.h"
@@ -64,6 +66,11 @@ void start(Stage& stage, const Line&) {
 void failWrite(Stage& stage, const Line& line) {
     const int nth = wholeNumber(line.words[0]);
     if (nth < 1) throw UnreadableLine("writes are counted from 1");
+    const auto& tables = schema::tables();
+    const auto isNamed = [&](const store::TableDef& table) {
+        return sameName(table.name, line.words[1].text);
+    };
+    if (std::none_of(tables.begin(), tables.end(), isNamed)) throw Shortfall("there is no such table");
     stage.process().session().workspace.failWrite(nth, line.words[1].text);
 }
 

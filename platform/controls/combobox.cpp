@@ -42,6 +42,7 @@ void ComboBox::setText(std::string text) {
 }
 
 void ComboBox::edit(std::string text, int caret) {
+    text = visibleText(text);
     listIndex_ = indexOf(text);
     takeText(std::move(text));
     select(caret, 0);

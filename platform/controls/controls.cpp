@@ -19,7 +19,7 @@ void TextBox::setText(std::string text) {
 }
 
 void TextBox::edit(std::string text, int caret) {
-    text_ = std::move(text);
+    text_ = visibleText(text);
     selStart_ = std::clamp(caret, 0, static_cast<int>(length(text_)));
     selLength_ = 0;
     changed();

@@ -44,10 +44,19 @@ std::optional<DateTime> dayOf(int year, int month, int day) {
     return DateTime::of(year, month, day);
 }
 
+// Inside the signs of a literal, which puts the month first, blanks count for nothing.
+bool takeSeparator(std::string_view& text, DateOrder order) {
+    if (order == DateOrder::DayFirst) return takeOneOf(text, separators);
+    skipBlanks(text);
+    if (!takeOneOf(text, separators)) return false;
+    skipBlanks(text);
+    return true;
+}
+
 std::optional<DateTime> takeDay(std::string_view& text, DateOrder order) {
     std::array<Number, 3> part;
     for (std::size_t i = 0; i < part.size(); ++i) {
-        if (i > 0 && !takeOneOf(text, separators)) return std::nullopt;
+        if (i > 0 && !takeSeparator(text, order)) return std::nullopt;
         part[i] = takeNumber(text);
         if (part[i].digits == 0 || part[i].digits == 3) return std::nullopt;
     }

@@ -1,6 +1,7 @@
 #include "platform/runtime/text.h"
 
 #include <unicode/ucasemap.h>
+#include <unicode/uchar.h>
 
 #include <algorithm>
 #include <memory>
@@ -152,6 +153,27 @@ std::string validUtf8(std::string_view text) {
         i += sequence.size;
     }
     return out.append(text, sound);
+}
+
+std::string visibleText(std::string_view text) {
+    const auto isPlain = [](char c) { return c >= ' ' && c < 0x7f; };
+    if (std::all_of(text.begin(), text.end(), isPlain)) return std::string(text);
+    const std::string sound = validUtf8(text);
+    std::string kept;
+    for (std::size_t at = 0; at < sound.size();) {
+        const auto lead = static_cast<unsigned char>(sound[at]);
+        const std::size_t size = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+        UChar32 character = size == 1 ? lead : lead & (0x7F >> size);
+        for (std::size_t i = 1; i < size; ++i)
+            character = character << 6 | (static_cast<unsigned char>(sound[at + i]) & 0x3F);
+        const auto kind = u_charType(character);
+        if (character == '\t' || character == '\n' || character == '\r')
+            kept += ' ';
+        else if (kind != U_CONTROL_CHAR && kind != U_FORMAT_CHAR)
+            kept.append(sound, at, size);
+        at += size;
+    }
+    return kept;
 }
 
 } // namespace veldona

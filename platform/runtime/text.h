@@ -23,4 +23,9 @@ namespace veldona {
 // Broken UTF-8 mended with U+FFFD, so that nothing behind it meets a broken sequence.
 [[nodiscard]] std::string validUtf8(std::string_view text);
 
+// As one line of text can be typed: tabs and line ends are blanks, other control characters and invisible
+// format characters are dropped, broken UTF-8 is mended. The store's order does not see such characters, so
+// two texts that differ by them alone would be one customer to it and two to a comparison of letters.
+[[nodiscard]] std::string visibleText(std::string_view text);
+
 } // namespace veldona

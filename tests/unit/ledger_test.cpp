@@ -132,6 +132,31 @@ TEST_F(Ledger, TotalsStopAtTheEightBitCounter) {
               (Rows{"KAYIT İŞLEMİ TAMAMLANDI", "KAYIT İŞLEMİ TAMAMLANDI", "KAYIT İŞLEMİ TAMAMLANDI"}));
 }
 
+// A payment without an amount shows an empty row and counts for nothing; the others count, and the cap holds.
+TEST_F(Ledger, APaymentWithoutAnAmountHidesNoOther) {
+    sale("8", "1000000000");
+    shop.run("INSERT INTO TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH) VALUES ('1',8,'01/02/2026')");
+    shop.run(
+        "INSERT INTO TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('1',8,'02/02/2026',100000000)");
+    open("8");
+    EXPECT_EQ(f().L2.rows(), (Rows{"", "100,00"}));
+    EXPECT_EQ(f().Label9.caption(), "900,00");
+    shop.dialogs.said.clear();
+    f().mskOdenenPara.setText("1000");
+    Command1_Click(f());
+    EXPECT_EQ(shop.said(), Rows{"ÖDENECEK MİKTAR TOPLAM BORÇTAN FAZLA OLAMAZ"});
+}
+
+// Row 255 is the last that the check adds, and it is added.
+TEST_F(Ledger, AScheduleOf256RowsIsCheckedWhole) {
+    sale("7", "256000000");
+    for (int i = 0; i < 256; ++i)
+        shop.run("INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('1',7,'01/02/2026',1000000)");
+    open("7");
+    EXPECT_EQ(f().L5.count(), 256);
+    EXPECT_TRUE(shop.said().empty());
+}
+
 TEST_F(Ledger, AFilterIsJoinedInItsOrder) {
     EXPECT_EQ(SQLWhereHazirla(f()), "");
     f().txtAd.setText(" a ");

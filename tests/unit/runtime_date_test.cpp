@@ -182,6 +182,14 @@ TEST(Text, BrokenSequencesAreMended) {
         EXPECT_EQ(validUtf8(broken), mended);
 }
 
+TEST(Text, OnlyWhatCanBeSeenIsTyped) {
+    EXPECT_EQ(visibleText("Ayşe Işık 7"), "Ayşe Işık 7");
+    EXPECT_EQ(visibleText("7\x01\u200B\uFEFF8"), "78");
+    EXPECT_EQ(visibleText("a\tb\r\nc"), "a b  c");
+    EXPECT_EQ(visibleText(std::string("a\0b", 3)), "ab");
+    EXPECT_EQ(visibleText("\xC5"), "\uFFFD");
+}
+
 TEST(Text, AFullFieldOfBrokenBytesPassesEverywhere) {
     std::string field;
     for (int i = 0; i < 65'536; ++i)

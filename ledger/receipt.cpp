@@ -1,0 +1,118 @@
+#include "ledger/receipt.h"
+
+#include "core/amountwords.h"
+#include "core/database.h"
+#include "core/money.h"
+#include "core/reporting.h"
+#include "ledger/overdue.h"
+#include "ledger/partytexts.h"
+#include "platform/runtime/conversion.h"
+#include "platform/runtime/format.h"
+#include "platform/runtime/text.h"
+
+namespace veldona {
+
+namespace {
+
+constexpr const char* kShown = "#,##0.00";
+constexpr const char* kCurrencyMark = "#YTL."; // the sign belongs to the label's design
+
+std::string shownAmount(const FrmMainVeldona& f) {
+    return format(f.mskOdenenPara.text(), kShown);
+}
+
+std::string inWords(const FrmMainVeldona& f) {
+    return YaziyaCevir(shownAmount(f));
+}
+
+void setLabels(FrmMainVeldona& f, report::Layout& layout, const adodb::Recordset& firma) {
+    layout.setText("Section4", "Label8", toText(f.session.desktop.clock.today()));
+    layout.setText("Section1", "lblMustNo", f.Text1.text());
+    layout.setText("Section1", "lblIslemNo", f.Text5.text());
+    layout.setText("Section1", "lblAdSoyad", trim(f.Label7.caption()));
+    layout.setText("Section1", "Label17", shownAmount(f) + kCurrencyMark);
+    layout.setText("Section1", "lblKalanBorç", format(f.cyMusteriBakiye, kShown) + kCurrencyMark);
+    layout.setText("Section1", "lblYazi", f.txtYaziIle.text() + " Yukarda yazılı      ");
+    layout.setText("Section1", "Label18", f.DTPicker1.text());
+    if (firma.eof()) return;
+    layout.setText("Section4", "lblUnvan", joinText(firma.value("FIRMA")));
+    layout.setText("Section4", "lblAdres", joinText(firma.value("ADRES")));
+    layout.setText("Section4", "lblTelefon", joinText(firma.value("TELEFON")));
+    layout.setText("Section4", "lblBaslik", joinText(firma.value("GIRIS")));
+}
+
+// What the sale's rows of a table add up to, until the end of the collection's day.
+Currency sumUntil(FrmMainVeldona& f, const std::string& select, DateTime day) {
+    TarihDuzelt(day); // swapped here, and back by the literal
+    KayitSeti rs;
+    KayitSetiAc(f.session, rs,
+                select + f.Text5.text() + " AND ODTRH <= #" + toText(day) + kGunSonu + "# GROUP BY ISLEMNO",
+                adodb::CursorLocation::Client);
+    return rs->eof() ? Currency{} : toCurrency(ParaGoster(f.session, rs->value(0)));
+}
+
+void MAKBUZ_GENEL_YAZ(FrmMainVeldona& f, const TarafMetinleri& taraf, Currency total, Currency paid) {
+    const std::string amount = toText(toCurrency(f.mskOdenenPara.text()));
+    KayitYapisi rec;
+    rec.Islem = KayitYapisi::Ekle;
+    rec.Tablo = "T_TEMP_GENEL";
+    rec.ekle("ALAN_1", taraf.HSTNO);
+    rec.ekle("ALAN_4", taraf.adSoyad);
+    rec.ekle("ALAN_6", taraf.telefonlar);
+    rec.ekle("ALAN_8", taraf.evIlceIl);
+    rec.ekle("ACIKLAMA_1", taraf.evAdresi);
+    rec.ekle("ACIKLAMA_2", taraf.isAdresi);
+    rec.ekle("ALAN_2", amount);
+    rec.ekle("ALAN_5", amount);
+    rec.ekle("ALAN_7", f.txtYaziIle.text());
+    rec.ekle("ACIKLAMA_3", "");
+    rec.ekle("ACIKLAMA_4", "");
+    rec.ekle("ID_1", f.Text5.text());
+    rec.ekle("SAYI_1", toText(total));
+    rec.ekle("SAYI_2", toText(paid));
+    rec.ekle("SAYI_3", toText(total - paid));
+    KayitYaz(f.session, rec);
+}
+
+} // namespace
+
+void cmdMakbuzYazdir_Click(FrmMainVeldona& f) {
+    if (trim(f.mskOdenenPara.text()).empty()) {
+        f.session.desktop.dialogs.tell("Ödenen Miktar Sıfır TL Olamaz");
+        return;
+    }
+    Err passedOver;
+    KayitSeti firma;
+    resumeNext(
+        passedOver, [&] { MUSTERI_BAKIYE(f); }, [&] { f.txtYaziIle.setText(inWords(f)); },
+        [&] { KayitSetiAc(f.session, firma, "SELECT * FROM FIRMABILGISI", adodb::CursorLocation::Client); });
+    if (f.Option1.value()) {
+        resumeNext(
+            passedOver,
+            [&] {
+                BantliRaporGoster(f.session, "rprtahsilatmakbuzu", nullptr,
+                                  [&](report::Layout& layout) { setLabels(f, layout, *firma); });
+            },
+            [&] { f.frmTahsilatMakbuzu.setVisible(false); });
+    }
+    KayitSetiKapat(firma);
+}
+
+void MAKBUZ_HAZIRLA(FrmMainVeldona& f) {
+    f.txtYaziIle.setText("Yalnız  " + inWords(f) + "   tahsil edilmiştir ");
+    SqlCalistir(f.session, *f.session.gBaglanti, "Delete from T_TEMP_GENEL");
+    TarafMetinleri taraf;
+    if (!trim(f.Text1.text()).empty()) TarafOku(f.session, f.Text1.text(), taraf);
+    const DateTime day = toDate(f.DTPicker1.value());
+    const Currency total =
+        sumUntil(f, "SELECT  SUM(ODMIKTAR) AS ODENEN_MIKTAR,ISLEMNO FROM URUNSAT   where ISLEMNO=", day);
+    const Currency paid = sumUntil(
+        f, "SELECT  SUM(ODMIKTAR) AS YAPILAN_ODEME ,ISLEMNO FROM TAKSITODENEN    WHERE ISLEMNO=", day);
+    MAKBUZ_GENEL_YAZ(f, taraf, total, paid);
+}
+
+void RaporYazdirTahsilatMakbuzu(FrmMainVeldona& f) {
+    SablonRaporGoster(f.session, "\\Rapor\\TahsilatMakbuzu.rpt");
+}
+
+} // namespace veldona
