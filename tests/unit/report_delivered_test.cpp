@@ -1,6 +1,9 @@
 // The delivered layouts on a shop's real database.
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <iostream>
+
 #include "core/amountwords.h"
 #include "platform/report/compose.h"
 #include "platform/report/delivered.h"
@@ -160,6 +163,22 @@ TEST_F(ReportDelivered, CustomerListIsTheOneOnTheScreen) {
     layout.setQuery("liste", "DELETE FROM MUSTKAYIT");
     EXPECT_THROW(ofTemplate(layout), ReportError);
     EXPECT_EQ(shop.rows("SELECT COUNT(*) FROM MUSTKAYIT"), std::vector<std::string>{"3"});
+}
+
+TEST_F(ReportDelivered, TwentyThousandCustomers) {
+    shop.session.gBaglanti->beginTrans();
+    for (int i = 1; i <= 20000; ++i)
+        shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD,EVTEL,EVMH,EVCD,EVIL) VALUES ('" + std::to_string(i) +
+                 "','İbrahim Ethem','Kocabıyıkoğulları','02163334455','Barbaros Mah.','Çam Sk.','İstanbul')");
+    shop.session.gBaglanti->commitTrans();
+    const auto start = std::chrono::steady_clock::now();
+    const Document document = ofTemplate(layoutOf("CariListesi2.rpt"));
+    const auto took = std::chrono::steady_clock::now() - start;
+    std::cout << "20.000 customers: " << document.pages.size() << " pages in "
+              << std::chrono::duration_cast<std::chrono::milliseconds>(took).count()
+              << " ms, the query included\n";
+    EXPECT_EQ(document.data.front().rowCount(), 20000U);
+    EXPECT_NE(pageText(document.pages.back()).find("20000 "), std::string::npos);
 }
 
 } // namespace
