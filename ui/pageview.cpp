@@ -1,6 +1,7 @@
 #include "ui/pageview.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include <QKeyEvent>
 #include <QPainter>
@@ -18,8 +19,11 @@ constexpr int kEdge = 14; // between page and window, at scale 1
 constexpr double kMillimetresPerInch = 25.4;
 const QColor kDesk(0xd9, 0xdf, 0xe6);
 const QColor kShadow(0xb4, 0xbe, 0xc9);
-const QColor kMark(0xff, 0xd5, 0x4f, 0x90);
+const QColor kMark(0xff, 0xe0, 0x82);
 const QColor kMarkBorder(0xe0, 0x8a, 0x00);
+const QColor kNote(0xff, 0xf3, 0xc4);
+const QColor kNoteWords(0x3a, 0x25, 0x00);
+constexpr int kWheelStep = 120; // what one notch of a wheel turns
 
 } // namespace
 
@@ -126,26 +130,36 @@ void PageView::paintEvent(QPaintEvent*) {
         const QRectF sheet(corner(), pageSize());
         painter.fillRect(sheet.translated(scaled(2), scaled(3)), kShadow);
         painter.fillRect(sheet, Qt::white);
-        painter.save();
         painter.translate(sheet.topLeft());
-        if (marked_ && *marked_ < shown->items.size()) {
-            const double dots = dotsPerMillimetre();
-            const QRectF place = placeOf(shown->items[*marked_]);
-            painter.setPen(kMarkBorder);
-            painter.setBrush(kMark);
-            painter.drawRect(QRectF(place.topLeft() * dots, place.size() * dots).adjusted(-2, -1, 2, 1));
-        }
         paintPage(painter, *shown, dotsPerMillimetre());
-        painter.restore();
+        paintMark(painter, *shown);
+        painter.resetTransform();
     }
+    paintNote(painter);
+}
+
+// Over the page, as a marker pen would: what is behind it stays readable.
+void PageView::paintMark(QPainter& painter, const report::Page& shown) const {
+    if (!marked_ || *marked_ >= shown.items.size()) return;
+    const double dots = dotsPerMillimetre();
+    const QRectF place = placeOf(shown.items[*marked_]);
+    painter.save();
+    painter.setCompositionMode(QPainter::CompositionMode_Multiply);
+    painter.setPen(kMarkBorder);
+    painter.setBrush(kMark);
+    painter.drawRect(QRectF(place.topLeft() * dots, place.size() * dots).adjusted(-2, -1, 2, 1));
+    painter.restore();
+}
+
+void PageView::paintNote(QPainter& painter) const {
     if (note_.isEmpty()) return;
     const QRect words = painter.fontMetrics().boundingRect(note_).adjusted(-10, -5, 10, 5);
-    const QRect plate(QPoint(viewport()->width() - words.width() - scaled(kEdge), scaled(kEdge)),
-                      words.size());
+    const QPoint corner(viewport()->width() - words.width() - scaled(kEdge), scaled(kEdge));
+    const QRect plate(corner, words.size());
     painter.setPen(kMarkBorder);
-    painter.setBrush(QColor(0xff, 0xf3, 0xc4));
+    painter.setBrush(kNote);
     painter.drawRoundedRect(plate, 4, 4);
-    painter.setPen(QColor(0x3a, 0x25, 0x00));
+    painter.setPen(kNoteWords);
     painter.drawText(plate, Qt::AlignCenter, note_);
 }
 
@@ -153,26 +167,30 @@ void PageView::resizeEvent(QResizeEvent*) {
     arrange();
 }
 
-bool PageView::scrollPast(int direction) {
+bool PageView::isAtEnd(int direction) const {
     const QScrollBar& bar = *verticalScrollBar();
-    if (bar.value() != (direction > 0 ? bar.maximum() : bar.minimum())) return false;
-    if (onTurn) onTurn(direction);
-    return true;
+    return bar.value() == (direction > 0 ? bar.maximum() : bar.minimum());
 }
 
+// A touch pad tells many small turns; a page turns when they come to one notch of a wheel.
 void PageView::wheelEvent(QWheelEvent* event) {
     const int turned = event->angleDelta().y();
-    if (turned != 0 && event->modifiers() == Qt::NoModifier && scrollPast(turned < 0 ? 1 : -1)) {
-        event->accept();
-        return;
+    const int direction = turned < 0 ? 1 : -1;
+    if (turned == 0 || event->modifiers() != Qt::NoModifier || !isAtEnd(direction)) {
+        pastEnd_ = 0;
+        return QAbstractScrollArea::wheelEvent(event);
     }
-    QAbstractScrollArea::wheelEvent(event);
+    event->accept();
+    pastEnd_ = (pastEnd_ < 0) == (turned < 0) ? pastEnd_ + turned : turned;
+    if (std::abs(pastEnd_) < kWheelStep) return;
+    pastEnd_ = 0;
+    if (onTurn) onTurn(direction);
 }
 
 void PageView::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Down && scrollPast(1)) return;
-    if (event->key() == Qt::Key_Up && scrollPast(-1)) return;
-    QAbstractScrollArea::keyPressEvent(event);
+    const int direction = event->key() == Qt::Key_Down ? 1 : event->key() == Qt::Key_Up ? -1 : 0;
+    if (direction == 0 || !isAtEnd(direction)) return QAbstractScrollArea::keyPressEvent(event);
+    if (onTurn) onTurn(direction);
 }
 
 } // namespace veldona

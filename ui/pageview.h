@@ -46,7 +46,9 @@ private:
     [[nodiscard]] QPointF corner() const;  // the page's, in the viewport
     void arrange();
     void reveal();
-    bool scrollPast(int direction);
+    [[nodiscard]] bool isAtEnd(int direction) const;
+    void paintMark(QPainter& painter, const report::Page& shown) const;
+    void paintNote(QPainter& painter) const;
 
     const report::Document* document_ = nullptr;
     int page_ = 0;
@@ -54,6 +56,7 @@ private:
     double percent_ = 100;
     std::optional<std::size_t> marked_;
     QString note_;
+    int pastEnd_ = 0; // how far the wheel has turned past the end of the page
 };
 
 } // namespace veldona

@@ -1,0 +1,263 @@
+// How reports come on show: the viewer's paging, zoom and search, the templates of the shop, the banded
+// previews.
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "core/reporting.h"
+#include "platform/controls/userinput.h"
+#include "platform/report/pagetext.h"
+#include "reports/viewer.h"
+#include "reports/viewerzoom.h"
+#include "tests/support/shop.h"
+
+namespace veldona::test {
+
+namespace {
+
+using Lines = std::vector<std::string>;
+constexpr const char* kMusteriListesi = "\\Rapor\\CariListesi2.rpt";
+
+// Notes what came to it.
+class NotingDesk : public report::ReportDesk {
+public:
+    void preview(const report::Document& document) override {
+        events.push_back("preview " + document.title);
+        text = report::documentText(document);
+    }
+    void opened(const report::Document& document) override {
+        events.push_back("opened " + document.title);
+        text = report::documentText(document);
+    }
+    bool print(const report::Document& document) override {
+        events.push_back("print " + document.title);
+        return true;
+    }
+    void writePdf(const report::Document&, const std::string&) override {}
+
+    Lines events;
+    std::string text;
+};
+
+// Twelve pages with a hit wherever it is looked for; busy for as many questions as `busy` says.
+class TrialPages : public PageSource {
+public:
+    struct Log {
+        int busy = 0;
+        bool isFinal = true;
+        Lines searches;
+        std::optional<PageHit> answer;
+    };
+    explicit TrialPages(Log& log) : log_(log) {}
+    [[nodiscard]] int pageCount() const override { return 12; }
+    [[nodiscard]] bool isBusy() const override { return log_.busy > 0 && log_.busy-- > 0; }
+    [[nodiscard]] bool isCountFinal() const override { return log_.isFinal; }
+    [[nodiscard]] std::optional<PageHit> find(std::string_view text, int page,
+                                              std::optional<PageHit> after) const override {
+        log_.searches.push_back(std::string(text) + " from " + std::to_string(page) +
+                                (after ? " behind " + std::to_string(after->item) : ""));
+        return log_.answer;
+    }
+    [[nodiscard]] const report::Document& document() const override { return document_; }
+
+private:
+    Log& log_;
+    report::Document document_;
+};
+
+class Viewer : public ::testing::Test {
+protected:
+    Viewer() {
+        session.reportDesk = &desk;
+        forms.onUncaught = [this](const RuntimeError& error) { uncaught.push_back(error.number()); };
+        forms.add("frmCrNesne", [this](Forms& f) { return makeFrmCrNesne(f, session); });
+        sablonlariKur(session.desktop.paths);
+    }
+
+    // The viewer with trial pages, in front.
+    FrmCrNesne& openTrial() {
+        auto& f = dynamic_cast<FrmCrNesne&>(forms.load("frmCrNesne"));
+        f.CRViewer1.setSource(std::make_unique<TrialPages>(log));
+        f.CRViewer1.viewReport();
+        forms.show("frmCrNesne", Kip::Modal);
+        return f;
+    }
+    [[nodiscard]] std::filesystem::path templateFile(const char* name) const {
+        return shop.desktop.paths.toNative(std::string(kInstallFolder) + "\\Rapor\\" + name);
+    }
+
+    Shop shop;
+    Session& session = shop.session;
+    Forms& forms = shop.forms;
+    NotingDesk desk;
+    TrialPages::Log log;
+    std::vector<std::int32_t> uncaught;
+};
+
+std::string errorOf(const std::function<void()>& step) {
+    try {
+        step();
+    } catch (const RuntimeError& error) {
+        return std::to_string(error.number()) + " " + error.description();
+    }
+    return "none";
+}
+
+TEST_F(Viewer, PagingWaitsForAViewThatIsBusy) {
+    FrmCrNesne& f = openTrial();
+    for (const auto operation :
+         {RaporSonrakiSayfa, RaporSonSayfa, RaporOncekiSayfa, RaporIlkSayfa, RaporYenile}) {
+        log.busy = 3;
+        operation(f);
+        EXPECT_EQ(log.busy, 0);
+    }
+    EXPECT_EQ(f.lblBookmark.caption(), "1 / 12");
+    log.isFinal = false;
+    RaporSonrakiSayfa(f);
+    EXPECT_EQ(f.lblBookmark.caption(), "2 / 12+");
+}
+
+TEST_F(Viewer, ZoomTakesTheListAndNumbersBetweenTenAndFourHundred) {
+    FrmCrNesne& f = openTrial();
+    EXPECT_EQ(f.cboZoom.text(), "95 %");
+    EXPECT_EQ(f.CRViewer1.zoomLevel(), ReportView::kPageWidth);
+    struct Case {
+        const char* typed;
+        int zoom;
+        const char* shown;
+    };
+    constexpr Case kCases[] = {
+        {"400%", 400, "400 %"},
+        {"10", 400, "10"}, // passed over
+        {"400", 400, "400"},
+        {"yarım", 400, "yarım"},
+        {"", 400, ""},
+        {"11", 11, "11 %"},
+        {"10.01", 10, "10 %"},
+        {"399.99", 399, "399 %"},
+        {"95,7", 95, "95 %"},
+        {"Tüm Sayfa", ReportView::kWholePage, "40 %"},
+        {"40 %", 40, "40 %"}, // typed over the text that stood for the whole page
+        {" 1 2 0", 120, "120 %"},
+        {"25%", 25, "25 %"},
+    };
+    for (const Case& each : kCases) {
+        ASSERT_TRUE(user::put(f.cboZoom, each.typed));
+        EXPECT_EQ(f.CRViewer1.zoomLevel(), each.zoom) << each.typed;
+        EXPECT_EQ(f.cboZoom.text(), each.shown) << each.typed;
+    }
+}
+
+TEST_F(Viewer, AZoomBeingTypedWaitsForEnterOrForTheFieldToBeLeft) {
+    FrmCrNesne& f = openTrial();
+    ASSERT_TRUE(user::type(f.cboZoom, "250"));
+    EXPECT_EQ(f.CRViewer1.zoomLevel(), ReportView::kPageWidth);
+    user::pressKey(f, {.key = Key::Enter});
+    EXPECT_EQ(f.CRViewer1.zoomLevel(), 250);
+    user::type(f.cboZoom, "33");
+    user::focus(f.CRViewer1);
+    EXPECT_EQ(f.CRViewer1.zoomLevel(), 33);
+    // Leaving the field unchanged applies nothing: the text for the page's width is no 95 per cent.
+    user::choose(f.cboZoom, "Sayfa Genişliği");
+    user::focus(f.cboZoom);
+    user::focus(f.CRViewer1);
+    EXPECT_EQ(f.CRViewer1.zoomLevel(), ReportView::kPageWidth);
+}
+
+TEST_F(Viewer, ASearchGoesOnBehindItsHitAndElseFromThePageOnShow) {
+    FrmCrNesne& f = openTrial();
+    RaporSonrakiSayfa(f);
+    log.answer = PageHit{5, 7};
+    RaporAra(f, "kefil");
+    EXPECT_EQ(f.lblBookmark.caption(), "5 / 12");
+    EXPECT_EQ(f.CRViewer1.hit(), (PageHit{5, 7}));
+    RaporAra(f, "kefil");
+    RaporIlkSayfa(f);
+    log.answer.reset();
+    RaporAra(f, "kefil");
+    EXPECT_EQ(f.CRViewer1.hit(), std::nullopt);
+    EXPECT_EQ(f.CRViewer1.missed(), "kefil");
+    EXPECT_EQ(f.lblBookmark.caption(), "1 / 12");
+    // A box that is cancelled looks for the empty text.
+    RaporAra(f);
+    EXPECT_EQ(f.CRViewer1.missed(), "");
+    EXPECT_EQ(log.searches, (Lines{"kefil from 2", "kefil from 5 behind 7", "kefil from 1", " from 1"}));
+    EXPECT_EQ(shop.said(), (Lines{"Aranacak metni giriniz"}));
+}
+
+TEST_F(Viewer, TheReportLastsAsLongAsItsViewer) {
+    shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('7','Ayşe','Yılmaz')");
+    shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('8','Zeki','Kaya')");
+    SablonRaporGoster(session, kMusteriListesi, "SELECT * FROM MUSTKAYIT WHERE HSTNO='8'");
+    auto& f = dynamic_cast<FrmCrNesne&>(*forms.active());
+    EXPECT_NE(desk.text.find("1 8 Zeki Kaya"), std::string::npos) << desk.text;
+    EXPECT_EQ(desk.text.find("Ayşe"), std::string::npos) << desk.text;
+    user::clickTool(f.BarIslemler, "cmdYazdir");
+    user::clickTool(f.BarIslemler, "cmdMail");
+    EXPECT_EQ(desk.events, (Lines{"opened Müşteri Listesi", "print Müşteri Listesi"}));
+    user::pressKey(f, {.key = Key::Escape});
+    EXPECT_EQ(forms.loaded("frmCrNesne"), nullptr);
+    EXPECT_FALSE(session.rapor);
+    EXPECT_TRUE(uncaught.empty());
+}
+
+TEST_F(Viewer, AReportWithoutRowsRaisesTheFailedQuestionAndIsShown) {
+    SablonRaporGoster(session, kMusteriListesi);
+    EXPECT_EQ(uncaught, (std::vector<std::int32_t>{13}));
+    EXPECT_TRUE(shop.said().empty());
+    ASSERT_NE(forms.active(), nullptr);
+    EXPECT_EQ(dynamic_cast<FrmCrNesne&>(*forms.active()).lblBookmark.caption(), "1 / 1");
+}
+
+TEST_F(Viewer, WithoutAReportItDoesNotStay) {
+    forms.show("frmCrNesne", Kip::Modal);
+    EXPECT_EQ(forms.loaded("frmCrNesne"), nullptr);
+}
+
+TEST_F(Viewer, ATemplateThatIsMissingOrBrokenIsNamedAndNothingOpens) {
+    const auto print = [this] { SablonRaporGoster(session, kMusteriListesi, "SELECT * FROM MUSTKAYIT"); };
+    std::ofstream(templateFile("CariListesi2.rpt")) << "<report title=\"x\">\n<tabel/></report>";
+    std::string said = errorOf(print);
+    EXPECT_EQ(said.substr(0, 3), "321") << said;
+    EXPECT_NE(said.find("CariListesi2.rpt"), std::string::npos) << said;
+    // The shop took out the query that the list is put in for.
+    std::ofstream(templateFile("CariListesi2.rpt")) << "<report title=\"x\"></report>";
+    said = errorOf(print);
+    EXPECT_NE(said.find("CariListesi2.rpt"), std::string::npos) << said;
+    std::filesystem::remove(templateFile("CariListesi2.rpt"));
+    said = errorOf(print);
+    EXPECT_EQ(said.substr(0, 2), "53") << said;
+    EXPECT_NE(said.find("CariListesi2.rpt"), std::string::npos) << said;
+    EXPECT_EQ(forms.loaded("frmCrNesne"), nullptr);
+    EXPECT_FALSE(session.rapor);
+    EXPECT_TRUE(desk.events.empty());
+}
+
+TEST_F(Viewer, DeliveredTemplatesNeverTakeThePlaceOfTheShopsOwn) {
+    std::ofstream(templateFile("CariListesi2.rpt")) << "dükkânın";
+    std::filesystem::remove(templateFile("SozlesmeAntetli.rpt"));
+    sablonlariKur(session.desktop.paths);
+    std::ostringstream kept;
+    kept << std::ifstream(templateFile("CariListesi2.rpt")).rdbuf();
+    EXPECT_EQ(kept.str(), "dükkânın");
+    EXPECT_TRUE(std::filesystem::exists(templateFile("SozlesmeAntetli.rpt")));
+}
+
+TEST_F(Viewer, ABandedReportIsShownWithItsTextsAndThenEnds) {
+    BantliRaporGoster(
+        session, "rprtahsilatmakbuzu", nullptr,
+        [](report::Layout& layout) { EXPECT_TRUE(layout.setText("Section1", "lblMustNo", "4711")); },
+        [this] { desk.events.push_back("ended"); });
+    ASSERT_EQ(desk.events.size(), 2U);
+    EXPECT_EQ(desk.events[0].substr(0, 7), "preview");
+    EXPECT_EQ(desk.events[1], "ended");
+    EXPECT_NE(desk.text.find("4711"), std::string::npos) << desk.text;
+    EXPECT_EQ(forms.active(), nullptr);
+    EXPECT_EQ(errorOf([this] { BantliRaporGoster(session, "yok", nullptr); }).substr(0, 2), "53");
+}
+
+} // namespace
+
+} // namespace veldona::test
