@@ -46,19 +46,6 @@ void sayfaGoster(FrmCrNesne& f, void (ReportView::*git)()) {
     migetCurrentPage(f);
 }
 
-void CRViewer1_KeyDown(FrmCrNesne& f, KeyEvent& event) {
-    constexpr std::array<std::pair<Key, void (*)(FrmCrNesne&)>, 4> kTuslar = {
-        {{Key::Home, RaporIlkSayfa},
-         {Key::PageUp, RaporOncekiSayfa},
-         {Key::PageDown, RaporSonrakiSayfa},
-         {Key::End, RaporSonSayfa}}};
-    for (const auto& [tus, islem] : kTuslar) {
-        if (event.key != tus) continue;
-        event.swallowed = true;
-        islem(f);
-    }
-}
-
 void Form_Load(FrmCrNesne& f) {
     f.BarIslemler.setToolVisible("cmdExport", false);
     f.CRViewer1.refresh();
@@ -96,7 +83,6 @@ FrmCrNesne::FrmCrNesne(Forms& forms, Session& itsSession)
     zoomBagla(*this);
     CRViewer1.onPage = [this] { migetCurrentPage(*this); };
     CRViewer1.onNoData = [this] { evReport_NoData(*this); };
-    CRViewer1.onKeyDown = [this](KeyEvent& event) { CRViewer1_KeyDown(*this, event); };
     onLoad = [this] { Form_Load(*this); };
     onActivate = [this] { Form_Activate(*this); };
     onUnload = [this] { Form_Unload(*this); };

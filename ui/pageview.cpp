@@ -187,9 +187,12 @@ void PageView::wheelEvent(QWheelEvent* event) {
     if (onTurn) onTurn(direction);
 }
 
+// What would scroll past the end of the page turns it.
 void PageView::keyPressEvent(QKeyEvent* event) {
-    const int direction = event->key() == Qt::Key_Down ? 1 : event->key() == Qt::Key_Up ? -1 : 0;
-    if (direction == 0 || !isAtEnd(direction)) return QAbstractScrollArea::keyPressEvent(event);
+    const bool isForward = event->key() == Qt::Key_Down || event->key() == Qt::Key_PageDown;
+    const bool isBack = event->key() == Qt::Key_Up || event->key() == Qt::Key_PageUp;
+    const int direction = isForward ? 1 : -1;
+    if (!(isForward || isBack) || !isAtEnd(direction)) return QAbstractScrollArea::keyPressEvent(event);
     if (onTurn) onTurn(direction);
 }
 

@@ -53,12 +53,12 @@ void ReportPreview::addTools(QToolBar& bar) {
         return action;
     };
     first_ = add("İlk", QKeySequence("Ctrl+Home"), [this] { showPage(0); });
-    previous_ = add("Önceki", Qt::Key_PageUp, [this] { showPage(page_ - 1); });
+    previous_ = add("Önceki", {}, [this] { showPage(page_ - 1); });
     place_ = new QLabel(&bar);
     place_->setMinimumWidth(scaled(64));
     place_->setAlignment(Qt::AlignCenter);
     bar.addWidget(place_);
-    next_ = add("Sonraki", Qt::Key_PageDown, [this] { showPage(page_ + 1); });
+    next_ = add("Sonraki", {}, [this] { showPage(page_ + 1); });
     last_ = add("Son", QKeySequence("Ctrl+End"),
                 [this] { showPage(static_cast<int>(document_.pages.size()) - 1); });
     addZoom(bar);

@@ -1,0 +1,186 @@
+// Reports in real windows: the viewer's pages and mark, the preview of banded reports, and PDF files.
+#include <filesystem>
+#include <fstream>
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+#include <QWheelEvent>
+
+#include <gtest/gtest.h>
+
+#include "apps/screens.h"
+#include "core/reporting.h"
+#include "reports/viewer.h"
+#include "tests/support/shop.h"
+#include "tests/ui/window_tests.h"
+#include "ui/pageview.h"
+#include "ui/printing.h"
+#include "ui/reportpreview.h"
+#include "ui/screens.h"
+
+namespace veldona::test {
+
+namespace {
+
+class Reports : public ::testing::Test {
+protected:
+    Reports() {
+        drawScreens(host);
+        registerScreens(forms, session);
+        session.reportDesk = &desk;
+        sablonlariKur(session.desktop.paths);
+        for (int i = 100; i < 170; ++i)
+            shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD,EVIL) VALUES ('" + std::to_string(i) +
+                     "','Ayşegül','Öztürk','Iğdır')");
+        shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('999','Şükrü','Çağlı')");
+    }
+
+    // Does `look` while the modal window that `open` opens is in front.
+    template <class Window>
+    void with(const std::function<void()>& open, const std::function<void(Window&)>& look) {
+        bool seen = false;
+        QTimer::singleShot(0, &host, [&] {
+            auto* front = dynamic_cast<Window*>(QApplication::activeModalWidget());
+            ASSERT_NE(front, nullptr);
+            seen = true;
+            look(*front);
+            front->close();
+        });
+        forms.dispatch(open);
+        EXPECT_TRUE(seen);
+    }
+    void withPreview(const std::function<void(ReportPreview&)>& look) {
+        with<ReportPreview>([this] { desk.preview(document()); }, look);
+    }
+    // Three pages, the first of which holds a text, a line and a box.
+    [[nodiscard]] static report::Document document() {
+        report::Document made{"Deneme: Ğğ/İı", 210, 297, {}, {}};
+        made.pages.resize(3);
+        made.pages[0].items = {
+            report::Box{20, 20, 60, 12, 0.5, {}, true, {250, 240, 200}},
+            report::TextRun{22, 22, 56, 8, 28, "ĞÜŞİÖÇ ğüşıöç", 14, true, report::Align::Center, {}},
+            report::Line{20, 40, 190, 40, 0.4, {}}};
+        return made;
+    }
+
+    Shop shop;
+    WindowHost host{shop.clock};
+    Forms forms{host};
+    Session session{shop.desktop, forms};
+    WindowReportDesk desk{host};
+};
+
+TEST_F(Reports, TheViewerShowsThePageTheZoomAndTheMark) {
+    OturumBaslat(session);
+    with<FormWindow>([this] { SablonRaporGoster(session, "\\Rapor\\CariListesi2.rpt"); },
+                     [this](FormWindow& window) {
+                         auto& viewer = dynamic_cast<FrmCrNesne&>(window.form());
+                         auto& pages = widgetOf<PageView>(host, viewer, "CRViewer1");
+                         window.resize(1000, 700);
+                         settle();
+                         EXPECT_EQ(widgetOf<QLabel>(host, viewer, "lblBookmark").text(), "1 / 3");
+                         EXPECT_EQ(pages.horizontalScrollBar()->maximum(), 0)
+                             << "the page is as wide as the window";
+                         auto& zoom = widgetOf<QComboBox>(host, viewer, "cboZoom");
+                         zoom.setFocus();
+                         settle();
+                         zoom.lineEdit()->selectAll();
+                         typeText(host, viewer, "320");
+                         EXPECT_EQ(zoom.currentText(), "320");
+                         pressKey(host, viewer, Key::Enter);
+                         EXPECT_EQ(zoom.currentText(), "320 %");
+                         EXPECT_GT(pages.horizontalScrollBar()->maximum(), 0);
+                         RaporAra(viewer, "şükrü");
+                         host.flush();
+                         EXPECT_EQ(widgetOf<QLabel>(host, viewer, "lblBookmark").text(), "3 / 3");
+                         leavePicture(host, viewer, "rapor-gosterici");
+                     });
+    EXPECT_EQ(forms.loaded("frmCrNesne"), nullptr);
+}
+
+TEST_F(Reports, ThePreviewPagesAndZooms) {
+    withPreview([](ReportPreview& preview) {
+        auto* place = preview.findChild<QLabel*>();
+        auto* zoom = preview.findChild<QComboBox*>();
+        auto* pages = preview.findChild<PageView*>();
+        const auto press = [&](const QString& words) {
+            for (QAction* each : preview.findChild<QToolBar*>()->actions())
+                if (each->text() == words) each->trigger();
+        };
+        EXPECT_EQ(place->text(), "1 / 3");
+        press("Önceki");
+        press("Sonraki");
+        EXPECT_EQ(place->text(), "2 / 3");
+        press("Son");
+        press("Sonraki");
+        EXPECT_EQ(place->text(), "3 / 3");
+        QTest::keyClick(pages, Qt::Key_PageUp);
+        EXPECT_EQ(place->text(), "2 / 3");
+        press("İlk");
+        EXPECT_EQ(place->text(), "1 / 3");
+        zoom->setEditText("75");
+        QTest::keyClick(zoom->lineEdit(), Qt::Key_Return);
+        EXPECT_EQ(zoom->currentText(), "75 %");
+        EXPECT_NEAR(pages->dotsPerMillimetre(), 0.75 * pages->logicalDpiX() / 25.4, 0.001);
+        zoom->setEditText("9999");
+        QTest::keyClick(zoom->lineEdit(), Qt::Key_Return);
+        EXPECT_EQ(zoom->currentText(), "400 %");
+        zoom->setCurrentIndex(1);
+        emit zoom->textActivated(zoom->currentText());
+        EXPECT_EQ(pages->verticalScrollBar()->maximum(), 0) << "the whole page is in sight";
+        EXPECT_TRUE(preview.isVisible());
+    });
+}
+
+TEST_F(Reports, AWheelTurnsThePageOnlyAtItsEnd) {
+    withPreview([](ReportPreview& preview) {
+        auto* place = preview.findChild<QLabel*>();
+        auto* pages = preview.findChild<PageView*>();
+        const auto turn = [&](int angle) {
+            QWheelEvent event(QPointF(20, 20), pages->mapToGlobal(QPointF(20, 20)), {}, {0, angle},
+                              Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(pages->viewport(), &event);
+        };
+        turn(-120);
+        EXPECT_EQ(place->text(), "1 / 3");
+        pages->verticalScrollBar()->setValue(pages->verticalScrollBar()->maximum());
+        for (int i = 0; i < 7; ++i)
+            turn(-15); // a touch pad
+        EXPECT_EQ(place->text(), "1 / 3");
+        turn(-15);
+        EXPECT_EQ(place->text(), "2 / 3");
+        EXPECT_EQ(pages->verticalScrollBar()->value(), 0);
+        turn(120);
+        EXPECT_EQ(place->text(), "1 / 3");
+    });
+}
+
+TEST_F(Reports, APdfIsWrittenWholeOrNotAtAll) {
+    const QTemporaryDir own;
+    const std::filesystem::path folder = own.path().toStdString();
+    const std::string file = (folder / "rapor.pdf").string();
+    writePdf(document(), file);
+    EXPECT_GT(std::filesystem::file_size(file), 1000U);
+    std::string head(5, ' ');
+    std::ifstream(file).read(head.data(), 5);
+    EXPECT_EQ(head, "%PDF-");
+    try {
+        writePdf(document(), (folder / "yok" / "rapor.pdf").string());
+        FAIL() << "written where there is no folder";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.number(), 75);
+        EXPECT_NE(error.description().find("yok/rapor.pdf"), std::string::npos) << error.description();
+    }
+}
+
+} // namespace
+
+} // namespace veldona::test
