@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollBar>
@@ -179,6 +180,23 @@ TEST_F(Reports, APdfIsWrittenWholeOrNotAtAll) {
         EXPECT_EQ(error.number(), 75);
         EXPECT_NE(error.description().find("yok/rapor.pdf"), std::string::npos) << error.description();
     }
+}
+
+TEST_F(Reports, WhoSavesAPdfNamesTheFileOrThinksBetterOfIt) {
+    const QTemporaryDir own;
+    const std::string file = own.filePath("sözleşme.pdf").toStdString();
+    bool written = true;
+    const auto ask = [&] { written = askAndWritePdf(host, nullptr, document()); };
+    with<QFileDialog>(ask, [](QFileDialog& dialog) {
+        EXPECT_EQ(QFileInfo(dialog.selectedFiles().value(0)).fileName(), "Deneme Ğğ İı.pdf");
+    });
+    EXPECT_FALSE(written);
+    with<QFileDialog>(ask, [&](QFileDialog& dialog) {
+        dialog.selectFile(own.filePath("sözleşme"));
+        static_cast<QDialog&>(dialog).accept();
+    });
+    EXPECT_TRUE(written);
+    EXPECT_TRUE(std::filesystem::exists(file));
 }
 
 } // namespace
