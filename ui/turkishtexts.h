@@ -1,5 +1,5 @@
 // The few words that the toolkit itself puts on the screen, in Turkish: the menu of a text field, a
-// calendar's tips.
+// calendar's tips, the dialogs that ask for a file or a printer.
 #pragma once
 
 #include <QTranslator>
