@@ -6,6 +6,7 @@
 #include <QScreen>
 
 #include "apps/screens.h"
+#include "core/reporting.h"
 #include "core/session.h"
 #include "ui/dialogs.h"
 #include "ui/host.h"
@@ -57,6 +58,8 @@ int run(QApplication& application) {
     const std::string root = readRoot(application);
     Desktop desktop{clock, dialogs, pump, opener, Paths(root), {}, DataSources(root + "/ODBC.INI")};
     if (!hasBooks(desktop.paths, dialogs)) return 1;
+    Err untold; // a template that is missing for good is told of when it is to be printed
+    attempt(untold, [&] { sablonlariKur(desktop.paths); });
 
     Forms forms(windows);
     Session session(desktop, forms);
