@@ -50,7 +50,12 @@ void cmdSatis_Click(FrmMainVeldona& f) {
     FormKayitTemizle(f.session);
     giveCustomer(f, hstno);
     f.session.gFormKayit.Kip = FormModu::Yeni;
+    const std::string customer = f.session.gHSTNO;
+    const std::int32_t sale = f.session.gISLEMNO;
     EkranGoster(f.session, "frmSatis", Kip::Modal);
+    // Customer and sale on show here have stayed: a plan still to be saved is theirs, not the other screen's.
+    f.session.gHSTNO = customer;
+    f.session.gISLEMNO = sale;
 }
 
 void cmdOnlineYardimIste_Click(FrmMainVeldona& f) {

@@ -47,6 +47,7 @@ void SatisSil(FrmSatis& f, std::int32_t id) {
         return takeBackFromStock(session, islemno) && SatisKayitlariniSil(session, islemno);
     });
     if (!gone) return;
+    f.m_KayitID = 0; // without another sale there is none to change or to delete
     f.rs->requery();
     FormGezinme(f, Gezinme::Son);
 }
