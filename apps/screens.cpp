@@ -6,6 +6,8 @@
 #include "maintenance/letterhead.h"
 #include "maintenance/paymentcorrection.h"
 #include "maintenance/schedulecorrection.h"
+#include "reports/income.h"
+#include "reports/receivablesscreen.h"
 #include "reports/viewer.h"
 #include "sales/salescreen.h"
 
@@ -18,6 +20,9 @@ void registerScreens(Forms& forms, Session& session) {
     forms.add("frmAntetBilgisi", [&session](Forms& f) { return makeFrmAntetBilgisi(f, session); });
     forms.add("frmSatis", [&session](Forms& f) { return makeFrmSatis(f, session); });
     forms.add("frmCrNesne", [&session](Forms& f) { return makeFrmCrNesne(f, session); });
+    forms.add("rprodemesigecen", [&session](Forms& f) { return makeRprOdemesiGecen(f, session); });
+    forms.add("rprbeklenentahsilat", [&session](Forms& f) { return makeRprBeklenenTahsilat(f, session); });
+    forms.add("rptGelirGider", [&session](Forms& f) { return makeRptGelirGider(f, session); });
     forms.add("taksitodduzelt", [&session](Forms& f) { return makeTaksitOdDuzelt(f, session); });
     forms.add("taksitmustduzelt", [&session](Forms& f) { return makeTaksitMustDuzelt(f, session); });
 }

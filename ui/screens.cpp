@@ -7,6 +7,9 @@
 #include "ui_frmCrNesne.h"
 #include "ui_frmMainVeldona.h"
 #include "ui_frmSatis.h"
+#include "ui_rprbeklenentahsilat.h"
+#include "ui_rprodemesigecen.h"
+#include "ui_rptGelirGider.h"
 #include "ui_taksitmustduzelt.h"
 #include "ui_taksitodduzelt.h"
 
@@ -27,6 +30,9 @@ void drawScreens(WindowHost& host) {
     host.draw("frmCrNesne", drawAs<Ui::frmCrNesne>);
     host.draw("frmMainVeldona", drawAs<Ui::frmMainVeldona>);
     host.draw("frmSatis", drawAs<Ui::frmSatis>);
+    host.draw("rprbeklenentahsilat", drawAs<Ui::rprbeklenentahsilat>);
+    host.draw("rprodemesigecen", drawAs<Ui::rprodemesigecen>);
+    host.draw("rptGelirGider", drawAs<Ui::rptGelirGider>);
     host.draw("taksitmustduzelt", drawAs<Ui::taksitmustduzelt>);
     host.draw("taksitodduzelt", drawAs<Ui::taksitodduzelt>);
 }

@@ -1,0 +1,43 @@
+// The sums of one table per sale, asked for all sales at once and looked up in memory.
+//
+// A look-up gives what a query of that one sale would give. Account numbers that the store takes for equal
+// need not be the same text, so a number that is met in another spelling is asked of the store after all.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "core/session.h"
+
+namespace veldona {
+
+// What is asked: the rows of `tablo` that `kosul` (" WHERE …") lets through.
+struct SatisSorgusu {
+    std::string tablo;
+    std::string kosul;
+};
+
+class SatisToplamlari {
+public:
+    // False where the query fails; the operator has been told.
+    [[nodiscard]] bool oku(Session& session, SatisSorgusu sorgu);
+    // ODMIKTAR of the sale's rows, rounded to whole stored units; nothing where it has no row.
+    [[nodiscard]] std::optional<double> bul(Session& session, const std::string& mustno,
+                                            std::int16_t islemno) const;
+
+private:
+    struct Toplam {
+        std::string mustno;
+        Value tutar;
+    };
+    SatisSorgusu sorgu_;
+    std::unordered_map<std::int64_t, std::vector<Toplam>> satislar_; // by sale number
+};
+
+// A stored sum in whole units, ties to the even number; error 94 for a sum of nothing but Null.
+[[nodiscard]] double TamTutar(const Value& tutar);
+
+} // namespace veldona
