@@ -77,8 +77,10 @@ void KomutlariBagla(FrmMainVeldona& f) {
            [&f] { openReport(f, "rprodemesigecen", "Günü Geçen Ödemeler Raporu", RaporKipi::GunuGecen); });
     bindTo(f, f.cmdTahsilatListesi, "rptGelirGider",
            [&session] { EkranGoster(session, "rptGelirGider", Kip::Modal); });
-    bindTo(f, f.cmdAntetBilgisi, "frmAntetBilgisi",
-           [&session] { EkranGoster(session, "frmAntetBilgisi", Kip::Modal); });
+    bindTo(f, f.cmdAntetBilgisi, "frmAntetBilgisi", [&session] {
+        FormKayitTemizle(session); // the ID of a customer picked before is no ID of the letterhead
+        EkranGoster(session, "frmAntetBilgisi", Kip::Modal);
+    });
     f.cmdOnlineYardimIste.onClick = [&f] { cmdOnlineYardimIste_Click(f); };
 }
 
