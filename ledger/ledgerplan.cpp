@@ -25,8 +25,8 @@ bool isBlank(const TextBox& box) {
     return trim(box.text()).empty();
 }
 
-bool canBuild(const FrmMainVeldona& f) {
-    return f.fraTaksitlendir.visible() && !f.dtBaslangicTarihi.value().isNull() && !isBlank(f.Text5);
+bool isOpenWithDate(const FrmMainVeldona& f) {
+    return f.fraTaksitlendir.visible() && !f.dtBaslangicTarihi.value().isNull();
 }
 
 // A count beyond a byte loses its last digit; the caret stays behind the digits.
@@ -142,12 +142,13 @@ void mskTaksitTutari_KeyUp(FrmMainVeldona& f) {
 }
 
 void TAKSIT_OLUSTUR_ADET(FrmMainVeldona& f) {
-    if (!canBuild(f) || isBlank(f.MskTaksitAdedi)) return;
+    if (!isOpenWithDate(f) || isBlank(f.MskTaksitAdedi)) return;
     Err passedOver;
     int count = 0;
+    attempt(passedOver, [&] { cutCount(f); });
+    if (isBlank(f.Text5)) return;
     resumeNext(
-        passedOver, [&] { cutCount(f); }, [&] { cutCount(f); },
-        [&] { count = toByte(f.MskTaksitAdedi.text()); },
+        passedOver, [&] { cutCount(f); }, [&] { count = toByte(f.MskTaksitAdedi.text()); },
         [&] {
             build(f, count, [&](int) {
                 return toText(divide(toDouble(f.mskBorc.text()), static_cast<double>(count)));
@@ -161,7 +162,7 @@ void TAKSIT_OLUSTUR_TUTAR(FrmMainVeldona& f) {
     int count = 0;
     if (!isBlank(f.mskTaksitTutari))
         attempt(passedOver, [&] { amount = toCurrency(f.mskTaksitTutari.text()); });
-    if (amount.isZero() || !canBuild(f)) return;
+    if (amount.isZero() || !isOpenWithDate(f) || isBlank(f.Text5)) return;
     resumeNext(
         passedOver, [&] { debt = toCurrency(f.mskBorc.text()); },
         [&] { count = toByte(roundHalfEven(divide(debt.toDouble(), amount.toDouble()))); },
