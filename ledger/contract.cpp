@@ -85,8 +85,8 @@ SozlesmeTutarlari readAmounts(FrmMainVeldona& f, const std::string& islemno) {
     return t;
 }
 
-void SOZLESME_GENEL_YAZ(FrmMainVeldona& f, const TarafMetinleri& taraf, const SozlesmeTutarlari& t,
-                        const Value& sonTaksit) {
+void SOZLESME_GENEL_YAZ(FrmMainVeldona& f, const SozlesmeTutarlari& t, const Value& sonTaksit) {
+    const TarafMetinleri& taraf = f.sozlesmeTarafi;
     const Currency kalan = t.satis - ((t.satis - t.borc) + t.pesinat);
     KayitYapisi rec;
     rec.Islem = KayitYapisi::Ekle;
@@ -131,13 +131,12 @@ void SOZLESME_ODEME_YUKLE(FrmMainVeldona& f, std::int32_t islemno) {
 void SOZLESME_HAZIRLA(FrmMainVeldona& f, std::int32_t islemno) {
     if (islemno <= 0) return;
     SqlCalistir(f.session, *f.session.gBaglanti, "Delete from T_TEMP_GENEL");
-    TarafMetinleri taraf;
-    if (!trim(f.Text1.text()).empty()) TarafOku(f.session, f.Text1.text(), taraf);
+    if (!trim(f.Text1.text()).empty()) TarafOku(f.session, f.Text1.text(), f.sozlesmeTarafi);
     const SozlesmeTutarlari tutarlar = readAmounts(f, std::to_string(islemno));
     // A plan without a row has no last day, and the contract no head.
     const KayitSeti son = query(f, "SELECT MAX(ODTRH) AS TRH FROM BEKLENENODM");
     if (son->eof() || son->value("TRH").isNull()) return;
-    SOZLESME_GENEL_YAZ(f, taraf, tutarlar, son->value("TRH"));
+    SOZLESME_GENEL_YAZ(f, tutarlar, son->value("TRH"));
 }
 
 void SOZLESME_INDIRIM_YAZ(FrmMainVeldona& f) {

@@ -12,6 +12,7 @@
 
 #include "core/rowsource.h"
 #include "core/session.h"
+#include "ledger/partytexts.h"
 #include "platform/controls/controls.h"
 #include "platform/controls/lists.h"
 
@@ -174,7 +175,8 @@ struct FrmMainVeldona : Form {
     Currency cySeciliTaksit;       // and their sum
     Currency cyOdenen;
     Currency cyTaksit;
-    Currency cyMusteriBakiye; // schedule less payments, over all sales of the customer
+    Currency cyMusteriBakiye;      // schedule less payments, over all sales of the customer
+    TarafMetinleri sozlesmeTarafi; // the customer of the contract; one who is not found leaves it as it was
     bool bTaksitKontrol = true;
     std::uint8_t DuzeltKaynak = 0;        // which schedule list was clicked last: 1 dates, 2 amounts
     bool PlanYapildi = false;             // the lists show a plan that is not saved
