@@ -2,13 +2,10 @@
 //
 // Every step is done twice for each of several hundred sales, by the program and by the engine, in turns;
 // pages are in the cache for both. Medians are compared, so that a hiccup of the machine counts for nothing.
-#include <stdlib.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <exception>
-#include <filesystem>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -16,13 +13,12 @@
 
 #include "bench/bareengine.h"
 #include "bench/headless.h"
+#include "bench/shopcopy.h"
 #include "platform/controls/userinput.h"
 #include "platform/store/database.h"
 
 namespace veldona::bench {
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr std::size_t kSales = 400;
 
@@ -75,27 +71,6 @@ private:
     std::vector<double> programTimes_, engineTimes_;
     std::int64_t programRows_ = 0;
     std::int64_t engineRows_ = 0;
-};
-
-// The shop stays as it was made: the payments of the bench go to a copy.
-class Copy {
-public:
-    explicit Copy(const std::string& root) : root_(root + ".XXXXXX") {
-        if (mkdtemp(root_.data()) == nullptr) throw std::runtime_error("no folder beside " + root);
-        const std::string database = Paths(root_).toNative(kDatabasePath);
-        fs::create_directories(fs::path(database).parent_path());
-        fs::copy_file(Paths(root).toNative(kDatabasePath), database);
-    }
-    ~Copy() {
-        std::error_code ignored;
-        fs::remove_all(root_, ignored);
-    }
-    Copy(const Copy&) = delete;
-    Copy& operator=(const Copy&) = delete;
-    [[nodiscard]] const std::string& root() const { return root_; }
-
-private:
-    std::string root_;
 };
 
 void raceKeystroke(Headless& program, BareEngine& engine) {

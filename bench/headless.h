@@ -21,6 +21,7 @@ public:
 
     [[nodiscard]] FrmMainVeldona& screen() { return *screen_; }
     [[nodiscard]] store::Database& database() { return *database_; }
+    [[nodiscard]] Session& session() { return *session_; }
 
     // Finds the customer by typing the account number, as one change of the text.
     void type(const std::string& account);
