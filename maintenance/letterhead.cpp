@@ -94,6 +94,7 @@ FrmAntetBilgisi::FrmAntetBilgisi(Forms& itsForms, Session& itsSession)
     : Form(itsForms, "frmAntetBilgisi", "Antet Bilgisi"), session(itsSession) {
     place(fraZorunlu, {&txtUnvan, &txtAdres, &txtFirmaAdi, &txtTel});
     place(fraDiger, {&txtYetkili1, &txtFax1, &txtFax2, &txtGSM, &txtGSM2, &txtWeb, &txtMail});
+    OdakIsaretle(*this);
     onLoad = [this] {
         lbluyari.setCaption(kNotice);
         kayitID = session.gFormKayit.KayitID;
