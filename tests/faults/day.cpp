@@ -1,0 +1,198 @@
+#include "tests/faults/day.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <stdexcept>
+
+#include "platform/store/sqlcipherengine.h"
+#include "platform/store/storeerror.h"
+#include "schema/tables.h"
+
+namespace veldona::faults {
+namespace {
+
+constexpr int kNotTold = 3; // a child's exit code: an act did not say that it was done
+
+void requireTold(Till& till, const Act& act) {
+    const std::vector<std::string> said = till.said();
+    if (act.doneMessage.empty()) return;
+    if (std::find(said.begin(), said.end(), act.doneMessage) == said.end())
+        throw std::runtime_error("not told as done: " + (said.empty() ? "(nothing)" : said.front()));
+}
+
+[[noreturn]] void playInChild(const Drive& drive, const std::vector<Act>& acts, int report,
+                              const std::function<void()>& prepare,
+                              const std::function<void(Till&)>& opened) {
+    if (prepare) prepare();
+    try {
+        Till till(drive);
+        till.play(openingLines());
+        if (opened) opened(till);
+        for (const Act& act : acts) {
+            till.play(act.lines);
+            requireTold(till, act);
+            if (write(report, "+", 1) != 1) _exit(1);
+        }
+    } catch (const std::runtime_error&) {
+        _exit(kNotTold);
+    }
+    _exit(0); // the till closed its file first
+}
+
+std::string rowsOf(store::Engine& engine, const std::string& table) {
+    std::string text = table + "\n";
+    const auto rows = engine.prepare("SELECT * FROM \"" + table + "\" ORDER BY ID");
+    while (rows->step()) {
+        for (int i = 0; i < rows->columnCount(); ++i)
+            text.append(rows->text(i)).append("|");
+        text += '\n';
+    }
+    return text;
+}
+
+std::string contentBy(store::Engine& engine) {
+    std::string text;
+    for (const store::TableDef& table : schema::tables())
+        text += rowsOf(engine, table.name);
+    return text;
+}
+
+std::unique_ptr<store::Engine> reader(const Drive& drive) {
+    return store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(5));
+}
+
+} // namespace
+
+void openShop(const Drive& drive) {
+    Till(drive).play(R"op(database
+sql "INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('7','Ayşe','Yılmaz')"
+sql "INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('8','Çağrı','Işık')"
+sql "INSERT INTO ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC) VALUES ('8',4,9000000000000)"
+sql "INSERT INTO URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT) VALUES ('8',4,'1',1,9000000000000)"
+sql "INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('8',4,'20/12/2026',9000000000000)"
+sql "INSERT INTO TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('8',4,'10/11/2026 09:00:00',100000000)"
+sql "INSERT INTO ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC) VALUES ('7',5,9000000000000)"
+sql "INSERT INTO URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT) VALUES ('7',5,'1',1,9000000000000)"
+sql "INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('7',5,'20/12/2026',9000000000000)"
+sql "INSERT INTO TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('7',5,'10/11/2026 09:00:00',100000000)"
+)op");
+}
+
+void copyShop(const Drive& drive) {
+    static const Drive original;
+    if (!std::filesystem::exists(original.books())) openShop(original);
+    std::filesystem::copy_file(original.books(), drive.books());
+}
+
+std::string openingLines(int customer) {
+    return "clock \"22/11/2026 10:30:00\"\nstart\ntype Text1 \"" + std::to_string(customer) +
+           "\"\ndblclick L3 0\n";
+}
+
+Act post(int lira) {
+    return {"put mskOdenenPara \"" + std::to_string(lira) + "\"\nclick Command1\n",
+            "KAYIT İŞLEMİ TAMAMLANDI"};
+}
+
+Act correctPayment(int lira) {
+    return {"dblclick L1 0\nput Text1 \"" + std::to_string(lira) + "\"\nclick Command1\n",
+            "DÜZELTME İŞLEMİ GERÇEKLEŞTİ"};
+}
+
+Act saveSale() {
+    return {"click cmdSatis\nput MskToplamUcret \"1000\"\nput MskAlinanPesinat \"200\"\nput MskTaksitAdedi "
+            "\"4\"\n"
+            "click cmdKaydet\nclick cmdCikis\ntype Text1 \"7\"\ndblclick L3 1\n",
+            "İşlem Tamamlandı"};
+}
+
+Act deleteSale() {
+    return {
+        "type Text1 \"7\"\ndblclick L3 0\nanswer yes\nclick cmdIslemNoSil\ntype Text1 \"7\"\ndblclick L3 0\n",
+        ""};
+}
+
+std::vector<Act> fullDay(int rounds) {
+    std::vector<Act> acts;
+    for (int i = 0; i < rounds; ++i) {
+        const int lira = 1000 + 10 * i;
+        for (const Act& act :
+             {post(lira), correctPayment(lira + 1), saveSale(), post(lira + 2), deleteSale()})
+            acts.push_back(act);
+    }
+    return acts;
+}
+
+std::string contentOf(const Drive& drive, std::string& faults) {
+    try {
+        const auto engine = reader(drive);
+        const auto check = engine->prepare("PRAGMA integrity_check");
+        while (check->step())
+            if (check->text(0) != "ok") faults.append(check->text(0)).append("; ");
+        return contentBy(*engine);
+    } catch (const store::StoreError& error) {
+        faults += "the file does not open: " + error.description();
+        return {};
+    }
+}
+
+Day::Day(std::vector<Act> acts) : acts_(std::move(acts)) {
+    const Drive drive;
+    copyShop(drive);
+    const auto engine = reader(drive);
+    Till till(drive);
+    till.play(openingLines());
+    contents_.push_back(contentBy(*engine));
+    for (const Act& act : acts_) {
+        till.play(act.lines);
+        requireTold(till, act);
+        contents_.push_back(contentBy(*engine));
+        if (contents_.back() == contents_[contents_.size() - 2])
+            throw std::logic_error("an act wrote nothing");
+    }
+}
+
+Day::Ending Day::play(const Drive& drive, const std::function<void()>& prepare,
+                      const std::function<void(Till&)>& opened,
+                      const std::function<void(pid_t)>& interrupt) const {
+    int pipeEnds[2];
+    if (pipe(pipeEnds) != 0) throw std::runtime_error("no pipe");
+    const pid_t child = fork();
+    if (child < 0) throw std::runtime_error("no child process");
+    if (child == 0) playInChild(drive, acts_, pipeEnds[1], prepare, opened);
+    ::close(pipeEnds[1]);
+    if (interrupt) interrupt(child);
+    Ending ending;
+    char told = 0;
+    while (read(pipeEnds[0], &told, 1) == 1)
+        ++ending.done;
+    ::close(pipeEnds[0]);
+    waitpid(child, &ending.status, 0);
+    return ending;
+}
+
+std::string Day::wrongWith(const Drive& drive, const Ending& ending) const {
+    if (WIFEXITED(ending.status) && WEXITSTATUS(ending.status) == kNotTold)
+        return "act " + std::to_string(ending.done + 1) + " did not say that it was done";
+    std::string faults;
+    const std::string content = contentOf(drive, faults);
+    if (!faults.empty()) return faults;
+    const auto done = static_cast<std::size_t>(ending.done);
+    if (content == contents_[done] || (done < acts_.size() && content == contents_[done + 1])) return {};
+    const auto known = std::find(contents_.begin(), contents_.end(), content);
+    if (known == contents_.end())
+        return "the books hold half an act behind act " + std::to_string(ending.done);
+    return std::to_string(ending.done) + " acts were told of as done, the books hold " +
+           std::to_string(known - contents_.begin());
+}
+
+int effort() {
+    const char* asked = std::getenv("VELDONA_FAULTS");
+    return asked == nullptr ? 1 : std::max(1, std::atoi(asked));
+}
+
+} // namespace veldona::faults

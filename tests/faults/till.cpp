@@ -1,0 +1,76 @@
+#include "tests/faults/till.h"
+
+#include <stdlib.h>
+
+#include <sstream>
+#include <stdexcept>
+
+#include "apps/operator/verbs.h"
+#include "apps/screens.h"
+#include "platform/store/database.h"
+
+namespace veldona::faults {
+
+Drive::Drive() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "veldona-faults-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
+    path_ = pattern;
+    std::filesystem::create_directories(books().parent_path());
+}
+
+Drive::~Drive() {
+    std::filesystem::remove_all(path_);
+}
+
+std::filesystem::path Drive::books() const {
+    return path_ / "VELDONA/Veldona_Taksit/vorel.mdb";
+}
+
+Till::Till(const Drive& drive) : stage_({drive.path().string(), registerScreens, nullptr, nullptr}, *this) {}
+
+void Till::play(const std::string& lines) {
+    std::istringstream text(lines);
+    for (std::string line; std::getline(text, line);)
+        lines_.push_back(line);
+    while (!lines_.empty())
+        performNext();
+}
+
+void Till::performNext() {
+    const std::string line = lines_.front();
+    lines_.pop_front();
+    if (line.starts_with('@'))
+        atMark(line.substr(1));
+    else
+        perform(line);
+}
+
+void Till::perform(const std::string& text) {
+    const auto line = console::readLine(text);
+    if (!line) return;
+    const Forms::Hold hold(stage_.process().forms());
+    console::verbOf(*line).run(stage_, *line);
+}
+
+void Till::runModal(Form& form) {
+    while (!form.isUnloaded() && !form.forms().ended()) {
+        if (lines_.empty())
+            form.forms().unload(form);
+        else
+            performNext();
+    }
+}
+
+std::vector<std::string> Till::said() {
+    std::vector<std::string> texts;
+    for (const auto& message : stage_.dialogs.said)
+        texts.push_back(message.text);
+    stage_.dialogs.said.clear();
+    return texts;
+}
+
+void Till::pragma(const std::string& text) {
+    session().workspace.open(kDatabasePath, "")->engine().execute("PRAGMA " + text);
+}
+
+} // namespace veldona::faults

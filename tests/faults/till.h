@@ -1,0 +1,55 @@
+// A till: the real screens on a folder of its own, played line by line as an operator would.
+#pragma once
+
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "apps/operator/stage.h"
+#include "platform/controls/forms.h"
+
+namespace veldona::faults {
+
+// A temporary folder that goes again, standing for drive C:.
+class Drive {
+public:
+    Drive();
+    ~Drive();
+    Drive(const Drive&) = delete;
+    Drive& operator=(const Drive&) = delete;
+
+    [[nodiscard]] const std::filesystem::path& path() const { return path_; }
+    [[nodiscard]] std::filesystem::path books() const;
+
+private:
+    std::filesystem::path path_;
+};
+
+class Till : public FormHost {
+public:
+    explicit Till(const Drive& drive);
+
+    // Lines of the operator console; a screen that opens modally takes those that follow. A line "@name" runs
+    // `atMark`.
+    void play(const std::string& lines);
+    void perform(const std::string& line);
+    std::function<void(const std::string& name)> atMark;
+    [[nodiscard]] std::string screenInFront() const { return stage_.screen().name(); }
+    // Texts said since the last call, questions too.
+    [[nodiscard]] std::vector<std::string> said();
+    [[nodiscard]] Session& session() { return stage_.process().session(); }
+    [[nodiscard]] bool hasEnded() { return stage_.process().hasEnded(); }
+    // Sets what the engine below the screens is to do otherwise than the program sets it.
+    void pragma(const std::string& text);
+
+private:
+    void runModal(Form& form) override;
+    void performNext();
+
+    std::deque<std::string> lines_;
+    console::Stage stage_;
+};
+
+} // namespace veldona::faults
