@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <random>
 #include <tuple>
@@ -273,6 +274,46 @@ TEST_P(Receivables, BeklenenRaporuKurallariSatirSatirTutar) {
         const auto expected = expectedByPlainRules(books, w);
         ASSERT_EQ(run(f, w), expected);
         expectSaidForEmpty(expected);
+    }
+}
+
+// The windows are let in twice in a run; the operator may close the screen there, or press the button again.
+TEST(ReceivablesRun, EkranKapanincaHesapBirakilir) {
+    class Pump : public EventPump {
+    public:
+        void doEvents() override { at(++calls); }
+        std::function<void(int)> at;
+        int calls = 0;
+    };
+    for (const int closedAt : {1, 2, 0}) {
+        Shop shop;
+        shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('1','Ali','Can')");
+        shop.run("INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('1',1,'01/11/2026',5000000)");
+        Pump pump;
+        Desktop desktop{shop.clock,
+                        shop.dialogs,
+                        pump,
+                        shop.opener,
+                        shop.desktop.paths,
+                        shop.desktop.locale,
+                        shop.desktop.dataSources};
+        Session session(desktop, shop.forms);
+        OturumBaslat(session);
+        session.gParaBirimi = 1;
+        PaperDesk desk;
+        session.reportDesk = &desk;
+        shop.forms.add("rprodemesigecen", [&](Forms& f) { return makeRprOdemesiGecen(f, session); });
+        EkranGoster(session, "rprodemesigecen", Kip::Modeless);
+        auto& f = dynamic_cast<RaporEkrani&>(*shop.forms.loaded("rprodemesigecen"));
+        pump.at = [&](int call) {
+            static_cast<void>(user::click(call == closedAt ? f.cmdCikis : f.cmdRapor));
+        };
+        ASSERT_TRUE(user::click(f.cmdRapor));
+        EXPECT_EQ(pump.calls, closedAt == 1 ? 1 : 2);
+        EXPECT_EQ(desk.take().has_value(), closedAt == 0);
+        EXPECT_EQ(shop.rows("SELECT COUNT(*) FROM GUNUGECENODM"), Paper{"0"});
+        EXPECT_EQ(shop.forms.loaded("rprodemesigecen") != nullptr, closedAt == 0);
+        if (closedAt == 0) shop.forms.unload(f);
     }
 }
 
