@@ -177,8 +177,9 @@ TEST(Secrets, ThePasswordAndTheNamesStandNowhere) {
             EXPECT_EQ(bytes.find("Yılmaz"), std::string::npos) << entry.path();
             struct stat status {};
             ASSERT_EQ(stat(entry.path().c_str(), &status), 0);
-            if (entry.path().filename().string().starts_with("vorel.mdb"))
+            if (entry.path().filename().string().starts_with("vorel.mdb")) {
                 EXPECT_EQ(status.st_mode & 0777U, 0600U) << entry.path();
+            }
         }
         EXPECT_GE(files, 3) << "books, journal and index";
     }

@@ -1,6 +1,7 @@
 // The disk is full, or fails, at each write in turn of one act. The act is kept whole or not at all, the
 // screen goes on, and the next act works.
 #include <algorithm>
+#include <iostream>
 #include <optional>
 
 #include <gtest/gtest.h>
@@ -146,6 +147,7 @@ TEST_P(Disk, KeepsAnActWholeOrNotAtAll) {
             trials.push_back(play(act, fault, static_cast<int>(trials.size()) + 1));
             expectNextActWorks();
         } while (trials.back().struck && !HasFailure());
+        std::cout << act.name << ": failed at " << trials.size() - 1 << " writes\n";
         const Figures whole = trials.back().by;
         EXPECT_FALSE(isNothing(whole)) << "the act wrote nothing though nothing failed";
         EXPECT_GT(trials.size(), 2U) << "no write failed";

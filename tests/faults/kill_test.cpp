@@ -51,6 +51,7 @@ TEST(Kill, WhatWasToldAsDoneStands) {
         ASSERT_EQ(day.wrongWith(drive, ending), "")
             << "round " << round << ", killed after " << wait << " us";
     }
+    std::cout << cutOff << " of the kills fell into the work\n";
     EXPECT_GT(cutOff, rounds / 10) << "hardly any kill fell into the work";
 }
 
