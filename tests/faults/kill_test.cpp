@@ -19,7 +19,7 @@ using std::chrono::steady_clock;
 constexpr std::uint32_t kSeed = 20261122;
 
 TEST(Kill, WhatWasToldAsDoneStands) {
-    const Day day(fullDay(4));
+    const Day day(fullDay(12));
     const int rounds = 30 * effort();
     std::cout << "seed " << kSeed << ", " << rounds << " rounds\n";
     std::mt19937 random(kSeed);

@@ -69,6 +69,11 @@ std::vector<std::string> Till::said() {
     return texts;
 }
 
+std::string Till::lastReport() const {
+    const auto& report = stage_.reports.last();
+    return report ? report->text : std::string();
+}
+
 void Till::pragma(const std::string& text) {
     session().workspace.open(kDatabasePath, "")->engine().execute("PRAGMA " + text);
 }

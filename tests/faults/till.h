@@ -41,6 +41,7 @@ public:
     [[nodiscard]] std::vector<std::string> said();
     [[nodiscard]] Session& session() { return stage_.process().session(); }
     [[nodiscard]] bool hasEnded() { return stage_.process().hasEnded(); }
+    [[nodiscard]] std::string lastReport() const; // its text; "" where none was shown
     // Sets what the engine below the screens is to do otherwise than the program sets it.
     void pragma(const std::string& text);
 

@@ -19,7 +19,7 @@ using std::chrono::steady_clock;
 
 constexpr milliseconds kLongestWait(60000); // the session's time-out
 
-enum TillExit { AllDone, WaitedTooLong, NotTold };
+enum TillExit { AllDone, WaitedTooLong, NotTold, NotPlayed };
 
 bool isToldAsDone(Till& till, const Act& act) {
     till.play(act.lines);
@@ -28,20 +28,25 @@ bool isToldAsDone(Till& till, const Act& act) {
 }
 
 // Posts 1, 2, 3 … lira, and corrects the oldest payment in between.
-[[noreturn]] void workAtTill(const Drive& drive, int customer, int rounds) {
-    TillExit exit = AllDone;
-    {
-        Till till(drive);
-        till.play(openingLines(customer));
-        till.pragma("wal_autocheckpoint = 20");
-        for (int i = 1; i <= rounds && exit == AllDone; ++i) {
-            const auto begin = steady_clock::now();
-            if (!isToldAsDone(till, post(i)) || (i % 5 == 0 && !isToldAsDone(till, correctPayment(1000 + i))))
-                exit = NotTold;
-            if (steady_clock::now() - begin > kLongestWait) exit = WaitedTooLong;
-        }
+TillExit work(const Drive& drive, int customer, int rounds) {
+    Till till(drive);
+    till.play(openingLines(customer));
+    till.pragma("wal_autocheckpoint = 20");
+    for (int i = 1; i <= rounds; ++i) {
+        const auto begin = steady_clock::now();
+        if (!isToldAsDone(till, post(i))) return NotTold;
+        if (i % 5 == 0 && !isToldAsDone(till, correctPayment(1000 + i))) return NotTold;
+        if (steady_clock::now() - begin > kLongestWait) return WaitedTooLong;
     }
-    _exit(exit);
+    return AllDone;
+}
+
+[[noreturn]] void workAtTill(const Drive& drive, int customer, int rounds) {
+    try {
+        _exit(work(drive, customer, rounds));
+    } catch (const std::runtime_error&) {
+        _exit(NotPlayed);
+    }
 }
 
 std::vector<std::int64_t> sums(const Drive& drive, int sale) {
