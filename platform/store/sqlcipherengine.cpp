@@ -212,9 +212,8 @@ void configure(SqlcipherEngine& engine) {
     engine.execute("PRAGMA foreign_keys = OFF");
 }
 
-// Raises where the path can be no database, before the engine makes one of it. The owner's rights are
-// tightened where this process may do so; on a file of another owner they are that owner's business.
-void inspectFile(const std::string& path) {
+// Raises where the path can be no database, before the engine makes one of it.
+struct stat inspectFile(const std::string& path) {
     struct stat status {};
     if (stat(path.c_str(), &status) != 0) {
         if (errno == ENOENT || errno == ENOTDIR) throw missingFile(path);
@@ -222,9 +221,29 @@ void inspectFile(const std::string& path) {
     }
     if (!S_ISREG(status.st_mode)) throw notADatabase(path, "bir dosya değil");
     if (status.st_size == 0) throw notADatabase(path, "boş bir dosya");
-    if ((status.st_mode & 077) != 0 && status.st_uid == geteuid()) {
+    return status;
+}
+
+// Where this process may do so; on a file of another owner the rights are that owner's business.
+void tightenRights(const std::string& path, const struct stat& status) {
+    if ((status.st_mode & 077) != 0 && status.st_uid == geteuid())
         static_cast<void>(chmod(path.c_str(), S_IRUSR | S_IWUSR));
-    }
+}
+
+std::unique_ptr<SqlcipherEngine> openKeyed(const std::string& path, std::string_view password,
+                                           std::chrono::milliseconds busyTimeout,
+                                           std::function<DateTime()> clock) {
+    if (password.empty())
+        throw wrongPassword(); // with an empty key the engine would take the file for a plain one
+    auto engine = std::make_unique<SqlcipherEngine>(path, password, busyTimeout, std::move(clock));
+    if (engine->hasPlainHeader()) throw notADatabase(path, "şifrelenmemiş bir dosya");
+    return engine;
+}
+
+// A wrong password shows here, at the first read.
+void requireTables(SqlcipherEngine& engine, const std::string& path) {
+    if (answerOf(engine, "SELECT count(*) FROM sqlite_master") == "0")
+        throw notADatabase(path, "içinde hiç tablo yok");
 }
 
 } // namespace
@@ -232,17 +251,24 @@ void inspectFile(const std::string& path) {
 std::unique_ptr<Engine> openSqlcipher(const std::string& nativePath, std::string_view password,
                                       std::chrono::milliseconds busyTimeout,
                                       std::function<DateTime()> clock) {
-    inspectFile(nativePath);
-    if (password.empty())
-        throw wrongPassword(); // with an empty key the engine would take the file for a plain one
-    auto engine = std::make_unique<SqlcipherEngine>(nativePath, password, busyTimeout, std::move(clock));
-    if (engine->hasPlainHeader()) throw notADatabase(nativePath, "şifrelenmemiş bir dosya");
+    tightenRights(nativePath, inspectFile(nativePath));
+    auto engine = openKeyed(nativePath, password, busyTimeout, std::move(clock));
     if (engine->isReadOnly()) throw readOnlyFile(nativePath);
     prepareCipher(*engine);
-    // A wrong password shows here, at the first read.
-    if (answerOf(*engine, "SELECT count(*) FROM sqlite_master") == "0")
-        throw notADatabase(nativePath, "içinde hiç tablo yok");
+    requireTables(*engine, nativePath);
     configure(*engine);
+    return engine;
+}
+
+std::unique_ptr<Engine> openSqlcipherToRead(const std::string& nativePath, std::string_view password,
+                                            std::chrono::milliseconds busyTimeout) {
+    static_cast<void>(inspectFile(nativePath));
+    auto engine = openKeyed(nativePath, password, busyTimeout, {});
+    prepareCipher(*engine);
+    engine->execute("PRAGMA query_only = ON");
+    requireTables(*engine, nativePath);
+    engine->execute("PRAGMA cache_size = -65536");
+    engine->execute("PRAGMA temp_store = MEMORY");
     return engine;
 }
 

@@ -19,6 +19,12 @@ namespace veldona::store {
                                                     std::chrono::milliseconds busyTimeout,
                                                     std::function<DateTime()> clock = {});
 
+// The same to look at only, also beside a program that writes, and where this user may not write: a statement
+// that would write fails, and the file stays as it is, its rights and its journal mode included.
+[[nodiscard]] std::unique_ptr<Engine> openSqlcipherToRead(const std::string& nativePath,
+                                                          std::string_view password,
+                                                          std::chrono::milliseconds busyTimeout);
+
 // Makes an empty encrypted file, readable by its owner alone, where there is none.
 [[nodiscard]] std::unique_ptr<Engine> createSqlcipher(const std::string& nativePath,
                                                       std::string_view password);

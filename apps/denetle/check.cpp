@@ -1,0 +1,209 @@
+#include "apps/denetle/check.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <map>
+#include <optional>
+#include <tuple>
+#include <utility>
+
+#include "apps/denetle/accounts.h"
+
+namespace veldona::denetle {
+namespace {
+
+constexpr double kScale = 1'000'000;          // of the stored amounts
+constexpr double kHalfKurus = 0.005 * kScale; // less is the fraction of a share, and no difference
+
+struct Tally {
+    std::int64_t rows = 0;
+    double sum = 0;
+};
+
+struct Sale {
+    std::string account;
+    double total = 0;
+    double discount = 0;
+    int headers = 0;
+    Tally lines, schedule, payments;
+};
+
+// Rows of one sale under one account, in a table of which the sale is the parent.
+struct Child {
+    const char* sql; // ISLEMNO, MUSTNO, rows, sum
+    Tally Sale::*tally;
+    Fault orphaned;
+};
+
+// The long indexes hold what the two sums need, so that no row of these tables is read.
+constexpr Child kChildren[] = {
+    {"SELECT ISLEMNO, MUSTNO, 1, ADET * FIYAT FROM URUNAL", &Sale::lines, Fault::LinesWithoutHeader},
+    {"SELECT ISLEMNO, MUSTNO, count(*), sum(ODMIKTAR) FROM URUNSAT GROUP BY MUSTNO, ISLEMNO", &Sale::schedule,
+     Fault::ScheduleWithoutHeader},
+    {"SELECT ISLEMNO, MUSTNO, count(*), sum(ODMIKTAR) FROM TAKSITODENEN GROUP BY MUSTNO, ISLEMNO",
+     &Sale::payments, Fault::PaymentsWithoutSale},
+};
+
+class Check {
+public:
+    explicit Check(store::Engine& books) : books_(books), accounts_(books) {}
+
+    Findings run() {
+        findings_.customers = findings_.rows = accounts_.cards();
+        readHeaders();
+        for (const Child& child : kChildren)
+            readChildren(child);
+        findings_.sales = static_cast<std::int64_t>(sales_.size());
+        for (const auto& [number, sale] : sales_)
+            judge(number, sale);
+        judgeCards();
+        sortByAccount();
+        judgeStock();
+        return std::move(findings_);
+    }
+
+private:
+    void add(Fault fault, const std::string& account, std::string subject, double expected = 0,
+             double found = 0) {
+        findings_.all.push_back({fault, account, std::move(subject), expected, found});
+    }
+
+    // Of two headers the first by ID is the sale; the screens find that one.
+    void readHeaders() {
+        const auto rows =
+            books_.prepare("SELECT ISLEMNO, MUSTNO, TOPBORC, INDIRIM_YTL FROM ISLEMNOTABLO ORDER BY ID");
+        while (rows->step()) {
+            ++findings_.rows;
+            Sale& sale = sales_[rows->whole(0)];
+            std::string account(rows->text(1));
+            if (!accounts_.isKnown(account)) strangers_[account] += 1;
+            if (++sale.headers > 1) continue;
+            sale.account = std::move(account);
+            sale.total = rows->number(2);
+            sale.discount = rows->number(3);
+        }
+    }
+
+    void readChildren(const Child& child) {
+        std::map<std::pair<std::int64_t, std::string>, Tally> orphans, misplaced;
+        const auto rows = books_.prepare(child.sql);
+        while (rows->step()) {
+            const std::int64_t number = rows->whole(0);
+            const std::string account(rows->text(1));
+            const Tally read{rows->whole(2), rows->number(3)};
+            findings_.rows += read.rows;
+            const auto into = [&](Tally& tally) {
+                tally.rows += read.rows;
+                tally.sum += read.sum;
+            };
+            if (!accounts_.isKnown(account)) strangers_[account] += read.rows;
+            const auto sale = sales_.find(number);
+            if (sale == sales_.end()) {
+                into(orphans[{number, account}]);
+                continue;
+            }
+            into(sale->second.*child.tally);
+            if (!accounts_.isSame(sale->second.account, account)) into(misplaced[{number, account}]);
+        }
+        for (const auto& [key, tally] : orphans)
+            add(child.orphaned, key.second, std::to_string(key.first), 0, tally.sum / kScale);
+        for (const auto& [key, tally] : misplaced)
+            add(Fault::RowsOfAnotherAccount, key.second, std::to_string(key.first), 0,
+                static_cast<double>(tally.rows));
+    }
+
+    void judge(std::int64_t number, const Sale& sale) {
+        const std::string subject = std::to_string(number);
+        const auto compare = [&](Fault fault, double expected, double found, double tolerance) {
+            if (std::abs(expected - found) >= tolerance)
+                add(fault, sale.account, subject, expected / kScale, found / kScale);
+        };
+        if (sale.headers > 1) add(Fault::TwoHeaders, sale.account, subject, 1, sale.headers);
+        compare(Fault::ScheduleDiffers, sale.total, sale.schedule.sum, kHalfKurus);
+        if (sale.lines.rows == 0) {
+            add(Fault::HeaderWithoutLines, sale.account, subject);
+        } else { // each line may carry a fraction of its own
+            compare(Fault::LinesDiffer, sale.total, sale.lines.sum - sale.discount,
+                    kHalfKurus * static_cast<double>(sale.lines.rows));
+        }
+        if (sale.payments.sum - sale.total >= kHalfKurus) {
+            add(Fault::NegativeRemainder, sale.account, subject, 0,
+                (sale.total - sale.payments.sum) / kScale);
+        }
+    }
+
+    void judgeCards() {
+        for (const auto& [account, rows] : strangers_)
+            add(Fault::CustomerMissing, account, "", 0, static_cast<double>(rows));
+        for (const auto& [account, cards] : accounts_.numbers())
+            if (cards > 1) add(Fault::TwoCards, account, "", 1, cards);
+    }
+
+    // Account numbers are texts that mostly are numbers: 2 comes before 10, and both before G3.
+    void sortByAccount() {
+        const auto key = [](const Finding& finding) {
+            char* end = nullptr;
+            const double number = std::strtod(finding.account.c_str(), &end);
+            const bool isNumber = end != finding.account.c_str() && *end == '\0';
+            return std::tuple(!isNumber, isNumber ? number : 0, std::string_view(finding.account),
+                              std::atoll(finding.subject.c_str()), finding.fault);
+        };
+        std::sort(findings_.all.begin(), findings_.all.end(),
+                  [&](const Finding& a, const Finding& b) { return key(a) < key(b); });
+    }
+
+    void judgeStock() {
+        const auto rows = books_.prepare(
+            "SELECT p.URKOD, p.TOPLAM_ALINAN, p.TOPLAM_SATILAN, p.KALAN, ifnull(u.SATILAN, 0) "
+            "FROM URUNTANITIM p LEFT JOIN (SELECT URKOD, sum(ADET) AS SATILAN FROM URUNAL GROUP BY URKOD) u "
+            "ON u.URKOD = p.URKOD ORDER BY p.ID");
+        while (rows->step()) {
+            ++findings_.rows;
+            const std::string code(rows->text(0));
+            const double sold = rows->number(2);
+            const double left = rows->number(1) - sold;
+            if (rows->number(4) != sold) add(Fault::StockDiffersSold, "", code, rows->number(4), sold);
+            if (rows->number(3) != left) add(Fault::StockDiffersLeft, "", code, left, rows->number(3));
+        }
+    }
+
+    store::Engine& books_;
+    Accounts accounts_;
+    std::map<std::int64_t, Sale> sales_;
+    std::map<std::string, std::int64_t> strangers_; // numbers without a card, and the rows that carry them
+    Findings findings_;
+};
+
+} // namespace
+
+Findings checkBooks(store::Engine& books) {
+    books.execute("BEGIN");
+    Findings findings = Check(books).run();
+    books.execute("COMMIT");
+    return findings;
+}
+
+Measure measureOf(Fault fault) {
+    switch (fault) {
+    case Fault::HeaderWithoutLines:
+        return Measure::None;
+    case Fault::RowsOfAnotherAccount:
+    case Fault::TwoHeaders:
+    case Fault::CustomerMissing:
+    case Fault::TwoCards:
+    case Fault::StockDiffersSold:
+    case Fault::StockDiffersLeft:
+        return Measure::Count;
+    case Fault::LinesWithoutHeader:
+    case Fault::ScheduleWithoutHeader:
+    case Fault::PaymentsWithoutSale:
+    case Fault::ScheduleDiffers:
+    case Fault::LinesDiffer:
+    case Fault::NegativeRemainder:
+        break;
+    }
+    return Measure::Amount;
+}
+
+} // namespace veldona::denetle

@@ -1,0 +1,51 @@
+// vorel-denetle: looks whether the books add up, and says account by account what does not.
+#include <chrono>
+#include <exception>
+#include <iostream>
+#include <span>
+#include <string>
+
+#include "apps/denetle/check.h"
+#include "apps/denetle/options.h"
+#include "apps/denetle/report.h"
+#include "core/session.h"
+#include "platform/desktop/paths.h"
+#include "platform/store/sqlcipherengine.h"
+
+namespace {
+
+using namespace veldona;
+using namespace veldona::denetle;
+
+constexpr int kNothingFound = 0, kFound = 1, kFailed = 2;
+
+std::string booksOf(const Options& options) {
+    if (options.file) return *options.file;
+    const Paths paths(options.root ? *options.root : chooseRoot(executableFolder(), userDataFolder()));
+    return paths.toNative(kDatabasePath);
+}
+
+int check(const Options& options) {
+    const auto books =
+        store::openSqlcipherToRead(booksOf(options), kDeliveredPassword, std::chrono::seconds(15));
+    const Findings findings = checkBooks(*books);
+    std::cout << (options.csv ? asCsv(findings) : asText(findings)) << std::flush;
+    if (!std::cout) throw Refusal("Bulgular yazılamadı.");
+    return findings.all.empty() ? kNothingFound : kFound;
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    try {
+        const std::span<const char* const> given(arguments, static_cast<std::size_t>(count));
+        const Options options = readOptions(given.subspan(1));
+        if (!options.help) return check(options);
+        std::cout << usage();
+        return kNothingFound;
+    } catch (const std::exception& failure) {
+        // Refusals, errors of the store and of the platform: each tells its own sentence.
+        std::cerr << failure.what() << '\n';
+        return kFailed;
+    }
+}
