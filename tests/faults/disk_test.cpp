@@ -49,7 +49,7 @@ struct FaultyAct {
     std::string before; // brings the screens to where the act begins; "%": another amount with each pass
     std::string lines;
     std::string doneMessage;
-    bool tellsFailure; // a posting says that it is done whatever came of it: the rule of that screen
+    bool tellsFailure; // a posting and a plan say that they are done whatever came of it: their screen's rule
 };
 
 void PrintTo(const FaultyAct& act, std::ostream* out) {
@@ -65,6 +65,11 @@ std::vector<FaultyAct> faultyActs() {
          true},
         {"Saving", sale, "click cmdKaydet\n", "İşlem Tamamlandı", true},
         {"Deleting", "", "answer yes\nclick cmdIslemNoSil\n", "", true},
+        {"Planning",
+         "sql \"DELETE FROM URUNSAT WHERE ISLEMNO=5 AND ID>2\"\n" // those of the plan before
+         "type Text1 \"7\"\ndblclick L3 0\nmenu mnuTaksitlendirmeYap\nput mskBorc \"900\"\n"
+         "date dtBaslangicTarihi \"31/12/2026\"\nput MskTaksitAdedi \"30\"\n",
+         "click cmdTaksitKaydet\n", "İşlem Tamamlandı", false},
         {"Card", "click cmdMusteriKaydi\nput txtAd \"Can\"\n", "key F2\n", "", true},
     };
 }
@@ -183,6 +188,39 @@ TEST_P(Disk, KeepsAnActWholeOrNotAtAll) {
     std::string faults;
     static_cast<void>(contentOf(drive, faults));
     EXPECT_EQ(faults, "");
+}
+
+// A handler that resumes at the next statement must not write the rest of an act that the engine took back.
+TEST(DiskInTransaction, NothingIsWrittenBehindWhatWasTakenBack) {
+    const Drive drive;
+    copyShop(drive);
+    install();
+    Till till(drive);
+    till.play(openingLines());
+    till.pragma("cache_size = 1");
+    const Figures before = figuresOf(till);
+    adodb::Connection& books = *till.session().gBaglanti;
+    books.beginTrans();
+    arm(Fault::DiskFull, 1);
+    bool hasFailed = false;
+    int writtenBehind = 0;
+    for (int row = 0; row < 300; ++row) {
+        try {
+            books.execute("INSERT INTO MUSTKAYIT (HSTNO, AD) VALUES ('" + std::to_string(1000 + row) +
+                          "', '" + std::string(200, 'x') + "')");
+            if (hasFailed) ++writtenBehind;
+        } catch (const RuntimeError&) {
+            hasFailed = true;
+            disarm(); // there is room again, and no transaction any more
+        }
+    }
+    EXPECT_TRUE(hasFailed);
+    EXPECT_EQ(writtenBehind, 0);
+    EXPECT_THROW(books.commitTrans(), RuntimeError);
+    books.rollbackTrans();
+    EXPECT_EQ(figuresOf(till), before);
+    books.execute("INSERT INTO MUSTKAYIT (HSTNO) VALUES ('1000')");
+    EXPECT_NE(figuresOf(till), before);
 }
 
 INSTANTIATE_TEST_SUITE_P(Acts, Disk, ::testing::ValuesIn(faultyActs()),
