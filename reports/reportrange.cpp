@@ -1,5 +1,7 @@
 #include "reports/reportrange.h"
 
+#include "reports/spreadsheet.h"
+
 namespace veldona {
 
 RaporAraligi::RaporAraligi(Form& itsForm, Session& itsSession) : form(itsForm), session(itsSession) {
@@ -10,6 +12,7 @@ RaporAraligi::RaporAraligi(Form& itsForm, Session& itsSession) : form(itsForm), 
         control->placeIn(Frame1);
     DTPicker1.onChange = [this] { Text1.setText(DTPicker1.text()); };
     DTPicker2.onChange = [this] { Text2.setText(DTPicker2.text()); };
+    cmdExcel.onClick = [this] { cmdExcel_Click(*this); };
 }
 
 void RaporAraligiYukle(RaporAraligi& aralik) {

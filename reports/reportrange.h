@@ -22,6 +22,8 @@ struct RaporAraligi {
     CommandButton cmdExcel{form, "cmdExcel", "EXCEL"};
     CommandButton Command6{form, "Command6", "Rapor"};
     CommandButton cmdDeneme{form, "cmdDeneme", "Rapor"};
+
+    bool excelYaziliyor = false; // the spreadsheet is being written
 };
 
 // Today in both pickers and both texts.

@@ -17,6 +17,10 @@ struct Arac {
     void (*islem)(FrmCrNesne&); // nullptr: the tool does nothing
 };
 
+void AktarPaneliAc(FrmCrNesne& f) {
+    f.aktar.picExport.setVisible(true);
+}
+
 constexpr std::array<Arac, 10> kAraclar = {{
     {"cmdIlk", "İlk", RaporIlkSayfa},
     {"cmdOnceki", "Önceki", RaporOncekiSayfa},
@@ -25,7 +29,7 @@ constexpr std::array<Arac, 10> kAraclar = {{
     {"cmdYeniden", "Yenile", RaporYenile},
     {"cmdAra", "Ara", [](FrmCrNesne& f) { RaporAra(f); }},
     {"cmdYazdir", "Yazdır", RaporYazdir},
-    {"cmdExport", "Aktar", nullptr},
+    {"cmdExport", "Aktar", AktarPaneliAc},
     {"cmdMail", "Mail", nullptr},
     {"cmdCikis", "Çıkış", RaporKapat},
 }};
@@ -49,7 +53,11 @@ void sayfaGoster(FrmCrNesne& f, void (ReportView::*git)()) {
 void Form_Load(FrmCrNesne& f) {
     f.BarIslemler.setToolVisible("cmdExport", false);
     f.CRViewer1.refresh();
+    FormuSifirla(f.aktar);
+    GorunumAyarla(f.aktar);
     FillZoomFactor(f);
+    f.aktar.cmdAdresBook.setVisible(true);
+    f.aktar.cmdExport.setVisible(false);
 }
 
 // Opened with no report to show, it goes again.

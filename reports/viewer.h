@@ -11,6 +11,7 @@
 #include "platform/controls/controls.h"
 #include "platform/controls/lists.h"
 #include "platform/controls/reportview.h"
+#include "reports/exportpanel.h"
 
 namespace veldona {
 
@@ -23,6 +24,7 @@ struct FrmCrNesne : Form {
     ComboBox cboZoom{*this, "cboZoom"};
     Label lblBookmark{*this, "lblBookmark"};
     ReportView CRViewer1{*this, "CRViewer1"};
+    AktarPaneli aktar{*this, session};
 
     bool etkinlesti = false;    // it has been in front before
     bool zoomTusu = false;      // a key is down in cboZoom

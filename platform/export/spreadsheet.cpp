@@ -1,0 +1,86 @@
+#include "platform/export/spreadsheet.h"
+
+#include <filesystem>
+#include <map>
+#include <utility>
+
+#include <xlsxwriter.h>
+
+#include "platform/runtime/conversion.h"
+#include "platform/runtime/error.h"
+#include "platform/runtime/text.h"
+
+namespace veldona::exports {
+
+struct Spreadsheet::State {
+    std::string path;
+    lxw_workbook* book = nullptr;
+    lxw_worksheet* sheet = nullptr;
+    std::map<std::pair<CellStyle, bool>, lxw_format*> formats; // by style and whether it is of a date
+
+    [[nodiscard]] lxw_format* formatOf(const CellStyle& style, bool date) {
+        lxw_format*& made = formats[{style, date}];
+        if (made) return made;
+        made = workbook_add_format(book);
+        if (style.bold) format_set_bold(made);
+        if (style.underline) format_set_underline(made, LXW_UNDERLINE_SINGLE);
+        format_set_font_size(made, style.size);
+        if (style.rgb) format_set_font_color(made, style.rgb);
+        if (date) format_set_num_format(made, "dd/mm/yyyy");
+        return made;
+    }
+};
+
+Spreadsheet::Spreadsheet(std::string nativePath) : state_(std::make_unique<State>()) {
+    state_->path = std::move(nativePath);
+    state_->book = workbook_new(state_->path.c_str());
+    state_->sheet = state_->book ? workbook_add_worksheet(state_->book, nullptr) : nullptr;
+    if (!state_->sheet) raise(ErrorNumber::PathFileAccess);
+}
+
+Spreadsheet::~Spreadsheet() {
+    if (state_->book) lxw_workbook_free(state_->book);
+}
+
+void Spreadsheet::write(const std::string& cell, const Value& value, const CellStyle& style) {
+    write(static_cast<int>(lxw_name_to_row(cell.c_str())), static_cast<int>(lxw_name_to_col(cell.c_str())),
+          value, style);
+}
+
+void Spreadsheet::write(int row, int column, const Value& value, const CellStyle& style) {
+    const auto at = static_cast<lxw_row_t>(row);
+    const auto in = static_cast<lxw_col_t>(column);
+    lxw_format* look = state_->formatOf(style, value.kind() == Value::Kind::Date);
+    lxw_error error = LXW_NO_ERROR;
+    switch (value.kind()) {
+    case Value::Kind::Null:
+        return;
+    case Value::Kind::Date: {
+        const double days = static_cast<double>(value.get<DateTime>().seconds()) / 86400;
+        error = worksheet_write_number(state_->sheet, at, in, days, look);
+        break;
+    }
+    case Value::Kind::Text:
+    case Value::Kind::Boolean:
+        error = worksheet_write_string(state_->sheet, at, in, validUtf8(toText(value)).c_str(), look);
+        break;
+    default:
+        error = worksheet_write_number(state_->sheet, at, in, toDouble(value), look);
+    }
+    if (error != LXW_NO_ERROR) raise(ErrorNumber::InvalidCall);
+}
+
+void Spreadsheet::setWidth(char column, double characters) {
+    const auto at = static_cast<lxw_col_t>(column - 'A');
+    worksheet_set_column(state_->sheet, at, at, characters, nullptr);
+}
+
+void Spreadsheet::close() {
+    lxw_workbook* book = std::exchange(state_->book, nullptr);
+    if (workbook_close(book) == LXW_NO_ERROR) return;
+    std::error_code ignored;
+    std::filesystem::remove(state_->path, ignored);
+    raise(ErrorNumber::PathFileAccess);
+}
+
+} // namespace veldona::exports

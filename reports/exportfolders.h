@@ -1,0 +1,19 @@
+// Where exports land: a folder a format below the program's folder \aktar.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/session.h"
+
+namespace veldona {
+
+// The folder of a format as the program writes it, with no "\" behind it.
+[[nodiscard]] std::string aktarKlasoru(const Session& session, std::string_view bicim = {});
+// Error 75 where it stands already, 76 where the one above it does not.
+void klasorAc(Session& session, const std::string& klasor);
+// A free name in the folder of a format, which is made where it is missing, as a path of this machine.
+[[nodiscard]] std::string aktarimDosyasi(Session& session, std::string_view bicim, const std::string& ad,
+                                         const std::string& uzanti);
+
+} // namespace veldona

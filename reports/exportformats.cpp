@@ -1,0 +1,94 @@
+#include <algorithm>
+#include <filesystem>
+
+#include "platform/export/delimited.h"
+#include "platform/export/hypertext.h"
+#include "platform/export/outfile.h"
+#include "platform/export/ownform.h"
+#include "platform/export/richtext.h"
+#include "platform/export/workbook.h"
+#include "platform/export/xmldata.h"
+#include "platform/runtime/error.h"
+#include "reports/startexport.h"
+
+namespace veldona {
+
+namespace {
+
+constexpr std::int32_t kDesteklenmiyor =
+    445; // the platform's number for an action that an object does not have
+
+void pdfYaz(const Session& session, const report::Document& document, const ExportOptions& options,
+            const std::string& dosya) {
+    if (!session.reportDesk) throw RuntimeError(kDesteklenmiyor, "Burada PDF yazılamıyor.");
+    if (options.allPages) return session.reportDesk->writePdf(document, dosya);
+    const auto count = static_cast<std::int32_t>(document.pages.size());
+    const std::int32_t first = std::max(options.firstPage, 1);
+    const std::int32_t last = options.lastPage > 0 ? std::min(options.lastPage, count) : count;
+    if (first > last) throw RuntimeError(5, "Raporda bu sayfalar yok.");
+    report::Document part = document;
+    part.pages = {document.pages.begin() + (first - 1), document.pages.begin() + last};
+    session.reportDesk->writePdf(part, dosya);
+}
+
+// The second file is NAME_2, and so on.
+void xmlYaz(const report::Document& document, const ExportOptions& options, const std::string& dosya) {
+    const std::filesystem::path path = dosya;
+    const std::vector<std::string> texts = exports::xmlData(document, options.multipleFiles);
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const std::string number = i ? "_" + std::to_string(i + 1) : "";
+        exports::writeFile(path.parent_path() / (path.stem().string() + number + path.extension().string()),
+                           texts[i]);
+    }
+}
+
+std::string metni(const report::Document& document, const ExportOptions& options) {
+    switch (options.format) {
+    case FormatType::OwnForm:
+        return exports::ownForm(document);
+    case FormatType::Dif:
+        return exports::interchange(document);
+    case FormatType::Record:
+        return exports::fixedRecords(document);
+    case FormatType::Csv:
+        return exports::commaSeparated(document);
+    case FormatType::TabbedValues:
+        return exports::tabbedRows(document);
+    case FormatType::Delimited:
+        return exports::delimitedRows(
+            document,
+            {options.fieldDelimiter.empty() ? "," : options.fieldDelimiter, options.stringDelimiter});
+    case FormatType::Text:
+        return exports::plainText(document);
+    case FormatType::TabbedText:
+        return exports::tabbedPages(document);
+    case FormatType::Word:
+    case FormatType::RichText:
+        return exports::richText(document);
+    case FormatType::Html32:
+        return exports::hypertext32(document, options.pageNavigator);
+    case FormatType::Html4:
+        return exports::hypertext4(document, options.pageNavigator);
+    case FormatType::Excel:
+    case FormatType::ExcelPlain:
+        return exports::workbook(document, {options.format == FormatType::Excel, options.columnHeadings,
+                                            options.constantColumnWidth});
+    case FormatType::Definition:
+        return exports::definition(document);
+    default:
+        throw RuntimeError(kDesteklenmiyor, "Formatı seçmelisiniz.");
+    }
+}
+
+} // namespace
+
+void raporuAktar(const Session& session, const report::Document& document, const ExportOptions& options) {
+    if (options.destination != DestinationType::DiskFile)
+        throw RuntimeError(kDesteklenmiyor, "Bu hedefe aktarım yapılamıyor. Hedef olarak Dosya seçiniz.");
+    const std::string dosya = session.desktop.paths.toNative(options.DiskFileName);
+    if (options.format == FormatType::Pdf) return pdfYaz(session, document, options, dosya);
+    if (options.format == FormatType::Xml) return xmlYaz(document, options, dosya);
+    exports::writeFile(dosya, metni(document, options));
+}
+
+} // namespace veldona

@@ -1,0 +1,47 @@
+#include "reports/saleaccounts.h"
+
+#include <algorithm>
+
+#include "core/database.h"
+#include "platform/runtime/conversion.h"
+
+namespace veldona {
+
+namespace {
+
+constexpr std::size_t kSatisBirden = 2000; // sales to one question
+
+void oku(Session& session, std::string_view tablo, std::int32_t ilk, std::int32_t son,
+         std::vector<Hareket>& rows) {
+    KayitSeti rs;
+    KayitSetiAc(session, rs,
+                "SELECT ISLEMNO,ODTRH,ODMIKTAR FROM " + std::string(tablo) + " WHERE ISLEMNO>=" +
+                    std::to_string(ilk) + " AND ISLEMNO<=" + std::to_string(son) + " ORDER BY ISLEMNO,ID",
+                adodb::CursorLocation::Client);
+    const int count = rs->recordCount();
+    for (int i = 0; i < count; ++i) {
+        const Value& date = rs->at(i, 1);
+        const Value& amount = rs->at(i, 2);
+        rows.push_back({toLong(rs->at(i, 0)), date.isNull() ? std::nullopt : std::optional(toDate(date)),
+                        amount.isNull() ? 0 : toDouble(amount)});
+    }
+}
+
+} // namespace
+
+SatisHareketleri::SatisHareketleri(Session& session, std::string_view tablo,
+                                   std::vector<std::int32_t> satislar, const std::function<bool()>& devam) {
+    std::ranges::sort(satislar);
+    satislar.erase(std::unique(satislar.begin(), satislar.end()), satislar.end());
+    for (std::size_t i = 0; i < satislar.size() && complete_; i += kSatisBirden) {
+        oku(session, tablo, satislar[i], satislar[std::min(i + kSatisBirden, satislar.size()) - 1], rows_);
+        complete_ = devam();
+    }
+}
+
+std::span<const Hareket> SatisHareketleri::satisin(std::int32_t islemNo) const {
+    const auto found = std::ranges::equal_range(rows_, islemNo, {}, &Hareket::ISLEMNO);
+    return {found.begin(), found.end()};
+}
+
+} // namespace veldona

@@ -1,0 +1,37 @@
+// The schedule and the payments of every sale, read in a few large questions instead of a dozen a sale.
+//
+// A sale's rows stand together, in the order in which they were written.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/session.h"
+
+namespace veldona {
+
+struct Hareket {
+    std::int32_t ISLEMNO;
+    std::optional<DateTime> ODTRH;
+    double ODMIKTAR; // as stored; 0 where the books have none
+};
+
+class SatisHareketleri {
+public:
+    // `devam` is asked between the questions; false gives the reading up, and isComplete() says so.
+    SatisHareketleri(Session& session, std::string_view tablo, std::vector<std::int32_t> satislar,
+                     const std::function<bool()>& devam);
+    [[nodiscard]] bool isComplete() const { return complete_; }
+    [[nodiscard]] std::span<const Hareket> satisin(std::int32_t islemNo) const;
+
+private:
+    std::vector<Hareket> rows_;
+    bool complete_ = true;
+};
+
+} // namespace veldona

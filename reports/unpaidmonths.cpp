@@ -1,0 +1,100 @@
+#include "reports/unpaidmonths.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/runtime/conversion.h"
+#include "platform/runtime/error.h"
+
+namespace veldona {
+
+namespace {
+
+using Hareketler = std::span<const Hareket>;
+
+// Sums of fractions leave a residue in the last bits, which is no money.
+double net(double sum) {
+    constexpr int decimals = 4;
+    return sum == std::nearbyint(sum) ? sum : roundHalfEven(sum, decimals);
+}
+
+template <class Test> double topla(Hareketler rows, const Test& test) {
+    double sum = 0;
+    for (const Hareket& row : rows)
+        if (row.ODTRH && test(*row.ODTRH)) sum += row.ODMIKTAR;
+    return net(sum);
+}
+
+double tariheKadar(Hareketler rows, DateTime son) {
+    return topla(rows, [&](DateTime date) { return date <= son; });
+}
+
+struct Pencere {
+    DateTime bas, son; // the second is outside
+    [[nodiscard]] bool holds(DateTime date) const { return date >= bas && date < son; }
+};
+
+// From the first of the date's month to the first of the next.
+Pencere ayi(DateTime date) {
+    const DateTime bas = DateTime::of(date.year(), date.month(), 1);
+    return {bas, addMonths(bas, 1)};
+}
+
+// The cumulative sums take the walk's date into the statement as it stands, and the store reads a day that
+// could pass for a month as one.
+DateTime deponunOkudugu(DateTime date) {
+    if (date.day() > 12) return date;
+    return DateTime::of(date.year(), date.day(), date.month(), date.hour(), date.minute(), date.second());
+}
+
+const Hareket* ilki(Hareketler rows, const Pencere& pencere) {
+    const auto found = std::ranges::find_if(
+        rows, [&](const Hareket& row) { return row.ODTRH && pencere.holds(*row.ODTRH); });
+    return found == rows.end() ? nullptr : &*found;
+}
+
+struct Uclar {
+    std::optional<DateTime> ilk, son;
+    void genislet(Hareketler rows) {
+        for (const Hareket& row : rows) {
+            if (!row.ODTRH) continue;
+            ilk = ilk ? std::min(*ilk, *row.ODTRH) : *row.ODTRH;
+            son = son ? std::max(*son, *row.ODTRH) : *row.ODTRH;
+        }
+    }
+};
+
+} // namespace
+
+bool tamamenOdenmis(double topBorc, std::span<const Hareket> odenen) {
+    double sum = 0;
+    for (const Hareket& row : odenen)
+        sum += row.ODMIKTAR;
+    return roundHalfEven(topBorc) == roundHalfEven(sum);
+}
+
+std::vector<AcikAy> acikAylar(std::span<const Hareket> taksit, std::span<const Hareket> odenen) {
+    Uclar uclar;
+    uclar.genislet(taksit);
+    uclar.genislet(odenen);
+    std::vector<AcikAy> aylar;
+    if (!uclar.ilk) return aylar;
+    const int aySayisi = toByte(monthsBetween(*uclar.ilk, *uclar.son));
+    DateTime tarih = *uclar.ilk;
+    for (int i = 0; i <= aySayisi; ++i, tarih = addMonths(tarih, 1)) {
+        const DateTime sinir = deponunOkudugu(tarih);
+        const double borc = tariheKadar(taksit, sinir), odeme = tariheKadar(odenen, sinir);
+        if (borc == odeme) break;
+        if (odeme > borc) continue;
+        const Pencere ay = ayi(tarih);
+        const auto icinde = [&](DateTime date) { return ay.holds(date); };
+        const double ayinBorcu = topla(taksit, icinde), ayinOdemesi = topla(odenen, icinde);
+        if (ayinBorcu == ayinOdemesi) continue;
+        const Hareket* ilk = ilki(taksit, ay);
+        if (!ilk) ilk = ilki(odenen, ay);
+        aylar.push_back({*ilk->ODTRH, ayinBorcu - ayinOdemesi});
+    }
+    return aylar;
+}
+
+} // namespace veldona
