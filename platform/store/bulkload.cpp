@@ -70,7 +70,7 @@ BulkLoad::Rows::Rows(Engine& engine, const TableDef& table, const std::vector<st
     insert_ = engine.prepare("INSERT INTO \"" + table.name + "\" (" + names + ") VALUES (" + marks + ")");
 }
 
-void BulkLoad::Rows::add(std::initializer_list<Value> row) {
+void BulkLoad::Rows::add(std::span<const Value> row) {
     if (row.size() != types_.size()) throw std::logic_error("a bulk load's row has not one value a column");
     int index = 0;
     for (const Value& value : row) {

@@ -7,6 +7,7 @@
 
 #include <initializer_list>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,7 +26,8 @@ public:
     class Rows {
     public:
         // One value a column; Null where the row has none.
-        void add(std::initializer_list<Value> row);
+        void add(std::span<const Value> row);
+        void add(std::initializer_list<Value> row) { add(std::span(row.begin(), row.size())); }
 
     private:
         friend class BulkLoad;

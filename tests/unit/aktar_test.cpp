@@ -1,0 +1,223 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <limits>
+#include <sstream>
+
+#include "apps/aktar/examine.h"
+#include "apps/aktar/jetheader.h"
+#include "apps/aktar/jettext.h"
+#include "apps/aktar/movein.h"
+#include "apps/aktar/options.h"
+#include "core/session.h"
+#include "platform/store/sqlcipherengine.h"
+
+namespace veldona::aktar {
+namespace {
+
+namespace fs = std::filesystem;
+using hazirla::Refusal;
+using namespace std::string_literals;
+
+constexpr std::size_t kPage = 4096;
+const Progress kQuiet = [](const std::string&, std::uint64_t, std::uint64_t) {};
+
+// A folder with a copy of the small Jet shop, to be damaged and moved in.
+class Aktarma : public testing::Test {
+protected:
+    Aktarma() : folder_((fs::temp_directory_path() / "aktar-test-XXXXXX").string()) {
+        if (mkdtemp(folder_.data()) == nullptr) throw std::runtime_error("no temporary folder");
+        std::ifstream file(VELDONA_VERI "/dukkan-jet4.mdb", std::ios::binary);
+        bytes.assign(std::istreambuf_iterator<char>(file), {});
+    }
+    ~Aktarma() override { fs::remove_all(folder_); }
+
+    [[nodiscard]] std::string target() const { return folder_ + "/yeni/vorel.mdb"; }
+    std::string source() {
+        std::ofstream(folder_ + "/eski.mdb", std::ios::binary | std::ios::trunc) << bytes;
+        return folder_ + "/eski.mdb";
+    }
+    Examination look(const std::string& password = {}) {
+        const std::string path = source();
+        checkJetHeader(path, password);
+        return examine(JetFile(path), kQuiet);
+    }
+    void move() {
+        const JetFile file(source());
+        moveIn(file, examine(file, kQuiet), target(), kQuiet);
+    }
+    // Every occurrence; the fixture must have one.
+    void replaceBytes(const std::string& from, const std::string& to) {
+        std::size_t at = bytes.find(from);
+        ASSERT_NE(at, std::string::npos);
+        for (; at != std::string::npos; at = bytes.find(from, at + to.size()))
+            bytes.replace(at, from.size(), to);
+    }
+    std::string answer(const std::string& sql) {
+        const auto engine = store::openSqlcipher(target(), kDeliveredPassword, std::chrono::seconds(1));
+        const auto rows = engine->prepare(sql);
+        std::string text;
+        while (rows->step())
+            for (int i = 0; i < rows->columnCount(); ++i)
+                text += (text.empty() ? "" : "|") + std::string(rows->text(i));
+        return text;
+    }
+
+    std::string bytes;
+
+private:
+    std::string folder_;
+};
+
+// The sums come from an export of the file, added up elsewhere.
+TEST_F(Aktarma, RaporSatirlariVeBakiyeleriSayar) {
+    const Examination seen = look();
+    EXPECT_TRUE(seen.problems.empty());
+    std::ostringstream out;
+    print(out, seen.report, Detail::Customers);
+    EXPECT_NE(out.str().find("MUSTKAYIT: 12 satır\n"), std::string::npos) << out.str();
+    EXPECT_NE(out.str().find("Toplam: satış 59.776,33, indirim 150,00, ödeme 39.243,82, bakiye 20.382,51\n"),
+              std::string::npos)
+        << out.str();
+    const auto remarked = [&](const char* text) {
+        return std::find(seen.remarks.begin(), seen.remarks.end(), text) != seen.remarks.end();
+    };
+    EXPECT_TRUE(remarked("Bilinmeyen alan aktarılmaz: MUSTKAYIT.ESKI_ALAN"));
+    EXPECT_TRUE(remarked("Bilinmeyen tablo aktarılmaz: ESKI_TABLO (1 satır)"));
+    EXPECT_TRUE(remarked("Dosyada olmayan tablo: TAKSITALINAN"));
+}
+
+TEST_F(Aktarma, BosDeftereGirerDoluDefteriBirakir) {
+    hazirla::deliver(target(), hazirla::Existing::Keep, [](const std::string&) {});
+    move();
+    EXPECT_EQ(answer("SELECT HSTNO, typeof(DOGTRH), EVMH, BARKOD_KODU IS NULL FROM MUSTKAYIT WHERE ID = 3"),
+              "TI|text|Bahçelievler|1");
+    EXPECT_EQ(answer("SELECT ID, KASA_ADI FROM T_KASA_TANITIM ORDER BY ID"), "1|Merkez|2|Şube");
+    EXPECT_EQ(answer("SELECT TARIH, ALACAK_TUTAR FROM T_KASA_HAREKETLERI WHERE ID = 1"),
+              "2024-05-06 11:00:00|250000000.0");
+    EXPECT_EQ(answer("SELECT DEGER, FIRMA FROM FIRMABILGISI"), "1|Örnek Ticaret Ltd. Şti.");
+    const std::string before = answer("SELECT count(*), sum(ODMIKTAR) FROM TAKSITODENEN");
+    EXPECT_THROW(move(), Refusal);
+    EXPECT_EQ(answer("SELECT count(*), sum(ODMIKTAR) FROM TAKSITODENEN"), before);
+}
+
+TEST_F(Aktarma, TekElYazisiSatirBileDefteriDoluYapar) {
+    hazirla::deliver(target(), hazirla::Existing::Keep, [](const std::string& file) {
+        hazirla::runStatements(file, {"UPDATE FIRMABILGISI SET FIRMA='Bizim Dükkân'"});
+    });
+    EXPECT_THROW(move(), Refusal);
+    EXPECT_EQ(answer("SELECT FIRMA FROM FIRMABILGISI"), "Bizim Dükkân");
+}
+
+// The password stands behind a mask of exclusive ors, so that it can be put into the file as it is.
+TEST_F(Aktarma, ParolaSorulur) {
+    const std::string password = "g\0i\0z\0l\0i\0"s;
+    for (std::size_t i = 0; i < password.size(); ++i)
+        bytes[0x42 + i] = static_cast<char>(bytes[0x42 + i] ^ password[i]);
+    EXPECT_THROW(look(), Refusal);
+    EXPECT_THROW(look("Gizli"), Refusal);
+    EXPECT_THROW(look("gizli2"), Refusal);
+    EXPECT_TRUE(look("gizli").problems.empty());
+}
+
+TEST_F(Aktarma, KesikDosyaFarkEdilir) {
+    const std::string whole = bytes;
+    for (std::size_t size = 0; size < whole.size(); size += kPage) {
+        for (const std::size_t extra : {std::size_t{0}, std::size_t{100}}) {
+            bytes = whole.substr(0, size + extra);
+            EXPECT_THROW(look(), Refusal) << size + extra;
+        }
+    }
+}
+
+TEST_F(Aktarma, BozukSayfaVeDegerFarkEdilir) {
+    const std::string whole = bytes;
+    const std::string secondOfEight = "\x08\0\x02\0\0\0"s; // row 2 of a table of eight columns
+    for (const std::size_t row : {whole.find(secondOfEight), whole.rfind(secondOfEight)}) {
+        const std::size_t page = row / kPage * kPage;
+        bytes = whole;
+        bytes.replace(page, kPage, kPage, '\0');
+        EXPECT_THROW(look(), Refusal) << page;
+        bytes = whole;
+        bytes.replace(page + 4, 1, "\x7f"); // now of another table
+        EXPECT_THROW(look(), Refusal) << page;
+    }
+    bytes = whole;
+    replaceBytes("Bah\xe7"s, "B\x01h\xe7"s);
+    EXPECT_THROW(look(), Damaged);
+    EXPECT_FALSE(fs::exists(target()));
+}
+
+TEST_F(Aktarma, IkiKezVerilenSayacSigmaz) {
+    replaceBytes("\x08\0\x02\0\0\0"s, "\x08\0\x01\0\0\0"s);
+    const Examination seen = look();
+    ASSERT_FALSE(seen.problems.empty());
+    EXPECT_NE(seen.problems.front().find("TAKSITODENEN.ID, 1 değer"), std::string::npos)
+        << seen.problems.front();
+}
+
+TEST(JetMetni, YalnizHarflerOkunur) {
+    struct Case {
+        std::string bytes;
+        std::optional<std::string> text;
+    };
+    const Case cases[] = {
+        {"", ""},
+        {"A\0\x1f\x01"s, "Ağ"},                    // ğ is U+011F
+        {"\xff\xfe"s + "A\xe7k", "Açk"},           // one byte a letter
+        {"\xff\xfe"s + "A\0\x5f\x01\0k"s, "Aşk"},  // and two in between
+        {"\x3d\xd8\x00\xde"s, "\xf0\x9f\x98\x80"}, // a pair
+        {"A\0\x1f"s, std::nullopt},                // half a letter
+        {"\x3d\xd8"s + "A\0"s, std::nullopt},      // half a pair
+        {"\x00\xde"s, std::nullopt},               // the other half
+        {"\0\0"s, std::nullopt},                   // a control sign
+        {"\xff\xff"s, std::nullopt},               // no letter at all
+        {"\xff\xfe"s + "A\0\x5f"s, std::nullopt},
+    };
+    for (const Case& each : cases)
+        EXPECT_EQ(decodeJetText(each.bytes), each.text) << testing::PrintToString(each.bytes);
+}
+
+TEST(Sigma, KayipsizOlanSigar) {
+    using enum store::ColumnType;
+    struct Case {
+        Value value;
+        store::ColumnType type;
+        std::optional<Value> fits;
+    };
+    const Case cases[] = {
+        {Value(), Small, Value()},
+        {32767, Small, Value(32767)},
+        {32768, Small, std::nullopt},
+        {true, Small, Value(-1)},
+        {3.0, Whole, Value(3)},
+        {2.5, Whole, std::nullopt},
+        {3e9, Whole, std::nullopt},
+        {7, Number, Value(7.0)},
+        {42, Text, Value("42")},
+        {"12", Whole, Value(12)},
+        {"yok", Number, std::nullopt},
+        {"", Date, std::nullopt},
+        {"", Text, Value("")},
+        {DateTime::of(2026, 11, 22, 9, 30), Date, Value("2026-11-22 09:30:00")},
+    };
+    for (const Case& each : cases)
+        EXPECT_EQ(fitted(each.value, each.type), each.fits) << &each - cases;
+}
+
+TEST(AktarSecenekleri, DosyaVeSecenekler) {
+    const char* given[] = {"eski.mdb", "--dene", "--parola", "-", "--kok", "k"};
+    const Options options = readOptions(given);
+    EXPECT_EQ(options.source, "eski.mdb");
+    EXPECT_EQ(options.root, "k");
+    EXPECT_TRUE(options.trial && options.passwordFromInput);
+    for (const std::vector<const char*>& bad :
+         {std::vector<const char*>{}, {"a.mdb", "b.mdb"}, {"a.mdb", "--parola"}, {"a.mdb", "--baska"}})
+        EXPECT_THROW(static_cast<void>(readOptions(bad)), Refusal);
+}
+
+} // namespace
+} // namespace veldona::aktar
