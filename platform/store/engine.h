@@ -62,6 +62,10 @@ public:
     // How long a statement waits for another workstation's lock before it fails.
     virtual void setBusyTimeout(std::chrono::milliseconds timeout) = 0;
 
+    // Makes `target`, a new file of this engine opened with the same password, equal to this one as it stands
+    // at one moment (in a transaction: as that one sees it), without holding anybody up.
+    virtual void copyInto(Engine& target) = 0;
+
     // Runs a statement that answers nothing of interest.
     void execute(std::string_view sql) {
         auto statement = prepare(sql);

@@ -152,6 +152,18 @@ public:
     std::int64_t rowsChanged() const override { return sqlite3_changes(connection_); }
     void setBusyTimeout(std::chrono::milliseconds timeout) override { busyTimeout_ = timeout; }
 
+    // In one step: a step for itself would begin anew at each write of another workstation. A copy into a
+    // file without a key would be a plain one, and one of another page size a damaged one.
+    void copyInto(Engine& target) override {
+        auto& copy = dynamic_cast<SqlcipherEngine&>(target);
+        if (copy.hasPlainHeader()) throw std::logic_error("a copy of the books must be encrypted");
+        sqlite3_backup* backup = sqlite3_backup_init(copy.connection_, "main", connection_, "main");
+        if (backup == nullptr) failEngine(copy.connection_);
+        const int code = sqlite3_backup_step(backup, -1);
+        sqlite3_backup_finish(backup); // repeats the code of the step
+        if (code != SQLITE_DONE) throw engineFailure(code, "");
+    }
+
     // Read through the engine's own descriptor: closing another one would drop the locks that this process
     // holds.
     [[nodiscard]] bool hasPlainHeader() const {

@@ -1,0 +1,26 @@
+// The backups of a folder: their names, and which of them are kept.
+//
+// A name carries day and time, so that names sort by age: vorel-2026-11-22_143005.mdb. Files of any other
+// name are nobody's business here.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/runtime/datetime.h"
+
+namespace veldona::yedek {
+
+[[nodiscard]] std::string backupName(DateTime at);
+[[nodiscard]] bool isBackupName(std::string_view name);
+
+// The backups in `folder`, the oldest first.
+[[nodiscard]] std::vector<std::string> listBackups(const std::string& folder);
+
+// Those of `names` (the oldest first) that go: kept are all of the newest day, the newest of each of 30 days
+// and the newest of each of 12 months. Days and months without a backup do not count, so that a shop that was
+// closed for a season keeps what it had.
+[[nodiscard]] std::vector<std::string> expired(const std::vector<std::string>& names);
+
+} // namespace veldona::yedek

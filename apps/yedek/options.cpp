@@ -1,0 +1,59 @@
+#include "apps/yedek/options.h"
+
+#include <string_view>
+
+#include "apps/yedek/refusal.h"
+
+namespace veldona::yedek {
+namespace {
+
+bool readSwitch(const std::string& option, Options& options) {
+    bool* const flag = option == "--evet"     ? &options.confirmed
+                       : option == "--liste"  ? &options.list
+                       : option == "--yardim" ? &options.help
+                                              : nullptr;
+    if (flag != nullptr) *flag = true;
+    return flag != nullptr;
+}
+
+std::optional<std::string>* valueOf(const std::string& option, Options& options) {
+    if (option == "--kok") return &options.root;
+    if (option == "--klasor") return &options.folder;
+    if (option == "--geri-yukle") return &options.restore;
+    return nullptr;
+}
+
+} // namespace
+
+Options readOptions(std::span<const char* const> arguments) {
+    Options options;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string option = arguments[i];
+        if (readSwitch(option, options)) continue;
+        std::optional<std::string>* const value = valueOf(option, options);
+        if (value == nullptr) throw Refusal("Bilinmeyen seçenek: " + option + "\n" + usage());
+        if (++i == arguments.size() || std::string_view(arguments[i]).empty())
+            throw Refusal(option + " bir değer ister.");
+        *value = arguments[i];
+    }
+    if (options.confirmed && !options.restore)
+        throw Refusal("--evet yalnızca --geri-yukle ile birlikte verilir.");
+    if (options.list && options.restore) throw Refusal("--liste ile --geri-yukle birlikte verilmez.");
+    return options;
+}
+
+const char* usage() {
+    return "Kullanım: vorel-yedek [seçenekler]\n"
+           "Program açıkken de defterin şifreli bir yedeğini alır ve yedeği denetler. Son 30 günün ve son "
+           "12\n"
+           "ayın yedekleri saklanır, eskileri silinir.\n"
+           "\n"
+           "  --kok KLASÖR        C: sürücüsünün yerine geçen klasör\n"
+           "  --klasor KLASÖR     yedeklerin klasörü; verilmezse C: sürücüsünde VELDONA/Yedek\n"
+           "  --liste             alınmış yedekleri sıralar\n"
+           "  --geri-yukle DOSYA  bu yedek yerine konursa ne kaybolacağını gösterir\n"
+           "  --evet              gösterir ve yedeği yerine koyar; değişen defter yanında saklanır\n"
+           "  --yardim            bu sayfa\n";
+}
+
+} // namespace veldona::yedek

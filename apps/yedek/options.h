@@ -1,0 +1,24 @@
+// The command line of vorel-yedek.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+
+namespace veldona::yedek {
+
+struct Options {
+    std::optional<std::string> root;    // the folder that stands for drive C:
+    std::optional<std::string> folder;  // of the backups
+    std::optional<std::string> restore; // a backup to put back
+    bool confirmed = false;             // else a restoring is only shown
+    bool list = false;
+    bool help = false;
+};
+
+// Raises Refusal, with a sentence that names what cannot be read.
+[[nodiscard]] Options readOptions(std::span<const char* const> arguments);
+
+[[nodiscard]] const char* usage();
+
+} // namespace veldona::yedek

@@ -1,0 +1,25 @@
+// What the books hold, in figures: two files with the same picture are taken for the same books.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "platform/store/engine.h"
+
+namespace veldona::yedek {
+
+struct Picture {
+    std::map<std::string, std::int64_t> rows; // by table
+    std::string newestPayment;                // its date as it is stored
+    std::int64_t lastPaymentId = 0;
+
+    friend bool operator==(const Picture&, const Picture&) = default;
+};
+
+[[nodiscard]] Picture pictureOf(store::Engine& books);
+
+// "2026-11-22 14:30:05" as the program shows dates; the text itself where it is none.
+[[nodiscard]] std::string shownDate(const std::string& stored);
+
+} // namespace veldona::yedek

@@ -1,0 +1,13 @@
+// Why nothing was done, in a sentence for the operator.
+#pragma once
+
+#include <stdexcept>
+
+namespace veldona::yedek {
+
+class Refusal : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+} // namespace veldona::yedek

@@ -1,0 +1,163 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+
+#include "apps/hazirla/delivered.h"
+#include "apps/hazirla/writeshop.h"
+#include "apps/yedek/copy.h"
+#include "apps/yedek/keeping.h"
+#include "apps/yedek/options.h"
+#include "apps/yedek/refusal.h"
+#include "apps/yedek/restore.h"
+#include "core/session.h"
+#include "platform/store/sqlcipherengine.h"
+#include "platform/store/storeerror.h"
+
+namespace veldona::yedek {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+
+const DateTime kNow = DateTime::of(2026, 11, 22, 14, 30, 5);
+
+class Yedek : public ::testing::Test {
+protected:
+    Yedek() : folder_((fs::temp_directory_path() / "yedek-test-XXXXXX").string()) {
+        if (mkdtemp(folder_.data()) == nullptr) throw std::runtime_error("no temporary folder");
+        const hazirla::ShopPlan plan{30, 60, 2, 1, DateTime::of(2026, 11, 22)};
+        hazirla::deliver(books(), hazirla::Existing::Keep, [&](const std::string& target) {
+            hazirla::writeShop(target, hazirla::makeShop(plan));
+        });
+    }
+    ~Yedek() override { fs::remove_all(folder_); }
+
+    [[nodiscard]] std::string books() const { return folder_ + "/vorel.mdb"; }
+    [[nodiscard]] std::string backup() const { return folder_ + "/yedek.mdb"; }
+    [[nodiscard]] std::ptrdiff_t filesInside() const {
+        return std::distance(fs::directory_iterator(folder_), fs::directory_iterator());
+    }
+    static std::unique_ptr<store::Engine> open(const std::string& file) {
+        return store::openSqlcipher(file, kDeliveredPassword, 1s);
+    }
+    void payTwice() const {
+        const auto program = open(books());
+        for (int i = 0; i < 2; ++i)
+            program->execute("INSERT INTO TAKSITODENEN (MUSTNO, ISLEMNO, ODTRH, ODMIKTAR) "
+                             "VALUES ('1', 1, '2026-11-22 10:00:00', 125500000)");
+    }
+
+private:
+    std::string folder_;
+};
+
+TEST_F(Yedek, ProgramYazarkenAlinanYedekKaydedileniTasir) {
+    const auto program = open(books());
+    program->execute("UPDATE MUSTKAYIT SET AD = 'Şükrü' WHERE HSTNO = '1'"); // stands in the log alone
+    program->begin();
+    program->execute("DELETE FROM TAKSITODENEN");
+    const Picture picture = copyBooks(books(), backup());
+    program->commit();
+    EXPECT_GT(picture.rows.at("TAKSITODENEN"), 60);
+    EXPECT_EQ(inspect(backup()), picture);
+    EXPECT_NE(inspect(books()), picture);
+    const auto copy = open(backup());
+    const auto name = copy->prepare("SELECT AD FROM MUSTKAYIT WHERE HSTNO = '1'");
+    ASSERT_TRUE(name->step());
+    EXPECT_EQ(name->text(0), "Şükrü");
+    EXPECT_THROW(static_cast<void>(store::openSqlcipher(backup(), "baska", 1s)), store::StoreError);
+    EXPECT_EQ(fs::status(backup()).permissions(), fs::perms(0600));
+}
+
+TEST_F(Yedek, BozukDefterdenYedekKalmaz) {
+    std::fstream file(books(), std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(20 * 4096 + 100);
+    file.write("bozuk", 5);
+    file.close();
+    EXPECT_ANY_THROW(copyBooks(books(), backup()));
+    EXPECT_EQ(filesInside(), 1) << "something was left beside the books";
+}
+
+TEST_F(Yedek, GeriYuklemeKaybolaniSoylerVeDegiseniSaklar) {
+    const Picture before = copyBooks(books(), backup());
+    payTwice();
+    const Picture after = inspect(books());
+    const std::string loss = lossOfRestoring(backup(), books()).text;
+    EXPECT_NE(loss.find("2 ödeme, toplam 251,00"), std::string::npos) << loss;
+    EXPECT_NE(loss.find("Defterdeki son ödeme: 22/11/2026 10:00:00"), std::string::npos) << loss;
+    EXPECT_EQ(inspect(books()), after) << "looking changed the books";
+
+    const std::optional<std::string> kept = restore(backup(), books(), kNow);
+    ASSERT_TRUE(kept);
+    EXPECT_EQ(inspect(books()), before);
+    EXPECT_EQ(inspect(*kept), after);
+    EXPECT_EQ(inspect(backup()), before);
+    EXPECT_EQ(filesInside(), 3) << "something was left beside the books";
+    EXPECT_THROW(restore(backup(), books(), kNow), Refusal) << "the kept file would be overwritten";
+    EXPECT_EQ(inspect(*kept), after);
+}
+
+TEST_F(Yedek, AcikDefterDegistirilmezBozukYedekKonmaz) {
+    const Picture before = copyBooks(books(), backup());
+    payTwice();
+    {
+        const auto program = open(books());
+        EXPECT_THROW(restore(backup(), books(), kNow), Refusal);
+    }
+    EXPECT_NE(inspect(books()), before);
+    fs::resize_file(backup(), fs::file_size(backup()) / 2);
+    EXPECT_ANY_THROW(static_cast<void>(lossOfRestoring(backup(), books())));
+    EXPECT_ANY_THROW(restore(backup(), books(), kNow));
+    EXPECT_NE(inspect(books()), before);
+}
+
+TEST_F(Yedek, OkunamayanDefterinYerineYedekKonur) {
+    const Picture before = copyBooks(books(), backup());
+    std::ofstream(books(), std::ios::binary) << std::string(8192, 'x');
+    EXPECT_NE(lossOfRestoring(backup(), books()).text.find("okunamıyor"), std::string::npos);
+    EXPECT_TRUE(restore(backup(), books(), kNow));
+    EXPECT_EQ(inspect(books()), before);
+    fs::remove(books());
+    EXPECT_FALSE(restore(backup(), books(), kNow));
+    EXPECT_EQ(inspect(books()), before);
+}
+
+TEST(YedekSaklama, OtuzGunOnIkiAyKalir) {
+    std::vector<std::string> names; // two a day for two years, three on the last
+    const DateTime first = DateTime::of(2024, 11, 23, 9, 0, 0);
+    for (int day = 0; day < 730; ++day)
+        for (const int hour : {0, 10})
+            names.push_back(backupName(first.plusDays(day).plusSeconds(hour * 3600)));
+    names.push_back(backupName(first.plusDays(729).plusSeconds(12 * 3600)));
+    const std::vector<std::string> gone = expired(names);
+    std::vector<std::string> kept;
+    std::copy_if(names.begin(), names.end(), std::back_inserter(kept), [&](const std::string& name) {
+        return std::find(gone.begin(), gone.end(), name) == gone.end();
+    });
+    // Thirty days, two more of the last one, and ten month ends before them (the last two months are among
+    // the days).
+    EXPECT_EQ(kept.size(), 30U + 2U + 10U);
+    EXPECT_EQ(kept.front(), "vorel-2025-12-31_190000.mdb");
+    EXPECT_EQ(kept.back(), "vorel-2026-11-22_210000.mdb");
+    EXPECT_TRUE(expired({}).empty());
+    EXPECT_TRUE(isBackupName("vorel-2026-11-22_143005.mdb"));
+    for (const char* other :
+         {"vorel.mdb", "degistirilen-vorel-2026-11-22_143005.mdb", "vorel-2026-11-22_143005.mdb.yarim",
+          "vorel-2026-11-22_14300x.mdb", "vorel-2026-11-22_143005.txt"})
+        EXPECT_FALSE(isBackupName(other)) << other;
+}
+
+TEST(YedekSecenekler, OkunmayanSatirReddedilir) {
+    const auto read = [](std::vector<const char*> arguments) { return readOptions(arguments); };
+    EXPECT_TRUE(read({"--geri-yukle", "x.mdb", "--evet"}).confirmed);
+    const std::vector<std::vector<const char*>> refused = {
+        {"--evet"}, {"--geri-yukle"}, {"--klasor", ""}, {"--liste", "--geri-yukle", "x"}, {"x.mdb"}};
+    for (const auto& arguments : refused)
+        EXPECT_THROW(static_cast<void>(read(arguments)), Refusal) << arguments.back();
+}
+
+} // namespace
+} // namespace veldona::yedek
