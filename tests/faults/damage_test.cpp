@@ -154,7 +154,7 @@ TEST(Damage, APageThatGoesBadInTheMiddleOfWork) {
         file << flipped(ours.substr(half), 1000);
     }
     till.pragma("shrink_memory"); // what was read before is not asked for again otherwise
-    till.play("sql \"SELECT COUNT(UYARI) FROM MUSTKAYIT\"\n");
+    till.play("put Text1 \"4900\"\n");
     const auto said = till.said();
     EXPECT_TRUE(hasHelpful(said)) << ::testing::PrintToString(said);
     EXPECT_EQ(till.screenInFront(), "frmMainVeldona");

@@ -157,19 +157,21 @@ Day::Day(std::vector<Act> acts) : acts_(std::move(acts)) {
 }
 
 Day::Ending Day::play(const Drive& drive, const std::function<void()>& prepare,
-                      const std::function<void(Till&)>& opened,
-                      const std::function<void(pid_t)>& interrupt) const {
+                      const std::function<void(Till&)>& opened, const Interrupt& interrupt) const {
     int pipeEnds[2];
     if (pipe(pipeEnds) != 0) throw std::runtime_error("no pipe");
     const pid_t child = fork();
     if (child < 0) throw std::runtime_error("no child process");
     if (child == 0) playInChild(drive, acts_, pipeEnds[1], prepare, opened);
     ::close(pipeEnds[1]);
-    if (interrupt) interrupt(child);
     Ending ending;
-    char told = 0;
-    while (read(pipeEnds[0], &told, 1) == 1)
-        ++ending.done;
+    const AwaitActs awaitActs = [&](int acts) {
+        char told = 0;
+        while (ending.done < acts && read(pipeEnds[0], &told, 1) == 1)
+            ++ending.done;
+    };
+    if (interrupt) interrupt(child, awaitActs);
+    awaitActs(length() + 1); // to the end of what was told
     ::close(pipeEnds[0]);
     waitpid(child, &ending.status, 0);
     return ending;

@@ -44,11 +44,12 @@ public:
         int done = 0; // acts that were told of as done
         int status = 0;
     };
+    using AwaitActs = std::function<void(int acts)>;
+    using Interrupt = std::function<void(pid_t child, const AwaitActs& awaitActs)>;
     // Plays the day in a child process. `prepare` runs in it before the start, `opened` behind it;
     // `interrupt` runs here meanwhile.
     Ending play(const Drive& drive, const std::function<void()>& prepare,
-                const std::function<void(Till&)>& opened = {},
-                const std::function<void(pid_t)>& interrupt = {}) const;
+                const std::function<void(Till&)>& opened = {}, const Interrupt& interrupt = {}) const;
     // What is wrong with the books that an interrupted day has left; "" where nothing is.
     [[nodiscard]] std::string wrongWith(const Drive& drive, const Ending& ending) const;
     [[nodiscard]] int length() const { return static_cast<int>(acts_.size()); }
