@@ -60,6 +60,7 @@ public:
     bool filter(QWidget& receiver, QEvent& event);
     // Tells the model where the focus stands, where it has been moved past us.
     void followFocus();
+    void turnTo();
 
     [[nodiscard]] DateTime today() const;
     [[nodiscard]] bool timersRun() const;

@@ -62,6 +62,7 @@ bool FormWindow::filter(QWidget& receiver, QEvent& event) {
 
 bool FormWindow::keyPressed(QKeyEvent& event) {
     if (!listens()) return true;
+    turnTo();
     followFocus();
     if (!isBound()) return true;
     const KeyEvent key = keyOf(event);
@@ -118,7 +119,14 @@ void FormWindow::followFocus() {
     host_.flush();
 }
 
+// Two screens that stand side by side: the one that is used is the one in front.
+void FormWindow::turnTo() {
+    form_.forms().turnTo(form_);
+    host_.flush();
+}
+
 bool FormWindow::mouseEvent(QWidget& receiver, const QEvent& event) {
+    if (event.type() == QEvent::MouseButtonPress && listens()) turnTo();
     Binder* binder = binderAt(&receiver);
     if (!binder || !listens()) return false;
     if (event.type() == QEvent::MouseButtonRelease) {

@@ -131,6 +131,21 @@ Form* Forms::active() const {
     return front == open_.rend() ? nullptr : front->form.get();
 }
 
+bool Forms::isOpenToOperator(const Form& form) const {
+    const auto nearest = std::find_if(open_.rbegin(), open_.rend(), [&form](const Open& each) {
+        return each.shown && (each.form.get() == &form || each.kip == Kip::Modal);
+    });
+    return !ended_ && nearest != open_.rend() && nearest->form.get() == &form && form.enabled();
+}
+
+void Forms::turnTo(Form& form) {
+    if (active() == &form || !isOpenToOperator(form)) return;
+    const Hold hold(*this);
+    bringToFront(form);
+    host_->formShown(form, open_.back().kip);
+    activate(form);
+}
+
 std::vector<Forms::Open>::iterator Forms::place(const Form& form) {
     return std::find_if(open_.begin(), open_.end(),
                         [&form](const Open& each) { return each.form.get() == &form; });

@@ -69,6 +69,10 @@ public:
     [[nodiscard]] Form* loaded(std::string_view name) const; // case-free; nullptr: none
     [[nodiscard]] std::vector<Form*> loadedForms() const;
     [[nodiscard]] Form* active() const; // the shown form in front; nullptr: none
+    // Shown and enabled, with no modal one in front of it: the operator can turn to it.
+    [[nodiscard]] bool isOpenToOperator(const Form& form) const;
+    // The operator turns to it: where it stands behind another, it comes to the front and is activated.
+    void turnTo(Form& form);
 
     // Runs one event. An uncaught RuntimeError ends it and goes to onUncaught (on to the caller where none is
     // set). ProcessEnd unwinds the events on the stack down to the first one. Nothing runs once the process

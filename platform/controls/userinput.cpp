@@ -16,8 +16,8 @@ void raiseClick(Control& control) {
     control.form().forms().dispatch([&control] { call(control.onClick); });
 }
 
-bool isInFront(const Form& form) {
-    return form.forms().active() == &form && form.enabled() && !form.forms().ended();
+bool isInFront(const Control& control) {
+    return control.form().forms().active() == &control.form() && canReach(control);
 }
 
 // A menu that no bar shows opens over a control that names it.
@@ -35,11 +35,18 @@ bool canOpen(const Control& item) {
     return true;
 }
 
+// Turns to the control's screen; false where the control is out of reach, or by then is.
+bool turnTo(Control& control) {
+    if (!canReach(control)) return false;
+    control.form().forms().turnTo(control.form());
+    return isInFront(control);
+}
+
 // Enters a control as the hand does that is about to use it; false where it is out of reach, or by then is.
 bool reach(Control& control) {
-    if (!canReach(control)) return false;
+    if (!turnTo(control)) return false;
     if (control.takesFocus()) control.form().moveFocus(control);
-    return canReach(control);
+    return isInFront(control);
 }
 
 // What an act that found no target comes to: refused, but done where its own events closed the screen.
@@ -76,13 +83,14 @@ bool putText(Control& control, std::string_view text) {
 } // namespace
 
 bool canReach(const Control& control) {
-    if (!isInFront(control.form())) return false;
+    if (!control.form().forms().isOpenToOperator(control.form())) return false;
     if (dynamic_cast<const MenuItem*>(&control)) return canOpen(control);
     return control.isShown() && control.isUsable();
 }
 
 bool focus(Control& control) {
-    if (!control.takesFocus() || !canReach(control)) return false;
+    const Forms::Hold hold(control.form().forms());
+    if (!control.takesFocus() || !turnTo(control)) return false;
     control.form().moveFocus(control);
     return true;
 }
@@ -158,14 +166,14 @@ bool clickRow(Control& listOrGrid, int row) {
 bool dblClick(Control& control) {
     const Forms::Hold hold(control.form().forms());
     if (!click(control)) return false;
-    if (canReach(control)) control.form().forms().dispatch([&control] { call(control.onDblClick); });
+    if (isInFront(control)) control.form().forms().dispatch([&control] { call(control.onDblClick); });
     return true;
 }
 
 bool dblClickRow(Control& listOrGrid, int row) {
     const Forms::Hold hold(listOrGrid.form().forms());
     if (!clickRow(listOrGrid, row)) return false;
-    if (canReach(listOrGrid)) listOrGrid.form().forms().dispatch([&] { call(listOrGrid.onDblClick); });
+    if (isInFront(listOrGrid)) listOrGrid.form().forms().dispatch([&] { call(listOrGrid.onDblClick); });
     return true;
 }
 
@@ -221,14 +229,17 @@ bool pickDate(DateBox& box, const Value& dateOrNull) {
 }
 
 bool clickMenu(MenuItem& item) {
-    if (!canReach(item)) return false;
+    const Forms::Hold hold(item.form().forms());
+    if (!turnTo(item)) return false;
     raiseClick(item);
     return true;
 }
 
 bool clickTool(ToolBar& bar, std::string_view key) {
+    const Forms::Hold hold(bar.form().forms());
+    if (!turnTo(bar)) return false;
     const ToolBar::Tool* tool = bar.find(key);
-    if (!tool || !tool->visible || !tool->enabled || !canReach(bar)) return false;
+    if (!tool || !tool->visible || !tool->enabled) return false;
     bar.form().forms().dispatch([&bar, pressed = tool->key] { call(bar.onToolClick, pressed); });
     return true;
 }

@@ -1,8 +1,8 @@
 // What an operator can do to a screen, each as the events it makes, run through the dispatcher.
 //
 // The operator console and the tests call these; a window calls the lower ones (keyDown, textEdited …) and
-// lets its widgets do the editing. An act on a control that is hidden or disabled, or that is not in front,
-// is refused (false).
+// lets its widgets do the editing. An act on a control that is hidden or disabled, or whose screen stands
+// behind a modal one, is refused (false). One on another open screen turns to that screen first.
 #pragma once
 
 #include <string>

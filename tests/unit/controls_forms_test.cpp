@@ -33,6 +33,24 @@ TEST(Forms, OnlyTheScreenInFrontHandsTheFrontOn) {
     EXPECT_EQ(stage.forms.active()->name(), "frmC");
 }
 
+TEST(Forms, TheOperatorTurnsToAnotherOpenScreenUnlessAModalOneIsInFront) {
+    Stage stage;
+    Screen& first = stage.shown();
+    Screen& second = stage.shown("frmB");
+    EXPECT_TRUE(user::click(first.button));
+    EXPECT_EQ(stage.host.log.take(), "frmA.activate");
+    EXPECT_EQ(stage.forms.active(), &first);
+    second.setEnabled(false);
+    EXPECT_FALSE(user::focus(second.b));
+    second.setEnabled(true);
+    stage.host.script = {[&](Form&) {
+        EXPECT_FALSE(user::click(first.button));
+        EXPECT_FALSE(user::click(second.button));
+        EXPECT_EQ(stage.forms.active()->name(), "frmC");
+    }};
+    stage.forms.show("frmC", Kip::Modal);
+}
+
 TEST(Forms, AScreenThatClosesWhileItOpensIsNotRunModally) {
     Stage stage;
     stage.prepare = [](Screen& screen) { screen.onLoad = [&] { screen.forms().unload(screen); }; };
