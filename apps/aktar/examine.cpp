@@ -29,25 +29,30 @@ const TableDef* findTarget(const std::string& name) {
     return nullptr;
 }
 
-Match matchColumns(const JetTable& source, const TableDef& target, std::vector<std::string>& remarks) {
+Match matchColumns(const JetTable& source, const TableDef& target, Examination& made) {
     Match match{&source, {&target, {}}, {}};
     std::vector<bool> used(source.columns.size());
     for (const ColumnDef& column : target.columns) {
-        const auto found = std::find_if(source.columns.begin(), source.columns.end(),
-                                        [&](const std::string& name) { return sameName(name, column.name); });
+        const auto found =
+            std::find_if(source.columns.begin(), source.columns.end(),
+                         [&](const JetColumn& known) { return sameName(known.name, column.name); });
         if (found == source.columns.end()) {
             if (column.type != ColumnType::Counter)
-                remarks.push_back("Dosyada olmayan alan boş kalır: " + target.name + '.' + column.name);
+                made.remarks.push_back("Dosyada olmayan alan boş kalır: " + target.name + '.' + column.name);
             continue;
         }
         const auto place = static_cast<std::size_t>(found - source.columns.begin());
         used[place] = true;
+        if (!found->readable)
+            made.problems.push_back("Sığmıyor: " + target.name + '.' + column.name +
+                                    " alanının türü okunamaz.");
         match.columns.push_back(place);
         match.target.columns.push_back(column);
     }
     for (std::size_t i = 0; i < used.size(); ++i)
         if (!used[i])
-            remarks.push_back("Bilinmeyen alan aktarılmaz: " + source.name + '.' + source.columns[i]);
+            made.remarks.push_back("Bilinmeyen alan aktarılmaz: " + source.name + '.' +
+                                   source.columns[i].name);
     return match;
 }
 
@@ -62,7 +67,7 @@ void matchTables(const JetFile& file, Examination& made) {
         if (source.linked)
             throw hazirla::Refusal(source.name + " bağlı bir tablo; satırları başka bir dosyada. Önce o "
                                                  "dosyadan bu dosyaya alınmalı. Hiçbir şey aktarılmadı.");
-        made.matches.push_back(matchColumns(source, *target, made.remarks));
+        made.matches.push_back(matchColumns(source, *target, made));
     }
     for (const TableDef& table : schema::tables()) {
         const bool found = std::any_of(made.matches.begin(), made.matches.end(),
@@ -143,7 +148,8 @@ Examination examine(const JetFile& file, const Progress& progress) {
     Problems problems;
     for (const Match& match : made.matches)
         examineTable(file, match, made.report, problems, progress);
-    made.problems = problems.lines();
+    for (std::string& line : problems.lines())
+        made.problems.push_back(std::move(line));
     return made;
 }
 

@@ -75,8 +75,8 @@ public:
             all = piece(numberAt<std::uint32_t>(place_.data() + 4));
         else
             all = chain(numberAt<std::uint32_t>(place_.data() + 4), length);
-        if (!all || all->size() != length) return std::nullopt;
-        return all;
+        if (!all || all->size() < length) return std::nullopt;
+        return all->substr(0, length);
     }
 
 private:
@@ -168,11 +168,11 @@ public:
     }
 
     [[nodiscard]] std::uint64_t rows() const { return table_->num_rows; }
-    [[nodiscard]] std::vector<std::string> columnNames() const {
-        std::vector<std::string> names;
+    [[nodiscard]] std::vector<JetColumn> columns() const {
+        std::vector<JetColumn> all;
         for (unsigned i = 0; i < table_->num_cols; ++i)
-            names.emplace_back(column(i).name);
-        return names;
+            all.push_back({column(i).name, isReadable(column(i).col_type)});
+        return all;
     }
 
     void walk(const RowTaker& take) {
@@ -246,7 +246,7 @@ JetFile::JetFile(const std::string& path) : path_(path), handle_(std::make_uniqu
             if (mdb_is_user_table(entry) == 0) continue;
             const Reading reading(entry, path);
             table.rows = reading.rows();
-            table.columns = reading.columnNames();
+            table.columns = reading.columns();
         }
         tables_.push_back(std::move(table));
     }

@@ -23,9 +23,14 @@ public:
     using Refusal::Refusal;
 };
 
+struct JetColumn {
+    std::string name;
+    bool readable; // false for pictures, binary data, decimals: the value stays Null
+};
+
 struct JetTable {
     std::string name;
-    std::vector<std::string> columns;
+    std::vector<JetColumn> columns;
     std::uint64_t rows = 0; // the table's own count
     bool linked = false;    // its rows are in another file
 };
@@ -41,8 +46,7 @@ public:
     // The tables of the shop, without those that the file keeps for itself.
     [[nodiscard]] const std::vector<JetTable>& tables() const { return tables_; }
 
-    // Hands out every row of a table, one value a column. A column that the reader has no use for (pictures,
-    // binary data) is Null throughout. Raises Damaged.
+    // Hands out every row of a table, one value a column. Raises Damaged.
     using RowTaker = std::function<void(std::span<const Value> row)>;
     void read(const JetTable& table, const RowTaker& take) const;
 

@@ -36,7 +36,7 @@ std::optional<std::u16string> expanded(std::string_view bytes) {
 }
 
 bool isLetter(char32_t code) {
-    if (code < 0x20) return code == '\t' || code == '\r' || code == '\n';
+    if (code < 0x20) return code >= '\t' && code <= '\r'; // tabs and line ends of every kind
     return code != 0x7F && (code & 0xFFFE) != 0xFFFE && !(code >= 0xFDD0 && code <= 0xFDEF);
 }
 

@@ -1,8 +1,11 @@
 // vorel-aktar: moves a shop's existing Jet file into the program's books.
+#include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <exception>
 #include <iostream>
 #include <span>
@@ -21,20 +24,40 @@ namespace {
 using namespace veldona;
 using namespace veldona::aktar;
 
-// One line at a time on the error stream, seldom enough to cost nothing.
+// The error stream, kept for our own sentences: the reading library writes there too, of pages and offsets.
+class ErrorStream {
+public:
+    ErrorStream() : own_(dup(STDERR_FILENO)) {
+        const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+        if (nowhere < 0) return;
+        dup2(nowhere, STDERR_FILENO);
+        ::close(nowhere);
+    }
+    ~ErrorStream() { ::close(own_); }
+    ErrorStream(const ErrorStream&) = delete;
+    ErrorStream& operator=(const ErrorStream&) = delete;
+
+    void say(const std::string& sentence) const { dprintf(own_, "%s\n", sentence.c_str()); }
+
+private:
+    int own_;
+};
+
+// One line at a time, seldom enough to cost nothing.
 class ProgressLine {
 public:
-    explicit ProgressLine(const char* doing) : doing_(doing) {}
+    ProgressLine(const ErrorStream& errors, const char* doing) : errors_(errors), doing_(doing) {}
 
     void show(const std::string& table, std::uint64_t done, std::uint64_t all) {
         const auto now = std::chrono::steady_clock::now();
         if (now - last_ < std::chrono::seconds(1)) return;
         last_ = now;
-        std::cerr << doing_ << ' ' << table << ": " << done << " / " << all << '\n';
+        errors_.say(doing_ + (' ' + table) + ": " + std::to_string(done) + " / " + std::to_string(all));
     }
 
 private:
-    const char* doing_;
+    const ErrorStream& errors_;
+    std::string doing_;
     std::chrono::steady_clock::time_point last_ = std::chrono::steady_clock::now();
 };
 
@@ -44,10 +67,10 @@ Progress progressOf(ProgressLine& line) {
     };
 }
 
-int run(const Options& options) {
+int run(const Options& options, const ErrorStream& errors) {
     checkJetHeader(options.source, options.password);
     const JetFile file(options.source);
-    ProgressLine reading("Okunuyor");
+    ProgressLine reading(errors, "Okunuyor");
     const Examination examined = examine(file, progressOf(reading));
     for (const std::string& remark : examined.remarks)
         std::cout << remark << '\n';
@@ -59,7 +82,7 @@ int run(const Options& options) {
     if (options.trial) return 0;
     const Paths paths(options.root ? *options.root : chooseRoot(executableFolder(), userDataFolder()));
     const std::string target = paths.toNative(kDatabasePath);
-    ProgressLine writing("Yazılıyor");
+    ProgressLine writing(errors, "Yazılıyor");
     moveIn(file, examined, target, progressOf(writing));
     sablonlariKur(paths);
     std::cout << "Aktarıldı, toplamlar aynı: " << target << '\n';
@@ -67,12 +90,13 @@ int run(const Options& options) {
 }
 
 int runGuarded(const Options& options) {
+    const ErrorStream errors;
     try {
-        return run(options);
+        return run(options, errors);
     } catch (const std::exception& failure) {
         // Refusals, errors of the store and of the platform: each tells its own sentence.
         std::cout.flush();
-        std::cerr << failure.what() << '\n';
+        errors.say(failure.what());
         return 1;
     }
 }
@@ -91,7 +115,11 @@ int runApart(const Options& options) {
     while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
     if (WIFEXITED(status)) return WEXITSTATUS(status);
-    std::cerr << options.source << " bozuk: okunurken program durdu. Hiçbir şey aktarılmadı.\n";
+    const int signal = WTERMSIG(status);
+    const bool stopped = signal == SIGKILL || signal == SIGTERM || signal == SIGINT || signal == SIGHUP;
+    std::cerr << options.source
+              << (stopped ? ": aktarma yarıda kesildi." : " bozuk: okunurken program durdu.")
+              << " Hiçbir şey aktarılmadı.\n";
     return 1;
 }
 

@@ -79,7 +79,7 @@ TEST_F(Aktarma, RaporSatirlariVeBakiyeleriSayar) {
     std::ostringstream out;
     print(out, seen.report, Detail::Customers);
     EXPECT_NE(out.str().find("MUSTKAYIT: 12 satır\n"), std::string::npos) << out.str();
-    EXPECT_NE(out.str().find("Toplam: satış 59.776,33, indirim 150,00, ödeme 39.243,82, bakiye 20.382,51\n"),
+    EXPECT_NE(out.str().find("Toplam: satış 59.574,02, indirim 250,00, ödeme 36.049,86, bakiye 23.274,16\n"),
               std::string::npos)
         << out.str();
     const auto remarked = [&](const char* text) {
@@ -102,6 +102,41 @@ TEST_F(Aktarma, BosDeftereGirerDoluDefteriBirakir) {
     const std::string before = answer("SELECT count(*), sum(ODMIKTAR) FROM TAKSITODENEN");
     EXPECT_THROW(move(), Refusal);
     EXPECT_EQ(answer("SELECT count(*), sum(ODMIKTAR) FROM TAKSITODENEN"), before);
+}
+
+// A long text lies in its row, on a page of its own, or in a chain of pieces that each name the next.
+TEST_F(Aktarma, UzunMetinNeredeDursaOkunur) {
+    const std::size_t text = bytes.find("D\0i\0k\0k\0a\0t\0:\0"s);
+    ASSERT_NE(text, std::string::npos);
+    const std::string letters = bytes.substr(text, 30), head = bytes.substr(text - 12, 12);
+    ASSERT_EQ(head, "\x1e\0\0\x80"s + std::string(8, '\0'));
+    const std::string whole = bytes;
+    const auto page = static_cast<char>(whole.size() / kPage);
+    const auto place = [&](const std::string& newHead, const std::vector<std::string>& rows) {
+        std::string added(kPage, '\0');
+        added.replace(0, 2, "\x01\x01");
+        added[12] = static_cast<char>(rows.size());
+        std::size_t end = kPage;
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            end -= rows[i].size();
+            added.replace(end, rows[i].size(), rows[i]);
+            added[14 + 2 * i] = static_cast<char>(end & 0xFF);
+            added[15 + 2 * i] = static_cast<char>(end >> 8);
+        }
+        bytes = whole + added;
+        bytes.replace(text - 12, 12, newHead + std::string(12 - newHead.size(), '\0'));
+        bytes.replace(text, 30, 30, 'x');
+    };
+    const std::string second = "\x01"s + page + "\0\0"s;
+    const Report inRow = look().report;
+    place("\x1e\0\0\x40\0"s + page, {letters});
+    EXPECT_TRUE(look().report == inRow);
+    place("\x1e\0\0\0\0"s + page, {second + letters.substr(0, 10), "\0\0\0\0"s + letters.substr(10)});
+    EXPECT_TRUE(look().report == inRow);
+    place("\x1e\0\0\0\0"s + page, {second + letters.substr(0, 10), second + letters.substr(10)});
+    EXPECT_THROW(look(), Damaged); // a chain that never ends
+    place("\x40\0\0\x40\0"s + page, {letters});
+    EXPECT_THROW(look(), Damaged); // shorter than it says
 }
 
 TEST_F(Aktarma, TekElYazisiSatirBileDefteriDoluYapar) {
