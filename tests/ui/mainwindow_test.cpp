@@ -202,6 +202,17 @@ TEST_F(MainWindow, EscPencereyiKapatir) {
     EXPECT_TRUE(forms.loadedForms().empty());
 }
 
+// A report screen stands beside it: a press of the mouse brings the main screen to the front.
+TEST_F(MainWindow, RaporEkraniAcikkenKullanilir) {
+    QTest::mouseClick(&at<QPushButton>("cmdGunuGecenOdemeler"), Qt::LeftButton);
+    ASSERT_EQ(forms.active()->name(), "rprodemesigecen");
+    QTest::mouseClick(&at<QLineEdit>("Text1"), Qt::LeftButton);
+    EXPECT_EQ(forms.active(), screen);
+    typeText(host, *screen, "7");
+    EXPECT_EQ(at<QLabel>("Label7").text().trimmed(), "Ayşe     Yılmaz");
+    EXPECT_NE(forms.loaded("rprodemesigecen"), nullptr);
+}
+
 // Pictures to look at, and what a person would see at once: nothing wider than a small screen.
 TEST_F(MainWindow, EkranaSigar) {
     openFirstSale();
