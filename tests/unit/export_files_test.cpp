@@ -1,0 +1,220 @@
+// The export panel and what each format writes, on a customer list and on a report without rows.
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include <gtest/gtest.h>
+
+#include "core/reporting.h"
+#include "platform/controls/userinput.h"
+#include "platform/export/cells.h"
+#include "platform/export/compoundfile.h"
+#include "platform/export/delimited.h"
+#include "platform/export/ownform.h"
+#include "platform/report/compose.h"
+#include "platform/report/layoutreader.h"
+#include "platform/report/pagetext.h"
+#include "reports/startexport.h"
+#include "reports/viewer.h"
+#include "tests/support/shop.h"
+
+namespace veldona::test {
+
+namespace {
+
+using Lines = std::vector<std::string>;
+constexpr const char* kError13 = "Hata Oluştu\nHata No : 13Hata Tanımı :";
+
+std::string contentOf(const std::filesystem::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+class PdfDesk : public report::ReportDesk {
+public:
+    void preview(const report::Document&) override {}
+    void opened(const report::Document&) override {}
+    bool print(const report::Document&) override { return true; }
+    void writePdf(const report::Document& document, const std::string& nativePath) override {
+        std::ofstream(nativePath) << "%PDF " << document.pages.size();
+    }
+};
+
+class Export : public ::testing::Test {
+protected:
+    Export() {
+        session.reportDesk = &desk;
+        shop.forms.add("frmCrNesne", [this](Forms& f) { return makeFrmCrNesne(f, session); });
+        sablonlariKur(session.desktop.paths);
+        for (int i = 1; i <= 60; ++i)
+            shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD,EVMH) VALUES ('" + std::to_string(i) +
+                     "','Ayşe','Öz, \"Işık\" <ğ>','%D {AD} Mh.')");
+        SablonRaporGoster(session, "\\Rapor\\CariListesi2.rpt", "SELECT * FROM MUSTKAYIT ORDER BY ID");
+        panel().picExport.setVisible(true);
+        panel().cmdExport.setVisible(true);
+    }
+
+    AktarPaneli& panel() { return dynamic_cast<FrmCrNesne&>(*shop.forms.active()).aktar; }
+    // The box that ended the export.
+    std::string start(const char* format, const char* destination = "Dosya") {
+        user::choose(panel().cmbFormat, format);
+        user::choose(panel().cmbDestination, destination);
+        StartExport(panel());
+        const Lines said = shop.said();
+        return said.size() == 1 ? said[0] : std::to_string(said.size()) + " boxes";
+    }
+    [[nodiscard]] std::filesystem::path file(const std::string& below) const {
+        return std::filesystem::path(shop.desktop.paths.root()) / "VELDONA/Veldona_Taksit/aktar" / below;
+    }
+
+    Shop shop;
+    Session& session = shop.session;
+    PdfDesk desk;
+};
+
+TEST_F(Export, EachFormatHasItsFolderItsNameAndItsContent) {
+    struct Case {
+        const char* format;
+        const char* path;
+        const char* beginning;
+        const char* holds;
+    };
+    const Case cases[] = {
+        {"Karakter ile Ayrılmış", "Karakter Ayrılmış/aktar.txt", "\xEF\xBB\xBF'ID';'HSTNO'",
+         "'Ayşe';'Öz, \"Işık\" <ğ>'"},
+        {"Virgül ile Ayrılmış (CSV)", "Virgül Ayrılmış/aktar.csv", "\xEF\xBB\xBF\"ID\",\"HSTNO\"",
+         "\"Öz, \"\"Işık\"\" <ğ>\""},
+        {"Crystal Reports (RPT)", "Crystal Report/aktar.rpt", "<report", "%%D {{AD} Mh."},
+        {"Data Interchange (DIF)", "Data Interchange/aktar.dif", "TABLE\r\n0,1\r\n", "TUPLES\r\n0,61\r\n"},
+        {"Zengin Metinli Biçim (RTF)", "Zengin Metin/aktar.rtf", "{\\rtf1", "Ay\\u351?e"},
+        {"MS Excel 97-2000 (XLS)", "MSExcel/aktar.xls", "\xD0\xCF\x11\xE0", ""},
+        {"MS Excel 97-2000,(Formatsız) (XLS)", "MSExcel/aktar.xls", "\xD0\xCF\x11\xE0", ""},
+        {"HTML 32, Standard (HTM)", "HTML/aktar.htm", "<!DOCTYPE HTML PUBLIC \"-//W3C//DTD HTML 3.2",
+         "&lt;ğ&gt;"},
+        {"HTML 4 (HTM)", "HTML/aktar.htm", "<!DOCTYPE HTML PUBLIC \"-//W3C//DTD HTML 4", "&lt;ğ&gt;"},
+        {"Acrobat Format (PDF)", "PDF/aktar.pdf", "%PDF", ""},
+        {"Kayıt Deseni (REC)", "Kayıt Deseni/aktar.rec",
+         "\xEF\xBB\xBF"
+         "FIELDS",
+         "RECORDS 60\r\nID whole 1 2\r\nHSTNO text 3 2\r\n"},
+        {"Rapor Tanımı (DEF)", "Rapor Tanımı/aktar.def", "\xEF\xBB\xBFREPORT \"Müşteri Listesi\"",
+         "COLUMN HSTNO text"},
+        {"Tab ile Ayrılmış Metin", "Tab Ayrılmış Metin/aktar.txt", "\xEF\xBB\xBF", "60\t60\tAyşe\t"},
+        {"Tab ile Ayrılmış Değerler", "Tab Ayrılmış Değerler/aktar.txt", "\xEF\xBB\xBFID\tHSTNO",
+         "\r\n60\t60\t"},
+        {"Metin (TXT)", "Metin/aktar.txt", "\xEF\xBB\xBF", "Ayşe"},
+        {"MS Word (DOC)", "MSWord/aktar.doc", "{\\rtf1", "Ay\\u351?e"},
+        {"XML", "XML/aktar.xml", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>",
+         "<field name=\"AD\">Ayşe</field>"},
+    };
+    panel().txtFieldDel.setText(";");
+    panel().txtStringDel.setText("'");
+    for (int round = 0; round < 2; ++round) // the second time the folders stand
+        for (const Case& each : cases) {
+            EXPECT_EQ(start(each.format).substr(0, std::string(kError13).size()), kError13) << each.format;
+            const std::string content = contentOf(file(each.path));
+            EXPECT_EQ(content.substr(0, std::string(each.beginning).size()), each.beginning) << each.format;
+            EXPECT_NE(content.find(each.holds), std::string::npos) << each.format;
+            if (round == 0) std::filesystem::remove(file(each.path));
+        }
+}
+
+TEST_F(Export, NothingIsWrittenWithoutADestinationOrUnderAPathOfTheOperators) {
+    user::choose(panel().cmbFormat, "Acrobat Format (PDF)");
+    StartExport(panel());
+    EXPECT_EQ(shop.said(), Lines{kError13 + standardDescription(ErrorNumber::TypeMismatch)});
+    panel().txtDiskFile.setText("x.pdf");
+    user::choose(panel().cmbDestination, "Dosya");
+    panel().txtDiskFile.setText("D:x.pdf");
+    StartExport(panel());
+    EXPECT_FALSE(std::filesystem::exists(file("")));
+    panel().txtDiskFile.setText("x.pdf");
+    StartExport(panel());
+    EXPECT_TRUE(std::filesystem::exists(file("PDF/x.pdf")));
+    panel().txtDiskFile.setText("..\\..\\vorel.mdb");
+    EXPECT_EQ(shop.said().size(), 2U);
+    StartExport(panel());
+    EXPECT_NE(shop.said().at(0).find("Hata No : 76Hata Tanımı :"), std::string::npos);
+    for (const char* destination : {"e-Mail (MAPI)", "e-Mail (VIM)", "MS Exchange", "Lotus Domino", "Belge"})
+        EXPECT_NE(start("XML", destination).find("Hata No : 445"), std::string::npos) << destination;
+}
+
+TEST_F(Export, PagesOfAPdfAreChosenByNumber) {
+    panel().cmbAllPages.setListIndex(1);
+    panel().txtFirstPage.setText("2");
+    panel().txtLastPage.setText("99");
+    start("Acrobat Format (PDF)");
+    EXPECT_EQ(contentOf(file("PDF/aktar.pdf")), "%PDF " + std::to_string(session.rapor->pages.size() - 1));
+    panel().txtFirstPage.setText("99");
+    EXPECT_NE(start("Acrobat Format (PDF)").find("Hata No : 5"), std::string::npos);
+}
+
+TEST_F(Export, ResettingThePanelPutsItBackAsItWas) {
+    const auto state = [this] {
+        Lines lines;
+        for (const Control* control : panel().form.controls())
+            if (control != &panel().cmdExport && control->holder())
+                lines.push_back(control->name() + (control->visible() ? " +" : " -") +
+                                (control->enabled() ? "+" : "-"));
+        return lines;
+    };
+    const Lines before = state();
+    user::choose(panel().cmbFormat, "Karakter ile Ayrılmış");
+    user::choose(panel().cmbDestination, "Dosya");
+    panel().chkOpenFile.setChecked(true);
+    EXPECT_TRUE(panel().fraOptions[2].visible() && panel().txtDiskFile.visible() &&
+                panel().lblDateFormat.visible());
+    user::choose(panel().cmbDestination, "MS Exchange");
+    EXPECT_TRUE(panel().fraOptions[0].visible() && !panel().fraOptions[2].visible());
+    EXPECT_FALSE(panel().chkOpenFile.checked());
+    FormuSifirla(panel());
+    EXPECT_EQ(state(), before);
+    EXPECT_EQ(panel().cmbFormat.text(), kFormatSeciniz);
+    EXPECT_EQ(panel().cmbDestination.text(), kHedefSeciniz);
+    EXPECT_EQ(getExportDirectory("C:\\a\\b.htm") + "|" + getExportDirectory("b.htm") + "|" +
+                  GetExportDir("?"),
+              "C:\\a||Export");
+}
+
+TEST_F(Export, ItsOwnFormLaysTheSamePagesOutAgain) {
+    const report::Layout layout = report::parseLayout(exports::ownForm(*session.rapor), "aktar.rpt");
+    const report::Document again = report::compose(layout, {}, DateTime::of(2030, 1, 1));
+    EXPECT_EQ(again.pages.size(), session.rapor->pages.size());
+    EXPECT_EQ(report::documentText(again), report::documentText(*session.rapor));
+}
+
+TEST_F(Export, AReportWithoutRowsGivesTheLinesOfItsPages) {
+    report::Document document = *session.rapor;
+    document.data.clear();
+    const report::DataSet rows = exports::rowsOf(document);
+    std::size_t lines = 0;
+    for (const report::Page& page : document.pages)
+        lines += report::textLines(page).size();
+    EXPECT_EQ(rows.rowCount(), lines);
+    EXPECT_NE(exports::commaSeparated(document).find("\"Ayşe\""), std::string::npos);
+    document.pages[0].items.clear();
+    EXPECT_FALSE(exports::tabbedPages(document).empty());
+}
+
+// Container sizes around the borders at which its tables grow by one more sector.
+TEST(CompoundFile, HoldsEverySectorInItsTable) {
+    for (const std::size_t sectors :
+         {1, 8, 125, 126, 127, 128, 253, 254, 13841, 13842, 13843, 14000, 40000}) {
+        const std::string bytes = exports::compoundFile("Workbook", std::string(sectors * 512, 'x'));
+        const auto word = [&](std::size_t at) {
+            std::uint32_t value = 0;
+            for (int i = 3; i >= 0; --i)
+                value = value << 8 | static_cast<unsigned char>(bytes[at + static_cast<std::size_t>(i)]);
+            return value;
+        };
+        const std::uint32_t tables = word(44), lists = word(72);
+        const std::size_t stream = std::max<std::size_t>(sectors, 8);
+        EXPECT_EQ(bytes.size(), 512 * (1 + stream + 1 + tables + lists)) << sectors;
+        EXPECT_GE(tables * 128, stream + 1 + tables + lists) << sectors;
+        EXPECT_EQ(lists, tables > 109 ? (tables - 109 + 126) / 127 : 0) << sectors;
+    }
+}
+
+} // namespace
+
+} // namespace veldona::test
