@@ -1,0 +1,21 @@
+// The command line of vorel-anonim.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+
+namespace veldona::anonim {
+
+struct Options {
+    std::optional<std::string> root; // the folder that stands for drive C:
+    std::string target;
+    bool help = false;
+};
+
+// Raises Refusal, with a sentence that names what cannot be read.
+[[nodiscard]] Options readOptions(std::span<const char* const> arguments);
+
+[[nodiscard]] const char* usage();
+
+} // namespace veldona::anonim
