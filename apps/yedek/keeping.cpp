@@ -50,6 +50,19 @@ std::vector<std::string> listBackups(const std::string& folder) {
     return names;
 }
 
+void clearUnfinished(const std::string& folder) {
+    std::vector<fs::path> unfinished;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+        const std::string name = entry.path().filename().string();
+        const std::size_t nameLength = kShape.size();
+        if (isBackupName(name.substr(0, nameLength)) &&
+            std::string_view(name).substr(nameLength).starts_with(".yarim"))
+            unfinished.push_back(entry.path());
+    }
+    for (const fs::path& file : unfinished)
+        fs::remove(file);
+}
+
 std::vector<std::string> expired(const std::vector<std::string>& names) {
     std::vector<std::string> gone;
     std::set<std::string> days, months;

@@ -18,6 +18,9 @@ namespace veldona::yedek {
 // The backups in `folder`, the oldest first.
 [[nodiscard]] std::vector<std::string> listBackups(const std::string& folder);
 
+// Takes away the unfinished copies that killed runs left; only while no other backup is being made there.
+void clearUnfinished(const std::string& folder);
+
 // Those of `names` (the oldest first) that go: kept are all of the newest day, the newest of each of 30 days
 // and the newest of each of 12 months. Days and months without a backup do not count, so that a shop that was
 // closed for a season keeps what it had.

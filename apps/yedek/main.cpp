@@ -40,6 +40,7 @@ std::string preparedFolder(const std::string& folder) {
 void backUp(const std::string& books, const std::string& folder) {
     if (!stands(books)) throw Refusal(books + " yok; yedeklenecek defter bulunamadı.");
     lockFolder(preparedFolder(folder));
+    clearUnfinished(folder);
     const std::string file = (fs::path(folder) / backupName(SystemClock().now())).string();
     const Picture picture = copyBooks(books, file);
     std::cout << "Yedeklendi ve denetlendi: " << file << "\nSon ödeme: " << shownDate(picture.newestPayment)

@@ -150,6 +150,17 @@ TEST(YedekSaklama, OtuzGunOnIkiAyKalir) {
         EXPECT_FALSE(isBackupName(other)) << other;
 }
 
+TEST_F(Yedek, YarimKalanSilinirBaskasinaDokunulmaz) {
+    const std::string folder = fs::path(books()).parent_path().string() + '/';
+    const std::string whole = backupName(kNow);
+    for (const std::string& name : {whole, whole + ".yarim", whole + ".yarim-wal", std::string("not.yarim")})
+        std::ofstream(folder + name) << "x";
+    clearUnfinished(folder);
+    EXPECT_EQ(filesInside(), 3);
+    EXPECT_EQ(listBackups(folder), std::vector<std::string>{whole});
+    EXPECT_TRUE(fs::exists(folder + "not.yarim"));
+}
+
 TEST(YedekSecenekler, OkunmayanSatirReddedilir) {
     const auto read = [](std::vector<const char*> arguments) { return readOptions(arguments); };
     EXPECT_TRUE(read({"--geri-yukle", "x.mdb", "--evet"}).confirmed);
