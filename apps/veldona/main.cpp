@@ -1,4 +1,6 @@
 // The program: the screens behind real windows, on the folder that stands for drive C:.
+#include <sys/resource.h>
+
 #include <filesystem>
 
 #include <QApplication>
@@ -76,6 +78,9 @@ int run(QApplication& application) {
 } // namespace veldona
 
 int main(int argc, char** argv) {
+    // The password of the books is in this process's memory, so a crash must not write that to a file.
+    const rlimit none{0, 0};
+    setrlimit(RLIMIT_CORE, &none);
     QApplication application(argc, argv);
     QApplication::setApplicationName("veldona");
     QApplication::setApplicationDisplayName(veldona::kProgramTitle);
