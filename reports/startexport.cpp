@@ -2,6 +2,7 @@
 
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/error.h"
+#include "platform/runtime/text.h"
 #include "reports/exportfolders.h"
 
 namespace veldona {
@@ -26,7 +27,7 @@ template <class Step> void adim(const Step& step) {
 }
 
 bool surucuAdiVar(const std::string& dosya) {
-    return dosya.size() > 1 && dosya[1] == ':';
+    return mid(dosya, 2, 1) == ":";
 }
 
 void dosyaHedefi(AktarPaneli& p) {
