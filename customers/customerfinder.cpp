@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "core/customerlist.h"
 #include "core/database.h"
 #include "customers/cardfields.h"
 #include "customers/cardrecord.h"
@@ -13,18 +14,7 @@ namespace {
 
 void setProperties(FrmCarihesapSec& f) {
     f.txtGrupID.setVisible(false);
-    f.grdList.setColumns({{"CariNo", "HSTNO", 70},
-                          {"Adı", "AD", 120},
-                          {"Soyadı", "SOYAD", 120},
-                          {"Ev Telefonu", "EVTEL", 100},
-                          {"GSM", "GSM", 100},
-                          {"İş Telefonu", "ISTEL", 100},
-                          {"Mahalle", "EVMH", 120},
-                          {"Cadde / Sokak", "EVCD", 120},
-                          {"Apt. / No", "EVAPT", 80},
-                          {"İlçe", "EVILCE", 90},
-                          {"İl", "EVIL", 90},
-                          {"Doğum Tarihi", "DOGTRH", 90}});
+    f.grdList.setColumns(MusteriSutunlari());
 }
 
 void bindCycle(FrmCarihesapSec& f) {

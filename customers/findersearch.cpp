@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/customerlist.h"
 #include "core/database.h"
 #include "core/reporting.h"
 #include "customers/cardrecord.h"
@@ -11,11 +12,6 @@
 namespace veldona {
 
 namespace {
-
-constexpr const char* kSutunlar =
-    "SELECT MUSTKAYIT.ID,MUSTKAYIT.HSTNO,MUSTKAYIT.AD,MUSTKAYIT.SOYAD,MUSTKAYIT.DOGTRH,MUSTKAYIT.EVTEL,"
-    "MUSTKAYIT.ISTEL,MUSTKAYIT.GSM,MUSTKAYIT.EVMH,MUSTKAYIT.EVCD,MUSTKAYIT.EVAPT,MUSTKAYIT.EVILCE,"
-    "MUSTKAYIT.EVIL  FROM MUSTKAYIT";
 
 // Collects the tests of the filled fields, in the order of the calls.
 class Filters {
@@ -99,13 +95,10 @@ std::string SQLOrderHazirla(const std::string& alan, const std::string& sonSiral
 }
 
 bool musterileriAc(FrmCarihesapSec& f, const std::string& kosul) {
-    const std::string where =
-        kosul.empty()
-            ? " MUSTKAYIT.HSTNO NOT IN ('G3','G4','TI') AND MUSTKAYIT.HSTNO in " + SQLWhereHazirla(f)
-            : kosul;
+    const std::string where = kosul.empty() ? kSistemHesaplariHaric + SQLWhereHazirla(f) : kosul;
     const std::string order =
         f.sonSiralama.empty() ? " MUSTKAYIT.AD,MUSTKAYIT.SOYAD " : " MUSTKAYIT." + f.sonSiralama;
-    const std::string sorgu = kSutunlar + (" WHERE " + where) + " ORDER BY" + order;
+    const std::string sorgu = kMusteriListesi + (" WHERE " + where) + " ORDER BY" + order;
     KayitSeti rs;
     std::string hata;
     if (!KayitSetiAcKontrollu(f.session, rs, sorgu, hata)) return false;

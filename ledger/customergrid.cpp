@@ -1,5 +1,6 @@
 #include "ledger/customergrid.h"
 
+#include "core/customerlist.h"
 #include "core/database.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
@@ -63,14 +64,9 @@ std::string SQLWhereHazirla(const FrmMainVeldona& f) {
 void FrmCmdBul(FrmMainVeldona& f) {
     // The system accounts are hidden only while a filter is on.
     const std::string filter = SQLWhereHazirla(f);
-    const std::string sql =
-        "SELECT MUSTKAYIT.ID,MUSTKAYIT.HSTNO,MUSTKAYIT.AD,MUSTKAYIT.SOYAD,MUSTKAYIT.DOGTRH,MUSTKAYIT.EVTEL,"
-        "MUSTKAYIT.ISTEL,MUSTKAYIT.GSM,MUSTKAYIT.EVMH,MUSTKAYIT.EVCD,MUSTKAYIT.EVAPT,MUSTKAYIT.EVILCE,"
-        "MUSTKAYIT.EVIL  FROM MUSTKAYIT " +
-        (filter.empty()
-             ? std::string()
-             : " WHERE  MUSTKAYIT.HSTNO NOT IN ('G3','G4','TI') AND MUSTKAYIT.HSTNO in " + filter) +
-        " ORDER BY MUSTKAYIT.AD,MUSTKAYIT.SOYAD ";
+    const std::string sql = kMusteriListesi + std::string(" ") +
+                            (filter.empty() ? std::string() : " WHERE " + (kSistemHesaplariHaric + filter)) +
+                            " ORDER BY MUSTKAYIT.AD,MUSTKAYIT.SOYAD ";
     KayitSeti rs;
     KayitSetiAc(f.session, rs, sql, adodb::CursorLocation::Client);
     f.grdList.bind(nullptr);

@@ -2,6 +2,7 @@
 
 #include <initializer_list>
 
+#include "core/customerlist.h"
 #include "ledger/collection.h"
 #include "ledger/commands.h"
 #include "ledger/contract.h"
@@ -68,18 +69,7 @@ void setProperties(FrmMainVeldona& f) {
     f.chkTaksitAdetGir.setToolTip(
         "Taksitleri Tutar Girerekmi Yoksa Taksit Adedi Girerekmi Oluşturacağınızı Seçersiniz.");
 
-    f.grdList.setColumns({{"CariNo", "HSTNO", 70},
-                          {"Adı", "AD", 120},
-                          {"Soyadı", "SOYAD", 120},
-                          {"Ev Telefonu", "EVTEL", 100},
-                          {"GSM", "GSM", 100},
-                          {"İş Telefonu", "ISTEL", 100},
-                          {"Mahalle", "EVMH", 120},
-                          {"Cadde / Sokak", "EVCD", 120},
-                          {"Apt. / No", "EVAPT", 80},
-                          {"İlçe", "EVILCE", 90},
-                          {"İl", "EVIL", 90},
-                          {"Doğum Tarihi", "DOGTRH", 90}});
+    f.grdList.setColumns(MusteriSutunlari());
 }
 
 // Commands whose screens and procedures the program does not have: they are seen, and cannot be pressed.

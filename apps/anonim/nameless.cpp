@@ -13,6 +13,7 @@
 #include "apps/yedek/copy.h"
 #include "apps/yedek/refusal.h"
 #include "core/session.h"
+#include "platform/store/draft.h"
 #include "platform/store/sqlcipherengine.h"
 
 namespace veldona::anonim {
@@ -86,30 +87,11 @@ std::int64_t takeNamesOut(const std::string& file, Disguise& disguise) {
     return replaced;
 }
 
-// Under this name the copy still carries the names of the shop.
-class Draft {
-public:
-    explicit Draft(std::string path) : path_(std::move(path)) { remove(); }
-    ~Draft() { remove(); }
-    Draft(const Draft&) = delete;
-    Draft& operator=(const Draft&) = delete;
-
-    [[nodiscard]] const std::string& path() const { return path_; }
-
-private:
-    void remove() {
-        std::error_code ignored; // what is not there need not be removed
-        for (const char* suffix : {"", "-wal", "-shm", "-journal"})
-            fs::remove(path_ + suffix, ignored);
-    }
-    std::string path_;
-};
-
 } // namespace
 
 Outcome copyWithoutNames(const std::string& books, const std::string& file, Disguise disguise) {
     if (yedek::stands(file)) throw Refusal(file + " zaten var ve olduğu gibi bırakıldı.");
-    const Draft draft(file + ".adli");
+    const store::Draft draft(file + ".adli"); // it still carries the names of the shop
     Outcome outcome;
     outcome.picture = yedek::copyBooks(books, draft.path());
     outcome.replaced = takeNamesOut(draft.path(), disguise);

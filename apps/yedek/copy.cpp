@@ -11,6 +11,7 @@
 
 #include "apps/yedek/refusal.h"
 #include "core/session.h"
+#include "platform/store/draft.h"
 #include "platform/store/sqlcipherengine.h"
 
 namespace veldona::yedek {
@@ -20,25 +21,6 @@ namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
 constexpr auto kWait = 15s; // for another workstation's lock
-
-// The name under which the copy is made.
-class Draft {
-public:
-    explicit Draft(std::string path) : path_(std::move(path)) { remove(); }
-    ~Draft() { remove(); }
-    Draft(const Draft&) = delete;
-    Draft& operator=(const Draft&) = delete;
-
-    [[nodiscard]] const std::string& path() const { return path_; }
-
-private:
-    void remove() {
-        std::error_code ignored; // what is not there need not be removed
-        for (const char* suffix : {"", "-wal", "-shm", "-journal"})
-            fs::remove(path_ + suffix, ignored);
-    }
-    std::string path_;
-};
 
 void sync(const std::string& path, int flags) {
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | flags);
@@ -76,7 +58,7 @@ Picture inspect(const std::string& file) {
 }
 
 Picture copyBooks(const std::string& books, const std::string& file) {
-    const Draft draft(file + ".yarim");
+    const store::Draft draft(file + ".yarim");
     const Picture picture = copyAsItStands(books, draft.path());
     if (inspect(draft.path()) != picture)
         throw Refusal("Kopya defterin aynısı çıkmadı ve silindi. Diski denetleyip yeniden deneyin.");

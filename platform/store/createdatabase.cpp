@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "platform/store/dialect.h"
+#include "platform/store/draft.h"
 #include "platform/store/filecatalog.h"
 #include "platform/store/sqlcipherengine.h"
 #include "platform/store/sqlcipherfailure.h"
@@ -13,25 +14,6 @@ namespace veldona::store {
 namespace {
 
 namespace fs = std::filesystem;
-
-// The name under which the file is built: nobody sees a half-made database under its own name.
-class Draft {
-public:
-    explicit Draft(std::string path) : path_(std::move(path)) { remove(); }
-    ~Draft() { remove(); }
-    Draft(const Draft&) = delete;
-    Draft& operator=(const Draft&) = delete;
-
-    [[nodiscard]] const std::string& path() const { return path_; }
-
-private:
-    void remove() {
-        std::error_code ignored; // what is not there need not be removed
-        for (const char* suffix : {"", "-wal", "-shm", "-journal"})
-            fs::remove(path_ + suffix, ignored);
-    }
-    std::string path_;
-};
 
 void define(Engine& engine, const std::vector<std::string>& statements) {
     engine.begin();
