@@ -7,10 +7,8 @@ namespace veldona {
 
 namespace {
 
-constexpr double kStoredScale = 1'000'000;
-
 std::string mask(const Session& session) {
-    return session.gKusuratModu == 1 ? "#,##0.000000" : "#,##0.00";
+    return session.gKusuratModu == 1 ? "#,##0.000000" : kParaMaskesi;
 }
 
 // Amounts of a shop that counts in whole old currency.
@@ -22,14 +20,14 @@ std::string ParaYaz(const Session& session, const Value& value, const std::strin
     if (kip == ParaKipi::Ifade) return session.gParaBirimi == 1 ? "(" + ifade + " / 1000000)" : ifade;
     if (value.isNull()) return {};
     if (session.gParaBirimi != 1) return format(value, kWholeMask);
-    return format(toDouble(value) / kStoredScale, mask(session));
+    return format(toDouble(value) / kSakliOlcek, mask(session));
 }
 
 std::string ParaOku(const Session& session, const Value& value, const std::string&, ParaKipi kip) {
     Value amount = value;
     if (session.gParaBirimi == 1) {
         const bool empty = amount.isText() && amount.get<std::string>().empty();
-        amount = empty ? 0.0 : toDouble(amount) * kStoredScale;
+        amount = empty ? 0.0 : toDouble(amount) * kSakliOlcek;
     }
     if (kip == ParaKipi::Ifade) return toText(amount);
     return format(amount, session.gParaBirimi == 1 ? mask(session) : kWholeMask);

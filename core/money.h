@@ -12,6 +12,9 @@
 
 namespace veldona {
 
+inline constexpr const char* kParaMaskesi = "#,##0.00"; // of every shown amount
+inline constexpr double kSakliOlcek = 1'000'000;        // stored units of one shown unit
+
 enum class ParaKipi { Deger = 1, Ifade = 2 };
 
 // Stored amount → shown text (Deger; Null gives ""), or the fragment that divides `ifade` in a query (Ifade).

@@ -9,11 +9,6 @@ namespace veldona {
 
 namespace {
 
-void place(Control& holder, std::initializer_list<Control*> controls) {
-    for (Control* control : controls)
-        control->placeIn(holder);
-}
-
 void placeControls(FrmCariEkle& f) {
     place(f.fraGenel,
           {&f.txtKod, &f.txtAd, &f.txtSoyad, &f.dtYas, &f.txtYas, &f.cboMedeniHali, &f.cboCinsiyet,

@@ -12,15 +12,13 @@ namespace veldona {
 
 namespace {
 
-constexpr const char* kShown = "#,##0.00";
-
 void showFormatted(Label& label) {
-    label.setCaption(format(label.caption(), kShown));
+    label.setCaption(format(label.caption(), kParaMaskesi));
 }
 
 // A list's text as an amount of two decimals; an empty or missing row is 0.
 Currency shownAmount(const std::string& text) {
-    return toCurrency(format(text.empty() ? Value(0) : Value(text), kShown));
+    return toCurrency(format(text.empty() ? Value(0) : Value(text), kParaMaskesi));
 }
 
 // A row that does not read is passed over; the others count.
@@ -68,7 +66,7 @@ void UZAK_BAKIYE_HESAPLA(FrmMainVeldona& f, const Value& topborc) {
     resumeNext(
         passedOver, [&] { sumPayments(f); }, [&] { f.Label11.setCaption(toText(topborc)); },
         [&] { due = toCurrency(f.Label11.caption()); }, [&] { paid = toCurrency(f.Label8.caption()); },
-        [&] { f.Label8.setCaption(format(toDouble(f.Label8.caption()), kShown)); },
+        [&] { f.Label8.setCaption(format(toDouble(f.Label8.caption()), kParaMaskesi)); },
         [&] { showFormatted(f.Label11); }, [&] { f.Label9.setCaption(toText(due - paid)); },
         [&] { showFormatted(f.Label9); });
 }
@@ -95,7 +93,7 @@ void GECIKEN_ODM(FrmMainVeldona& f) {
             total += toCurrency(f.L6.list(i));
         });
     });
-    f.Label21.setCaption(format(total, kShown));
+    f.Label21.setCaption(format(total, kParaMaskesi));
 }
 
 void TAKSITLENDIRILMEMIS_MIKTAR(FrmMainVeldona& f) {

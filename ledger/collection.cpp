@@ -13,8 +13,6 @@ namespace veldona {
 
 namespace {
 
-constexpr const char* kShown = "#,##0.00";
-
 // Why the collection may not be taken; "" where it may. The zero test comes first, the cap last.
 std::string refusal(FrmMainVeldona& f) {
     Err passedOver;
@@ -60,7 +58,7 @@ void Command1_Click(FrmMainVeldona& f) {
     writeRow(f);
     f.L1.add(f.DTPicker1.text());
     f.lstOdemeTip.add("T");
-    f.L2.add(format(f.mskOdenenPara.text(), kShown));
+    f.L2.add(format(f.mskOdenenPara.text(), kParaMaskesi));
     f.session.desktop.dialogs.tell("KAYIT İŞLEMİ TAMAMLANDI", Icon::Information);
     Err passedOver;
     resumeNext(
@@ -74,10 +72,10 @@ void TAHSILAT_TOPLAM_YENILE(FrmMainVeldona& f) {
     f.Label8.setCaption(toText(f.cyOdenen));
     const Currency due = toCurrency(f.Label11.caption());
     const Currency paid = toCurrency(f.Label8.caption());
-    f.Label11.setCaption(format(f.Label11.caption(), kShown));
-    f.Label8.setCaption(format(f.Label8.caption(), kShown));
+    f.Label11.setCaption(format(f.Label11.caption(), kParaMaskesi));
+    f.Label8.setCaption(format(f.Label8.caption(), kParaMaskesi));
     f.Label9.setCaption(toText(due - paid));
-    f.Label9.setCaption(format(f.Label9.caption(), kShown));
+    f.Label9.setCaption(format(f.Label9.caption(), kParaMaskesi));
 }
 
 void TAKSIT_CERCEVE_AYARLA(FrmMainVeldona& f) {

@@ -86,17 +86,8 @@ SozlesmeTutarlari readAmounts(FrmMainVeldona& f, const std::string& islemno) {
 }
 
 void SOZLESME_GENEL_YAZ(FrmMainVeldona& f, const SozlesmeTutarlari& t, const Value& sonTaksit) {
-    const TarafMetinleri& taraf = f.sozlesmeTarafi;
     const Currency kalan = t.satis - ((t.satis - t.borc) + t.pesinat);
-    KayitYapisi rec;
-    rec.Islem = KayitYapisi::Ekle;
-    rec.Tablo = "T_TEMP_GENEL";
-    rec.ekle("ALAN_1", taraf.HSTNO);
-    rec.ekle("ALAN_4", taraf.adSoyad);
-    rec.ekle("ALAN_6", taraf.telefonlar);
-    rec.ekle("ALAN_8", "");
-    rec.ekle("ACIKLAMA_1", taraf.evAdresi);
-    rec.ekle("ACIKLAMA_2", taraf.isAdresi);
+    KayitYapisi rec = GenelKayit(f.sozlesmeTarafi, "");
     // The block of a second party, which nothing fills: its telephone line carries the captions alone.
     rec.ekle("ALAN_2", "");
     rec.ekle("ALAN_5", "");
@@ -108,7 +99,7 @@ void SOZLESME_GENEL_YAZ(FrmMainVeldona& f, const SozlesmeTutarlari& t, const Val
     rec.ekle("SAYI_2", toText(t.borc));
     rec.ekle("SAYI_3", toText(t.pesinat));
     rec.ekle("TARIH_1", toText(sonTaksit));
-    rec.ekle("DENEME", YaziyaCevir(format(kalan, "#,##0.00")));
+    rec.ekle("DENEME", YaziyaCevir(format(kalan, kParaMaskesi)));
     KayitYaz(f.session, rec);
 }
 

@@ -14,11 +14,6 @@ namespace veldona {
 
 namespace {
 
-constexpr const char* kTarihSorusu =
-    "ÖDENECEK MİKTAR TOPLAM BORÇTAN FAZLA. İSLEME DEVAM ETMEK İSTİYORMUSUNUZ ?";
-constexpr const char* kTutarSorusu =
-    "ÖDENECEK MİKTAR TOPLAM BORÇTAN FAZLA. İSLEME DEVAM ETMEK İSTİYORMUUSUNUZ ?";
-
 // Who wrote the row and when.
 enum class Denetim { Yazilir, Kalir };
 
@@ -64,7 +59,7 @@ void correct(FrmMainVeldona& f, Err& err, const Ikiz& ikiz) {
         found = findRow(*f.rsSatis, ikiz.aranan);
     });
     if (found) writeRow(f, err, ikiz);
-    attempt(err, [&] { showRemaining(f, "#,##0.00"); });
+    attempt(err, [&] { showRemaining(f, kParaMaskesi); });
     if (err.number != 0) f.session.desktop.dialogs.tell(err.description);
 }
 

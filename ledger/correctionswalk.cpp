@@ -58,7 +58,7 @@ Currency sumOf(const ListBox& amounts) {
 
 void patchRow(ListBox& days, ListBox& amounts, int row, const std::string& day, const std::string& amount) {
     days.setList(row, day);
-    amounts.setList(row, format(amount, "#,##0.00"));
+    amounts.setList(row, format(amount, kParaMaskesi));
 }
 
 void showRemaining(FrmMainVeldona& f, const char* mask) {

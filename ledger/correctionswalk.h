@@ -14,6 +14,13 @@
 
 namespace veldona {
 
+// The question before what is planned falls below what was paid. It is asked in two spellings, one where a
+// correction started from the dates and one where it started from the amounts.
+inline constexpr const char* kTarihSorusu =
+    "ÖDENECEK MİKTAR TOPLAM BORÇTAN FAZLA. İSLEME DEVAM ETMEK İSTİYORMUSUNUZ ?";
+inline constexpr const char* kTutarSorusu =
+    "ÖDENECEK MİKTAR TOPLAM BORÇTAN FAZLA. İSLEME DEVAM ETMEK İSTİYORMUUSUNUZ ?";
+
 struct ArananSatir {
     std::string islemno;
     std::function<bool(const Value& odtrh)> gunu;

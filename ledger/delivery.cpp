@@ -34,7 +34,7 @@ bool isZero(const std::string& amount) {
 }
 
 void addToLists(FrmMainVeldona& f) {
-    const std::string amount = format(replaceAll(f.MskToplamUcret.text(), ".", ","), "#,##0.00");
+    const std::string amount = format(replaceAll(f.MskToplamUcret.text(), ".", ","), kParaMaskesi);
     f.List1.add("1");
     f.lstID.add("1");
     f.List2.add("Ürün");

@@ -169,7 +169,7 @@ void TAKSIT_OLUSTUR_TUTAR(FrmMainVeldona& f) {
         [&] {
             build(f, count, [&](int no) -> std::string {
                 if (no < count - 1) return trim(f.mskTaksitTutari.text());
-                return format(amount + debt - Currency::ofWhole(count) * amount, "#,##0.00");
+                return format(amount + debt - Currency::ofWhole(count) * amount, kParaMaskesi);
             });
         });
 }

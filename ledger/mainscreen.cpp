@@ -21,11 +21,6 @@ namespace {
 
 using Controls = std::initializer_list<Control*>;
 
-void place(Control& holder, Controls controls) {
-    for (Control* control : controls)
-        control->placeIn(holder);
-}
-
 void placeControls(FrmMainVeldona& f) {
     place(f.fraMusteri, {&f.Text1, &f.txtSoyad, &f.txtAd, &f.cmdCariSec, &f.Label7, &f.lbluyari,
                          &f.lblVadeFarki, &f.txtAdres, &f.txtTel, &f.grdList});

@@ -9,8 +9,6 @@ namespace veldona {
 
 namespace {
 
-constexpr double kStoredScale = 1'000'000;
-
 std::string dateFilter(const FrmMainVeldona& f) {
     const DateTime end = toDate(f.dtRaporTarihiSon.value());
     if (f.dtRaporTarihi.value().isNull()) return " WHERE ODTRH <=   " + TarihSabiti(end, kGunSonu);
@@ -28,7 +26,7 @@ double otherReceipts(const FrmMainVeldona& f) {
     double sum = 0;
     for (int i = 0; i < f.L1.count(); ++i) {
         const std::string& mark = f.lstOdemeTip.list(i);
-        if (mark == "Ç" || mark == "K") sum += roundHalfEven(toDouble(f.L2.list(i)) * kStoredScale);
+        if (mark == "Ç" || mark == "K") sum += roundHalfEven(toDouble(f.L2.list(i)) * kSakliOlcek);
     }
     return sum;
 }
@@ -91,7 +89,7 @@ void GECIKME_UYARI(FrmMainVeldona& f) {
     f.gecikmeler.clear();
     collectSales(f);
     for (const GecikmeSatisi& sale : f.gecikmeler)
-        if (sale.Kalan > 0) f.gecikmeToplami += Currency::ofDouble(sale.Kalan / kStoredScale);
+        if (sale.Kalan > 0) f.gecikmeToplami += Currency::ofDouble(sale.Kalan / kSakliOlcek);
     const bool overdue = f.gecikmeToplami > Currency{};
     if (overdue) f.lblVadeFarki.setCaption(toText(f.gecikmeToplami) + " YTL Günü Geçen Ödeme Var ");
     f.lblVadeFarki.setVisible(overdue);

@@ -47,4 +47,17 @@ bool TarafOku(Session& session, const std::string& hstno, TarafMetinleri& taraf)
     return true;
 }
 
+KayitYapisi GenelKayit(const TarafMetinleri& taraf, const std::string& alan8) {
+    KayitYapisi rec;
+    rec.Islem = KayitYapisi::Ekle;
+    rec.Tablo = "T_TEMP_GENEL";
+    rec.ekle("ALAN_1", taraf.HSTNO);
+    rec.ekle("ALAN_4", taraf.adSoyad);
+    rec.ekle("ALAN_6", taraf.telefonlar);
+    rec.ekle("ALAN_8", alan8);
+    rec.ekle("ACIKLAMA_1", taraf.evAdresi);
+    rec.ekle("ACIKLAMA_2", taraf.isAdresi);
+    return rec;
+}
+
 } // namespace veldona

@@ -21,4 +21,7 @@ struct TarafMetinleri {
 // False, and `taraf` as it was, where there is no such customer.
 bool TarafOku(Session& session, const std::string& hstno, TarafMetinleri& taraf);
 
+// An insert into T_TEMP_GENEL that begins with the party, `alan8` among its addresses.
+[[nodiscard]] KayitYapisi GenelKayit(const TarafMetinleri& taraf, const std::string& alan8);
+
 } // namespace veldona

@@ -14,11 +14,10 @@ namespace veldona {
 
 namespace {
 
-constexpr const char* kShown = "#,##0.00";
 constexpr const char* kCurrencyMark = "#YTL."; // the sign belongs to the label's design
 
 std::string shownAmount(const FrmMainVeldona& f) {
-    return format(f.mskOdenenPara.text(), kShown);
+    return format(f.mskOdenenPara.text(), kParaMaskesi);
 }
 
 std::string inWords(const FrmMainVeldona& f) {
@@ -31,7 +30,7 @@ void setLabels(FrmMainVeldona& f, report::Layout& layout, const adodb::Recordset
     layout.setText("Section1", "lblIslemNo", f.Text5.text());
     layout.setText("Section1", "lblAdSoyad", trim(f.Label7.caption()));
     layout.setText("Section1", "Label17", shownAmount(f) + kCurrencyMark);
-    layout.setText("Section1", "lblKalanBorç", format(f.cyMusteriBakiye, kShown) + kCurrencyMark);
+    layout.setText("Section1", "lblKalanBorç", format(f.cyMusteriBakiye, kParaMaskesi) + kCurrencyMark);
     layout.setText("Section1", "lblYazi", f.txtYaziIle.text() + " Yukarda yazılı      ");
     layout.setText("Section1", "Label18", f.DTPicker1.text());
     if (firma.eof()) return;
@@ -53,15 +52,7 @@ Currency sumUntil(FrmMainVeldona& f, const std::string& select, DateTime day) {
 
 void MAKBUZ_GENEL_YAZ(FrmMainVeldona& f, const TarafMetinleri& taraf, Currency total, Currency paid) {
     const std::string amount = toText(toCurrency(f.mskOdenenPara.text()));
-    KayitYapisi rec;
-    rec.Islem = KayitYapisi::Ekle;
-    rec.Tablo = "T_TEMP_GENEL";
-    rec.ekle("ALAN_1", taraf.HSTNO);
-    rec.ekle("ALAN_4", taraf.adSoyad);
-    rec.ekle("ALAN_6", taraf.telefonlar);
-    rec.ekle("ALAN_8", taraf.evIlceIl);
-    rec.ekle("ACIKLAMA_1", taraf.evAdresi);
-    rec.ekle("ACIKLAMA_2", taraf.isAdresi);
+    KayitYapisi rec = GenelKayit(taraf, taraf.evIlceIl);
     rec.ekle("ALAN_2", amount);
     rec.ekle("ALAN_5", amount);
     rec.ekle("ALAN_7", f.txtYaziIle.text());

@@ -83,11 +83,6 @@ void cmdKaydet_Click(FrmAntetBilgisi& f) {
     openMainScreen(f);
 }
 
-void place(Control& holder, std::initializer_list<Control*> controls) {
-    for (Control* control : controls)
-        control->placeIn(holder);
-}
-
 } // namespace
 
 FrmAntetBilgisi::FrmAntetBilgisi(Forms& itsForms, Session& itsSession)

@@ -12,12 +12,6 @@ namespace veldona {
 
 namespace {
 
-constexpr const char* kTarihSorusu =
-    "ÖDENECEK MİKTAR TOPLAM BORÇTAN FAZLA. İSLEME DEVAM ETMEK İSTİYORMUSUNUZ ?";
-constexpr const char* kTutarSorusu =
-    "ÖDENECEK MİKTAR TOPLAM BORÇTAN FAZLA. İSLEME DEVAM ETMEK İSTİYORMUUSUNUZ ?";
-constexpr const char* kShown = "#,##0.00";
-
 // What differs between the two buttons that save.
 struct Ikiz {
     const char* soru;
@@ -43,8 +37,8 @@ bool findPayment(TaksitMustDuzelt& f, const FrmMainVeldona& ledger, const std::s
 }
 
 void refreshLedger(FrmMainVeldona& ledger) {
-    ledger.Label8.setCaption(format(sumOf(ledger.L2), kShown));
-    showRemaining(ledger, kShown);
+    ledger.Label8.setCaption(format(sumOf(ledger.L2), kParaMaskesi));
+    showRemaining(ledger, kParaMaskesi);
     GECIKEN_ODM(ledger);
     GECIKME_UYARI(ledger);
 }

@@ -9,7 +9,6 @@ namespace veldona {
 
 namespace {
 
-constexpr const char* kSoru = "ÖDENECEK MİKTAR TOPLAM BORÇTAN FAZLA. İSLEME DEVAM ETMEK İSTİYORMUUSUNUZ ?";
 constexpr const char* kWhole = "###,###,###";
 
 // The row as its button reads it: the old amount as a double or as money.
@@ -29,7 +28,7 @@ void Form_Load(TaksitOdDuzelt& f) {
 bool mayFallBelowPaid(TaksitOdDuzelt& f, const FrmMainVeldona& ledger, const std::string& oldAmount) {
     const Currency planned =
         sumOf(ledger.L5) + toCurrency(f.mskOdenecekMiktar.text()) - amountOrZero(oldAmount);
-    return planned >= toCurrency(ledger.Label8.caption()) || f.session.desktop.dialogs.confirm(kSoru);
+    return planned >= toCurrency(ledger.Label8.caption()) || f.session.desktop.dialogs.confirm(kTutarSorusu);
 }
 
 void writeRow(TaksitOdDuzelt& f, FrmMainVeldona& ledger, const Eski& eski) {

@@ -1,5 +1,6 @@
 #include "sales/plan.h"
 
+#include "core/money.h"
 #include "platform/runtime/bytecounter.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
@@ -10,14 +11,13 @@ namespace veldona {
 
 namespace {
 
-constexpr const char* kShown = "#,##0.00";
 constexpr int kEnFazlaTaksit = 255;
 
 void showRemainder(FrmSatis& f, Err& err) {
     Currency kalan;
     resumeNext(
         err, [&] { f.fraTaksit.setEnabled(true); },
-        [&] { f.MskAlinanPesinat.setText(format(f.MskAlinanPesinat.text(), kShown)); },
+        [&] { f.MskAlinanPesinat.setText(format(f.MskAlinanPesinat.text(), kParaMaskesi)); },
         [&] {
             if (f.MskAlinanPesinat.text().empty()) f.MskAlinanPesinat.setText("0");
         },
@@ -26,7 +26,7 @@ void showRemainder(FrmSatis& f, Err& err) {
             kalan = toplam.empty() ? Currency{} : toCurrency(toplam);
         },
         [&] { kalan -= toCurrency(f.MskAlinanPesinat.text()); }, [&] { f.MskKalan.setText(toText(kalan)); },
-        [&] { f.MskKalan.setText(format(f.MskKalan.text(), kShown)); });
+        [&] { f.MskKalan.setText(format(f.MskKalan.text(), kParaMaskesi)); });
 }
 
 void blankPlanFields(FrmSatis& f) {
@@ -81,7 +81,7 @@ template <class Tutar> void writeInstallments(FrmSatis& f, std::uint8_t adet, in
 }
 
 std::string shareOfTotal(const FrmSatis& f, std::uint8_t adet) {
-    return format(divide(toDouble(f.MskToplamUcret.text()), adet), kShown);
+    return format(divide(toDouble(f.MskToplamUcret.text()), adet), kParaMaskesi);
 }
 
 } // namespace
@@ -106,7 +106,7 @@ void TaksitPlaniAdetle(FrmSatis& f) {
     const int satir = writeDownPayment(f, adet);
     writeInstallments(f, adet, satir, [&](int) {
         if (f.MskKalan.text().empty()) return shareOfTotal(f, adet);
-        return format(divide(toDouble(f.MskKalan.text()), toDouble(f.MskTaksitAdedi.text())), kShown);
+        return format(divide(toDouble(f.MskKalan.text()), toDouble(f.MskTaksitAdedi.text())), kParaMaskesi);
     });
 }
 
@@ -125,7 +125,7 @@ void TaksitPlaniTutarla(FrmSatis& f) {
     const int satir = writeDownPayment(f, adet);
     writeInstallments(f, adet, satir, [&](int i) {
         if (f.MskKalan.text().empty()) return shareOfTotal(f, adet);
-        return i == adet ? toText(SonTaksit(tutar(), kalan(), adet)) : format(tutar(), kShown);
+        return i == adet ? toText(SonTaksit(tutar(), kalan(), adet)) : format(tutar(), kParaMaskesi);
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include <initializer_list>
 
+#include "core/money.h"
 #include "platform/runtime/format.h"
 #include "sales/celledit.h"
 #include "sales/customerlookup.h"
@@ -14,11 +15,6 @@ namespace veldona {
 namespace {
 
 using Controls = std::initializer_list<Control*>;
-
-void place(Control& holder, Controls controls) {
-    for (Control* control : controls)
-        control->placeIn(holder);
-}
 
 void placeControls(FrmSatis& f) {
     place(f.fraSatis,
@@ -46,7 +42,7 @@ void bindAmounts(FrmSatis& f) {
     for (TextBox* box : {&f.MskToplamUcret, &f.MskAlinanPesinat, &f.mskTaksitTutari})
         box->onGotFocus = [box] { HFocus(*box); };
     f.MskToplamUcret.onLostFocus = [&f] {
-        f.MskToplamUcret.setText(format(f.MskToplamUcret.text(), "#,##0.00"));
+        f.MskToplamUcret.setText(format(f.MskToplamUcret.text(), kParaMaskesi));
         KalanHesapla(f);
     };
     f.MskAlinanPesinat.onLostFocus = [&f] { KalanHesapla(f); };

@@ -67,4 +67,9 @@ void Control::fire(const std::function<void()>& handler) {
     call(handler);
 }
 
+void place(Control& holder, std::initializer_list<Control*> controls) {
+    for (Control* control : controls)
+        control->placeIn(holder);
+}
+
 } // namespace veldona

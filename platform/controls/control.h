@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <optional>
 #include <string>
 
@@ -87,5 +88,8 @@ private:
     std::optional<Colour> backColor_;
     std::optional<Colour> foreColor_;
 };
+
+// All of them stand in `holder` from now on.
+void place(Control& holder, std::initializer_list<Control*> controls);
 
 } // namespace veldona
