@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <exception>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -13,6 +12,7 @@
 
 #include "bench/bareengine.h"
 #include "bench/headless.h"
+#include "bench/overshops.h"
 #include "bench/shopcopy.h"
 #include "platform/controls/userinput.h"
 #include "platform/store/database.h"
@@ -143,18 +143,5 @@ void benchShop(const std::string& root, DateTime now) {
 } // namespace veldona::bench
 
 int main(int count, char** arguments) {
-    if (count < 2) {
-        std::fprintf(stderr,
-                     "usage: bench_operator FOLDER...   each made by vorel-hazirla --ornek --kok FOLDER "
-                     "--bugun 22/11/2026\n");
-        return 2;
-    }
-    try {
-        for (int i = 1; i < count; ++i)
-            veldona::bench::benchShop(arguments[i], veldona::DateTime::of(2026, 11, 22, 10, 30));
-        return 0;
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "bench_operator: %s\n", failure.what());
-        return 1;
-    }
+    return veldona::bench::overShops("bench_operator", count, arguments, veldona::bench::benchShop);
 }

@@ -5,13 +5,13 @@
 // so the shop must have fewer than 32,768 sales.
 #include <chrono>
 #include <cstdio>
-#include <exception>
 #include <functional>
 #include <stdexcept>
 #include <string>
 #include <unordered_map>
 
 #include "bench/headless.h"
+#include "bench/overshops.h"
 #include "bench/shopcopy.h"
 #include "platform/controls/userinput.h"
 #include "platform/store/database.h"
@@ -153,18 +153,5 @@ void benchShop(const std::string& root, DateTime now) {
 } // namespace veldona::bench
 
 int main(int count, char** arguments) {
-    if (count < 2) {
-        std::fprintf(stderr,
-                     "usage: bench_reports FOLDER...   each made by vorel-hazirla --ornek --kok FOLDER "
-                     "--bugun 22/11/2026\n");
-        return 2;
-    }
-    try {
-        for (int i = 1; i < count; ++i)
-            veldona::bench::benchShop(arguments[i], veldona::DateTime::of(2026, 11, 22, 10, 30));
-        return 0;
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "bench_reports: %s\n", failure.what());
-        return 1;
-    }
+    return veldona::bench::overShops("bench_reports", count, arguments, veldona::bench::benchShop);
 }
