@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "apps/yedek/copy.h"
-#include "apps/yedek/refusal.h"
+#include "backup/copy.h"
+#include "backup/refusal.h"
 #include "core/session.h"
 #include "platform/store/draft.h"
 #include "platform/store/sqlcipherengine.h"
@@ -20,7 +20,7 @@ namespace veldona::anonim {
 namespace {
 
 namespace fs = std::filesystem;
-using yedek::Refusal;
+using backup::Refusal;
 
 // Named one by one, so that a column that nobody thought of is replaced.
 constexpr std::string_view kKept[] = {"HSTNO",   "MUSTNO",          "FIRMANO",    "URKOD",
@@ -90,12 +90,12 @@ std::int64_t takeNamesOut(const std::string& file, Disguise& disguise) {
 } // namespace
 
 Outcome copyWithoutNames(const std::string& books, const std::string& file, Disguise disguise) {
-    if (yedek::stands(file)) throw Refusal(file + " zaten var ve olduğu gibi bırakıldı.");
+    if (backup::stands(file)) throw Refusal(file + " zaten var ve olduğu gibi bırakıldı.");
     const store::Draft draft(file + ".adli"); // it still carries the names of the shop
     Outcome outcome;
-    outcome.picture = yedek::copyBooks(books, draft.path());
+    outcome.picture = backup::copyBooks(books, draft.path());
     outcome.replaced = takeNamesOut(draft.path(), disguise);
-    if (yedek::inspect(draft.path()) != outcome.picture)
+    if (backup::inspect(draft.path()) != outcome.picture)
         throw Refusal("Adsız kopya defterin sayılarını taşımıyor ve silindi.");
     if (std::rename(draft.path().c_str(), file.c_str()) != 0)
         throw Refusal(file + " yazılamadı: " + std::strerror(errno));

@@ -5,13 +5,13 @@
 #include <string>
 
 #include "apps/anonim/disguise.h"
-#include "apps/yedek/picture.h"
+#include "backup/picture.h"
 
 namespace veldona::anonim {
 
 struct Outcome {
     std::int64_t replaced = 0; // cells
-    yedek::Picture picture;
+    backup::Picture picture;
 };
 
 // Copies `books`, which may be in use, to `file`, which must not be there, under the same password. Every

@@ -2,11 +2,11 @@
 
 #include <string_view>
 
-#include "apps/yedek/refusal.h"
+#include "backup/refusal.h"
 
 namespace veldona::anonim {
 
-using yedek::Refusal;
+using backup::Refusal;
 
 Options readOptions(std::span<const char* const> arguments) {
     Options options;

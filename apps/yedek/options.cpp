@@ -2,9 +2,12 @@
 
 #include <string_view>
 
-#include "apps/yedek/refusal.h"
+#include "backup/refusal.h"
 
 namespace veldona::yedek {
+
+using backup::Refusal;
+
 namespace {
 
 bool readSwitch(const std::string& option, Options& options) {

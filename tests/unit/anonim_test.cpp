@@ -8,8 +8,8 @@
 #include "apps/anonim/options.h"
 #include "apps/hazirla/delivered.h"
 #include "apps/hazirla/writeshop.h"
-#include "apps/yedek/copy.h"
-#include "apps/yedek/refusal.h"
+#include "backup/copy.h"
+#include "backup/refusal.h"
 #include "core/session.h"
 #include "platform/store/sqlcipherengine.h"
 #include "schema/tables.h"
@@ -109,12 +109,12 @@ TEST_F(Anonim, BosalanSayfalarKopyayaGecmez) {
 }
 
 TEST_F(Anonim, DefterVeVarOlanDosyaKalir) {
-    const yedek::Picture before = yedek::inspect(books());
+    const backup::Picture before = backup::inspect(books());
     copyWithoutNames(books(), copy(), Disguise());
     EXPECT_EQ(filesInside(), 2) << "a file with names was left";
-    EXPECT_THROW(copyWithoutNames(books(), copy(), Disguise()), yedek::Refusal);
-    EXPECT_THROW(copyWithoutNames(books(), books(), Disguise()), yedek::Refusal);
-    EXPECT_EQ(yedek::inspect(books()), before);
+    EXPECT_THROW(copyWithoutNames(books(), copy(), Disguise()), backup::Refusal);
+    EXPECT_THROW(copyWithoutNames(books(), books(), Disguise()), backup::Refusal);
+    EXPECT_EQ(backup::inspect(books()), before);
     fs::remove(copy());
     fs::resize_file(books(), fs::file_size(books()) / 2);
     EXPECT_ANY_THROW(copyWithoutNames(books(), copy(), Disguise()));
@@ -138,7 +138,7 @@ TEST(AnonimSecenekler, OkunmayanSatirReddedilir) {
     EXPECT_EQ(read({"--kok", "x", "kopya.mdb"}).target, "kopya.mdb");
     const std::vector<std::vector<const char*>> refused = {{}, {"--kok"}, {"--bilinmez"}, {"a", "b"}, {""}};
     for (const auto& arguments : refused)
-        EXPECT_THROW(static_cast<void>(read(arguments)), yedek::Refusal);
+        EXPECT_THROW(static_cast<void>(read(arguments)), backup::Refusal);
 }
 
 } // namespace

@@ -7,11 +7,11 @@
 
 #include "apps/hazirla/delivered.h"
 #include "apps/hazirla/writeshop.h"
-#include "apps/yedek/copy.h"
-#include "apps/yedek/keeping.h"
 #include "apps/yedek/options.h"
-#include "apps/yedek/refusal.h"
-#include "apps/yedek/restore.h"
+#include "backup/copy.h"
+#include "backup/keeping.h"
+#include "backup/refusal.h"
+#include "backup/restore.h"
 #include "core/session.h"
 #include "platform/store/sqlcipherengine.h"
 #include "platform/store/storeerror.h"
@@ -20,6 +20,7 @@ namespace veldona::yedek {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace backup;
 using namespace std::chrono_literals;
 
 const DateTime kNow = DateTime::of(2026, 11, 22, 14, 30, 5);

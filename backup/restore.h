@@ -4,10 +4,10 @@
 #include <optional>
 #include <string>
 
-#include "apps/yedek/picture.h"
+#include "backup/picture.h"
 #include "platform/runtime/datetime.h"
 
-namespace veldona::yedek {
+namespace veldona::backup {
 
 // What would be lost, in sentences; also says where the present books cannot be read.
 struct Loss {
@@ -23,4 +23,4 @@ struct Loss {
 // are.
 std::optional<std::string> restore(const std::string& backup, const std::string& books, DateTime now);
 
-} // namespace veldona::yedek
+} // namespace veldona::backup

@@ -10,7 +10,7 @@
 
 #include "platform/runtime/datetime.h"
 
-namespace veldona::yedek {
+namespace veldona::backup {
 
 [[nodiscard]] std::string backupName(DateTime at);
 [[nodiscard]] bool isBackupName(std::string_view name);
@@ -26,4 +26,4 @@ void clearUnfinished(const std::string& folder);
 // closed for a season keeps what it had.
 [[nodiscard]] std::vector<std::string> expired(const std::vector<std::string>& names);
 
-} // namespace veldona::yedek
+} // namespace veldona::backup

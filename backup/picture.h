@@ -7,7 +7,7 @@
 
 #include "platform/store/engine.h"
 
-namespace veldona::yedek {
+namespace veldona::backup {
 
 struct Picture {
     std::map<std::string, std::int64_t> rows; // by table
@@ -22,4 +22,4 @@ struct Picture {
 // "2026-11-22 14:30:05" as the program shows dates; the text itself where it is none.
 [[nodiscard]] std::string shownDate(const std::string& stored);
 
-} // namespace veldona::yedek
+} // namespace veldona::backup

@@ -3,11 +3,11 @@
 
 #include <stdexcept>
 
-namespace veldona::yedek {
+namespace veldona::backup {
 
 class Refusal : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-} // namespace veldona::yedek
+} // namespace veldona::backup

@@ -1,4 +1,4 @@
-#include "apps/yedek/restore.h"
+#include "backup/restore.h"
 
 #include <unistd.h>
 
@@ -8,15 +8,15 @@
 #include <cstring>
 #include <filesystem>
 
-#include "apps/yedek/copy.h"
-#include "apps/yedek/keeping.h"
-#include "apps/yedek/refusal.h"
+#include "backup/copy.h"
+#include "backup/keeping.h"
+#include "backup/refusal.h"
 #include "core/session.h"
 #include "platform/runtime/format.h"
 #include "platform/store/sqlcipherengine.h"
 #include "platform/store/storeerror.h"
 
-namespace veldona::yedek {
+namespace veldona::backup {
 namespace {
 
 namespace fs = std::filesystem;
@@ -132,4 +132,4 @@ std::optional<std::string> restore(const std::string& backup, const std::string&
     return kept;
 }
 
-} // namespace veldona::yedek
+} // namespace veldona::backup

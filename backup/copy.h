@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "apps/yedek/picture.h"
+#include "backup/picture.h"
 
-namespace veldona::yedek {
+namespace veldona::backup {
 
 // Copies `books`, which may be in use, to `file`, which must not be there, encrypted alike; then opens the
 // copy, has the engine check it and holds its picture against the one of the books at the moment of the copy.
@@ -20,4 +20,4 @@ Picture copyBooks(const std::string& books, const std::string& file);
 // Makes renames within the folder last.
 void syncFolder(const std::string& folder);
 
-} // namespace veldona::yedek
+} // namespace veldona::backup

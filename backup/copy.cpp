@@ -1,4 +1,4 @@
-#include "apps/yedek/copy.h"
+#include "backup/copy.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -9,12 +9,12 @@
 #include <cstring>
 #include <filesystem>
 
-#include "apps/yedek/refusal.h"
+#include "backup/refusal.h"
 #include "core/session.h"
 #include "platform/store/draft.h"
 #include "platform/store/sqlcipherengine.h"
 
-namespace veldona::yedek {
+namespace veldona::backup {
 namespace {
 
 namespace fs = std::filesystem;
@@ -70,4 +70,4 @@ Picture copyBooks(const std::string& books, const std::string& file) {
     return picture;
 }
 
-} // namespace veldona::yedek
+} // namespace veldona::backup

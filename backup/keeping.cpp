@@ -1,11 +1,11 @@
-#include "apps/yedek/keeping.h"
+#include "backup/keeping.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <set>
 
-namespace veldona::yedek {
+namespace veldona::backup {
 namespace {
 
 namespace fs = std::filesystem;
@@ -75,4 +75,4 @@ std::vector<std::string> expired(const std::vector<std::string>& names) {
     return gone;
 }
 
-} // namespace veldona::yedek
+} // namespace veldona::backup

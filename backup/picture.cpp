@@ -1,6 +1,6 @@
-#include "apps/yedek/picture.h"
+#include "backup/picture.h"
 
-namespace veldona::yedek {
+namespace veldona::backup {
 
 Picture pictureOf(store::Engine& books) {
     Picture picture;
@@ -27,4 +27,4 @@ std::string shownDate(const std::string& stored) {
     return stored.substr(8, 2) + '/' + stored.substr(5, 2) + '/' + stored.substr(0, 4) + stored.substr(10);
 }
 
-} // namespace veldona::yedek
+} // namespace veldona::backup
