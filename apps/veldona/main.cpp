@@ -7,6 +7,7 @@
 #include <QCommandLineParser>
 #include <QScreen>
 
+#include "apps/hazirla/firstbooks.h"
 #include "apps/screens.h"
 #include "core/reporting.h"
 #include "core/session.h"
@@ -34,18 +35,6 @@ std::string readRoot(const QApplication& application) {
     return chooseRoot(executableFolder(), userDataFolder());
 }
 
-// Told in place of the store's bare error where there are no books at all.
-bool hasBooks(const Paths& paths, Dialogs& dialogs) {
-    const std::string file = paths.toNative(kDatabasePath);
-    if (std::filesystem::exists(file)) return true;
-    dialogs.show({"Veritabanı bulunamadı:\n" + file +
-                      "\n\nProgram açılmadı, hiçbir şey değişmedi. Yeni bir veritabanı şu komutla kurulur:\n"
-                      "vorel-hazirla --kok " +
-                      paths.root(),
-                  kProgramTitle, Icon::Exclamation, Buttons::Ok});
-    return false;
-}
-
 int run(QApplication& application) {
     WindowClock clock;
     WindowHost windows(clock);
@@ -59,7 +48,7 @@ int run(QApplication& application) {
 
     const std::string root = readRoot(application);
     Desktop desktop{clock, dialogs, pump, opener, Paths(root), {}, DataSources(root + "/ODBC.INI")};
-    if (!hasBooks(desktop.paths, dialogs)) return 1;
+    if (!hazirla::findOrMakeBooks(desktop.paths, dialogs)) return 1;
     Err untold; // a template that is missing for good is told of when it is to be printed
     attempt(untold, [&] { sablonlariKur(desktop.paths); });
 

@@ -6,6 +6,7 @@
 #include <map>
 
 #include "apps/hazirla/delivered.h"
+#include "apps/hazirla/firstbooks.h"
 #include "apps/hazirla/options.h"
 #include "apps/hazirla/shop.h"
 #include "apps/hazirla/writeshop.h"
@@ -245,6 +246,34 @@ TEST(Teslim, VarOlanDefterSoylenmedenEzilmez) {
     deliverShop(folder.target(), plan(5, 6, 2), Existing::Replace);
     EXPECT_EQ(Books(folder.target()).number("SELECT count(*) FROM ISLEMNOTABLO"), 6);
     EXPECT_EQ(folder.filesInside(), 1U) << "a killed run's leavings were not cleared";
+}
+
+TEST(IlkAcilis, DefterYalnizIstenirseKurulur) {
+    const Folder folder;
+    const Paths paths(fs::path(folder.target()).parent_path());
+    const std::string books = paths.toNative(kDatabasePath);
+    RecordingDialogs dialogs;
+
+    dialogs.answers = {"no"};
+    EXPECT_FALSE(findOrMakeBooks(paths, dialogs));
+    EXPECT_FALSE(fs::exists(paths.root()));
+
+    dialogs.answers = {"yes"};
+    EXPECT_TRUE(findOrMakeBooks(paths, dialogs));
+    EXPECT_EQ(Books(books).text("SELECT DEGER FROM FIRMABILGISI"), "0") << "the letterhead is not asked for";
+
+    dialogs.said.clear();
+    const std::string before = bytesOf(books);
+    EXPECT_TRUE(findOrMakeBooks(paths, dialogs));
+    EXPECT_TRUE(dialogs.said.empty());
+    EXPECT_EQ(bytesOf(books), before);
+
+    // The log of books that went missing: whose they are is not known, so nothing is put beside it.
+    fs::rename(books, books + "-wal");
+    dialogs.answers = {"yes", "ok"};
+    EXPECT_FALSE(findOrMakeBooks(paths, dialogs));
+    EXPECT_FALSE(fs::exists(books));
+    EXPECT_NE(dialogs.said.back().text.find(books + "-wal"), std::string::npos);
 }
 
 TEST(Secenekler, OkunmayanSatirReddedilir) {
