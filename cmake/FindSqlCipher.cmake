@@ -15,6 +15,6 @@ if(SqlCipher_FOUND AND NOT TARGET SqlCipher::SqlCipher)
     INTERFACE_INCLUDE_DIRECTORIES "${SqlCipher_INCLUDE_DIR}"
     INTERFACE_COMPILE_DEFINITIONS SQLITE_HAS_CODEC
     INTERFACE_LINK_LIBRARIES "${SqlCipher_CRYPTO};dl;pthread"
-    INTERFACE_LINK_OPTIONS "LINKER:--exclude-libs,ALL")
+    INTERFACE_LINK_OPTIONS "LINKER:--exclude-libs,libsqlcipher.a")
 endif()
 mark_as_advanced(SqlCipher_INCLUDE_DIR SqlCipher_LIBRARY SqlCipher_CRYPTO)

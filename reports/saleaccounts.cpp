@@ -40,8 +40,8 @@ SatisHareketleri::SatisHareketleri(Session& session, std::string_view tablo,
 }
 
 std::span<const Hareket> SatisHareketleri::satisin(std::int32_t islemNo) const {
-    const auto found = std::ranges::equal_range(rows_, islemNo, {}, &Hareket::ISLEMNO);
-    return {found.begin(), found.end()};
+    return {std::ranges::lower_bound(rows_, islemNo, {}, &Hareket::ISLEMNO),
+            std::ranges::upper_bound(rows_, islemNo, {}, &Hareket::ISLEMNO)};
 }
 
 } // namespace veldona

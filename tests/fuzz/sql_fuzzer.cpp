@@ -1,0 +1,200 @@
+// A text as a statement of the dialect, and run on a small shop: it is one statement, it writes what it says
+// and nothing when it is a SELECT, and it fails in words that are ours.
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include <stdlib.h>
+
+#include "platform/runtime/conversion.h"
+#include "platform/store/database.h"
+#include "platform/store/dialect_split.h"
+#include "platform/store/storeerror.h"
+#include "platform/store/workspace.h"
+#include "schema/tables.h"
+#include "tests/fuzz/fuzzing.h"
+
+namespace veldona::fuzz {
+namespace {
+
+using store::Plan;
+using store::StoreError;
+
+constexpr std::size_t kLongest = 4000;
+
+// One for the whole run: each statement is taken back again.
+class Books {
+public:
+    Books() {
+        std::string name = (std::filesystem::temp_directory_path() / "veldona-fuzz-XXXXXX").string();
+        if (!mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
+        folder_ = name;
+        store::createDatabase(name + "/b.mdb", "x", schema::tables(), schema::savedQueries());
+        store::WorkspaceConfig config;
+        config.toNativePath = [name](std::string_view) { return name + "/b.mdb"; };
+        config.dataSource = [](std::string_view) { return std::optional<std::string>(); };
+        config.clock = [] { return DateTime::of(2026, 11, 22, 10, 30, 0); };
+        workspace_ = std::make_unique<store::Workspace>(std::move(config));
+        file_ = workspace_->open("b", "x");
+        fill();
+    }
+    ~Books() {
+        file_.reset();
+        std::filesystem::remove_all(folder_);
+    }
+
+    store::Database& file() { return *file_; }
+    std::string ask(const std::string& engineSql) {
+        const auto statement = file_->engine().prepare(engineSql);
+        std::string text;
+        while (statement->step())
+            for (int i = 0; i < statement->columnCount(); ++i)
+                text.append(statement->text(i)).append("|");
+        return text;
+    }
+
+private:
+    void fill() {
+        for (const char* sql : schema::firstRows())
+            file_->execute(sql);
+        for (const char* sql : {
+                 "INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD,EVTEL) VALUES ('7','Ayşe','Yılmaz','0212')",
+                 "INSERT INTO MUSTKAYIT (HSTNO,AD,UYARI,DOGTRH) VALUES ('8','%_''[İ','',#12,31,1999#)",
+                 "INSERT INTO ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC,TRH) VALUES ('7',5,9000000,'22/11/2026')",
+                 "INSERT INTO URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT) VALUES ('7',5,'1',2,4500000)",
+                 "INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('7',5,'5/11/2026 "
+                 "10:29:59',2500000)",
+                 "INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR,PESINAT) VALUES "
+                 "('7',6,'31/12/2026',0.5,1)",
+                 "INSERT INTO TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('7',5,'6/11/2026',-1)",
+             })
+            file_->execute(sql);
+    }
+
+    std::filesystem::path folder_;
+    std::unique_ptr<store::Workspace> workspace_;
+    std::shared_ptr<store::Database> file_;
+};
+
+Books& books() {
+    static Books made;
+    return made;
+}
+
+// Our own sentence, not the engine's: a statement that we write and the engine refuses is a fault of the
+// writing.
+void requireOurWords(const StoreError& error, const std::string& sql) {
+    require(!error.description().empty(), "an error without words");
+    require(error.description().find("Deyim çalıştırılamadı") == std::string::npos,
+            "the engine refuses what was written: " + error.description() + " for " + sql);
+}
+
+// What the engine is given holds one statement, whatever stood in the text.
+void requireOneStatement(const std::string& engineSql) {
+    char quote = 0;
+    for (std::size_t i = 0; i < engineSql.size(); ++i) {
+        const char c = engineSql[i];
+        if (quote != 0) {
+            if (c == quote) quote = 0;
+            continue;
+        }
+        if (c == '\'' || c == '"') quote = c;
+        require(c != ';' && c != '\0' && engineSql.compare(i, 2, "--") != 0 &&
+                    engineSql.compare(i, 2, "/*") != 0,
+                "a second statement or a comment: " + engineSql);
+    }
+    require(quote == 0, "a text left open: " + engineSql);
+}
+
+void requireKind(const Plan& plan, const std::string& shape) {
+    const std::string word = shape.substr(0, 6);
+    const bool reads = plan.kind == Plan::Kind::Select || plan.kind == Plan::Kind::Identity;
+    require(reads == (word == "SELECT"), "what begins with SELECT reads, what does not, writes: " + shape);
+    require(reads == plan.sql.starts_with("SELECT"), "and so does the engine: " + plan.sql);
+    require(reads == plan.table.empty(), "who writes names its table");
+}
+
+struct Outcome {
+    bool ran = false;
+    std::string rows; // of a SELECT
+};
+
+// The statement between a beginning and its taking back.
+Outcome run(const std::string& sql) {
+    store::Database& file = books().file();
+    Outcome outcome;
+    file.begin();
+    const std::string changes = books().ask("SELECT total_changes()");
+    try {
+        const store::Query query = file.query(sql);
+        if (query.isSelect()) {
+            store::RowSet rows;
+            file.read(query, rows);
+            for (int row = 0; row < rows.rowCount(); ++row)
+                for (int column = 0; column < rows.columnCount(); ++column)
+                    outcome.rows += joinText(rows.at(row, column)) + "|";
+            requireEqual(books().ask("SELECT total_changes()"), changes, "a SELECT writes nothing: " + sql);
+        } else {
+            const std::int64_t written = file.write(query);
+            requireEqual(books().ask("SELECT total_changes()"),
+                         std::to_string(std::stoll(changes) + written) + "|", "one statement's rows: " + sql);
+        }
+        outcome.ran = true;
+    } catch (const StoreError& error) {
+        requireOurWords(error, sql);
+    } catch (const RuntimeError& error) {
+        require(!error.description().empty(), "an error without words");
+    }
+    require(file.inTransaction() && file.engine().inTransaction(),
+            "no statement ends the transaction: " + sql);
+    file.rollback();
+    return outcome;
+}
+
+std::optional<Plan> planOf(const std::string& sql, const store::SplitStatement& split) {
+    try {
+        return store::translate(split, books().file().catalog());
+    } catch (const StoreError& error) {
+        requireOurWords(error, sql);
+        return std::nullopt;
+    }
+}
+
+void statementHolds(const std::string& sql) {
+    store::SplitStatement split;
+    try {
+        split = store::splitStatement(sql);
+    } catch (const StoreError& error) {
+        requireOurWords(error, sql);
+        require(!run(sql).ran, "what cannot be cut into words is not run");
+        return;
+    }
+    const auto plan = planOf(sql, split);
+    const Outcome outcome = run(sql);
+    if (!plan) {
+        require(!outcome.ran, "what is no statement is not run: " + sql);
+        return;
+    }
+    requireOneStatement(plan->sql);
+    requireKind(*plan, split.shape);
+    require(plan->targets.size() == split.literals.size(), "a type for each literal");
+    const Outcome again = run(sql); // from the kept plan
+    require(again.ran == outcome.ran, "the second run comes out as the first: " + sql);
+    requireEqual(again.rows, outcome.rows, "the second run of " + sql);
+    // The same with its literals left where they stand, as a saved query has it.
+    const Outcome kept = run(store::split(sql, store::Literals::Kept).shape);
+    if (kept.ran && outcome.ran) requireEqual(kept.rows, outcome.rows, "with its literals in place: " + sql);
+}
+
+} // namespace
+} // namespace veldona::fuzz
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace veldona::fuzz;
+    if (size > kLongest) return 0;
+    static const std::string schema = books().ask("SELECT type, name, sql FROM sqlite_master");
+    statementHolds({reinterpret_cast<const char*>(data), size});
+    requireEqual(books().ask("SELECT type, name, sql FROM sqlite_master"), schema, "the tables as they were");
+    return 0;
+}
