@@ -2,9 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <map>
+#include <string_view>
 #include <unordered_set>
+#include <utility>
 
+#include "apps/aktar/jettext.h"
 #include "platform/runtime/conversion.h"
 #include "platform/store/dialect.h"
 #include "platform/store/names.h"
@@ -18,6 +22,21 @@ using store::ColumnDef;
 using store::ColumnType;
 using store::sameName;
 using store::TableDef;
+
+// What every balance and every link between the tables is made of. A file without one of these is no shop's,
+// or the name of a table or a field is damaged.
+struct Needed {
+    const char* table;
+    std::vector<const char*> columns;
+};
+const std::vector<Needed> kNeeded = {
+    {"MUSTKAYIT", {"HSTNO", "AD", "SOYAD"}},
+    {"ISLEMNOTABLO", {"MUSTNO", "ISLEMNO", "TOPBORC", "TRH", "INDIRIM_YTL"}},
+    {"URUNAL", {"MUSTNO", "ISLEMNO", "URKOD", "ADET", "FIYAT"}},
+    {"URUNSAT", {"MUSTNO", "ISLEMNO", "ODTRH", "ODMIKTAR", "PESINAT"}},
+    {"TAKSITODENEN", {"MUSTNO", "ISLEMNO", "ODTRH", "ODMIKTAR"}},
+    {"URUNTANITIM", {"URKOD"}},
+};
 
 bool isWhole(ColumnType type) {
     return type == ColumnType::Counter || type == ColumnType::Whole || type == ColumnType::Small;
@@ -56,6 +75,25 @@ Match matchColumns(const JetTable& source, const TableDef& target, Examination& 
     return match;
 }
 
+void checkNeeded(const Examination& made) {
+    const auto refuse = [](const std::string& what) {
+        throw Damaged("Dosyada " + what +
+                      " yok: ya bir dükkân defteri değil ya da bozuk. Hiçbir şey aktarılmadı.");
+    };
+    for (const Needed& needed : kNeeded) {
+        const auto match = std::find_if(made.matches.begin(), made.matches.end(), [&](const Match& known) {
+            return known.target.table->name == needed.table;
+        });
+        if (match == made.matches.end()) refuse(std::string(needed.table) + " tablosu");
+        for (const char* column : needed.columns) {
+            const auto& there = match->target.columns;
+            if (std::none_of(there.begin(), there.end(),
+                             [&](const ColumnDef& known) { return known.name == column; }))
+                refuse(std::string(needed.table) + '.' + column + " alanı");
+        }
+    }
+}
+
 void matchTables(const JetFile& file, Examination& made) {
     for (const JetTable& source : file.tables()) {
         const TableDef* target = findTarget(source.name);
@@ -72,16 +110,16 @@ void matchTables(const JetFile& file, Examination& made) {
     for (const TableDef& table : schema::tables()) {
         const bool found = std::any_of(made.matches.begin(), made.matches.end(),
                                        [&](const Match& match) { return match.target.table == &table; });
-        if (found) continue;
-        if (table.name == "MUSTKAYIT")
-            throw Damaged("Dosyada MUSTKAYIT tablosu yok: ya bir dükkân defteri değil ya da bozuk.");
-        made.remarks.push_back("Dosyada olmayan tablo: " + table.name);
+        if (!found) made.remarks.push_back("Dosyada olmayan tablo: " + table.name);
     }
+    checkNeeded(made);
 }
 
-// Gathers what does not fit, one line a column, with the first row that shows it.
+// Gathers values by what is wrong with them, one line a column, with the first row that shows it.
 class Problems {
 public:
+    explicit Problems(std::string title) : title_(std::move(title)) {}
+
     void note(const std::string& place, std::uint64_t row, const std::string& what) {
         Found& found = found_[place];
         if (found.count++ == 0) found.first = what + " (ilki " + std::to_string(row) + ". satırda)";
@@ -89,8 +127,7 @@ public:
     [[nodiscard]] std::vector<std::string> lines() const {
         std::vector<std::string> lines;
         for (const auto& [place, found] : found_)
-            lines.push_back("Sığmıyor: " + place + ", " + std::to_string(found.count) +
-                            " değer: " + found.first);
+            lines.push_back(title_ + place + ", " + std::to_string(found.count) + " değer: " + found.first);
         return lines;
     }
 
@@ -99,17 +136,55 @@ private:
         std::uint64_t count = 0;
         std::string first;
     };
+    std::string title_;
     std::map<std::string, Found> found_;
 };
 
-void examineTable(const JetFile& file, const Match& match, Report& report, Problems& problems,
+// Amounts that an operator types, to the kuruş; the shares of a plan may have fractions. A damaged bit of
+// such a number nearly always leaves a fraction.
+bool isTypedAmount(const TableDef& table, const ColumnDef& column) {
+    static constexpr std::pair<std::string_view, std::string_view> kTyped[] = {
+        {"TAKSITODENEN", "ODMIKTAR"},
+        {"URUNAL", "FIYAT"},
+        {"ISLEMNOTABLO", "TOPBORC"},
+        {"ISLEMNOTABLO", "INDIRIM_YTL"}};
+    return std::find(std::begin(kTyped), std::end(kTyped),
+                     std::pair<std::string_view, std::string_view>(table.name, column.name)) !=
+           std::end(kTyped);
+}
+
+// Why a value that fits is hardly what somebody wrote; empty where there is no reason.
+std::string doubtOf(const Value& value, bool typedAmount) {
+    constexpr int kFirstYear = 1900, kLastYear = 2100;
+    constexpr double kKurus = 10'000; // of the stored scale
+    if (value.isText()) {
+        const std::optional<std::string> letter = foreignLetter(value.get<std::string>());
+        return letter ? "Türkçe Windows'ta olmayan \"" + *letter + "\" harfi: " : std::string();
+    }
+    if (typedAmount && value.kind() == Value::Kind::Double)
+        return std::fmod(value.get<double>(), kKurus) != 0 ? "kuruşun kesri olan tutar: " : "";
+    if (value.kind() != Value::Kind::Date) return {};
+    const int year = value.get<DateTime>().year();
+    return year < kFirstYear || year > kLastYear ? "uzak bir tarih: " : "";
+}
+
+struct Gathered {
+    Problems problems{"Sığmıyor: "};
+    Problems doubts{"Şüpheli: "};
+};
+
+void examineTable(const JetFile& file, const Match& match, Report& report, Gathered& gathered,
                   const Progress& progress) {
     TableCounter counter(report, match.target);
     std::unordered_set<std::int64_t> counters;
     std::vector<Value> fitting(match.columns.size());
+    std::vector<bool> typedAmounts;
+    for (const ColumnDef& column : match.target.columns)
+        typedAmounts.push_back(isTypedAmount(*match.target.table, column));
     std::uint64_t row = 0;
-    const auto note = [&](const ColumnDef& column, const std::string& what, const Value& value) {
-        problems.note(match.target.table->name + '.' + column.name, row, what + '"' + joinText(value) + '"');
+    const auto note = [&](Problems& into, const ColumnDef& column, const std::string& what,
+                          const Value& value) {
+        into.note(match.target.table->name + '.' + column.name, row, what + '"' + joinText(value) + '"');
     };
     file.read(*match.source, [&](std::span<const Value> values) {
         ++row;
@@ -118,10 +193,12 @@ void examineTable(const JetFile& file, const Match& match, Report& report, Probl
             const ColumnDef& column = match.target.columns[i];
             const std::optional<Value> fits = fitted(value, column.type);
             fitting[i] = fits.value_or(Value());
-            if (!fits) note(column, "", value);
+            if (!fits) note(gathered.problems, column, "", value);
+            const std::string doubt = doubtOf(value, typedAmounts[i]);
+            if (!doubt.empty()) note(gathered.doubts, column, doubt, value);
             if (column.type != ColumnType::Counter || !fits) continue;
             const bool fresh = !fits->isNull() && counters.insert(fits->get<std::int64_t>()).second;
-            if (!fresh) note(column, "sayaç boş ya da ikinci kez: ", value);
+            if (!fresh) note(gathered.problems, column, "sayaç boş ya da ikinci kez: ", value);
         }
         counter.add(fitting);
         progress(match.target.table->name, row, match.source->rows);
@@ -135,6 +212,8 @@ std::optional<Value> fitted(const Value& value, ColumnType type) {
     const bool broken = value.kind() == Value::Kind::Double && isWhole(type) &&
                         value.get<double>() != std::trunc(value.get<double>());
     if (broken) return std::nullopt;
+    const bool holdsText = type == ColumnType::Text || type == ColumnType::Memo;
+    if (!holdsText && value.isText() && value.get<std::string>().empty()) return Value();
     try {
         return store::bindValue(value, type == ColumnType::Counter ? ColumnType::Whole : type);
     } catch (const store::StoreError&) {
@@ -145,10 +224,11 @@ std::optional<Value> fitted(const Value& value, ColumnType type) {
 Examination examine(const JetFile& file, const Progress& progress) {
     Examination made;
     matchTables(file, made);
-    Problems problems;
+    Gathered gathered;
     for (const Match& match : made.matches)
-        examineTable(file, match, made.report, problems, progress);
-    for (std::string& line : problems.lines())
+        examineTable(file, match, made.report, gathered, progress);
+    made.doubts = gathered.doubts.lines();
+    for (std::string& line : gathered.problems.lines())
         made.problems.push_back(std::move(line));
     return made;
 }

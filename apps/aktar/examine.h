@@ -27,6 +27,7 @@ struct Match {
 struct Examination {
     std::vector<Match> matches;
     std::vector<std::string> remarks;  // what has no place, and what stays empty
+    std::vector<std::string> doubts;   // values that fit and yet are hardly what somebody wrote
     std::vector<std::string> problems; // values that would not fit; with one of them nothing is moved
     Report report;
 };

@@ -2,139 +2,35 @@
 
 #include <mdbtools.h>
 
-#include <cmath>
+#include <algorithm>
 #include <cstring>
 #include <optional>
 #include <string_view>
+#include <unordered_set>
 
 #include "apps/aktar/jettext.h"
+#include "apps/aktar/jetvalue.h"
+#include "platform/store/names.h"
 
 namespace veldona::aktar {
 namespace {
 
 constexpr std::size_t kPageSize = MDB_PGSIZE;
 constexpr std::size_t kCatalogPage = 2;
+constexpr int kRowsAt = 12; // of a data page: how many rows it has, and behind it where each begins
 
-template <class T> T numberAt(const void* bytes) {
-    T number;
-    std::memcpy(&number, bytes, sizeof number);
-    return number;
-}
+// What a row's place says besides where it begins. A row that grew out of its page leaves a pointer behind;
+// the row it points to is marked as deleted, so that it is met once. A deleted pointer leaves that row as it
+// is, so the mark alone must do.
+constexpr unsigned kDeleted = 0x8000, kMoved = 0x4000;
 
-// Days since day zero; before it the time of day still counts forward.
-std::optional<Value> dateOf(double days) {
-    constexpr double kFirst = -657434, kBehindLast = 2958466; // 1.1.100 to 31.12.9999
-    if (!(days >= kFirst && days < kBehindLast)) return std::nullopt;
-    const double day = std::trunc(days);
-    const double seconds = std::round(std::abs(days - day) * 86400);
-    return DateTime::ofSeconds(static_cast<std::int64_t>(day) * 86400 + static_cast<std::int64_t>(seconds));
-}
-
-std::optional<Value> numberOf(double number) {
-    if (!std::isfinite(number)) return std::nullopt;
-    return number;
-}
-
-std::optional<Value> textOf(std::string_view bytes) {
-    std::optional<std::string> text = decodeJetText(bytes);
-    if (!text) return std::nullopt;
-    return std::move(*text);
-}
-
-std::size_t sizeOfFixed(int type) {
-    switch (type) {
-    case MDB_BYTE:
-        return 1;
-    case MDB_INT:
-        return 2;
-    case MDB_LONGINT:
-    case MDB_FLOAT:
-        return 4;
-    case MDB_MONEY:
-    case MDB_DOUBLE:
-    case MDB_DATETIME:
-        return 8;
-    default:
-        return 0;
-    }
-}
-
-// A long text stands in its row, in one row of another page, or in a chain of such rows.
-class LongText {
-public:
-    LongText(MdbHandle* mdb, std::string_view place) : mdb_(mdb), place_(place) {}
-
-    std::optional<std::string> bytes() const {
-        if (place_.size() < MDB_MEMO_OVERHEAD) return std::nullopt;
-        const auto head = numberAt<std::uint32_t>(place_.data());
-        const std::size_t length = head & 0x3FFFFFFF;
-        std::optional<std::string> all;
-        if ((head & 0x80000000) != 0)
-            all = std::string(place_.substr(MDB_MEMO_OVERHEAD));
-        else if ((head & 0x40000000) != 0)
-            all = piece(numberAt<std::uint32_t>(place_.data() + 4));
-        else
-            all = chain(numberAt<std::uint32_t>(place_.data() + 4), length);
-        if (!all || all->size() < length) return std::nullopt;
-        return all->substr(0, length);
-    }
-
-private:
-    std::optional<std::string> piece(std::uint32_t where) const {
-        void* page = nullptr;
-        int offset = 0;
-        std::size_t size = 0;
-        if (mdb_find_pg_row(mdb_, static_cast<int>(where), &page, &offset, &size) != 0) return std::nullopt;
-        if (offset < 0 || static_cast<std::size_t>(offset) + size > kPageSize) return std::nullopt;
-        return std::string(static_cast<const char*>(page) + offset, size);
-    }
-    std::optional<std::string> chain(std::uint32_t where, std::size_t length) const {
-        std::string all;
-        while (where != 0) {
-            const std::optional<std::string> part = piece(where);
-            if (!part || part->size() <= 4 || all.size() >= length) return std::nullopt;
-            where = numberAt<std::uint32_t>(part->data());
-            all.append(*part, 4);
-        }
-        return all;
-    }
-
-    MdbHandle* mdb_;
-    std::string_view place_;
-};
-
-// Nothing where the bytes are no value of the column's type.
-std::optional<Value> valueOf(MdbHandle* mdb, const MdbColumn& column, std::string_view bytes) {
-    const std::size_t fixed = sizeOfFixed(column.col_type);
-    if (fixed != 0 && bytes.size() != fixed) return std::nullopt;
-    switch (column.col_type) {
-    case MDB_BYTE:
-        return static_cast<int>(numberAt<std::uint8_t>(bytes.data()));
-    case MDB_INT:
-        return static_cast<int>(numberAt<std::int16_t>(bytes.data()));
-    case MDB_LONGINT:
-        return static_cast<int>(numberAt<std::int32_t>(bytes.data()));
-    case MDB_MONEY:
-        return static_cast<double>(numberAt<std::int64_t>(bytes.data())) / 10'000;
-    case MDB_FLOAT:
-        return numberOf(numberAt<float>(bytes.data()));
-    case MDB_DOUBLE:
-        return numberOf(numberAt<double>(bytes.data()));
-    case MDB_DATETIME:
-        return dateOf(numberAt<double>(bytes.data()));
-    case MDB_TEXT:
-        return textOf(bytes);
-    case MDB_MEMO: {
-        const std::optional<std::string> text = LongText(mdb, bytes).bytes();
-        return text ? textOf(*text) : std::nullopt;
-    }
-    default:
-        return Value();
-    }
-}
-
-bool isReadable(int type) {
-    return type == MDB_BOOL || type == MDB_TEXT || type == MDB_MEMO || sizeOfFixed(type) != 0;
+// A name as a table or a field can have, of letters that a Turkish shop's program would use.
+bool isName(std::string_view name) {
+    return !name.empty() && !foreignLetter(name) &&
+           std::none_of(name.begin(), name.end(), [](unsigned char letter) {
+               return letter < ' ' || letter == 0x7F || letter == '[' || letter == ']' || letter == '.' ||
+                      letter == '!' || letter == '`';
+           });
 }
 
 struct TableCloser {
@@ -165,6 +61,7 @@ public:
         if (mdb_read_columns(table_.get()) == nullptr || table_->columns == nullptr ||
             table_->columns->len != table_->num_cols)
             fail("tablosunun alanları okunamıyor");
+        checkColumns();
     }
 
     [[nodiscard]] std::uint64_t rows() const { return table_->num_rows; }
@@ -177,46 +74,120 @@ public:
 
     void walk(const RowTaker& take) {
         mdb_rewind_table(table_.get());
-        std::vector<Value> row(table_->num_cols);
-        std::uint64_t came = 0;
-        while (mdb_fetch_row(table_.get()) != 0) {
-            if (++came > rows()) break;
+        came_ = 0;
+        std::unordered_set<std::uint32_t> seen;
+        while (mdb_read_next_dpg(table_.get()) != 0 && came_ <= rows()) {
+            const std::uint32_t page = table_->cur_phys_pg;
             checkPage();
-            for (unsigned i = 0; i < table_->num_cols; ++i)
-                row[i] = value(column(i), came);
-            take(row);
+            if (!seen.insert(page).second) fail("tablosunda bir sayfa iki kez sayılıyor");
+            const unsigned count = numberAt<std::uint16_t>(mdb_->pg_buf + kRowsAt);
+            for (unsigned i = 0; i < count && came_ <= rows(); ++i)
+                readPlace(page, i, take);
         }
-        if (came == rows()) return;
+        if (came_ == rows()) return;
         fail("tablosu " + std::to_string(rows()) + " satır tuttuğunu söylüyor, dosyadan " +
-             (came > rows() ? "daha çok satır" : std::to_string(came) + " satır") + " okunuyor");
+             (came_ > rows() ? "daha çok satır" : std::to_string(came_) + " satır") + " okunuyor");
     }
 
 private:
     [[noreturn]] void fail(const std::string& what) const {
         throw Damaged(path_ + " bozuk: " + name_ + ' ' + what + ". Hiçbir şey aktarılmadı.");
     }
+    [[nodiscard]] std::string thisRow() const {
+        return "tablosunun " + std::to_string(came_ + 1) + ". satırı";
+    }
     [[nodiscard]] const MdbColumn& column(unsigned index) const {
         return *static_cast<const MdbColumn*>(g_ptr_array_index(table_->columns, index));
+    }
+    void checkColumns() const {
+        std::unordered_set<std::string> names;
+        for (unsigned i = 0; i < table_->num_cols; ++i) {
+            if (!isName(column(i).name)) fail("tablosunun bir alanının adı okunamıyor");
+            if (!names.insert(store::foldName(column(i).name)).second)
+                fail(std::string("tablosunda iki ") + column(i).name + " alanı var");
+        }
     }
     void checkPage() const {
         const bool own = mdb_->pg_buf[0] == MDB_PAGE_DATA &&
                          numberAt<std::uint32_t>(mdb_->pg_buf + 4) == static_cast<std::uint32_t>(page_);
         if (!own) fail("tablosunun satırları arasında başka bir sayfa var");
     }
-    // The library leaves where the value begins and how long it is; a Null begins nowhere, and of a flag it
-    // leaves whether it is down.
-    [[nodiscard]] Value value(const MdbColumn& column, std::uint64_t row) const {
-        if (column.col_type == MDB_BOOL) return column.cur_value_len == 0;
-        if (column.cur_value_start == 0 || !isReadable(column.col_type)) return {};
-        const auto start = static_cast<std::size_t>(column.cur_value_start);
-        const auto length = static_cast<std::size_t>(column.cur_value_len);
+
+    // Where a row lies on the page that was read, and what its place says.
+    struct Place {
+        int start;
+        std::size_t size;
+        unsigned marks;
+    };
+    [[nodiscard]] Place placeOf(unsigned index) const {
+        int start = 0;
+        std::size_t size = 0;
+        const std::size_t listed = kRowsAt + 2 + 2 * (std::size_t{index} + 1);
+        if (mdb_find_row(mdb_, static_cast<int>(index), &start, &size) != 0)
+            fail(thisRow() + " sayfanın dışında");
+        const auto marks = static_cast<unsigned>(start) & (kDeleted | kMoved);
+        start &= 0x1FFF;
+        if (size != 0 && static_cast<std::size_t>(start) < listed) fail(thisRow() + " sayfanın dışında");
+        return {start, size, marks};
+    }
+
+    void readPlace(std::uint32_t page, unsigned index, const RowTaker& take) {
+        const Place place = placeOf(index);
+        if ((place.marks & kDeleted) != 0) return;
+        if (place.marks == 0) {
+            readRow(place, take);
+            return;
+        }
+        if (place.size < 4) fail(thisRow() + " başka bir sayfada ve yeri okunamıyor");
+        const auto where = numberAt<std::uint32_t>(mdb_->pg_buf + place.start);
+        turnTo(where >> 8);
+        checkPage();
+        const unsigned other = where & 0xFF;
+        if (other >= numberAt<std::uint16_t>(mdb_->pg_buf + kRowsAt))
+            fail(thisRow() + " gösterilen yerde değil");
+        const Place moved = placeOf(other);
+        if (moved.marks != kDeleted) fail(thisRow() + " gösterilen yerde değil");
+        readRow(moved, take);
+        turnTo(page);
+    }
+    void turnTo(std::uint32_t page) const {
+        if (mdb_read_pg(mdb_, page) != static_cast<ssize_t>(kPageSize)) fail(thisRow() + " okunamıyor");
+    }
+
+    void readRow(const Place& place, const RowTaker& take) {
+        std::vector<MdbField> fields(table_->num_cols);
+        if (mdb_crack_row(table_.get(), place.start, place.size, fields.data()) < 0)
+            fail(thisRow() + " okunamıyor");
+        int fixedEnd = place.start;
+        for (const MdbField& field : fields)
+            if (field.is_fixed != 0 && field.is_null == 0)
+                fixedEnd = std::max(fixedEnd, field.start + static_cast<int>(sizeOf(field)));
+        row_.resize(fields.size());
+        for (const MdbField& field : fields) {
+            const auto index = static_cast<std::size_t>(field.colnum);
+            row_[index] = value(column(static_cast<unsigned>(index)), field, place, fixedEnd);
+        }
+        take(row_);
+        ++came_;
+    }
+    [[nodiscard]] std::size_t sizeOf(const MdbField& field) const {
+        return sizeOfFixed(column(static_cast<unsigned>(field.colnum)).col_type);
+    }
+    // Fields of one size lie before those of changing size, and none outside the row.
+    [[nodiscard]] Value value(const MdbColumn& column, const MdbField& field, const Place& place,
+                              int fixedEnd) const {
+        if (column.col_type == MDB_BOOL) return field.is_null == 0;
+        if (field.is_null != 0 || !isReadable(column.col_type)) return {};
+        const int first = field.is_fixed != 0 ? place.start : fixedEnd;
+        const int end = place.start + static_cast<int>(place.size);
         std::optional<Value> read;
-        if (start < kPageSize && length <= kPageSize - start) {
-            const auto* bytes = reinterpret_cast<const char*>(mdb_->pg_buf) + start;
-            read = valueOf(mdb_, column, {bytes, length});
+        if (field.siz >= 0 && field.start >= first && field.start <= end && field.siz <= end - field.start) {
+            const auto* bytes = reinterpret_cast<const char*>(mdb_->pg_buf) + field.start;
+            read = valueOf(mdb_, column.col_type, {bytes, static_cast<std::size_t>(field.siz)});
         }
         if (!read)
-            fail("tablosunun " + std::to_string(row) + ". satırında " + column.name + " alanı okunamıyor");
+            fail("tablosunun " + std::to_string(came_ + 1) + ". satırında " + column.name +
+                 " alanı okunamıyor");
         return *read;
     }
 
@@ -225,6 +196,8 @@ private:
     MdbHandle* mdb_ = nullptr;
     unsigned long page_ = 0;
     std::unique_ptr<MdbTableDef, TableCloser> table_;
+    std::uint64_t came_ = 0;
+    std::vector<Value> row_;
 };
 
 JetFile::JetFile(const std::string& path) : path_(path), handle_(std::make_unique<Handle>(path)) {
@@ -236,7 +209,8 @@ JetFile::JetFile(const std::string& path) : path_(path), handle_(std::make_uniqu
     std::strcpy(catalog.object_name, "MSysObjects");
     Reading(&catalog, path).walk([](std::span<const Value>) {});
     const GPtrArray* entries = mdb_read_catalog(handle_->mdb, MDB_ANY);
-    if (entries == nullptr) throw Damaged(path + " bozuk: tabloların listesi okunamıyor.");
+    if (entries == nullptr)
+        throw Damaged(path + " bozuk: tabloların listesi okunamıyor. Hiçbir şey aktarılmadı.");
     for (unsigned i = 0; i < entries->len; ++i) {
         auto* entry = static_cast<MdbCatalogEntry*>(g_ptr_array_index(entries, i));
         JetTable table;
@@ -244,6 +218,8 @@ JetFile::JetFile(const std::string& path) : path_(path), handle_(std::make_uniqu
         table.linked = entry->object_type == MDB_LINKED_TABLE;
         if (!table.linked) {
             if (mdb_is_user_table(entry) == 0) continue;
+            if (!isName(table.name))
+                throw Damaged(path + " bozuk: bir tablonun adı okunamıyor. Hiçbir şey aktarılmadı.");
             const Reading reading(entry, path);
             table.rows = reading.rows();
             table.columns = reading.columns();
@@ -256,7 +232,8 @@ JetFile::~JetFile() = default;
 
 void JetFile::read(const JetTable& table, const RowTaker& take) const {
     MdbCatalogEntry* entry = mdb_get_catalogentry_by_name(handle_->mdb, table.name.c_str());
-    if (entry == nullptr) throw Damaged(path_ + " bozuk: " + table.name + " tablosu bulunamıyor.");
+    if (entry == nullptr)
+        throw Damaged(path_ + " bozuk: " + table.name + " tablosu bulunamıyor. Hiçbir şey aktarılmadı.");
     Reading(entry, path_).walk(take);
 }
 

@@ -87,4 +87,23 @@ std::optional<std::string> decodeJetText(std::string_view bytes) {
     return text;
 }
 
+std::optional<std::string> foreignLetter(std::string_view text) {
+    // What the page has beyond one byte of Latin letters, and the six letters that give way there.
+    static constexpr std::string_view kAlso = "ĞğİıŞş€‚ƒ„…†‡ˆ‰Š‹Œ‘’“”•–—˜™š›œŸ";
+    static constexpr std::string_view kNot = "ÐðÝýÞþ";
+    while (!text.empty()) {
+        const auto lead = static_cast<unsigned char>(text.front());
+        const std::size_t size = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+        const std::string_view letter = text.substr(0, size);
+        text.remove_prefix(letter.size());
+        if (size == 1) continue;
+        const auto second = static_cast<unsigned char>(letter[1]);
+        const bool latin = (lead == 0xC2 && second >= 0xA0) || lead == 0xC3;
+        const bool known = latin ? kNot.find(letter) == std::string_view::npos
+                                 : kAlso.find(letter) != std::string_view::npos;
+        if (!known) return std::string(letter);
+    }
+    return std::nullopt;
+}
+
 } // namespace veldona::aktar

@@ -11,4 +11,8 @@ namespace veldona::aktar {
 // the file would put a "?" there and say nothing.
 [[nodiscard]] std::optional<std::string> decodeJetText(std::string_view bytes);
 
+// The first letter of a UTF-8 text that Turkish Windows (code page 1254) has not, else nothing. The old
+// programs wrote by that page, so another letter is a sign of damage, though no proof.
+[[nodiscard]] std::optional<std::string> foreignLetter(std::string_view text);
+
 } // namespace veldona::aktar

@@ -15,9 +15,11 @@
 #include "apps/aktar/jetheader.h"
 #include "apps/aktar/movein.h"
 #include "apps/aktar/options.h"
+#include "apps/denetle/check.h"
 #include "core/reporting.h"
 #include "core/session.h"
 #include "platform/desktop/paths.h"
+#include "platform/store/sqlcipherengine.h"
 
 namespace {
 
@@ -67,6 +69,16 @@ Progress progressOf(ProgressLine& line) {
     };
 }
 
+// What did not add up in the old file does not in the new one either; the owner should hear of it on this
+// day.
+void tellFindings(const std::string& books) {
+    const auto engine = store::openSqlcipherToRead(books, kDeliveredPassword, std::chrono::seconds(1));
+    const std::size_t count = denetle::checkBooks(*engine).all.size();
+    if (count == 0) return;
+    std::cout << "Defterde birbirini tutmayan " << count
+              << " kayıt var; eski dosyadan olduğu gibi geldi. Listesi: vorel-denetle\n";
+}
+
 int run(const Options& options, const ErrorStream& errors) {
     checkJetHeader(options.source, options.password);
     const JetFile file(options.source);
@@ -74,6 +86,8 @@ int run(const Options& options, const ErrorStream& errors) {
     const Examination examined = examine(file, progressOf(reading));
     for (const std::string& remark : examined.remarks)
         std::cout << remark << '\n';
+    for (const std::string& doubt : examined.doubts)
+        std::cout << doubt << '\n';
     for (const std::string& problem : examined.problems)
         std::cout << problem << '\n';
     print(std::cout, examined.report, options.trial ? Detail::Customers : Detail::Totals);
@@ -86,6 +100,7 @@ int run(const Options& options, const ErrorStream& errors) {
     moveIn(file, examined, target, progressOf(writing));
     sablonlariKur(paths);
     std::cout << "Aktarıldı, toplamlar aynı: " << target << '\n';
+    tellFindings(target);
     return 0;
 }
 

@@ -6,9 +6,12 @@
 #include <memory>
 #include <ostream>
 #include <string_view>
+#include <tuple>
+#include <utility>
 
 #include "apps/hazirla/delivered.h"
 #include "core/session.h"
+#include "platform/runtime/text.h"
 #include "platform/store/sqlcipherengine.h"
 
 namespace veldona::aktar {
@@ -107,12 +110,24 @@ std::string money(std::int64_t millionths) {
     return sign + lira + ',' + std::to_string(100 + kurus % 100).substr(1);
 }
 
+bool isPlainNumber(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
 void printAccount(std::ostream& out, const Account& account) {
     out << "satış " << money(account.lines) << ", indirim " << money(account.discounts) << ", ödeme "
         << money(account.payments) << ", bakiye " << money(account.balance()) << '\n';
 }
 
 } // namespace
+
+bool ByNumber::operator()(const std::string& one, const std::string& other) const {
+    const auto key = [](const std::string& text) {
+        const bool isNumber = isPlainNumber(text);
+        return std::tuple(!isNumber, isNumber ? text.size() : 0, std::string_view(text));
+    };
+    return key(one) < key(other);
+}
 
 TableCounter::TableCounter(Report& report, const TableView& view)
     : report_(report), tally_(report.tables.size()), table_(view.table->name) {
@@ -127,14 +142,19 @@ const Value& TableCounter::at(std::span<const Value> row, const char* column) co
     return found == places_.end() ? missing : row[found->second];
 }
 
+Account& TableCounter::accountOf(const Value& number) {
+    return report_.accounts[upperTurkish(textOf(number))];
+}
+
 void TableCounter::addAmount(std::span<const Value> row) {
     if (table_ == "MUSTKAYIT") {
-        Account& account = report_.accounts[textOf(at(row, "HSTNO"))];
+        Account& account = accountOf(at(row, "HSTNO"));
+        std::string name = textOf(at(row, "AD")) + ' ' + textOf(at(row, "SOYAD"));
+        if (!account.hasCard || name < account.name) account.name = std::move(name);
         account.hasCard = true;
-        account.name = textOf(at(row, "AD")) + ' ' + textOf(at(row, "SOYAD"));
         return;
     }
-    const auto account = [&]() -> Account& { return report_.accounts[textOf(at(row, "MUSTNO"))]; };
+    const auto account = [&]() -> Account& { return accountOf(at(row, "MUSTNO")); };
     if (table_ == "URUNAL") {
         const double amount = numberOf(at(row, "ADET")) * numberOf(at(row, "FIYAT"));
         addTo(account().lines, millionths(amount, table_), table_);
@@ -168,14 +188,17 @@ void print(std::ostream& out, const Report& report, Detail detail) {
     for (const TableTally& table : report.tables)
         out << table.name << ": " << table.rows << " satır\n";
     Account total;
+    std::size_t withoutCard = 0;
     for (const auto& [number, account] : report.accounts) {
         addTo(total.lines, account.lines, "URUNAL");
         addTo(total.discounts, account.discounts, "ISLEMNOTABLO");
         addTo(total.payments, account.payments, "TAKSITODENEN");
+        if (!account.hasCard) ++withoutCard;
         if (detail == Detail::Totals) continue;
         out << number << ' ' << (account.hasCard ? account.name : "(kartı yok)") << ": ";
         printAccount(out, account);
     }
+    if (withoutCard > 0) out << "Kartı olmayan hesap: " << withoutCard << '\n';
     out << "Toplam: ";
     printAccount(out, total);
 }

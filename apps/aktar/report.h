@@ -18,7 +18,7 @@
 namespace veldona::aktar {
 
 struct Account {
-    std::string name;
+    std::string name; // of two cards with one number the first by the alphabet, in whatever order they come
     bool hasCard = false;
     std::int64_t lines = 0;
     std::int64_t discounts = 0;
@@ -35,9 +35,15 @@ struct TableTally {
     friend bool operator==(const TableTally&, const TableTally&) = default;
 };
 
+// Account numbers are texts that mostly are numbers: 2 comes before 10, and both before G3.
+struct ByNumber {
+    bool operator()(const std::string& one, const std::string& other) const;
+};
+
 struct Report {
     std::vector<TableTally> tables;
-    std::map<std::string, Account> accounts; // by the customer's number
+    std::map<std::string, Account, ByNumber>
+        accounts; // by the customer's number, in capitals as the books see it
     friend bool operator==(const Report&, const Report&) = default;
 };
 
@@ -56,6 +62,7 @@ public:
 
 private:
     [[nodiscard]] const Value& at(std::span<const Value> row, const char* column) const;
+    [[nodiscard]] Account& accountOf(const Value& number);
     void addAmount(std::span<const Value> row);
 
     Report& report_;

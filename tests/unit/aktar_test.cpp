@@ -114,7 +114,7 @@ TEST_F(Aktarma, UzunMetinNeredeDursaOkunur) {
     const auto page = static_cast<char>(whole.size() / kPage);
     const auto place = [&](const std::string& newHead, const std::vector<std::string>& rows) {
         std::string added(kPage, '\0');
-        added.replace(0, 2, "\x01\x01");
+        added.replace(0, 2, "\x01\x01").replace(4, 4, "LVAL");
         added[12] = static_cast<char>(rows.size());
         std::size_t end = kPage;
         for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -137,6 +137,9 @@ TEST_F(Aktarma, UzunMetinNeredeDursaOkunur) {
     EXPECT_THROW(look(), Damaged); // a chain that never ends
     place("\x40\0\0\x40\0"s + page, {letters});
     EXPECT_THROW(look(), Damaged); // shorter than it says
+    place("\x1e\0\0\x40\0"s + page, {letters});
+    bytes.replace(whole.size() + 4, 4, 4, '\0');
+    EXPECT_THROW(look(), Damaged); // on a page that holds no long texts
 }
 
 TEST_F(Aktarma, TekElYazisiSatirBileDefteriDoluYapar) {
@@ -235,7 +238,7 @@ TEST(Sigma, KayipsizOlanSigar) {
         {42, Text, Value("42")},
         {"12", Whole, Value(12)},
         {"yok", Number, std::nullopt},
-        {"", Date, std::nullopt},
+        {"", Date, Value()},
         {"", Text, Value("")},
         {DateTime::of(2026, 11, 22, 9, 30), Date, Value("2026-11-22 09:30:00")},
     };
