@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QIcon>
 #include <QScreen>
 
 #include "apps/hazirla/firstbooks.h"
@@ -33,6 +34,13 @@ std::string readRoot(const QApplication& application) {
     if (parser.isSet(help)) parser.showHelp();
     if (parser.isSet(root)) return std::filesystem::absolute(parser.value(root).toStdString()).string();
     return chooseRoot(executableFolder(), userDataFolder());
+}
+
+QIcon windowIcon() {
+    QIcon own;
+    for (const char* size : {"16", "32", "48", "128"})
+        own.addFile(QString(":/veldona/%1.png").arg(size));
+    return QIcon::fromTheme("veldona", own);
 }
 
 int run(QApplication& application) {
@@ -73,6 +81,8 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName("veldona");
     QApplication::setApplicationDisplayName(veldona::kProgramTitle);
+    QApplication::setDesktopFileName("arpa.home.veldona.taksit");
+    QApplication::setWindowIcon(veldona::windowIcon());
     QApplication::setQuitOnLastWindowClosed(false);
     veldona::TurkishTexts texts;
     QCoreApplication::installTranslator(&texts);
