@@ -30,11 +30,6 @@ bool isTabPage(const QWidget& widget) {
     return qobject_cast<const QStackedWidget*>(widget.parentWidget()) != nullptr;
 }
 
-QString withoutMnemonic(QString text) {
-    text.replace("&&", QChar(1)).remove('&');
-    return text.replace(QChar(1), "&");
-}
-
 } // namespace
 
 Binder::Binder(FormWindow& window, Control& control, QWidget* widget)
@@ -75,6 +70,11 @@ QString toQt(const std::string& text) {
 
 std::string fromQt(const QString& text) {
     return text.toStdString();
+}
+
+QString withoutMnemonic(QString text) {
+    text.replace("&&", QChar(1)).remove('&');
+    return text.replace(QChar(1), "&");
 }
 
 QString withMnemonic(const QString& drawn, const std::string& caption) {

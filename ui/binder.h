@@ -94,6 +94,8 @@ class Timer;
 
 [[nodiscard]] QString toQt(const std::string& text);
 [[nodiscard]] std::string fromQt(const QString& text);
+// The words of a drawn text as they are read.
+[[nodiscard]] QString withoutMnemonic(QString text);
 // A caption for a widget that was drawn with `drawn`: that one, with its mnemonic, where it reads the same.
 [[nodiscard]] QString withMnemonic(const QString& drawn, const std::string& caption);
 // The caret and the selection of a text, in characters.

@@ -10,6 +10,7 @@
 #include "ui/binder.h"
 #include "ui/host.h"
 #include "ui/parallellists.h"
+#include "ui/spokennames.h"
 
 namespace veldona {
 
@@ -17,6 +18,7 @@ FormWindow::FormWindow(WindowHost& host, Form& form, const Drawing& draw) : host
     draw(*this);
     for (auto* table : findChildren<ParallelLists*>())
         table->link();
+    nameControls(*this);
     bind();
     arrangeTabs();
     bound_ = true;
@@ -79,8 +81,10 @@ void FormWindow::arrangeTabs() {
     for (const auto& each : binders_) {
         QWidget* target = each->control().takesFocus() ? each->focusTarget() : nullptr;
         if (!target || !(target->focusPolicy() & Qt::TabFocus)) continue;
-        if (before) setTabOrder(before, target);
-        before = target;
+        // A field of several parts is put in as a whole, or the parts left behind lead back into it.
+        QWidget* whole = each->widget()->focusProxy() == target ? each->widget() : target;
+        if (before) setTabOrder(before, whole);
+        before = whole;
     }
 }
 

@@ -103,6 +103,7 @@ public:
         showSelected();
         if (ListBinder* own = leader(); own != this) {
             view.setFocusProxy(&own->view);
+            view.setFocusPolicy(Qt::ClickFocus); // Tab would go back to the one it came from
             return;
         }
         for (ListBinder* each : neighbours())
@@ -178,11 +179,7 @@ public:
 
     void refresh() override {
         Binder::refresh();
-        if (rows_->follow()) {
-            int column = 0;
-            for (const auto& each : bound.columns())
-                view.setColumnWidth(column++, scaled(each.width));
-        }
+        if (rows_->follow()) setWidths();
         const int row = bound.currentRow();
         const int column = std::max(0, view.currentIndex().column());
         showCurrent(row >= 0 && row < rows_->rowCount() ? rows_->index(row, column) : QModelIndex());
@@ -194,10 +191,13 @@ protected:
     }
 
 private:
+    // Wider where the heading needs it.
     void setWidths() {
         int column = 0;
-        for (const auto& each : bound.columns())
-            view.setColumnWidth(column++, scaled(each.width));
+        for (const auto& each : bound.columns()) {
+            const int heading = view.horizontalHeader()->sectionSizeHint(column);
+            view.setColumnWidth(column++, std::max(scaled(each.width), heading));
+        }
     }
 
     GridRows* rows_;
