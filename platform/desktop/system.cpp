@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 #include <system_error>
 #include <vector>
 
 #include "platform/runtime/text.h"
+#include "platform/runtime/wholefile.h"
 
 namespace veldona {
 
@@ -71,23 +73,10 @@ std::optional<std::string> readRegister(const std::string& path) {
     std::error_code failed;
     if (!std::filesystem::exists(path, failed)) return failed ? std::nullopt : std::optional<std::string>("");
     std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    if (!file || !text) return std::nullopt;
-    return text.str();
-}
-
-// Beside the old one first, so that a write cut short loses no name that stood already.
-bool writeRegister(const std::string& path, const std::string& text) {
-    const std::string fresh = path + ".new";
-    std::ofstream file(fresh, std::ios::binary | std::ios::trunc);
-    file << text;
-    file.close();
-    std::error_code failed;
-    if (file) std::filesystem::rename(fresh, path, failed);
-    if (file && !failed) return true;
-    std::filesystem::remove(fresh, failed);
-    return false;
+    if (!file) return std::nullopt;
+    std::string text{std::istreambuf_iterator<char>(file), {}};
+    if (file.bad()) return std::nullopt;
+    return text;
 }
 
 // The setting of a section; nothing where either is missing. The value is empty for a section that lacks
@@ -131,7 +120,7 @@ bool DataSources::configure(int request, std::string_view driver, std::string_vi
     if (!text->empty() && text->back() != '\n') *text += "\r\n";
     *text +=
         "[" + source->name + "]\r\nDriver=" + std::string(driver) + "\r\nDBQ=" + source->database + "\r\n";
-    return writeRegister(iniPath_, *text);
+    return writeWholeFile(iniPath_, *text);
 }
 
 std::optional<std::string> DataSources::find(std::string_view name) const {

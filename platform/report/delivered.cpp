@@ -2,20 +2,18 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 
 #include "platform/report/layoutreader.h"
 #include "platform/report/reporterror.h"
+#include "platform/runtime/wholefile.h"
 
 namespace veldona::report {
 
 namespace {
 
-void writeWhole(const std::filesystem::path& path, std::string_view text) {
-    std::ofstream stream(path, std::ios::binary | std::ios::trunc);
-    stream.write(text.data(), static_cast<std::streamsize>(text.size()));
-    stream.close();
-    if (!stream)
+// Once it stands it is the shop's and never written again, so a half one must not come to stand there.
+void writeLayout(const std::filesystem::path& path, std::string_view text) {
+    if (!writeWholeFile(path.string(), text))
         throw ReportError(static_cast<std::int32_t>(ErrorNumber::PathFileAccess),
                           "Rapor dosyası yazılamadı: " + path.string());
 }
@@ -38,7 +36,7 @@ void writeMissingLayouts(const std::string& folder) {
     std::filesystem::create_directories(folder, failed);
     for (const DeliveredLayout& each : deliveredLayouts()) {
         const std::filesystem::path path = std::filesystem::path(folder) / each.file;
-        if (!std::filesystem::exists(path, failed)) writeWhole(path, each.xml);
+        if (!std::filesystem::exists(path, failed)) writeLayout(path, each.xml);
     }
 }
 

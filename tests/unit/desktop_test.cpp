@@ -103,6 +103,9 @@ TEST_F(OnDisk, ADataSourceIsRegisteredOnce) {
     EXPECT_EQ(read("ODBC.INI"),
               "[eski]\nDBQ=C:\\eski.mdb\r\n[vorel]\r\nDriver=" + driver + "\r\nDBQ=" + path + "\r\n");
     EXPECT_FALSE(DataSources((root / "yok/ODBC.INI").string()).configure(4, driver, "DSN=a;DBQ=b"));
+    make("ODBC.INI"); // empty, as a power cut may leave it
+    EXPECT_TRUE(sources.configure(4, driver, "DSN=vorel;DBQ=" + path));
+    EXPECT_EQ(sources.find("vorel"), path);
 }
 
 TEST(RecordingDialogs, AnswerFromTheQueueAndKeepWhatWasSaid) {
