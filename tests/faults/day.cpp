@@ -61,8 +61,8 @@ std::string contentBy(store::Engine& engine) {
     return text;
 }
 
-std::unique_ptr<store::Engine> reader(const Drive& drive) {
-    return store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(5));
+std::unique_ptr<store::Engine> reader(const std::filesystem::path& file) {
+    return store::openSqlcipher(file.string(), kDeliveredPassword, std::chrono::seconds(5));
 }
 
 } // namespace
@@ -128,8 +128,12 @@ std::vector<Act> fullDay(int rounds) {
 }
 
 std::string contentOf(const Drive& drive, std::string& faults) {
+    return contentOf(drive.books(), faults);
+}
+
+std::string contentOf(const std::filesystem::path& file, std::string& faults) {
     try {
-        const auto engine = reader(drive);
+        const auto engine = reader(file);
         const auto check = engine->prepare("PRAGMA integrity_check");
         while (check->step())
             if (check->text(0) != "ok") faults.append(check->text(0)).append("; ");
@@ -143,7 +147,7 @@ std::string contentOf(const Drive& drive, std::string& faults) {
 Day::Day(std::vector<Act> acts) : acts_(std::move(acts)) {
     const Drive drive;
     copyShop(drive);
-    const auto engine = reader(drive);
+    const auto engine = reader(drive.books());
     Till till(drive);
     till.play(openingLines());
     contents_.push_back(contentBy(*engine));

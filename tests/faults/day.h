@@ -35,6 +35,7 @@ void copyShop(const Drive& drive);
 
 // Everything in the books, row by row. Adds to `faults` what the engine's own check finds.
 [[nodiscard]] std::string contentOf(const Drive& drive, std::string& faults);
+[[nodiscard]] std::string contentOf(const std::filesystem::path& file, std::string& faults);
 
 class Day {
 public:
