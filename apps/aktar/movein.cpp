@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "apps/hazirla/delivered.h"
+#include "apps/hazirla/firstbooks.h"
 #include "core/session.h"
 #include "platform/store/bulkload.h"
 #include "schema/tables.h"
@@ -52,6 +53,15 @@ Report readBack(const std::string& file, const Examination& examined) {
     return readBooks(file, views);
 }
 
+// Whether nobody has written to `target` since it was made; `books` is as delivered, and may be left as the
+// first start makes it.
+bool isUntouched(const std::string& target, const std::string& books) {
+    const Report found = readBooks(target, everything());
+    if (found == readBooks(books, everything())) return true;
+    hazirla::runStatements(books, {hazirla::kAskForLetterhead});
+    return found == readBooks(books, everything());
+}
+
 void fill(const JetFile& file, const Examination& examined, const std::string& books,
           const Progress& progress) {
     hazirla::runStatements(books, emptying(examined));
@@ -68,7 +78,7 @@ void moveIn(const JetFile& file, const Examination& examined, const std::string&
     const bool stands = std::filesystem::exists(target);
     const auto existing = stands ? hazirla::Existing::Replace : hazirla::Existing::Keep;
     hazirla::deliver(target, existing, [&](const std::string& books) {
-        if (stands && readBooks(target, everything()) != readBooks(books, everything()))
+        if (stands && !isUntouched(target, books))
             throw Refusal(target +
                           " boş değil ve olduğu gibi bırakıldı. Yalnızca boş bir deftere aktarılır.");
         fill(file, examined, books, progress);

@@ -20,7 +20,7 @@ bool findOrMakeBooks(const Paths& paths, Dialogs& dialogs) {
         return false;
     try {
         deliver(file, Existing::Keep,
-                [](const std::string& made) { runStatements(made, {"UPDATE FIRMABILGISI SET DEGER='0'"}); });
+                [](const std::string& made) { runStatements(made, {kAskForLetterhead}); });
         return true;
     } catch (const std::exception& failure) {
         // Refusals, errors of the store and of the platform: each tells its own sentence.
