@@ -1,8 +1,10 @@
 // vorel-aktar: moves a shop's existing Jet file into the program's books.
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -18,6 +20,7 @@
 #include "apps/denetle/check.h"
 #include "core/reporting.h"
 #include "core/session.h"
+#include "platform/desktop/ownfiles.h"
 #include "platform/desktop/paths.h"
 #include "platform/store/sqlcipherengine.h"
 
@@ -119,9 +122,12 @@ int runGuarded(const Options& options) {
 // A damaged file can bring the reading library down. The work is done by a child, so that this too ends in a
 // sentence; what it was building has no name yet.
 int runApart(const Options& options) {
+    const pid_t parent = getpid();
     const pid_t child = fork();
     if (child < 0) return runGuarded(options);
     if (child == 0) {
+        // Who ends this program means the work too, and would not know of a child that goes on.
+        if (prctl(PR_SET_PDEATHSIG, SIGKILL) != 0 || getppid() != parent) _exit(1);
         const int code = runGuarded(options);
         std::cout.flush();
         _exit(code);
@@ -138,9 +144,17 @@ int runApart(const Options& options) {
     return 1;
 }
 
+// Whoever lists the processes of the machine reads their command lines.
+void hidePassword(const Options& options, std::span<char*> arguments) {
+    for (char* const word : arguments.subspan(1))
+        if (!options.password.empty() && word == options.password)
+            std::fill_n(word, options.password.size(), '*');
+}
+
 } // namespace
 
 int main(int count, char** arguments) {
+    keepToOwner();
     try {
         const std::span<const char* const> given(arguments, static_cast<std::size_t>(count));
         Options options = readOptions(given.subspan(1));
@@ -148,6 +162,7 @@ int main(int count, char** arguments) {
             std::cout << usage();
             return 0;
         }
+        hidePassword(options, std::span(arguments, static_cast<std::size_t>(count)));
         if (options.passwordFromInput) std::getline(std::cin, options.password);
         return runApart(options);
     } catch (const std::exception& failure) {

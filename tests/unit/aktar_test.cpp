@@ -1,76 +1,18 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <limits>
+#include <algorithm>
 #include <sstream>
 
-#include "apps/aktar/examine.h"
-#include "apps/aktar/jetheader.h"
 #include "apps/aktar/jettext.h"
-#include "apps/aktar/movein.h"
 #include "apps/aktar/options.h"
-#include "core/session.h"
-#include "platform/store/sqlcipherengine.h"
+#include "apps/hazirla/firstbooks.h"
+#include "jetshop.h"
 
 namespace veldona::aktar {
 namespace {
 
-namespace fs = std::filesystem;
 using hazirla::Refusal;
 using namespace std::string_literals;
-
-constexpr std::size_t kPage = 4096;
-const Progress kQuiet = [](const std::string&, std::uint64_t, std::uint64_t) {};
-
-// A folder with a copy of the small Jet shop, to be damaged and moved in.
-class Aktarma : public testing::Test {
-protected:
-    Aktarma() : folder_((fs::temp_directory_path() / "aktar-test-XXXXXX").string()) {
-        if (mkdtemp(folder_.data()) == nullptr) throw std::runtime_error("no temporary folder");
-        std::ifstream file(VELDONA_VERI "/dukkan-jet4.mdb", std::ios::binary);
-        bytes.assign(std::istreambuf_iterator<char>(file), {});
-    }
-    ~Aktarma() override { fs::remove_all(folder_); }
-
-    [[nodiscard]] std::string target() const { return folder_ + "/yeni/vorel.mdb"; }
-    std::string source() {
-        std::ofstream(folder_ + "/eski.mdb", std::ios::binary | std::ios::trunc) << bytes;
-        return folder_ + "/eski.mdb";
-    }
-    Examination look(const std::string& password = {}) {
-        const std::string path = source();
-        checkJetHeader(path, password);
-        return examine(JetFile(path), kQuiet);
-    }
-    void move() {
-        const JetFile file(source());
-        moveIn(file, examine(file, kQuiet), target(), kQuiet);
-    }
-    // Every occurrence; the fixture must have one.
-    void replaceBytes(const std::string& from, const std::string& to) {
-        std::size_t at = bytes.find(from);
-        ASSERT_NE(at, std::string::npos);
-        for (; at != std::string::npos; at = bytes.find(from, at + to.size()))
-            bytes.replace(at, from.size(), to);
-    }
-    std::string answer(const std::string& sql) {
-        const auto engine = store::openSqlcipher(target(), kDeliveredPassword, std::chrono::seconds(1));
-        const auto rows = engine->prepare(sql);
-        std::string text;
-        while (rows->step())
-            for (int i = 0; i < rows->columnCount(); ++i)
-                text += (text.empty() ? "" : "|") + std::string(rows->text(i));
-        return text;
-    }
-
-    std::string bytes;
-
-private:
-    std::string folder_;
-};
 
 // The sums come from an export of the file, added up elsewhere.
 TEST_F(Aktarma, RaporSatirlariVeBakiyeleriSayar) {
@@ -140,6 +82,92 @@ TEST_F(Aktarma, UzunMetinNeredeDursaOkunur) {
     place("\x1e\0\0\x40\0"s + page, {letters});
     bytes.replace(whole.size() + 4, 4, 4, '\0');
     EXPECT_THROW(look(), Damaged); // on a page that holds no long texts
+}
+
+TEST_F(Aktarma, IlkAcilistaKurulanDefterBostur) {
+    hazirla::deliver(target(), hazirla::Existing::Keep, [](const std::string& file) {
+        hazirla::runStatements(file, {hazirla::kAskForLetterhead});
+    });
+    move();
+    EXPECT_EQ(answer("SELECT DEGER, FIRMA FROM FIRMABILGISI"), "1|Örnek Ticaret Ltd. Şti.");
+}
+
+// A row that grew leaves a pointer in its place; deleted rows stay on their page until they are overwritten.
+TEST_F(Aktarma, TasinanSatirOkunurSilinenOkunmaz) {
+    const Report before = look().report;
+    const std::size_t row = bytes.find("\x08\0\x02\0\0\0"s); // the second of the schedule
+    const std::size_t page = row / kPage * kPage;
+    const auto number = [&](std::size_t at) {
+        return static_cast<unsigned char>(bytes[at]) | static_cast<unsigned char>(bytes[at + 1]) << 8;
+    };
+    ASSERT_EQ(page + static_cast<std::size_t>(number(page + 16)), row);
+    const std::string letters =
+        bytes.substr(row, static_cast<std::size_t>(number(page + 14) - number(page + 16)));
+    const std::string whole = bytes;
+    std::string added(kPage, '\0');
+    added.replace(0, 8, whole.substr(page, 8)).replace(12, 2, "\x01\0"s);
+    const std::size_t place = kPage - letters.size();
+    added.replace(place, letters.size(), letters);
+    const auto mark = [](std::string& at, std::size_t where, std::size_t offset, unsigned marks) {
+        at[where] = static_cast<char>(offset & 0xFF);
+        at[where + 1] = static_cast<char>((offset | marks) >> 8);
+    };
+    mark(added, 14, place, 0x8000);
+    bytes.append(added);
+    mark(bytes, page + 16, row - page, 0x4000);
+    bytes.replace(row, 4, "\0"s + static_cast<char>(whole.size() / kPage) + "\0\0"s);
+    EXPECT_TRUE(look().report == before);
+    mark(bytes, whole.size() + 14, place, 0);
+    EXPECT_THROW(look(), Damaged) << "a pointer to a row of its own";
+    bytes.replace(row, 1, "\x01");
+    EXPECT_THROW(look(), Damaged) << "a pointer to no row";
+    bytes = whole;
+    mark(bytes, page + 16, row - page, 0xC000);
+    EXPECT_THROW(look(), Damaged) << "a row less than the table's count";
+    const std::size_t count = tableCount("URUNSAT");
+    --bytes[count];
+    const Report less = look().report;
+    EXPECT_EQ(less.tables.at(3).rows + 1, before.tables.at(3).rows);
+}
+
+TEST_F(Aktarma, BosMetinBosNullNullKalir) {
+    move();
+    EXPECT_EQ(
+        answer(
+            "SELECT DISTINCT typeof(KREDI_KARTI), length(KREDI_KARTI), typeof(ACIKLAMA) FROM ISLEMNOTABLO"),
+        "text|0|null");
+}
+
+// A name that is damaged must not make a table or a sum vanish with no more than a remark.
+TEST_F(Aktarma, AdiBozukTabloVeAlanFarkEdilir) {
+    const auto wide = [](const std::string& text) {
+        std::string made;
+        for (const char letter : text)
+            made += letter + "\0"s;
+        return made;
+    };
+    const std::string whole = bytes;
+    replaceBytes(wide("INDIRIM_YTL"), wide("INDIRIN_YTL"));
+    EXPECT_THROW(look(), Damaged);
+    bytes = whole;
+    replaceBytes(wide("BANKA_ID"), wide("BAN\x0b"
+                                        "A_ID"));
+    EXPECT_THROW(look(), Damaged);
+    bytes = whole;
+    replaceBytes(wide("FAX2"), wide("FAX1"));
+    EXPECT_THROW(look(), Damaged) << "two fields of one name";
+    bytes = whole;
+    replaceBytes("TAKSITODENEN", "TAKSITODENEM");
+    EXPECT_THROW(look(), Damaged);
+}
+
+TEST_F(Aktarma, SupheliDegerlerSoylenir) {
+    EXPECT_TRUE(look().doubts.empty());
+    replaceBytes("Bah\xe7"s, "B\xd0h\xe7"s); // a letter that Turkish Windows has not
+    const Examination seen = look();
+    ASSERT_EQ(seen.doubts.size(), 2U);
+    EXPECT_EQ(seen.doubts.back().find("Şüpheli: MUSTKAYIT.EVMH, 12 değer:"), 0U) << seen.doubts.back();
+    EXPECT_TRUE(seen.problems.empty());
 }
 
 TEST_F(Aktarma, TekElYazisiSatirBileDefteriDoluYapar) {
@@ -217,6 +245,13 @@ TEST(JetMetni, YalnizHarflerOkunur) {
     };
     for (const Case& each : cases)
         EXPECT_EQ(decodeJetText(each.bytes), each.text) << testing::PrintToString(each.bytes);
+}
+
+TEST(JetMetni, TurkceWindowstaOlmayanHarfBulunur) {
+    EXPECT_EQ(foreignLetter("Şükrü IĞDIR ı İ € “â” \t"), std::nullopt);
+    EXPECT_EQ(foreignLetter("3е"), "е"); // Cyrillic
+    EXPECT_EQ(foreignLetter("að"), "ð");
+    EXPECT_EQ(foreignLetter("x\xf0\x9f\x98\x80"), "\xf0\x9f\x98\x80");
 }
 
 TEST(Sigma, KayipsizOlanSigar) {

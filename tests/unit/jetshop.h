@@ -1,0 +1,85 @@
+// The small Jet shop of the tests, to be damaged and moved in.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+
+#include "apps/aktar/examine.h"
+#include "apps/aktar/jetheader.h"
+#include "apps/aktar/movein.h"
+#include "core/session.h"
+#include "platform/store/sqlcipherengine.h"
+
+namespace veldona::aktar {
+
+namespace fs = std::filesystem;
+
+inline constexpr std::size_t kPage = 4096;
+inline const Progress kQuiet = [](const std::string&, std::uint64_t, std::uint64_t) {};
+
+// A folder with a copy of the small Jet shop, to be damaged and moved in.
+class Aktarma : public testing::Test {
+protected:
+    Aktarma() : folder_((fs::temp_directory_path() / "aktar-test-XXXXXX").string()) {
+        if (mkdtemp(folder_.data()) == nullptr) throw std::runtime_error("no temporary folder");
+        std::ifstream file(VELDONA_VERI "/dukkan-jet4.mdb", std::ios::binary);
+        bytes.assign(std::istreambuf_iterator<char>(file), {});
+    }
+    ~Aktarma() override { fs::remove_all(folder_); }
+
+    [[nodiscard]] std::string target() const { return folder_ + "/yeni/vorel.mdb"; }
+    std::string source() {
+        std::ofstream(folder_ + "/eski.mdb", std::ios::binary | std::ios::trunc) << bytes;
+        return folder_ + "/eski.mdb";
+    }
+    Examination look(const std::string& password = {}) {
+        const std::string path = source();
+        checkJetHeader(path, password);
+        return examine(JetFile(path), kQuiet);
+    }
+    void move() {
+        const JetFile file(source());
+        moveIn(file, examine(file, kQuiet), target(), kQuiet);
+    }
+    // Where a table's definition keeps its number of rows.
+    [[nodiscard]] std::size_t tableCount(const std::string& name) {
+        const std::string path = source();
+        const JetFile file(path);
+        const auto table = std::find_if(file.tables().begin(), file.tables().end(),
+                                        [&](const JetTable& known) { return known.name == name; });
+        const auto count = static_cast<char>(table->rows);
+        for (std::size_t page = kPage; page < bytes.size(); page += kPage)
+            if (bytes[page] == 2 && bytes[page + 16] == count) return page + 16;
+        throw std::logic_error("no such table in the fixture");
+    }
+    // Every occurrence; the fixture must have one.
+    void replaceBytes(const std::string& from, const std::string& to) {
+        std::size_t at = bytes.find(from);
+        ASSERT_NE(at, std::string::npos);
+        for (; at != std::string::npos; at = bytes.find(from, at + to.size()))
+            bytes.replace(at, from.size(), to);
+    }
+    std::string answer(const std::string& sql) {
+        const auto engine = store::openSqlcipher(target(), kDeliveredPassword, std::chrono::seconds(1));
+        const auto rows = engine->prepare(sql);
+        std::string text;
+        while (rows->step())
+            for (int i = 0; i < rows->columnCount(); ++i)
+                text += (text.empty() ? "" : "|") + std::string(rows->text(i));
+        return text;
+    }
+
+    std::string bytes;
+
+private:
+    std::string folder_;
+};
+
+} // namespace veldona::aktar
