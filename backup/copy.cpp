@@ -66,7 +66,7 @@ Picture copyBooks(const std::string& books, const std::string& file) {
     if (stands(file) || std::rename(draft.path().c_str(), file.c_str()) != 0)
         throw Refusal(file +
                       " yazılamadı: " + (stands(file) ? "bu adda bir dosya var" : std::strerror(errno)));
-    syncFolder(fs::path(file).parent_path().string());
+    syncFolder(fs::absolute(file).parent_path().string()); // a bare name has no folder in it
     return picture;
 }
 

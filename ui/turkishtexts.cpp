@@ -79,6 +79,14 @@ const std::map<std::string_view, const char*> kTexts = {
     {"Off", "Kapalı"},
     {"Long side binding", "Uzun kenardan"},
     {"Short side binding", "Kısa kenardan"},
+    // The help of the command line.
+    {"Usage: %1", "Kullanım: %1"},
+    {"[options]", "[seçenekler]"},
+    {"Options:", "Seçenekler:"},
+    {"Unknown option '%1'.", "Bilinmeyen seçenek: %1"},
+    {"Unknown options: %1.", "Bilinmeyen seçenekler: %1"},
+    {"Missing value after '%1'.", "%1 bir değer ister."},
+    {"Unexpected value after '%1'.", "%1 değer almaz."},
 };
 
 } // namespace

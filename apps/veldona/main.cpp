@@ -48,7 +48,8 @@ int run(QApplication& application) {
     WindowHost windows(clock);
     clock.attach(&windows);
     drawScreens(windows);
-    windows.onAllClosed = windows.onProcessEnded = [] { QCoreApplication::quit(); };
+    // Not quit(): that asks each window first, and a form's window never closes by itself.
+    windows.onAllClosed = windows.onProcessEnded = [] { QCoreApplication::exit(); };
     WindowDialogs dialogs(windows);
     WindowPump pump(windows);
     WindowOpener opener;

@@ -108,6 +108,14 @@ TEST_F(Anonim, BosalanSayfalarKopyayaGecmez) {
     EXPECT_EQ(freePages(copy()), 0);
 }
 
+TEST_F(Anonim, KlasorsuzAdBulunulanKlasoreYazilir) {
+    const fs::path before = fs::current_path();
+    fs::current_path(fs::path(copy()).parent_path());
+    EXPECT_NO_THROW(copyWithoutNames(books(), "adsiz.mdb", Disguise()));
+    fs::current_path(before);
+    EXPECT_TRUE(fs::exists(copy()));
+}
+
 TEST_F(Anonim, DefterVeVarOlanDosyaKalir) {
     const backup::Picture before = backup::inspect(books());
     copyWithoutNames(books(), copy(), Disguise());
