@@ -85,6 +85,8 @@ std::string withoutControls(std::string_view text) {
     std::erase_if(kept, [](char c) {
         return (static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t') || c == 0x7F;
     });
+    for (const char* noCharacter : {"\xEF\xBF\xBE", "\xEF\xBF\xBF"})
+        kept = replaceAll(kept, noCharacter, "");
     return kept;
 }
 

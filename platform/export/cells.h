@@ -18,9 +18,10 @@ namespace veldona::exports {
 [[nodiscard]] bool isNumber(const Value& value);
 // With "." as the decimal sign and no grouping, as programs read it.
 [[nodiscard]] std::string plainNumber(const Value& value);
-// A number with ",", a date as dd/mm/yyyy, "" for Null: as the shop reads it. Mended, without control
-// characters but line ends.
+// A number with ",", a date as dd/mm/yyyy, "" for Null: as the shop reads it, without controls.
 [[nodiscard]] std::string shownCell(const Value& value);
+// Mended, without control characters but line ends and tabs, and without the two codes that are no characters
+// and that no XML file may hold.
 [[nodiscard]] std::string withoutControls(std::string_view text);
 
 // `text` in the eight-bit letters of Turkish Windows; "?" for a letter that is not among them.

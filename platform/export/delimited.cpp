@@ -156,8 +156,9 @@ std::string interchange(const report::Document& document) {
     };
     const std::string tuple = "-1,0" + std::string(kLineEnd) + "BOT" + kLineEnd;
     // The format calls the columns vectors and the rows tuples.
-    std::string out = header("TABLE", 1, document.title) + header("VECTORS", rows.columns.size(), "") +
-                      header("TUPLES", rows.rowCount() + 1, "") + header("DATA", 0, "") + tuple;
+    std::string out = header("TABLE", 1, oneLine(document.title)) +
+                      header("VECTORS", rows.columns.size(), "") + header("TUPLES", rows.rowCount() + 1, "") +
+                      header("DATA", 0, "") + tuple;
     for (const report::Column& column : rows.columns)
         out += textCell(column.name);
     for (std::size_t r = 0; r < rows.rowCount(); ++r) {
@@ -173,8 +174,8 @@ std::string interchange(const report::Document& document) {
 
 std::string definition(const report::Document& document) {
     const auto measure = [](double millimetres) { return replaceAll(format(millimetres, "0.00"), ",", "."); };
-    std::string out = std::string(kUtf8Mark) + "REPORT \"" + document.title + "\"" + kLineEnd + "PAGE " +
-                      measure(document.pageWidth) + " x " + measure(document.pageHeight) + " mm, " +
+    std::string out = std::string(kUtf8Mark) + "REPORT \"" + oneLine(document.title) + "\"" + kLineEnd +
+                      "PAGE " + measure(document.pageWidth) + " x " + measure(document.pageHeight) + " mm, " +
                       std::to_string(document.pages.size()) + " pages" + kLineEnd;
     for (const report::DataSet& data : document.data) {
         out += "DATA \"" + data.name + "\" " + std::to_string(data.rowCount()) + " rows" + kLineEnd;

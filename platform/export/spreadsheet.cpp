@@ -6,11 +6,14 @@
 
 #include <xlsxwriter.h>
 
+#include "platform/export/cells.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/text.h"
 
 namespace veldona::exports {
+
+constexpr std::size_t kMostLetters = 32767; // of a cell
 
 struct Spreadsheet::State {
     std::string path;
@@ -62,7 +65,8 @@ void Spreadsheet::write(int row, int column, const Value& value, const CellStyle
     }
     case Value::Kind::Text:
     case Value::Kind::Boolean:
-        error = worksheet_write_string(state_->sheet, at, in, validUtf8(toText(value)).c_str(), look);
+        error = worksheet_write_string(state_->sheet, at, in,
+                                       left(withoutControls(toText(value)), kMostLetters).c_str(), look);
         break;
     default:
         error = worksheet_write_number(state_->sheet, at, in, toDouble(value), look);

@@ -26,7 +26,8 @@ public:
     Spreadsheet(const Spreadsheet&) = delete;
     Spreadsheet& operator=(const Spreadsheet&) = delete;
 
-    // `cell` as "C1". Texts stay texts, also where they read as numbers; dates and numbers are typed.
+    // `cell` as "C1". Texts stay texts, also where they read as numbers, without controls and as far as a
+    // cell has room for them; dates and numbers are typed.
     void write(const std::string& cell, const Value& value, const CellStyle& style = {});
     // `row` and `column` from 0.
     void write(int row, int column, const Value& value, const CellStyle& style = {});

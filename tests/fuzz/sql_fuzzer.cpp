@@ -86,7 +86,7 @@ Books& books() {
 // writing.
 void requireOurWords(const StoreError& error, const std::string& sql) {
     require(!error.description().empty(), "an error without words");
-    require(error.description().find("Deyim çalıştırılamadı") == std::string::npos,
+    require(!error.description().starts_with("Deyim çalıştırılamadı"),
             "the engine refuses what was written: " + error.description() + " for " + sql);
 }
 
