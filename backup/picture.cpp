@@ -19,6 +19,8 @@ Picture pictureOf(store::Engine& books) {
         picture.newestPayment = newest->text(0);
         picture.lastPaymentId = newest->whole(1);
     }
+    const auto lastSale = books.prepare("SELECT max(ID) FROM ISLEMNOTABLO");
+    if (lastSale->step()) picture.lastSaleId = lastSale->whole(0);
     return picture;
 }
 

@@ -13,6 +13,7 @@ struct Picture {
     std::map<std::string, std::int64_t> rows; // by table
     std::string newestPayment;                // its date as it is stored
     std::int64_t lastPaymentId = 0;
+    std::int64_t lastSaleId = 0;
 
     friend bool operator==(const Picture&, const Picture&) = default;
 };

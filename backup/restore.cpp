@@ -32,13 +32,21 @@ std::string tableWord(const std::string& table) {
     return table + " satırı";
 }
 
-// The payments written since: they are what a shop would have to ask its customers for.
-std::string newPayments(store::Engine& books, const Picture& backup) {
-    const auto rows = books.prepare("SELECT count(*), sum(ODMIKTAR) FROM TAKSITODENEN WHERE ID > ?1");
-    rows->bind(1, backup.lastPaymentId);
-    if (!rows->step() || rows->whole(0) == 0) return "Yedekten sonra yazılmış ödeme yok.\n";
-    return "Yedekten sonra yazılmış " + std::to_string(rows->whole(0)) + " ödeme, toplam " +
+// `sums`: the count and the stored total of the rows whose ID is above ?1.
+std::string newRows(store::Engine& books, const char* sums, std::int64_t lastId, const std::string& word) {
+    const auto rows = books.prepare(sums);
+    rows->bind(1, lastId);
+    if (!rows->step() || rows->whole(0) == 0) return "Yedekten sonra yazılmış " + word + " yok.\n";
+    return "Yedekten sonra yazılmış " + std::to_string(rows->whole(0)) + " " + word + ", toplam " +
            format(Value(rows->number(1) / kScale), "#,##0.00") + ", kaybolur.\n";
+}
+
+// The payments and sales written since: they are what a shop would have to ask its customers for.
+std::string newRows(store::Engine& books, const Picture& backup) {
+    return newRows(books, "SELECT count(*), sum(ODMIKTAR) FROM TAKSITODENEN WHERE ID > ?1",
+                   backup.lastPaymentId, "ödeme") +
+           newRows(books, "SELECT count(*), sum(TOPBORC) FROM ISLEMNOTABLO WHERE ID > ?1", backup.lastSaleId,
+                   "satış");
 }
 
 std::string differences(const Picture& backup, const Picture& now) {
@@ -103,7 +111,7 @@ Loss lossOfRestoring(const std::string& backup, const std::string& books) {
         const auto present = store::openSqlcipherToRead(books, kDeliveredPassword, std::chrono::seconds(15));
         const Picture now = pictureOf(*present);
         loss.text += "Defterdeki son ödeme: " + shownDate(now.newestPayment) + "\n" +
-                     newPayments(*present, kept) + differences(kept, now) +
+                     newRows(*present, kept) + differences(kept, now) +
                      "Yedekten sonra düzeltilmiş satırlar da yedekteki hâline döner.\n";
     } catch (const store::StoreError& failure) {
         if (failure.kind() == store::StoreError::Kind::Locked) throw;
@@ -111,6 +119,17 @@ Loss lossOfRestoring(const std::string& backup, const std::string& books) {
             "Şimdiki defter okunamıyor, neyin kaybolacağı söylenemez: " + failure.description() + "\n";
     }
     return loss;
+}
+
+bool areDamaged(const std::string& books) {
+    using Kind = store::StoreError::Kind;
+    if (!stands(books)) return false;
+    try {
+        static_cast<void>(store::openSqlcipherToRead(books, kDeliveredPassword, std::chrono::seconds(15)));
+        return false;
+    } catch (const store::StoreError& failure) {
+        return failure.kind() == Kind::WrongPassword || failure.kind() == Kind::Damaged;
+    }
 }
 
 std::optional<std::string> restore(const std::string& backup, const std::string& books, DateTime now) {

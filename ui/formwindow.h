@@ -37,6 +37,7 @@ public:
     ~FormWindow() override;
 
     [[nodiscard]] Form& form() const { return form_; }
+    [[nodiscard]] WindowHost& host() const { return host_; }
     [[nodiscard]] bool isBound() const { return bound_; }
     // Bound, and not being brought up to date just now: what widgets say comes from the operator.
     [[nodiscard]] bool listens() const { return bound_ && !refreshing_; }
@@ -61,6 +62,7 @@ public:
     // Tells the model where the focus stands, where it has been moved past us.
     void followFocus();
     void turnTo();
+    void showKeysOfScreen();
 
     [[nodiscard]] DateTime today() const;
     [[nodiscard]] bool timersRun() const;

@@ -5,6 +5,7 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMenuBar>
 
 #include "platform/controls/controls.h"
 #include "platform/controls/forms.h"
@@ -13,6 +14,7 @@
 #include "ui/datefield.h"
 #include "ui/formwindow.h"
 #include "ui/host.h"
+#include "ui/keyoverview.h"
 #include "ui/keytranslation.h"
 
 namespace veldona {
@@ -34,7 +36,9 @@ bool isStrayWheel(const QWidget& receiver) {
 } // namespace
 
 bool FormWindow::filter(QWidget& receiver, QEvent& event) {
-    if (!bound_) return false;
+    // The keys of the menu bar are its own: the screen would take its arrows for a walk through the
+    // customers.
+    if (!bound_ || qobject_cast<QMenuBar*>(&receiver)) return false;
     const Busy busy(*this);
     const QWidget* focused = focusWidget() ? focusWidget() : this;
     switch (event.type()) {
@@ -77,10 +81,21 @@ bool FormWindow::keyPressed(QKeyEvent& event) {
         if (const auto press = characterOf(event)) goesOn = user::keyPress(form_, control, *press);
     host_.flush();
     if (!goesOn || !isBound()) return true;
+    // No rule has a use for it; one that had would have swallowed it.
+    if (key.key == Key::F1) {
+        showKeysOfScreen();
+        return true;
+    }
     if (!binder) return false;
     if (!control->isShown() || !control->isUsable()) return true;
     binder->handOn();
     return binder->keyPassed(event);
+}
+
+void FormWindow::showKeysOfScreen() {
+    if (!listens()) return;
+    const Busy busy(*this);
+    form_.forms().dispatch([this] { showKeys(host_, this, windowTitle(), keysOfScreen(form_.name())); });
 }
 
 void FormWindow::keyReleased(const QKeyEvent& event) {

@@ -72,10 +72,16 @@ void WindowHost::draw(const std::string& form, Drawing drawing) {
     drawings_[form] = std::move(drawing);
 }
 
+void WindowHost::addTo(const std::string& form, const std::function<void(FormWindow&)>& more) {
+    additions_[form] = more;
+}
+
 void WindowHost::formLoaded(Form& form) {
     const auto drawing = drawings_.find(form.name());
     if (drawing == drawings_.end()) qFatal("%s has no window drawn for it", form.name().c_str());
-    windows_[&form] = new FormWindow(*this, form, drawing->second);
+    auto* made = new FormWindow(*this, form, drawing->second);
+    windows_[&form] = made;
+    if (const auto more = additions_.find(form.name()); more != additions_.end()) more->second(*made);
 }
 
 void WindowHost::formShown(Form& form, Kip kip) {

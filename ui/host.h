@@ -30,6 +30,8 @@ public:
 
     // How the window of this form is drawn; every form that is loaded needs one.
     void draw(const std::string& form, Drawing drawing);
+    // Something of the program's around it, put into the window behind its own drawing.
+    void addTo(const std::string& form, const std::function<void(FormWindow&)>& more);
 
     bool timersRun = true;             // false: timers tick only when told by somebody else
     std::function<void()> onAllClosed; // the last form has unloaded
@@ -89,6 +91,7 @@ private:
 
     Clock& clock_;
     std::map<std::string, Drawing> drawings_;
+    std::map<std::string, std::function<void(FormWindow&)>> additions_;
     std::map<const Form*, FormWindow*> windows_;
     std::vector<Modal> modals_;
     std::vector<QDialog*> dialogs_;

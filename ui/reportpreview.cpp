@@ -14,6 +14,7 @@
 #include "ui/dialogs.h"
 #include "ui/host.h"
 #include "ui/housestyle.h"
+#include "ui/keyoverview.h"
 #include "ui/pageview.h"
 #include "ui/printing.h"
 
@@ -67,6 +68,11 @@ void ReportPreview::addTools(QToolBar& bar) {
     add("PDF olarak kaydet", QKeySequence::Save,
         [this] { runPrinting([this] { askAndWritePdf(host_, this, document_); }); });
     add("Kapat", {}, [this] { close(); });
+    auto* keys = new QAction(this);
+    keys->setShortcut(QKeySequence::HelpContents);
+    QObject::connect(keys, &QAction::triggered, this,
+                     [this] { showKeys(host_, this, windowTitle(), keysOfPreview()); });
+    addAction(keys);
 }
 
 void ReportPreview::addZoom(QToolBar& bar) {

@@ -2,6 +2,7 @@
 #include <sys/resource.h>
 
 #include <filesystem>
+#include <optional>
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -10,6 +11,8 @@
 
 #include "apps/hazirla/firstbooks.h"
 #include "apps/screens.h"
+#include "apps/veldona/backupmenu.h"
+#include "apps/veldona/menus.h"
 #include "core/reporting.h"
 #include "core/session.h"
 #include "ui/dialogs.h"
@@ -43,7 +46,14 @@ QIcon windowIcon() {
     return QIcon::fromTheme("veldona", own);
 }
 
-int run(QApplication& application) {
+struct Ended {
+    int code = 0;
+    bool startFailed = false;
+};
+
+// One opening of the books, to the end of its last window. Whatever held them open is gone behind it, so that
+// the `backup` that the operator chose, if any, can be put in their place.
+Ended runBooks(const std::string& root, std::optional<std::string>& backup) {
     WindowClock clock;
     WindowHost windows(clock);
     clock.attach(&windows);
@@ -55,9 +65,8 @@ int run(QApplication& application) {
     WindowOpener opener;
     WindowReportDesk reports(windows);
 
-    const std::string root = readRoot(application);
     Desktop desktop{clock, dialogs, pump, opener, Paths(root), {}, DataSources(root + "/ODBC.INI")};
-    if (!hazirla::findOrMakeBooks(desktop.paths, dialogs)) return 1;
+    if (!hazirla::findOrMakeBooks(desktop.paths, dialogs)) return {1};
     Err untold; // a template that is missing for good is told of when it is to be printed
     attempt(untold, [&] { sablonlariKur(desktop.paths); });
 
@@ -65,10 +74,39 @@ int run(QApplication& application) {
     Session session(desktop, forms);
     session.reportDesk = &reports;
     registerScreens(forms, session);
-    if (!basla(session)) return 1;
+    BackupMenu backups(windows, clock, desktop.paths);
+    windows.addTo("frmMainVeldona", [&](FormWindow& window) {
+        addMenus(window, backups, [&] {
+            for (Form* open : forms.loadedForms())
+                forms.unload(*open);
+        });
+    });
+    if (!basla(session)) return {1, true};
     // No first screen, or one that closed itself: a run without a window is over.
-    if (forms.ended() || forms.loadedForms().empty()) return 0;
-    return QApplication::exec();
+    if (forms.ended() || forms.loadedForms().empty()) return {};
+    const int code = QApplication::exec();
+    backup = backups.chosen();
+    return {code};
+}
+
+// Puts a backup in the place of books that nobody has open; a choice made where the start failed, too.
+bool putBack(const std::string& root, std::optional<std::string> backup) {
+    WindowClock clock;
+    WindowHost windows(clock);
+    BackupMenu backups(windows, clock, Paths(root));
+    if (!backup && !backups.offerAfterFailedStart()) return false;
+    if (backup) backups.choose(*std::move(backup));
+    backups.putBack();
+    return true;
+}
+
+int run(const std::string& root) {
+    for (;;) {
+        std::optional<std::string> backup;
+        const Ended ended = runBooks(root, backup);
+        if (!backup && !ended.startFailed) return ended.code;
+        if (!putBack(root, std::move(backup))) return ended.code;
+    }
 }
 
 } // namespace
@@ -92,5 +130,5 @@ int main(int argc, char** argv) {
     };
     fitScreen(QApplication::primaryScreen());
     QObject::connect(&application, &QApplication::primaryScreenChanged, &application, fitScreen);
-    return veldona::run(application);
+    return veldona::run(veldona::readRoot(application));
 }

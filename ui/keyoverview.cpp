@@ -1,0 +1,136 @@
+#include "ui/keyoverview.h"
+
+#include <map>
+#include <string>
+
+#include <QDialog>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include "ui/host.h"
+#include "ui/housestyle.h"
+
+namespace veldona {
+
+namespace {
+
+using Lines = std::vector<KeyLine>;
+
+const std::map<std::string_view, Lines> kScreens = {
+    {"frmMainVeldona",
+     {{Key::F2, "F2", "Yazılan tutarı tahsil eder"},
+      {Key::F6, "F6", "Açık satışı siler"},
+      {Key::F9, "F9", "Tahsilat makbuzunu hazırlar"},
+      {Key::F10, "F10", "Müşteriyi ayrıntılı arar"},
+      {Key::Left, "←  →", "Önceki ve sonraki müşteriye geçer"},
+      {Key::Up, "↑  ↓", "Satış listesine geçer; müşteri listesinde müşteriler arasında gezer"},
+      {Key::None, "Enter (satış listesinde)", "Satışı açar ve tutar alanına geçer"},
+      {Key::None, "Enter (müşteri listesinde)", "Müşterinin satışlarına geçer"},
+      {Key::None, "Enter (yapılacak ödemelerde)", "Taksidin tarihini ve tutarını düzeltir"},
+      {Key::None, "Enter (satış satırının tarihinde)", "Satışın tarihini düzeltir"},
+      {Key::Escape, "Esc", "Programı kapatır"}}},
+    {"frmCariEkle",
+     {{Key::F2, "F2", "Kartı kaydeder"},
+      {Key::F3, "F3", "Yeni kart açar"},
+      {Key::F4, "F4", "Değişiklikten vazgeçer"},
+      {Key::F5, "F5", "Kartı değiştirmeye açar"},
+      {Key::F6, "F6", "Kartı siler"},
+      {Key::Enter, "Enter", "Sonraki alana geçer"},
+      {Key::Escape, "Esc", "Ekranı kapatır; kart yazılırken vazgeçer"}}},
+    {"frmCarihesapSec",
+     {{Key::F3, "F3", "Yeni müşteri kartı açar"},
+      {Key::F5, "F5", "Seçili müşterinin kartını değiştirmeye açar"},
+      {Key::F6, "F6", "Seçili müşteriyi siler"},
+      {Key::Enter, "Enter (arama alanında)", "Arar ve bulunanlara geçer"},
+      {Key::None, "Enter (listede)", "Müşteriyi seçer"},
+      {Key::Escape, "Esc", "Seçmeden kapatır"}}},
+    {"frmSatis",
+     {{Key::F2, "F2", "Satışı kaydeder"},
+      {Key::F3, "F3", "Yeni satışa başlar"},
+      {Key::F4, "F4", "Değişiklikten vazgeçer"},
+      {Key::F5, "F5", "Satışı değiştirmeye açar"},
+      {Key::F6, "F6", "Satışı siler"},
+      {Key::None, "F10 (müşteri numarasında)", "Müşteriyi ayrıntılı arar"},
+      {Key::Enter, "Enter", "Sonraki alana geçer"},
+      {Key::None, "Enter (ödeme tablosunda)", "Hücreyi yazar ve sonraki sütuna geçer"}}},
+    {"frmCrNesne",
+     {{Key::None, "Page Up  Page Down", "Sayfayı kaydırır; sonunda öteki sayfaya geçer"},
+      {Key::None, "Enter (büyütmede)", "Yazılan büyütmeyi uygular"},
+      {Key::Escape, "Esc", "Raporu kapatır"}}},
+    {"rprbeklenentahsilat", {{Key::Escape, "Esc", "Ekranı kapatır"}}},
+    {"rprodemesigecen", {{Key::Escape, "Esc", "Ekranı kapatır"}}},
+    {"rptGelirGider", {{Key::Enter, "Enter (tarihte)", "Sonraki alana geçer"}}},
+};
+
+void addLines(QGridLayout& grid, const QString& heading, const Lines& lines) {
+    if (lines.empty()) return;
+    int row = grid.rowCount();
+    auto* head = new QLabel(heading);
+    head->setProperty("role", "total");
+    grid.addWidget(head, row++, 0, 1, 2);
+    for (const KeyLine& line : lines) {
+        grid.addWidget(new QLabel(QString::fromUtf8(line.shown)), row, 0);
+        grid.addWidget(new QLabel(QString::fromUtf8(line.does)), row++, 1);
+    }
+}
+
+} // namespace
+
+const Lines& keysOfScreen(std::string_view form) {
+    static const Lines none;
+    const auto found = kScreens.find(form);
+    return found == kScreens.end() ? none : found->second;
+}
+
+const Lines& keysOfPreview() {
+    static const Lines lines = {
+        {Key::None, "Page Up  Page Down", "Sayfayı kaydırır; sonunda öteki sayfaya geçer"},
+        {Key::None, "Ctrl+Home  Ctrl+End", "İlk ve son sayfaya geçer"},
+        {Key::None, "Ctrl+P", "Yazdırır"},
+        {Key::None, "Ctrl+S", "PDF olarak kaydeder"},
+        {Key::Escape, "Esc", "Önizlemeyi kapatır"}};
+    return lines;
+}
+
+const Lines& keysOfEveryWindow() {
+    static const Lines lines = {{Key::F1, "F1", "Bu listeyi gösterir"},
+                                {Key::None, "Tab  Shift+Tab", "Sonraki ve önceki alana geçer"},
+                                {Key::None, "Alt + altı çizili harf", "O alana geçer, o düğmeye basar"},
+                                {Key::None, "Boşluk", "Kutuyu işaretler, düğmeye basar"},
+                                {Key::None, "Alt+↓ (tarihte)", "Takvimi açar"}};
+    return lines;
+}
+
+void showKeys(WindowHost& host, QWidget* parent, const QString& windowTitle, const Lines& own) {
+    QDialog dialog(parent);
+    dialog.setWindowTitle("Tuşlar");
+    auto* page = new QWidget;
+    auto* grid = new QGridLayout(page);
+    grid->setColumnStretch(1, 1);
+    grid->setHorizontalSpacing(scaled(24));
+    addLines(*grid, windowTitle, own);
+    addLines(*grid, "Her pencerede", keysOfEveryWindow());
+    auto* area = new QScrollArea;
+    area->setWidget(page);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setMinimumWidth(page->sizeHint().width() + scaled(20));
+    auto* close = new QPushButton("&Kapat");
+    close->setDefault(true);
+    QObject::connect(close, &QPushButton::clicked, &dialog, &QDialog::accept);
+    auto* column = new QVBoxLayout(&dialog);
+    column->addWidget(area, 1);
+    column->addWidget(close, 0, Qt::AlignRight);
+    const int rest = column->contentsMargins().top() * 3 + close->sizeHint().height();
+    const int room = dialog.screen()->availableSize().height() * 4 / 5;
+    dialog.resize(dialog.minimumSizeHint().width(), std::min(page->sizeHint().height() + rest, room));
+    host.run(dialog);
+}
+
+} // namespace veldona
