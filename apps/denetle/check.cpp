@@ -16,9 +16,15 @@ namespace {
 constexpr double kScale = 1'000'000;          // of the stored amounts
 constexpr double kHalfKurus = 0.005 * kScale; // less is the fraction of a share, and no difference
 
+double toKurus(double stored) {
+    constexpr double kKurus = kScale / 100;
+    return std::round(stored / kKurus) * kKurus;
+}
+
 struct Tally {
     std::int64_t rows = 0;
     double sum = 0;
+    double rounded = 0; // each row to the kuruş, as the screen adds up the lines
 };
 
 struct Sale {
@@ -27,6 +33,14 @@ struct Sale {
     double discount = 0;
     int headers = 0;
     Tally lines, schedule, payments;
+
+    // What is owed, as the main screen has it: the lines decide, and the total only where there are none.
+    [[nodiscard]] double debt() const { return lines.rows == 0 ? total : lines.rounded - discount; }
+    // Whether an amount is the debt, or is it but for the fractions that its lines carry.
+    [[nodiscard]] bool isDebt(double amount) const {
+        return std::abs(amount - debt()) < kHalfKurus ||
+               (lines.rows != 0 && std::abs(amount - (lines.sum - discount)) < kHalfKurus);
+    }
 };
 
 // Rows of one sale under one account, in a table of which the sale is the parent.
@@ -91,11 +105,12 @@ private:
         while (rows->step()) {
             const std::int64_t number = rows->whole(0);
             const std::string account(rows->text(1));
-            const Tally read{rows->whole(2), rows->number(3)};
+            const Tally read{rows->whole(2), rows->number(3), toKurus(rows->number(3))};
             findings_.rows += read.rows;
             const auto into = [&](Tally& tally) {
                 tally.rows += read.rows;
                 tally.sum += read.sum;
+                tally.rounded += read.rounded;
             };
             if (!accounts_.isKnown(account)) strangers_[account] += read.rows;
             const auto sale = sales_.find(number);
@@ -115,22 +130,16 @@ private:
 
     void judge(std::int64_t number, const Sale& sale) {
         const std::string subject = std::to_string(number);
-        const auto compare = [&](Fault fault, double expected, double found, double tolerance) {
-            if (std::abs(expected - found) >= tolerance)
-                add(fault, sale.account, subject, expected / kScale, found / kScale);
+        const double debt = sale.debt();
+        const auto note = [&](Fault fault, double expected, double found) {
+            add(fault, sale.account, subject, expected / kScale, found / kScale);
         };
         if (sale.headers > 1) add(Fault::TwoHeaders, sale.account, subject, 1, sale.headers);
-        compare(Fault::ScheduleDiffers, sale.total, sale.schedule.sum, kHalfKurus);
-        if (sale.lines.rows == 0) {
-            add(Fault::HeaderWithoutLines, sale.account, subject);
-        } else { // each line may carry a fraction of its own
-            compare(Fault::LinesDiffer, sale.total, sale.lines.sum - sale.discount,
-                    kHalfKurus * static_cast<double>(sale.lines.rows));
-        }
-        if (sale.payments.sum - sale.total >= kHalfKurus) {
-            add(Fault::NegativeRemainder, sale.account, subject, 0,
-                (sale.total - sale.payments.sum) / kScale);
-        }
+        if (sale.lines.rows == 0) add(Fault::HeaderWithoutLines, sale.account, subject);
+        if (!sale.isDebt(sale.schedule.sum)) note(Fault::ScheduleDiffers, debt, sale.schedule.sum);
+        if (!sale.isDebt(sale.total)) note(Fault::LinesDiffer, sale.total, debt);
+        if (sale.payments.sum - debt >= kHalfKurus)
+            note(Fault::NegativeRemainder, 0, debt - sale.payments.sum);
     }
 
     void judgeCards() {
