@@ -89,7 +89,8 @@ std::int64_t takeNamesOut(const std::string& file, Disguise& disguise) {
 
 } // namespace
 
-Outcome copyWithoutNames(const std::string& books, const std::string& file, Disguise disguise) {
+Outcome copyWithoutNames(const std::string& books, const std::string& named, Disguise disguise) {
+    const std::string file = fs::absolute(named).string(); // the folder of a bare name is synced too
     if (backup::stands(file)) throw Refusal(file + " zaten var ve olduğu gibi bırakıldı.");
     const store::Draft draft(file + ".adli"); // it still carries the names of the shop
     Outcome outcome;

@@ -121,6 +121,12 @@ TEST_F(Anonim, DefterVeVarOlanDosyaKalir) {
     copyWithoutNames(books(), copy(), Disguise());
     EXPECT_EQ(filesInside(), 2) << "a file with names was left";
     EXPECT_THROW(copyWithoutNames(books(), copy(), Disguise()), backup::Refusal);
+    const fs::path startedIn = fs::current_path();
+    fs::current_path(fs::path(copy()).parent_path());
+    fs::remove(copy());
+    EXPECT_NO_THROW(copyWithoutNames(books(), "adsiz.mdb", Disguise())) << "a name without a folder";
+    fs::current_path(startedIn);
+    EXPECT_TRUE(fs::exists(copy()));
     EXPECT_THROW(copyWithoutNames(books(), books(), Disguise()), backup::Refusal);
     EXPECT_EQ(backup::inspect(books()), before);
     fs::remove(copy());
