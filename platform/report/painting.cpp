@@ -148,7 +148,9 @@ Shown Painter::textOf(const BoundText& text) const {
 // A mask may be none for the column's values: a date's for a number beyond every date.
 Shown Painter::shownOf(const BoundText& text) const {
     try {
-        return textOf(text);
+        Shown shown = textOf(text);
+        shown.text = validUtf8(shown.text); // measured as it will be written
+        return shown;
     } catch (const RuntimeError& error) {
         throw ReportError(*section_.file, text.element->line, "değer gösterilemedi: " + error.description());
     }

@@ -191,7 +191,9 @@ void ownFormHolds(const Document& document) {
         std::erase(*each, ""); // nothing but control characters
         std::ranges::sort(*each);
     }
-    require(texts == wanted, "the same texts come out of it");
+    require(texts.size() == wanted.size(), "as many texts come out of it");
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        requireEqual(texts[i], wanted[i], "a text comes out of it");
 }
 
 void exportsHold(const std::string& title, std::string_view rows) {
