@@ -9,6 +9,7 @@
 #include "apps/denetle/options.h"
 #include "apps/denetle/report.h"
 #include "core/session.h"
+#include "platform/desktop/ownfiles.h"
 #include "platform/desktop/paths.h"
 #include "platform/store/sqlcipherengine.h"
 
@@ -37,6 +38,7 @@ int check(const Options& options) {
 } // namespace
 
 int main(int count, char** arguments) {
+    keepToOwner();
     try {
         const std::span<const char* const> given(arguments, static_cast<std::size_t>(count));
         const Options options = readOptions(given.subspan(1));

@@ -10,6 +10,7 @@
 #include "core/reporting.h"
 #include "core/session.h"
 #include "platform/desktop/clock.h"
+#include "platform/desktop/ownfiles.h"
 #include "platform/desktop/paths.h"
 #include "platform/store/storeerror.h"
 
@@ -44,6 +45,7 @@ void prepare(const Options& options) {
 } // namespace
 
 int main(int count, char** arguments) {
+    keepToOwner();
     try {
         const std::span<const char* const> given(arguments, static_cast<std::size_t>(count));
         const Options options = readOptions(given.subspan(1), SystemClock().today());

@@ -14,6 +14,7 @@
 #include "apps/operator/runner.h"
 #include "apps/operator/windowsystem.h"
 #include "apps/screens.h"
+#include "platform/desktop/ownfiles.h"
 
 namespace veldona::console {
 
@@ -100,6 +101,7 @@ int run(int count, char** arguments) {
 } // namespace veldona::console
 
 int main(int count, char** arguments) {
+    veldona::keepToOwner();
     try {
         return veldona::console::run(count, arguments);
     } catch (const std::filesystem::filesystem_error& error) {

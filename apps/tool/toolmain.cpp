@@ -4,10 +4,13 @@
 #include <exception>
 #include <iostream>
 
+#include "platform/desktop/ownfiles.h"
+
 namespace veldona {
 
 int toolMain(int count, const char* const* arguments,
              const std::function<int(std::span<const char* const>)>& run) {
+    keepToOwner();
     try {
         return run(std::span(arguments, static_cast<std::size_t>(count)).subspan(1));
     } catch (const std::exception& failure) {

@@ -1,6 +1,4 @@
 // The program: the screens behind real windows, on the folder that stands for drive C:.
-#include <sys/resource.h>
-
 #include <filesystem>
 #include <optional>
 
@@ -15,6 +13,7 @@
 #include "apps/veldona/menus.h"
 #include "core/reporting.h"
 #include "core/session.h"
+#include "platform/desktop/ownfiles.h"
 #include "ui/dialogs.h"
 #include "ui/host.h"
 #include "ui/housestyle.h"
@@ -114,9 +113,7 @@ int run(const std::string& root) {
 } // namespace veldona
 
 int main(int argc, char** argv) {
-    // The password of the books is in this process's memory, so a crash must not write that to a file.
-    const rlimit none{0, 0};
-    setrlimit(RLIMIT_CORE, &none);
+    veldona::keepToOwner();
     QApplication application(argc, argv);
     QApplication::setApplicationName("veldona");
     QApplication::setApplicationDisplayName(veldona::kProgramTitle);
