@@ -12,7 +12,7 @@ BareEngine::BareEngine(store::Engine& engine, DateTime now)
       customerSales_(
           engine.prepare("SELECT DISTINCT ISLEMNO FROM URUNAL WHERE MUSTNO = ?1 ORDER BY ISLEMNO DESC")),
       fallenDue_(engine.prepare("SELECT MUSTNO, ISLEMNO, sum(ODMIKTAR), max(ODTRH), min(ODTRH) FROM URUNSAT "
-                                "WHERE MUSTNO = ?1 AND ODTRH >= ?2 AND ODTRH < ?3 GROUP BY MUSTNO, ISLEMNO")),
+                                "WHERE MUSTNO = ?1 AND ODTRH >= ?2 AND ODTRH < ?3 GROUP BY ISLEMNO")),
       paid_(engine.prepare("SELECT sum(ODMIKTAR) FROM TAKSITODENEN WHERE MUSTNO = ?1 AND ISLEMNO = ?2")),
       name_(engine.prepare("SELECT AD, SOYAD FROM MUSTKAYIT WHERE HSTNO = ?1")),
       lines_(engine.prepare("SELECT URKOD, * FROM URUNAL WHERE MUSTNO = ?1 AND ISLEMNO = ?2 ORDER BY ID")),

@@ -18,7 +18,7 @@ void showFormatted(Label& label) {
 
 // A list's text as an amount of two decimals; an empty or missing row is 0.
 Currency shownAmount(const std::string& text) {
-    return toCurrency(format(text.empty() ? Value(0) : Value(text), kParaMaskesi));
+    return text.empty() ? Currency{} : toShownCurrency(text, 2);
 }
 
 // A row that does not read is passed over; the others count.

@@ -1,3 +1,5 @@
+#include <optional>
+
 #include "core/database.h"
 #include "ledger/balances.h"
 #include "ledger/customergrid.h"
@@ -29,13 +31,16 @@ void showCustomer(FrmMainVeldona& f) {
     f.session.gHSTNO = trim(joinText(f.rsBul->value("HSTNO")));
 }
 
-void readWarning(FrmMainVeldona& f, const std::string& hstno) {
-    KayitSetiAc(f.session, f.rsBul, "SELECT ID,UYARI From MUSTKAYIT  WHERE HSTNO = '" + hstno + "'",
-                adodb::CursorLocation::Client);
+struct CariUyari {
+    std::string UYARI;
+    double ID = 0;
+};
+
+void showWarning(FrmMainVeldona& f, const std::optional<CariUyari>& uyari) {
     f.m_Uyari.clear();
-    if (!f.rsBul->eof()) {
-        f.m_Uyari = joinText(f.rsBul->value("UYARI"));
-        f.m_CariID = toDouble(f.rsBul->value("ID"));
+    if (uyari) {
+        f.m_Uyari = uyari->UYARI;
+        f.m_CariID = uyari->ID;
     }
     // The label of the customer before must not stand over one without a warning.
     if (trim(f.m_Uyari).empty()) f.lbluyari.setVisible(false);
@@ -54,11 +59,15 @@ void MusteriYukle(FrmMainVeldona& f) {
     }
     KayitSetiAc(f.session, f.rsBul, "SELECT * From MUSTKAYIT WHERE HSTNO = '" + hstno + "'",
                 adodb::CursorLocation::Client);
+    // Loading the sale numbers lets waiting keys through, and one of them may put another customer into
+    // rsBul.
+    std::optional<CariUyari> uyari;
     if (!f.rsBul->eof()) {
+        uyari = CariUyari{joinText(f.rsBul->value("UYARI")), toDouble(f.rsBul->value("ID"))};
         showCustomer(f);
         ISLEMNUMARALARI_YUKLE(f);
     }
-    readWarning(f, hstno);
+    showWarning(f, uyari);
     YAKIN_CAGIR(f);
     GECIKEN_ODM(f);
     GECIKME_UYARI(f);

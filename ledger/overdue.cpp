@@ -31,11 +31,6 @@ double otherReceipts(const FrmMainVeldona& f) {
     return sum;
 }
 
-std::string nameField(FrmMainVeldona& f, const char* field) {
-    const Value value = AlanDegeriOku(f.session, field, "MUSTKAYIT", "HSTNO", f.Text1.text());
-    return value == Value(true) ? "" : joinText(value);
-}
-
 double paidFor(FrmMainVeldona& f, std::int32_t islemno) {
     KayitSeti rs;
     KayitSetiAc(f.session, rs,
@@ -53,8 +48,11 @@ void collectSales(FrmMainVeldona& f) {
                     dateFilter(f) + " AND MUSTNO = '" + f.Text1.text() + "' GROUP BY MUSTNO,ISLEMNO",
                 adodb::CursorLocation::Client);
     if (rs->eof()) return;
-    const std::string ad = nameField(f, "AD");
-    const std::string soyad = nameField(f, "SOYAD");
+    KayitSeti cari;
+    KayitSetiAc(f.session, cari, "Select AD,SOYAD from MUSTKAYIT where HSTNO='" + f.Text1.text() + "'",
+                adodb::CursorLocation::Client);
+    const std::string ad = cari->eof() ? "" : joinText(cari->value("AD"));
+    const std::string soyad = cari->eof() ? "" : joinText(cari->value("SOYAD"));
     for (; !rs->eof(); rs->moveNext()) {
         GecikmeSatisi sale;
         sale.MUSTNO = joinText(rs->value("MUSTNO"));

@@ -36,10 +36,14 @@ DateTime dateOfDays(double count) {
     return date;
 }
 
-Decimal readOrRaise(const Value& text) {
-    const auto number = Decimal::read(text.get<std::string>());
+Decimal readOrRaise(const std::string& text) {
+    const auto number = Decimal::read(text);
     if (!number) raise(ErrorNumber::TypeMismatch);
     return *number;
+}
+
+Decimal readOrRaise(const Value& text) {
+    return readOrRaise(text.get<std::string>());
 }
 
 // A half of a double is exact in it, so the machine's own rounding to even is the decimal one.
@@ -158,6 +162,12 @@ Currency toCurrency(const Value& value) {
     default:
         return Currency::ofWhole(wholeOf(value));
     }
+}
+
+Currency toShownCurrency(const std::string& text, int decimals) {
+    Decimal number = readOrRaise(text);
+    number.round(decimals, Ties::AwayFromZero);
+    return Currency::ofTenThousandths(orOverflow(number.toScaled(4)));
 }
 
 double toDouble(const Value& value) {

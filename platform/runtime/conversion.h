@@ -16,6 +16,9 @@ namespace veldona {
 // a leading or trailing "-" negates, more than four decimals round half to even. The exponent that toText
 // writes is read too, "1e5" is not. As a number, True is -1.
 [[nodiscard]] Currency toCurrency(const Value& value);
+// The same reading, at once rounded to `decimals` (0 … 4), halves away from zero: what format shows, as an
+// amount.
+[[nodiscard]] Currency toShownCurrency(const std::string& text, int decimals);
 // The same reading of a text, as a double.
 [[nodiscard]] double toDouble(const Value& value);
 // Half to even. 32, 16 and 8 bits (0…255).

@@ -20,15 +20,23 @@ struct NumberMask {
     bool groups = false;
 };
 
+bool isPlace(char c) {
+    return c == '#' || c == '0';
+}
+
 bool isNumberMask(std::string_view mask) {
-    return mask.find_first_of("#0") != std::string_view::npos;
+    return std::any_of(mask.begin(), mask.end(), isPlace);
 }
 
 NumberMask takeApart(std::string_view mask) {
     NumberMask made;
-    std::size_t first = mask.find_first_of("#0");
+    std::size_t first = 0;
+    while (!isPlace(mask[first]))
+        ++first;
     if (first > 0 && mask[first - 1] == '.') --first;
-    const std::size_t end = std::min(mask.find_first_not_of("#0.,", first), mask.size());
+    std::size_t end = first;
+    while (end < mask.size() && (isPlace(mask[end]) || mask[end] == '.' || mask[end] == ','))
+        ++end;
     made.before = mask.substr(0, first);
     made.behind = mask.substr(end);
     const std::string_view digits = mask.substr(first, end - first);
@@ -92,6 +100,10 @@ char lowered(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
+bool isDatePart(char letter) {
+    return letter == 'd' || letter == 'm' || letter == 'y' || letter == 'h' || letter == 'n' || letter == 's';
+}
+
 // `letter` stands `count` times in the mask.
 void appendDatePart(std::string& out, DateTime date, char letter, int count) {
     const int width = std::min(count, 2);
@@ -119,7 +131,7 @@ std::string formatDate(DateTime date, std::string_view mask) {
         std::size_t end = i + 1;
         while (end < mask.size() && lowered(mask[end]) == letter)
             ++end;
-        if (std::string_view("dmyhns").find(letter) == std::string_view::npos) {
+        if (!isDatePart(letter)) {
             out.append(mask.substr(i, end - i));
         } else {
             if (letter == 'm' && before == 'h') letter = 'n';

@@ -155,9 +155,27 @@ std::string validUtf8(std::string_view text) {
     return out.append(text, sound);
 }
 
+namespace {
+
+// True for sound text of ASCII's visible characters and the accented letters of Latin scripts alone, as
+// nearly everything is that a shop holds.
+bool isPlainTurkish(std::string_view text) {
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const auto byte = static_cast<unsigned char>(text[at]);
+        if (byte >= ' ' && byte < 0x7f) continue;
+        // U+00C0 … U+017F
+        const bool isLetter = byte >= 0xC3 && byte <= 0xC5 && at + 1 < text.size() &&
+                              (static_cast<unsigned char>(text[at + 1]) & 0xC0) == 0x80;
+        if (!isLetter) return false;
+        ++at;
+    }
+    return true;
+}
+
+} // namespace
+
 std::string visibleText(std::string_view text) {
-    const auto isPlain = [](char c) { return c >= ' ' && c < 0x7f; };
-    if (std::all_of(text.begin(), text.end(), isPlain)) return std::string(text);
+    if (isPlainTurkish(text)) return std::string(text);
     const std::string sound = validUtf8(text);
     std::string kept;
     for (std::size_t at = 0; at < sound.size();) {

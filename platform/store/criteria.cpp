@@ -115,6 +115,7 @@ bool Criteria::fits(const Value& cell) const {
 // The look-up by key that every grid does, over all of its rows.
 int Criteria::findKey(const RowSet& rows, int from) const {
     const std::int64_t sought = sought_.get<std::int64_t>();
+    if (const auto first = rows.findWhole(column_, sought); first && *first >= from) return *first;
     int row = from;
     for (; row < rows.rowCount(); ++row) {
         const Value& cell = rows.at(row, column_);

@@ -70,16 +70,36 @@ std::shared_ptr<PreparedPlan> Database::plan(const SplitStatement& statement,
 }
 
 Query Database::query(std::string_view sql, const std::vector<std::string>& narrowing) {
+    const Skeleton skeleton(sql);
+    if (skeleton.isSound())
+        if (const auto known = known_.find(skeleton.text());
+            known != known_.end() && known->second.narrowing == narrowing)
+            if (const auto literals = known->second.split.literals(skeleton))
+                return filled(known->second.prepared, *literals, narrowing.size());
     const SplitStatement statement = splitStatement(sql);
-    Query query{plan(statement, narrowing), {}};
-    const auto& targets = query.plan().targets;
-    if (targets.size() != statement.literals.size())
-        throw std::logic_error("a plan takes another number of literals than its statement has");
-    query.values.reserve(targets.size() + narrowing.size());
-    for (std::size_t i = 0; i < targets.size(); ++i)
-        query.values.push_back(bindLiteral(statement.literals[i], targets[i]));
-    query.values.resize(targets.size() + narrowing.size());
+    Query query = filled(plan(statement, narrowing), statement.literals, narrowing.size());
+    if (skeleton.isSound())
+        if (auto split = KnownSplit::of(skeleton, statement))
+            keepKnown(skeleton.text(), {std::move(*split), narrowing, query.prepared});
     return query;
+}
+
+Query Database::filled(std::shared_ptr<PreparedPlan> prepared, const std::vector<Literal>& literals,
+                       std::size_t narrowed) {
+    Query query{std::move(prepared), {}};
+    const auto& targets = query.plan().targets;
+    if (targets.size() != literals.size())
+        throw std::logic_error("a plan takes another number of literals than its statement has");
+    query.values.reserve(targets.size() + narrowed);
+    for (std::size_t i = 0; i < targets.size(); ++i)
+        query.values.push_back(bindLiteral(literals[i], targets[i]));
+    query.values.resize(targets.size() + narrowed);
+    return query;
+}
+
+void Database::keepKnown(const std::string& skeleton, Known known) {
+    if (known_.size() >= kPlansKept) known_.clear();
+    known_.insert_or_assign(skeleton, std::move(known));
 }
 
 void Database::read(const Query& query, RowSet& rows) {

@@ -16,6 +16,7 @@
 
 #include "platform/runtime/value.h"
 #include "platform/store/dialect.h"
+#include "platform/store/dialect_skeleton.h"
 #include "platform/store/engine.h"
 #include "platform/store/rowset.h"
 #include "platform/store/writefaults.h"
@@ -75,10 +76,19 @@ public:
     [[nodiscard]] std::uint64_t rowsRead() const { return rowsRead_; }
 
 private:
+    // A statement by its skeleton, as its words were read when it came first.
+    struct Known {
+        KnownSplit split;
+        std::vector<std::string> narrowing;
+        std::shared_ptr<PreparedPlan> prepared;
+    };
     using Recent = std::list<std::pair<std::string, std::shared_ptr<PreparedPlan>>>; // the last used first
 
     std::shared_ptr<PreparedPlan> plan(const SplitStatement& statement,
                                        const std::vector<std::string>& narrowing);
+    static Query filled(std::shared_ptr<PreparedPlan> prepared, const std::vector<Literal>& literals,
+                        std::size_t narrowed);
+    void keepKnown(const std::string& skeleton, Known known);
     void requireTransactionIntact() const;
     void noteWritesOfOthers();
 
@@ -88,6 +98,7 @@ private:
     Catalog catalog_;
     Recent recent_;
     std::unordered_map<std::string, Recent::iterator> plans_;
+    std::unordered_map<std::string, Known> known_;
     std::unordered_map<std::string, std::uint64_t> writes_; // by folded table name
     std::uint64_t writesAnywhere_ = 0;                      // rollbacks, and what other processes wrote
     std::unique_ptr<Statement> dataVersion_;

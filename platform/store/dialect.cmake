@@ -2,7 +2,7 @@
 find_package(ICU REQUIRED COMPONENTS uc i18n)
 find_package(SqlCipher REQUIRED)
 veldona_library(store_dialect platform/store
-  SOURCES lexer.cpp dialect_split.cpp parser_words.cpp parser_expression.cpp parser.cpp
+  SOURCES lexer.cpp dialect_split.cpp dialect_skeleton.cpp parser_words.cpp parser_expression.cpp parser.cpp
           tree_types.cpp tree_check.cpp tree_items.cpp writer.cpp writer_value.cpp writer_condition.cpp
           catalog.cpp literal.cpp dialect.cpp definitionsql.cpp
           functions.cpp functions_text.cpp functions_number.cpp functions_date.cpp

@@ -6,6 +6,7 @@
 // behind ";" is a syntax error.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -41,6 +42,7 @@ struct Literal {
 struct SplitStatement {
     std::string shape; // the text with each bindable literal as "?", blanks and letters' case settled
     std::vector<Literal> literals;
+    std::vector<std::size_t> places; // where the content of each literal begins in the text
 };
 
 // Raises StoreError{Syntax} for a text that cannot be cut into words (an apostrophe left open, a stray sign).

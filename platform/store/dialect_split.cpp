@@ -1,5 +1,6 @@
 #include "platform/store/dialect_split.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -22,7 +23,7 @@ constexpr std::size_t kMostLiterals = 900;
 class Splitter {
 public:
     Splitter(std::string_view sql, Literals literals)
-        : lexer_(sql), bindsLiterals_(literals == Literals::Bound) {
+        : lexer_(sql), begin_(sql.data()), bindsLiterals_(literals == Literals::Bound) {
         split_.shape.reserve(sql.size() + sql.size() / 4 + 16);
         split_.literals.reserve(8);
     }
@@ -60,10 +61,10 @@ private:
 
     void takeWord(const Token& token) {
         if (std::exchange(namesAlias_, false)) return put(token.text); // shown as it was written
-        put({});
-        const std::size_t from = split_.shape.size();
-        for (const char letter : token.text)
-            split_.shape += foldLetter(letter);
+        put(token.text);
+        const std::size_t from = split_.shape.size() - token.text.size();
+        std::transform(split_.shape.begin() + static_cast<std::ptrdiff_t>(from), split_.shape.end(),
+                       split_.shape.begin() + static_cast<std::ptrdiff_t>(from), foldLetter);
         const std::string_view word = std::string_view(split_.shape).substr(from);
         if (word.size() > 7 || word.size() < 2) return;
         Level& level = levels_[nested_];
@@ -148,6 +149,7 @@ private:
     }
 
     void bind(const Token& token, bool negative) {
+        split_.places.push_back(static_cast<std::size_t>(token.text.data() - begin_));
         switch (token.kind) {
         case TokenKind::Text:
             split_.literals.push_back({Literal::Kind::Text, sql::textOf(token)});
@@ -184,6 +186,7 @@ private:
     }
 
     Lexer lexer_;
+    const char* begin_;
     bool bindsLiterals_;
     SplitStatement split_;
     std::array<Level, kMostNested + 1> levels_{};

@@ -135,22 +135,17 @@ std::string storedDate(DateTime date) {
 std::optional<DateTime> dateOfStored(std::string_view stored) {
     constexpr std::string_view kForm = "0000-00-00 00:00:00";
     if (stored.size() != kForm.size()) return std::nullopt;
+    bool isFormed = true;
     for (std::size_t i = 0; i < kForm.size(); ++i) {
-        const bool digit = stored[i] >= '0' && stored[i] <= '9';
-        if (kForm[i] == '0' ? !digit : stored[i] != kForm[i]) return std::nullopt;
+        const bool isDigit = static_cast<unsigned char>(stored[i] - '0') < 10;
+        isFormed = isFormed && (isDigit ? kForm[i] == '0' : stored[i] == kForm[i]);
     }
-    const auto number = [stored](std::size_t at, std::size_t digits) {
-        int read = 0;
-        for (const char digit : stored.substr(at, digits))
-            read = read * 10 + (digit - '0');
-        return read;
-    };
-    const int hour = number(11, 2), minute = number(14, 2), second = number(17, 2);
-    if (!DateTime::isDay(number(0, 4), number(5, 2), number(8, 2)) || hour > 23 || minute > 59 ||
-        second > 59) {
-        return std::nullopt;
-    }
-    return DateTime::of(number(0, 4), number(5, 2), number(8, 2), hour, minute, second);
+    if (!isFormed) return std::nullopt;
+    const auto two = [stored](std::size_t at) { return (stored[at] - '0') * 10 + (stored[at + 1] - '0'); };
+    const int year = two(0) * 100 + two(2), month = two(5), day = two(8);
+    const int hour = two(11), minute = two(14), second = two(17);
+    if (!DateTime::isDay(year, month, day) || hour > 23 || minute > 59 || second > 59) return std::nullopt;
+    return DateTime::of(year, month, day).plusSeconds((hour * 60 + minute) * 60 + second);
 }
 
 namespace sql {

@@ -13,8 +13,10 @@ namespace veldona::store {
 }
 
 [[nodiscard]] constexpr bool sameName(std::string_view a, std::string_view b) {
-    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(),
-                                              [](char x, char y) { return foldLetter(x) == foldLetter(y); });
+    if (a.size() != b.size()) return false;
+    if (a == b) return true; // most names are written as they were declared
+    return std::equal(a.begin(), a.end(), b.begin(),
+                      [](char x, char y) { return foldLetter(x) == foldLetter(y); });
 }
 
 [[nodiscard]] inline std::string foldName(std::string_view name) {

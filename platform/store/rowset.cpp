@@ -54,12 +54,36 @@ void RowSet::fill(Statement& statement, const std::vector<ResultColumn>& columns
     for (; statement.step(); ++rows)
         for (int i = 0; i < width; ++i)
             cells.push_back(cell(statement, i, columns[static_cast<std::size_t>(i)].type));
+    keys_ = {};
     cells_ = std::move(cells);
     rows_ = rows;
     columns_ = width;
 }
 
+void RowSet::indexKeys() const {
+    keys_.areWhole = true;
+    keys_.firstRow.reserve(static_cast<std::size_t>(rows_));
+    for (int row = 0; row < rows_ && keys_.areWhole; ++row) {
+        const Value& cell = at(row, keys_.column);
+        keys_.areWhole = cell.kind() == Value::Kind::Whole || cell.isNull();
+        if (keys_.areWhole && !cell.isNull()) keys_.firstRow.try_emplace(cell.get<std::int64_t>(), row);
+    }
+}
+
+std::optional<int> RowSet::findWhole(int column, std::int64_t sought) const {
+    if (keys_.column != column) {
+        keys_ = {};
+        keys_.column = column;
+    }
+    if (++keys_.searches == 1) return std::nullopt;
+    if (keys_.searches == 2) indexKeys();
+    if (!keys_.areWhole) return std::nullopt;
+    const auto found = keys_.firstRow.find(sought);
+    return found == keys_.firstRow.end() ? rows_ : found->second;
+}
+
 void RowSet::reverseRows() {
+    keys_ = {};
     for (int low = 0, high = rows_ - 1; low < high; ++low, --high) {
         const auto first = cells_.begin() + static_cast<std::ptrdiff_t>(place(low, 0));
         std::swap_ranges(first, first + columns_,
@@ -68,10 +92,13 @@ void RowSet::reverseRows() {
 }
 
 int ColumnIndex::find(const std::vector<ResultColumn>& columns, std::string_view name) {
-    if (last_ < columns.size() && sameName(columns[last_].name, name)) return static_cast<int>(last_);
+    if (name.empty()) return -1;
+    const auto letter = [](char c) { return static_cast<std::size_t>(c) & 0x1f; }; // of either case
+    std::size_t& seen = seen_[(name.size() + 3 * letter(name.front()) + letter(name.back())) % seen_.size()];
+    if (seen < columns.size() && sameName(columns[seen].name, name)) return static_cast<int>(seen);
     for (std::size_t i = 0; i < columns.size(); ++i) {
         if (!sameName(columns[i].name, name)) continue;
-        last_ = i;
+        seen = i;
         return static_cast<int>(i);
     }
     return -1;

@@ -1,9 +1,12 @@
 // What a query answered, held in memory: one flat vector of values, row after row.
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/runtime/value.h"
@@ -17,8 +20,14 @@ public:
     [[nodiscard]] int rowCount() const { return rows_; }
     [[nodiscard]] int columnCount() const { return columns_; }
     [[nodiscard]] const Value& at(int row, int column) const { return cells_[place(row, column)]; }
-    void put(int row, int column, Value value) { cells_[place(row, column)] = std::move(value); }
+    void put(int row, int column, Value value) {
+        cells_[place(row, column)] = std::move(value);
+        keys_ = {};
+    }
     void reverseRows();
+    // The first row that holds this whole number in `column`, the row count where none does; nothing where
+    // the rows must be walked: at the first search of an answer, and where the column holds other values too.
+    [[nodiscard]] std::optional<int> findWhole(int column, std::int64_t sought) const;
 
     // Takes all that `statement` answers; where that fails half-way, the rows stay what they were.
     // `expectedRows`: room made beforehand.
@@ -29,6 +38,17 @@ private:
         return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
                static_cast<std::size_t>(column);
     }
+    // A grid looks its customer up with every key, over all rows: worth an index, but not for a single
+    // search.
+    struct Keys {
+        int column = -1;
+        int searches = 0;
+        bool areWhole = false;
+        std::unordered_map<std::int64_t, int> firstRow;
+    };
+    void indexKeys() const;
+
+    mutable Keys keys_; // of the rows as they stand
     std::vector<Value> cells_;
     int rows_ = 0;
     int columns_ = 0;
@@ -45,7 +65,7 @@ public:
     [[nodiscard]] int find(const std::vector<ResultColumn>& columns, std::string_view name);
 
 private:
-    std::size_t last_ = 0;
+    std::array<std::size_t, 16> seen_{}; // by a few letters of the name
 };
 
 } // namespace veldona::store

@@ -101,9 +101,12 @@ private:
     }
 
     bool load(const store::Query& query) {
-        const std::uint64_t stamp = database_->stampWithWritesOfOthers(table_.baseTables);
+        // At a first reading there is nothing that others could have made stale.
+        const std::uint64_t stamp = isRead_ ? database_->stampWithWritesOfOthers(table_.baseTables)
+                                            : database_->stamp(table_.baseTables);
         database_->read(query, rows_);
         stamp_ = stamp;
+        isRead_ = true;
         isEnd_ = rows_.rowCount() < kPortion;
         return rows_.rowCount() > 0;
     }
@@ -141,6 +144,7 @@ private:
     std::uint64_t stamp_ = 0;
     int at_ = 0; // in the portion; -1 where the row stood on is gone from before it
     std::int64_t id_ = 0;
+    bool isRead_ = false;
     bool isEnd_ = false; // the portion holds the last row
     bool isGone_ = false;
 };

@@ -27,12 +27,27 @@ std::optional<FileIdentity> identify(const std::string& path) {
 struct Workspace::State {
     WorkspaceConfig config;
     std::map<FileIdentity, std::weak_ptr<Database>> open;
+    // Resolving a path walks through its folders. One under which a file stands open is taken as it was
+    // found, as long as that file still lies there.
+    std::map<std::string, std::string, std::less<>> nativeOfOpen;
     std::shared_ptr<WriteFaults> faults = std::make_shared<WriteFaults>();
 
     [[nodiscard]] std::shared_ptr<Database> findOpen(const std::optional<FileIdentity>& file) const {
         if (!file) return nullptr;
         const auto found = open.find(*file);
         return found == open.end() ? nullptr : found->second.lock();
+    }
+    [[nodiscard]] std::shared_ptr<Database> findOpen(std::string_view path) const {
+        const auto native = nativeOfOpen.find(path);
+        return native == nativeOfOpen.end() ? nullptr : findOpen(identify(native->second));
+    }
+    [[nodiscard]] std::shared_ptr<Database> openAnew(const std::string& native, std::string_view password,
+                                                     std::chrono::seconds timeout) {
+        auto engine = openSqlcipher(native, password, timeout, config.clock);
+        renewSortOrder(*engine);
+        auto database = std::make_shared<Database>(std::move(engine), std::string(password), faults);
+        if (const auto file = identify(native)) open[*file] = database;
+        return database;
     }
 };
 
@@ -44,18 +59,17 @@ Workspace::~Workspace() = default;
 
 std::shared_ptr<Database> Workspace::open(std::string_view path, std::string_view password,
                                           std::chrono::seconds timeout) {
-    const std::string native = state_->config.toNativePath(path);
-    if (auto database = state_->findOpen(identify(native))) {
-        if (!password.empty() && !database->isOpenedWith(password))
-            throw StoreError(
-                StoreError::Kind::WrongPassword,
-                "Veritabanı açılamadı: parola, dosyanın açıldığı paroladan başka. Parolayı denetleyin.");
-        return database;
+    auto database = state_->findOpen(path);
+    if (database == nullptr) {
+        const std::string native = state_->config.toNativePath(path);
+        database = state_->findOpen(identify(native));
+        if (database == nullptr) return state_->openAnew(native, password, timeout);
+        state_->nativeOfOpen.insert_or_assign(std::string(path), native);
     }
-    auto engine = openSqlcipher(native, password, timeout, state_->config.clock);
-    renewSortOrder(*engine);
-    auto database = std::make_shared<Database>(std::move(engine), std::string(password), state_->faults);
-    if (const auto file = identify(native)) state_->open[*file] = database;
+    if (!password.empty() && !database->isOpenedWith(password))
+        throw StoreError(
+            StoreError::Kind::WrongPassword,
+            "Veritabanı açılamadı: parola, dosyanın açıldığı paroladan başka. Parolayı denetleyin.");
     return database;
 }
 

@@ -20,6 +20,36 @@ bool isPlain(const Select& select) {
     return !isUnion(select) && !arm.distinct && !arm.aggregates;
 }
 
+bool isSameColumn(const Expr& a, const Expr& b) {
+    return a.kind == Expr::Kind::Column && b.kind == Expr::Kind::Column && a.source == b.source &&
+           sameName(a.name, b.name);
+}
+
+// True where each row that passes `where` holds the same value in this text column.
+bool holdsToOneText(const Expr* where, const Expr& column) {
+    if (where == nullptr || !declaresAlphabet(column)) return false;
+    if (where->kind == Expr::Kind::Logic && where->op == Operator::And)
+        return holdsToOneText(where->parts[0].get(), column) || holdsToOneText(where->parts[1].get(), column);
+    if (where->kind != Expr::Kind::Comparison || where->op != Operator::Equal) return false;
+    const Expr& value = *where->parts[1];
+    return isSameColumn(*where->parts[0], column) &&
+           (value.kind == Expr::Kind::Parameter || value.kind == Expr::Kind::Value) &&
+           familyOf(comparedType(column, value)) == Family::Text;
+}
+
+// The keys that part the rows. The engine does not see that a text column held to one value parts nothing: it
+// would sort the rows of a customer that its index brings in order. One key is kept, or there would be no
+// groups.
+std::vector<const Expr*> partingKeys(const Arm& arm) {
+    std::vector<const Expr*> keys;
+    for (std::size_t i = 0; i < arm.groupBy.size(); ++i) {
+        const bool isLastHope = keys.empty() && i + 1 == arm.groupBy.size();
+        if (isLastHope || !holdsToOneText(arm.where.get(), *arm.groupBy[i]))
+            keys.push_back(arm.groupBy[i].get());
+    }
+    return keys;
+}
+
 } // namespace
 
 void Writer::name(std::string_view name) {
@@ -142,13 +172,19 @@ void Writer::narrow(const Arm& arm, const std::string& column, std::size_t place
 }
 
 void Writer::grouping(const Arm& arm) {
-    for (std::size_t i = 0; i < arm.groupBy.size(); ++i) {
-        put(i == 0 ? " GROUP BY " : ", ");
-        collated(*arm.groupBy[i]);
-    }
+    groupKeys(arm, " GROUP BY ");
     if (!arm.having) return;
     put(arm.groupBy.empty() ? " GROUP BY NULL HAVING " : " HAVING ");
     condition(*arm.having, Tightness::Or);
+}
+
+void Writer::groupKeys(const Arm& arm, std::string_view clause) {
+    std::string_view before = clause;
+    for (const Expr* key : partingKeys(arm)) {
+        put(before);
+        collated(*key);
+        before = ", ";
+    }
 }
 
 void Writer::order(const Select& select, Use use) {
@@ -183,10 +219,7 @@ void Writer::orderTerm(const OrderTerm& term) {
 // order would cost a sort that no one asked for.
 void Writer::defaultOrder(const Arm& arm) {
     if (!arm.groupBy.empty()) {
-        for (std::size_t i = 0; i < arm.groupBy.size(); ++i) {
-            put(i == 0 ? " ORDER BY " : ", ");
-            collated(*arm.groupBy[i]);
-        }
+        groupKeys(arm, " ORDER BY ");
     } else if (arm.distinct) {
         for (std::size_t i = 1; i <= arm.items.size(); ++i) {
             put((i == 1 ? " ORDER BY " : ", ") + std::to_string(i));

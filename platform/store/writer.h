@@ -89,6 +89,7 @@ private:
     void where(const Arm& arm, const std::vector<std::string>& narrowing);
     void narrow(const Arm& arm, const std::string& column, std::size_t place);
     void grouping(const Arm& arm);
+    void groupKeys(const Arm& arm, std::string_view clause);
     void order(const Select& select, Use use);
     void orderTerm(const OrderTerm& term);
     void defaultOrder(const Arm& arm);

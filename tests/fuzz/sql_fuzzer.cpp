@@ -9,6 +9,7 @@
 
 #include "platform/runtime/conversion.h"
 #include "platform/store/database.h"
+#include "platform/store/dialect_skeleton.h"
 #include "platform/store/dialect_split.h"
 #include "platform/store/storeerror.h"
 #include "platform/store/workspace.h"
@@ -161,6 +162,30 @@ std::optional<Plan> planOf(const std::string& sql, const store::SplitStatement& 
     }
 }
 
+// What is taken out of a text at a glance is what its words give, also when the text comes with other values.
+void requireGlance(const std::string& sql, const store::SplitStatement& split) {
+    const store::Skeleton seen(sql);
+    if (!seen.isSound()) return;
+    const auto known = store::KnownSplit::of(seen, split);
+    if (!known) return;
+    std::string other = sql;
+    for (char& letter : other)
+        if (letter >= '0' && letter <= '8') ++letter;
+    for (const std::string& text : {sql, other}) {
+        const store::Skeleton asked(text);
+        const auto literals =
+            asked.isSound() && asked.text() == seen.text() ? known->literals(asked) : std::nullopt;
+        if (!literals) continue;
+        const store::SplitStatement words = store::splitStatement(text);
+        requireEqual(words.shape, split.shape, "one skeleton, one shape: " + text);
+        require(words.literals.size() == literals->size(), "the same values at a glance: " + text);
+        for (std::size_t i = 0; i < literals->size(); ++i) {
+            require(words.literals[i].kind == (*literals)[i].kind, "a value's kind at a glance: " + text);
+            requireEqual((*literals)[i].text, words.literals[i].text, "a value at a glance: " + text);
+        }
+    }
+}
+
 void statementHolds(const std::string& sql) {
     store::SplitStatement split;
     try {
@@ -170,6 +195,7 @@ void statementHolds(const std::string& sql) {
         require(!run(sql).ran, "what cannot be cut into words is not run");
         return;
     }
+    requireGlance(sql, split);
     const auto plan = planOf(sql, split);
     const Outcome outcome = run(sql);
     if (!plan) {

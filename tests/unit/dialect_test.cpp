@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "dialect_engine.h"
+#include "platform/store/dialect_skeleton.h"
 
 namespace veldona::store {
 namespace {
@@ -53,6 +54,43 @@ TEST(DialectSplit, AShapeIsItsOwnShape) {
         const std::string shape = splitStatement(sql).shape;
         EXPECT_EQ(splitStatement(shape).shape, shape);
     }
+}
+
+// The values that a glance takes out of `sql`, once the words of `first` have told where values stand.
+std::string atAGlance(std::string_view first, std::string_view sql) {
+    const Skeleton seen(first), asked(sql);
+    if (!seen.isSound() || !asked.isSound()) return "the words must be asked";
+    if (seen.text() != asked.text()) return "another statement";
+    const auto known = KnownSplit::of(seen, splitStatement(first));
+    if (!known) return "not understood";
+    const auto literals = known->literals(asked);
+    return literals ? shown({splitStatement(first).shape, *literals, {}}) : "another fixed value";
+}
+
+TEST(DialectSplit, AGlanceSeesWhatTheWordsSee) {
+    const std::string_view cases[][2] = {
+        {"SELECT * From MUSTKAYIT WHERE HSTNO = '7'", "SELECT * From MUSTKAYIT WHERE HSTNO = 'H0012'"},
+        {"SELECT * From URUNSAT WHERE ISLEMNO = 12 AND PESINAT=1",
+         "SELECT * From URUNSAT WHERE ISLEMNO = 5 AND PESINAT=0"},
+        {"WHERE ODTRH >= #11,01,2026 00:00:01# And A=-5", "WHERE ODTRH >= #01,31,2027 23:59:59# And A=-12.5"},
+        {"SELECT TOP 64 A/1000000 FROM [T 1] WHERE [A'B] = 0 AND T.X='' ",
+         "SELECT TOP 64 A/1000000 FROM [T 1] WHERE [A'B] = 9 AND T.X='a b' "},
+        {"INSERT INTO T (A,B) VALUES (1,'a',Mid(B,4,2),\"it's\",-1,2*3)",
+         "INSERT INTO T (A,B) VALUES (20,'',Mid(B,4,2),\"\",-30,2*3)"},
+        {"Select * From URUNSAT Order By ODTRH ASC", "Select * From URUNSAT Order By ODTRH ASC"},
+    };
+    for (const auto& [first, sql] : cases)
+        EXPECT_EQ(atAGlance(first, sql), shown(splitStatement(sql))) << sql;
+}
+
+TEST(DialectSplit, AGlanceLeavesTheRestToTheWords) {
+    EXPECT_EQ(atAGlance("SELECT TOP 1 A FROM T WHERE B = 1", "SELECT TOP 2 A FROM T WHERE B = 1"),
+              "another fixed value");
+    EXPECT_EQ(atAGlance("A = 1 AND B = 'x'", "A = 1 AND B = 5"), "another statement");
+    EXPECT_EQ(atAGlance("A = '1' AND B = 2", "A = '1' OR '1'='1' AND B = 2"), "another statement");
+    for (const char* sql : {"A = 'it''s'", "A = 'İ'", "A = 1e5", "A = .5", "A = 1.2.3", "A = 5x", "A = 'x",
+                            "A = ##", "SELECT @@IDENTITY", "A = ?", "A = [x"})
+        EXPECT_EQ(atAGlance(sql, sql), "the words must be asked") << sql;
 }
 
 TEST(DialectSplit, WhatCannotBeCutIsASyntaxError) {
