@@ -1,0 +1,344 @@
+// What nobody should type, in every field of every screen that takes typing, and then the buttons and keys
+// that use it. A rule may make anything of it; what may not happen is a crash, a second statement run, a row
+// of another account touched, a message in words that are not ours, or a screen that does not go on.
+#include <algorithm>
+#include <chrono>
+#include <deque>
+#include <map>
+#include <set>
+
+#include <gtest/gtest.h>
+
+#include "apps/operator/verbs.h"
+#include "apps/screens.h"
+#include "core/session.h"
+#include "platform/controls/userinput.h"
+#include "platform/runtime/text.h"
+#include "platform/store/sqlcipherengine.h"
+#include "schema/tables.h"
+#include "tests/faults/till.h"
+
+namespace veldona::faults {
+namespace {
+
+using namespace std::string_literals;
+
+std::vector<std::string> hostileTexts() {
+    std::vector<std::string> texts = {
+        "'", "\"", "''", "x' OR '1'='1", "';DROP TABLE MUSTKAYIT;--",
+        "7'; DELETE FROM TAKSITODENEN WHERE '1'='1", "|", "*", "%", "_", "#", "##", "#1/1/2026#", "[", "]",
+        "[AD]", "(((", ")", "?", "\\", "&", "--", "/*", ";", "..\\..\\..\\x", "/x/y", "NULL", "{AD} %p",
+        "<b>&amp;\"'</b>", "=1+1", "1|2|3", "a\nb\r\nc\td", "\x01\x02\x1b[31m\x7f", "a\0b"s,
+        "\xC3\x28\xFF\xED\xA0\x80",
+        "\xE2\x80\xAE\xE2\x80\x8F"
+        "abc",
+        "\xF0\x9F\x98\x80", "\xEF\xBF\xBE\xEF\xBF\xBF", "e\xCC\x81\xCC\x81\xE2\x80\x8B", "İIıiŞşĞğ", "   ",
+        // the numbers at each limit, with the signs of both countries
+        "0", "-0", "-1", "255", "256", "255,5", "32767", "32768", "-32769", "2147483647", "2147483648",
+        "-2147483649", "99999999999999999999", "922337203685477,5807", "922337203685477,5808",
+        "-922.337.203.685.477,5808", "0,00005", "1.234.567,89", "1,234,567.89", "1,5-",
+        "1.7976931348623157E+308", "1E+16", "1e5", "1e400", "&H7FFFFFFF", "NaN",
+        // and the dates
+        "31/12/9999", "01/01/0100", "30/12/1899", "29/02/2100", "29/02/2000", "00/00/0000", "32/13/2026",
+        "1/1/1", "12.31.26", "2026-11-22 25:61:61"};
+    texts.push_back(std::string(65536, 'x'));
+    std::string quotes;
+    for (int i = 0; i < 16384; ++i)
+        quotes += "'ş%";
+    texts.push_back(quotes);
+    return texts;
+}
+
+// How an operator comes to each screen, and the tables that may be written from there.
+struct Way {
+    const char* screen;
+    const char* lines;
+    std::set<std::string> writes;
+};
+
+const std::set<std::string> kSales = {"ISLEMNOTABLO", "URUNAL", "URUNSAT", "TAKSITODENEN", "URUNTANITIM"};
+const std::set<std::string> kScratch = {"GUNUGECENODM", "BEKLENENODM", "T_TEMP_GENEL"};
+
+const std::vector<Way>& ways() {
+    static const std::vector<Way> all = {
+        {"frmMainVeldona", "", {"MUSTKAYIT", "FIRMABILGISI"}},
+        {"frmCariEkle", "click cmdMusteriKaydi\n", {"MUSTKAYIT"}},
+        {"frmCarihesapSec", "key F10\nclick cmdBul\n", {"MUSTKAYIT"}},
+        {"frmAntetBilgisi", "click cmdAntetBilgisi\n", {"FIRMABILGISI"}},
+        {"frmSatis", "click cmdSatis\n", {}},
+        {"frmCrNesne", "key F10\nclick cmdBul\nclick cmdYazici\n", {}},
+        {"rprodemesigecen", "click cmdGunuGecenOdemeler\n", {}},
+        {"rprbeklenentahsilat", "click cmdBeklenenTaksitler\n", {}},
+        {"rptGelirGider", "click cmdTahsilatListesi\n", {}},
+        {"taksitodduzelt", "click L4 0\nclick Command3\n", {}},
+        {"taksitmustduzelt", "dblclick L1 0\n", {}},
+    };
+    return all;
+}
+
+// The shop: the customer whose account is played with, and those whose rows nobody may touch.
+constexpr const char* kShop = R"op(database
+sql "INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('7','Ayşe','Yılmaz')"
+sql "INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('8','Çağrı','Işık')"
+sql "INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('9001','Uzak','Duran')"
+sql "INSERT INTO ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC,TRH) VALUES ('7',5,9000000000000,'20/10/2026')"
+sql "INSERT INTO URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT) VALUES ('7',5,'1',1,9000000000000)"
+sql "INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('7',5,'20/12/2026',9000000000000)"
+sql "INSERT INTO TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('7',5,'10/11/2026 09:00:00',100000000)"
+sql "INSERT INTO ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC,TRH) VALUES ('8',4,9000000000000,'20/10/2026')"
+sql "INSERT INTO URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT) VALUES ('8',4,'1',1,9000000000000)"
+sql "INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('8',4,'20/12/2026',9000000000000)"
+sql "INSERT INTO ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC,TRH) VALUES ('9001',3,50000000,'20/10/2026')"
+sql "INSERT INTO URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT) VALUES ('9001',3,'1',1,50000000)"
+sql "INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('9001',3,'20/12/2026',50000000)"
+sql "INSERT INTO TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('9001',3,'10/11/2026',10000000)"
+)op";
+
+// The operator, who in a screen that opens over the first one does there what he does everywhere.
+class Operator : public FormHost {
+public:
+    Operator(const std::filesystem::path& drive, const std::string& text, std::ptrdiff_t turn)
+        : stage(console::Setting{drive.string(), registerScreens, nullptr,
+                                 [](const report::Document&, const std::string&) {}},
+                *this),
+          text_(text), turn_(turn) {
+        play("clock \"22/11/2026 10:30:00\"\nstart\ntype Text1 \"7\"\ndblclick L3 0\n");
+    }
+
+    void play(const std::string& lines) {
+        std::istringstream text(lines);
+        for (std::string line; std::getline(text, line);)
+            lines_.push_back(line);
+        playOn();
+    }
+
+    // As the screen is opened, and once more with all its panels open, those too that its own work shows.
+    void useAll(Form& form) {
+        if (depth_ >= 2) return; // from a screen over a screen nothing more is opened
+        ++depth_;
+        const Forms::Hold hold(form.forms());
+        for (const bool allOpen : {false, true}) {
+            if (!canGoOn(form)) break;
+            for (Control* control : form.controls())
+                if (allOpen && dynamic_cast<Frame*>(control)) control->setVisible(true);
+            fill(form);
+            pressAll(form);
+        }
+        --depth_;
+    }
+
+    void runModal(Form& form) override {
+        if (goal_.empty())
+            useAll(form);
+        else
+            arrive();
+        if (!form.isUnloaded() && !form.forms().ended()) form.forms().unload(form);
+    }
+
+    // A screen that opens over the others keeps those who opened it waiting: the rest of the way and what is
+    // to be done there is done within.
+    void comeTo(const Way& way) {
+        goal_ = way.screen;
+        std::istringstream text(way.lines);
+        for (std::string line; std::getline(text, line);)
+            lines_.push_back(line);
+        arrive();
+        EXPECT_TRUE(goal_.empty()) << "the way does not lead there";
+        goal_.clear();
+    }
+
+    // Back on the first screen, newly started where the program was closed.
+    void comeBack() {
+        if (stage.process().hasEnded()) {
+            stage.renewProcess();
+            play("start\n");
+        }
+        Forms& forms = stage.process().forms();
+        for (std::size_t left = forms.loadedForms().size(); left > 1 && forms.active() != nullptr; --left) {
+            if (forms.active()->name() == "frmMainVeldona") break;
+            forms.dispatch([&] { forms.unload(*forms.active()); });
+        }
+    }
+
+    console::Stage stage;
+    int typed = 0;   // texts that a control took
+    int pressed = 0; // buttons, menus, tools and rows
+
+private:
+    void playOn() {
+        while (!lines_.empty()) {
+            const auto read = console::readLine(lines_.front());
+            lines_.pop_front();
+            const Forms::Hold hold(stage.process().forms());
+            if (read) console::verbOf(*read).run(stage, *read);
+        }
+    }
+
+    void arrive() {
+        playOn();
+        Form* front = stage.process().forms().active();
+        if (goal_.empty() || front == nullptr || front->name() != goal_) return;
+        goal_.clear();
+        useAll(*front);
+    }
+
+    static bool canGoOn(const Form& form) { return !form.isUnloaded() && !form.forms().ended(); }
+
+    // What is still there of the controls as they stood, one after another. Many a key or button closes its
+    // screen, so each text begins with another one.
+    template <class Use> void each(Form& form, const Use& use) {
+        std::vector<Control*> controls = form.controls();
+        std::rotate(controls.begin(), controls.begin() + turn_ % std::ssize(controls), controls.end());
+        const Forms::Hold hold(form.forms());
+        for (Control* control : controls) {
+            if (!canGoOn(form)) return;
+            if (user::canReach(*control)) use(*control);
+            stage.dialogs.answers.clear();
+            stage.dialogs.answers.push_back("yes");
+        }
+    }
+
+    void fill(Form& form) {
+        each(form, [&](Control& control) {
+            auto* grid = dynamic_cast<FlexGrid*>(&control);
+            if (grid && length(text_) < 40) typeInto(*grid);
+            if (!user::put(control, text_)) return;
+            ++typed;
+            if (!canGoOn(form)) return;
+            if (length(text_) < 40) {
+                user::type(control, text_);
+            }
+            for (const Key key : {Key::Enter, Key::Tab})
+                if (canGoOn(form)) user::pressKey(form, {.key = key});
+        });
+    }
+
+    // The cell's own editor takes what is typed into the sheet.
+    void typeInto(FlexGrid& grid) {
+        for (int column = 1; column < grid.columns(); ++column) {
+            if (!user::clickCell(grid, grid.rows() - 1, column)) continue;
+            for (const char c : text_)
+                user::pressKey(grid.form(), {.character = static_cast<unsigned char>(c)});
+            user::pressKey(grid.form(), {.key = Key::Enter});
+        }
+    }
+
+    void pressAll(Form& form) {
+        each(form, [&](Control& control) {
+            stage.dialogs.answers.assign({"yes", text_, "yes"});
+            if (auto* menu = dynamic_cast<MenuItem*>(&control)) {
+                if (user::clickMenu(*menu)) ++pressed;
+            } else if (auto* bar = dynamic_cast<ToolBar*>(&control)) {
+                const auto tools = bar->tools();
+                for (const ToolBar::Tool& tool : tools)
+                    if (canGoOn(form) && user::clickTool(*bar, tool.key)) ++pressed;
+            } else if (dynamic_cast<ListBox*>(&control) || dynamic_cast<DataGrid*>(&control)) {
+                if (user::dblClickRow(control, 0)) ++pressed;
+            } else if (!dynamic_cast<Timer*>(&control)) {
+                if (user::click(control)) ++pressed;
+            }
+        });
+        for (int key = static_cast<int>(Key::F2); key <= static_cast<int>(Key::F12); ++key)
+            if (canGoOn(form)) user::pressKey(form, {.key = static_cast<Key>(key)});
+    }
+
+    const std::string& text_;
+    std::ptrdiff_t turn_;
+    std::deque<std::string> lines_;
+    std::string goal_; // the screen that the lines lead to; empty: it was reached
+    int depth_ = 0;
+};
+
+std::string answerOf(const Drive& drive, const std::string& engineSql) {
+    const auto engine =
+        store::openSqlcipherToRead(drive.books().string(), kDeliveredPassword, std::chrono::seconds(5));
+    const auto statement = engine->prepare(engineSql);
+    std::string text;
+    while (statement->step())
+        for (int i = 0; i < statement->columnCount(); ++i)
+            text.append(statement->text(i)).append(i + 1 < statement->columnCount() ? "|" : "\n");
+    return text;
+}
+
+std::string schemaOf(const Drive& drive) {
+    return answerOf(drive, "SELECT type, name, sql FROM sqlite_master");
+}
+
+// The rows that nobody may touch: of tables that are none of this screen's, and of the account that nobody
+// opens.
+std::map<std::string, std::string> untouched(const Drive& drive, const std::set<std::string>& writes) {
+    std::map<std::string, std::string> rows;
+    for (const store::TableDef& table : schema::tables()) {
+        const bool mayChange =
+            writes.contains(table.name) || kSales.contains(table.name) || kScratch.contains(table.name);
+        const bool isOfAccount = kSales.contains(table.name) && table.name != "URUNTANITIM";
+        if (!mayChange)
+            rows[table.name] = answerOf(drive, "SELECT * FROM \"" + table.name + "\" ORDER BY ID");
+        if (isOfAccount)
+            rows[table.name] =
+                answerOf(drive, "SELECT * FROM \"" + table.name + "\" WHERE MUSTNO = '9001' ORDER BY ID");
+    }
+    rows["9001"] = answerOf(drive, "SELECT * FROM MUSTKAYIT WHERE HSTNO = '9001'");
+    return rows;
+}
+
+// Our own sentences, whatever of the operator's text is quoted in them.
+void expectOurWords(const std::string& said) {
+    EXPECT_FALSE(said.empty());
+    EXPECT_EQ(validUtf8(said), said);
+    for (const char* foreign :
+         {"syntax error", "no such ", "near \"", "constraint failed", "std::", "basic_string",
+          "vector::", "Deyim çalıştırılamadı", "SQL logic", "datatype mismatch"})
+        EXPECT_EQ(said.find(foreign), said.npos) << said.substr(0, 300);
+}
+
+class Hostile : public testing::TestWithParam<Way> {};
+
+TEST_P(Hostile, TypedTextDoesNoHarm) {
+    const Way& way = GetParam();
+    const Drive shop;
+    Till(shop).play(kShop);
+    const auto wanted = untouched(shop, way.writes);
+    const std::string schema = schemaOf(shop);
+    const std::vector<std::string> texts = hostileTexts();
+    const Drive drive;
+    int typed = 0;
+    int pressed = 0;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        SCOPED_TRACE(std::string(way.screen) + ", text " + std::to_string(i) + ": " +
+                     left(validUtf8(texts[i]), 60));
+        std::filesystem::remove_all(drive.path());
+        std::filesystem::copy(shop.path(), drive.path(), std::filesystem::copy_options::recursive);
+        {
+            Operator hand(drive.path(), texts[i], static_cast<std::ptrdiff_t>(i));
+            hand.comeTo(way);
+            typed += hand.typed;
+            pressed += hand.pressed;
+            for (const auto& said : hand.stage.dialogs.said)
+                expectOurWords(said.text);
+            hand.stage.dialogs.said.clear();
+            hand.stage.dialogs.answers.clear();
+            hand.comeBack();
+            hand.play("type Text1 \"8\"\ndblclick L3 0\nput mskOdenenPara \"1,25\"\nclick Command1\n");
+            const auto& said = hand.stage.dialogs.said;
+            EXPECT_TRUE(std::ranges::any_of(
+                said, [](const auto& each) { return each.text == "KAYIT İŞLEMİ TAMAMLANDI"; }))
+                << "a payment behind it: " << (said.empty() ? "" : said.front().text);
+        }
+        ASSERT_EQ(untouched(drive, way.writes), wanted);
+        ASSERT_EQ(schemaOf(drive), schema);
+        ASSERT_EQ(answerOf(drive, "PRAGMA integrity_check"), "ok\n");
+        ASSERT_EQ(answerOf(drive, "SELECT COUNT(*) FROM TAKSITODENEN WHERE MUSTNO='8' AND ODMIKTAR=1250000"),
+                  "1\n");
+    }
+    RecordProperty("typed", typed);
+    RecordProperty("pressed", pressed);
+    EXPECT_GE(typed, 10) << "what is typed reaches the screen's fields";
+    EXPECT_GE(pressed, static_cast<int>(texts.size())) << "and its buttons";
+}
+
+INSTANTIATE_TEST_SUITE_P(Screens, Hostile, testing::ValuesIn(ways()),
+                         [](const auto& each) { return std::string(each.param.screen); });
+
+} // namespace
+} // namespace veldona::faults
