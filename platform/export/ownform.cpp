@@ -1,5 +1,6 @@
 #include "platform/export/ownform.h"
 
+#include <cmath>
 #include <sstream>
 #include <string_view>
 
@@ -50,7 +51,8 @@ void append(pugi::xml_node band, const report::TextRun& run) {
     constexpr const char* aligns[] = {"left", "center", "right"};
     pugi::xml_node label = band.append_child("label");
     place(label, run.x, run.y, run.width, run.height);
-    set(label, "size", measure(run.size));
+    // Never up: an amount that was made smaller until it just fitted would be cut.
+    set(label, "size", measure(std::floor(run.size * 1000 + 1e-6) / 1000));
     if (run.bold) set(label, "bold", "yes");
     set(label, "align", aligns[static_cast<std::size_t>(run.align)]);
     set(label, "color", colour(run.color));
