@@ -2,6 +2,7 @@
 
 #include "core/database.h"
 #include "platform/runtime/conversion.h"
+#include "platform/store/daoerror.h"
 
 namespace veldona {
 
@@ -75,6 +76,7 @@ void IlkEkranSec(Session& session) {
 
 bool basla(Session& session) {
     session.forms.onUncaught = [&session](const RuntimeError& error) { yakalanmayanHata(session, error); };
+    session.forms.onEventEnd = [&session] { soylenmeyenHata(session); };
     try {
         TarihFormatiAyarla(session);
         OturumBaslat(session);
@@ -92,6 +94,15 @@ void yakalanmayanHata(Session& session, const RuntimeError& error) {
         attempt(ignored, [&] { session.gBaglanti->rollbackTrans(); });
     }
     session.desktop.dialogs.runtimeError(error);
+}
+
+void soylenmeyenHata(Session& session) {
+    const auto failure = session.workspace.takeDiskFailure();
+    const bool told = !failure || session.desktop.dialogs.hasTold(failure->description());
+    session.desktop.dialogs.forgetTold();
+    if (!told)
+        session.desktop.dialogs.runtimeError(
+            RuntimeError(dao::numberOf(failure->kind()), failure->description()));
 }
 
 void EkranGoster(Session& session, std::string_view name, Kip kip) {

@@ -67,6 +67,10 @@ void IlkEkranSec(Session& session);
 // Rolls back what an uncaught error left open on the shared connection and shows the error's surface.
 void yakalanmayanHata(Session& session, const RuntimeError& error);
 
+// Shows the error's surface for a failure of the disk that the event's procedures passed over: what they then
+// show or call done may be wrong.
+void soylenmeyenHata(Session& session);
+
 // Opens a screen by its name.
 void EkranGoster(Session& session, std::string_view name, Kip kip);
 

@@ -36,6 +36,7 @@ QString numberText(std::int32_t number) {
 } // namespace
 
 Answer WindowDialogs::show(const Message& message) {
+    noteTold(message.text);
     QMessageBox box(iconOf(message.icon), toQt(message.title), toQt(message.text), QMessageBox::NoButton,
                     host_.frontWindow());
     box.setTextFormat(Qt::PlainText);
@@ -63,6 +64,7 @@ std::optional<std::string> WindowDialogs::input(const std::string& prompt, const
 }
 
 void WindowDialogs::runtimeError(const RuntimeError& error) {
+    noteTold(error.description());
     QMessageBox box(QMessageBox::Critical, QString(kProgramTitle) + " - Çalışma Zamanı Hatası",
                     "Çalışma zamanı hatası " + numberText(error.number()), QMessageBox::NoButton,
                     host_.frontWindow());

@@ -177,6 +177,7 @@ void Forms::dispatch(const std::function<void()>& event) {
     const Scoped depth(running_, running_ + 1);
     try {
         runCaught(event);
+        if (running_ - 1 <= edge_ && onEventEnd) runCaught(onEventEnd);
     } catch (const ProcessEnd&) {
         if (running_ - 1 > edge_) throw;
     }

@@ -54,6 +54,7 @@ public:
 
     // The last handler: what becomes of an error that no procedure caught. Set once at start-up.
     std::function<void(const RuntimeError&)> onUncaught;
+    std::function<void()> onEventEnd; // behind each event that no other one of the same loop has begun
 
     void add(std::string name, Factory factory);
     [[nodiscard]] bool isKnown(std::string_view name) const;

@@ -38,6 +38,17 @@ public:
     [[nodiscard]] bool confirm(std::string text, std::string title = kProgramTitle) {
         return show({std::move(text), std::move(title), Icon::Question, Buttons::YesNo}) == Answer::Yes;
     }
+
+    // Whether a box since forgetTold() held these words.
+    [[nodiscard]] bool hasTold(const std::string& words) const { return told_.find(words) != told_.npos; }
+    void forgetTold() { told_.clear(); }
+
+protected:
+    // For whoever shows a box.
+    void noteTold(const std::string& text) { told_.append(text).append(1, '\n'); }
+
+private:
+    std::string told_;
 };
 
 // Keeps what was said until somebody looks, and answers from a queue: for tests and the operator console. A

@@ -83,7 +83,10 @@ void writeTextFile(const std::string& nativePath, std::string_view line) {
     std::ofstream file(nativePath, std::ios::binary | std::ios::trunc);
     file << line << "\r\n";
     file.close(); // a full disk may show only here
-    if (!file) raise(ErrorNumber::PathFileAccess);
+    if (!file)
+        throw RuntimeError(static_cast<std::int32_t>(ErrorNumber::PathFileAccess),
+                           standardDescription(ErrorNumber::PathFileAccess) + ": " + nativePath +
+                               " yazılamadı. Diskteki yeri ve klasörün izinlerini denetleyin.");
 }
 
 void deleteFile(const std::string& nativePath) {

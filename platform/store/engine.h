@@ -9,11 +9,13 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/runtime/value.h"
+#include "platform/store/storeerror.h"
 
 namespace veldona::store {
 
@@ -61,6 +63,10 @@ public:
     [[nodiscard]] virtual std::int64_t rowsChanged() const = 0; // by the last insert, update or delete
     // How long a statement waits for another workstation's lock before it fails.
     virtual void setBusyTimeout(std::chrono::milliseconds timeout) = 0;
+
+    // The newest failure since the last call that came from the disk or from another workstation and not from
+    // the statement; nothing where there was none.
+    [[nodiscard]] virtual std::optional<StoreError> takeDiskFailure() = 0;
 
     // Makes `target`, a new file of this engine opened with the same password, equal to this one as it stands
     // at one moment (in a transaction: as that one sees it), without holding anybody up.

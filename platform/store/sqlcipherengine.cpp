@@ -10,6 +10,7 @@
 #include <set>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 #include <sqlcipher/sqlite3.h>
 
@@ -22,23 +23,33 @@ namespace {
 constexpr char kPlainHeader[] =
     "SQLite format 3"; // with the zero behind it, the first 16 bytes of an unencrypted file
 
+// Shared, since a statement may outlive its engine.
+using DiskFailure = std::shared_ptr<std::optional<StoreError>>;
+
+bool isOfTheDisk(StoreError::Kind kind) {
+    using Kind = StoreError::Kind;
+    return kind == Kind::Damaged || kind == Kind::WrongPassword || kind == Kind::Locked ||
+           kind == Kind::DiskFull || kind == Kind::InputOutput || kind == Kind::ReadOnly;
+}
+
 class SqlcipherStatement final : public Statement {
 public:
-    SqlcipherStatement(sqlite3* connection, std::string_view sql) : connection_(connection) {
+    SqlcipherStatement(sqlite3* connection, DiskFailure diskFailure, std::string_view sql)
+        : connection_(connection), diskFailure_(std::move(diskFailure)) {
         const int code =
             sqlite3_prepare_v2(connection, sql.data(), static_cast<int>(sql.size()), &statement_, nullptr);
-        if (code != SQLITE_OK) failEngine(connection);
+        if (code != SQLITE_OK) fail();
     }
     ~SqlcipherStatement() override { sqlite3_finalize(statement_); }
     SqlcipherStatement(const SqlcipherStatement&) = delete;
     SqlcipherStatement& operator=(const SqlcipherStatement&) = delete;
 
     void bind(int index, const Value& value) override {
-        if (bindCode(index, value) != SQLITE_OK) failEngine(connection_);
+        if (bindCode(index, value) != SQLITE_OK) fail();
     }
     bool step() override {
         const int code = sqlite3_step(statement_);
-        if (code != SQLITE_ROW && code != SQLITE_DONE) failEngine(connection_);
+        if (code != SQLITE_ROW && code != SQLITE_DONE) fail();
         return code == SQLITE_ROW;
     }
     void reset() override {
@@ -73,6 +84,13 @@ public:
     }
 
 private:
+    [[noreturn]] void fail() {
+        const StoreError failure =
+            engineFailure(sqlite3_extended_errcode(connection_), sqlite3_errmsg(connection_));
+        if (isOfTheDisk(failure.kind())) *diskFailure_ = failure;
+        throw failure;
+    }
+
     static std::string orEmpty(const char* text) {
         return text == nullptr ? std::string() : std::string(text);
     }
@@ -100,6 +118,7 @@ private:
     }
 
     sqlite3* connection_;
+    DiskFailure diskFailure_;
     sqlite3_stmt* statement_ = nullptr;
 };
 
@@ -123,7 +142,7 @@ public:
     SqlcipherEngine& operator=(const SqlcipherEngine&) = delete;
 
     std::unique_ptr<Statement> prepare(std::string_view sql) override {
-        return std::make_unique<SqlcipherStatement>(connection_, sql);
+        return std::make_unique<SqlcipherStatement>(connection_, diskFailure_, sql);
     }
     std::vector<std::string> tablesRead(std::string_view sql) override {
         std::set<std::string> names;
@@ -135,7 +154,7 @@ public:
         };
         sqlite3_set_authorizer(connection_, note, &names);
         try {
-            const SqlcipherStatement prepared(connection_, sql);
+            const SqlcipherStatement prepared(connection_, diskFailure_, sql);
         } catch (const StoreError&) {
             sqlite3_set_authorizer(connection_, nullptr, nullptr);
             throw;
@@ -150,6 +169,11 @@ public:
     bool inTransaction() const override { return sqlite3_get_autocommit(connection_) == 0; }
     std::int64_t lastId() const override { return sqlite3_last_insert_rowid(connection_); }
     std::int64_t rowsChanged() const override { return sqlite3_changes(connection_); }
+    std::optional<StoreError> takeDiskFailure() override {
+        const std::optional<StoreError> taken = *diskFailure_;
+        diskFailure_->reset();
+        return taken;
+    }
     void setBusyTimeout(std::chrono::milliseconds timeout) override { busyTimeout_ = timeout; }
 
     // In one step: a step for itself would begin anew at each write of another workstation. A copy into a
@@ -197,6 +221,7 @@ private:
     }
 
     sqlite3* connection_ = nullptr;
+    DiskFailure diskFailure_ = std::make_shared<std::optional<StoreError>>();
     std::chrono::milliseconds busyTimeout_;
     std::chrono::steady_clock::time_point waitingSince_;
 };

@@ -82,6 +82,16 @@ std::shared_ptr<Database> Workspace::openDataSource(std::string_view name, std::
     return open(*path, password, timeout);
 }
 
+std::optional<StoreError> Workspace::takeDiskFailure() {
+    std::optional<StoreError> newest;
+    for (const auto& [file, open] : state_->open) {
+        const auto database = open.lock();
+        if (database == nullptr) continue;
+        if (auto failure = database->engine().takeDiskFailure()) newest = std::move(failure);
+    }
+    return newest;
+}
+
 void Workspace::failWrite(int nth, std::string_view table) {
     state_->faults->add(nth, table);
 }

@@ -15,6 +15,7 @@
 
 #include "platform/runtime/datetime.h"
 #include "platform/store/definition.h"
+#include "platform/store/storeerror.h"
 
 namespace veldona::store {
 
@@ -43,6 +44,10 @@ public:
     [[nodiscard]] std::shared_ptr<Database>
     openDataSource(std::string_view name, std::string_view password,
                    std::chrono::seconds timeout = std::chrono::seconds(15));
+
+    // The newest failure of an open file since the last call that came from the disk or from another
+    // workstation; nothing where there was none. A procedure may have passed over it.
+    [[nodiscard]] std::optional<StoreError> takeDiskFailure();
 
     // From now on the nth write (insert, update or delete statement, counted from 1) to `table` fails once.
     void failWrite(int nth, std::string_view table);

@@ -1,49 +1,17 @@
 // Files that are no books of ours, or damaged ones: the start says what may be wrong and what to do, and
-// leaves the file as it is. And what is nobody's business stands in no file and no message.
-#include <sys/stat.h>
-
+// leaves the file as it is.
 #include <algorithm>
 #include <fstream>
-#include <iterator>
 
 #include <gtest/gtest.h>
 
-#include "platform/store/sqlcipherengine.h"
+#include "tests/faults/damagedfiles.h"
 #include "tests/faults/day.h"
 
 namespace veldona::faults {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::size_t kPage = 4096;
-
-std::string bytesOf(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-void writeBytes(const fs::path& path, const std::string& bytes) {
-    std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
-}
-
-std::string plainFile() {
-    std::string bytes = std::string("SQLite format 3") + '\0';
-    return bytes + std::string(2 * kPage - bytes.size(), '\0');
-}
-
-std::string flipped(std::string bytes, std::size_t from) {
-    for (std::size_t at = from; at < bytes.size(); at += kPage)
-        bytes[at] = static_cast<char>(bytes[at] ^ 1);
-    return bytes;
-}
-
-// What happened, what may be wrong, and what to do.
-bool isHelpful(const std::string& text) {
-    const auto has = [&](const char* words) { return text.find(words) != text.npos; };
-    return (has("Veritabanı")) && (has("bozuk") || has("bu programın veritabanı değil")) &&
-           (has("denetleyin") || has("yedeği geri yükleyin"));
-}
 
 bool hasHelpful(const std::vector<std::string>& said) {
     return std::any_of(said.begin(), said.end(), isHelpful);
@@ -53,17 +21,6 @@ std::string ourBytes() {
     const Drive drive;
     copyShop(drive);
     return bytesOf(drive.books());
-}
-
-// Five thousand customers, so that pages are left that no start reads.
-void addCustomers(const Drive& drive) {
-    const auto engine =
-        store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(1));
-    engine->begin();
-    engine->execute("WITH RECURSIVE N(I) AS (SELECT 100 UNION ALL SELECT I + 1 FROM N WHERE I < 5100) "
-                    "INSERT INTO MUSTKAYIT (HSTNO, AD, SOYAD) SELECT CAST(I AS TEXT), 'Ayşe Fatma Gül', "
-                    "'Yılmazoğulları' FROM N");
-    engine->commit();
 }
 
 TEST(Damage, AStartOnWhatIsNotOursFailsInWords) {
@@ -158,39 +115,6 @@ TEST(Damage, APageThatGoesBadInTheMiddleOfWork) {
     const auto said = till.said();
     EXPECT_TRUE(hasHelpful(said)) << ::testing::PrintToString(said);
     EXPECT_EQ(till.screenInFront(), "frmMainVeldona");
-}
-
-TEST(Secrets, ThePasswordAndTheNamesStandNowhere) {
-    const Drive drive;
-    copyShop(drive);
-    std::vector<std::string> said;
-    {
-        Till till(drive);
-        till.play(openingLines() + post(10).lines + saveSale().lines + "sql \"SELECT * FROM YOK\"\n");
-        said = till.said();
-        int files = 0;
-        for (const auto& entry : fs::recursive_directory_iterator(drive.path())) {
-            if (!entry.is_regular_file()) continue;
-            ++files;
-            const std::string bytes = bytesOf(entry.path());
-            EXPECT_EQ(bytes.find(kDeliveredPassword), std::string::npos) << entry.path();
-            EXPECT_EQ(bytes.find("Yılmaz"), std::string::npos) << entry.path();
-            struct stat status {};
-            ASSERT_EQ(stat(entry.path().c_str(), &status), 0);
-            if (entry.path().filename().string().starts_with("vorel.mdb")) {
-                EXPECT_EQ(status.st_mode & 0777U, 0600U) << entry.path();
-            }
-        }
-        EXPECT_GE(files, 3) << "books, journal and index";
-    }
-    writeBytes(drive.books(), std::string(kPage, 'x'));
-    Till failing(drive);
-    failing.play("start\n");
-    const auto more = failing.said();
-    said.insert(said.end(), more.begin(), more.end());
-    EXPECT_GT(said.size(), 2U);
-    for (const std::string& text : said)
-        EXPECT_EQ(text.find(kDeliveredPassword), std::string::npos) << text;
 }
 
 } // namespace

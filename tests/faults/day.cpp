@@ -189,11 +189,15 @@ std::string Day::wrongWith(const Drive& drive, const Ending& ending) const {
     if (!faults.empty()) return faults;
     const auto done = static_cast<std::size_t>(ending.done);
     if (content == contents_[done] || (done < acts_.size() && content == contents_[done + 1])) return {};
-    const auto known = std::find(contents_.begin(), contents_.end(), content);
-    if (known == contents_.end())
-        return "the books hold half an act behind act " + std::to_string(ending.done);
+    const int known = actsIn(content);
+    if (known < 0) return "the books hold half an act behind act " + std::to_string(ending.done);
     return std::to_string(ending.done) + " acts were told of as done, the books hold " +
-           std::to_string(known - contents_.begin());
+           std::to_string(known);
+}
+
+int Day::actsIn(const std::string& content) const {
+    const auto known = std::find(contents_.rbegin(), contents_.rend(), content);
+    return static_cast<int>(contents_.rend() - known) - 1;
 }
 
 int effort() {

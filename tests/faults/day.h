@@ -53,6 +53,8 @@ public:
                 const std::function<void(Till&)>& opened = {}, const Interrupt& interrupt = {}) const;
     // What is wrong with the books that an interrupted day has left; "" where nothing is.
     [[nodiscard]] std::string wrongWith(const Drive& drive, const Ending& ending) const;
+    // Behind how many acts the books held `content`; -1 where they never did.
+    [[nodiscard]] int actsIn(const std::string& content) const;
     [[nodiscard]] int length() const { return static_cast<int>(acts_.size()); }
 
 private:

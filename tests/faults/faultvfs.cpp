@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstring>
+#include <filesystem>
 #include <new>
 #include <random>
 #include <string>
@@ -87,10 +89,28 @@ void resize(int file, sqlite3_int64 size) {
     _exit(kPowerCutExit);
 }
 
+enum class Call { Write, NewFile, Other, Read };
+
+bool isCounted(Fault fault, Call call) {
+    switch (fault) {
+    case Fault::None:
+        return false;
+    case Fault::DiskFull:
+        return call == Call::Write || call == Call::NewFile;
+    case Fault::InputOutput:
+    case Fault::PowerCut:
+        return call == Call::Write || call == Call::Other;
+    case Fault::FailedRead:
+    case Fault::ShortRead:
+        return call == Call::Read;
+    }
+    return false;
+}
+
 // Whether this call is to fail.
-bool strikes(bool isWrite) {
+bool strikes(Call call) {
     State& s = state();
-    if (s.fault == Fault::None || (s.fault == Fault::DiskFull && !isWrite)) return false;
+    if (!isCounted(s.fault, call)) return false;
     ++s.calls;
     const bool now = s.fault == Fault::DiskFull ? s.calls >= s.nth : s.calls == s.nth;
     if (!now) return false;
@@ -126,23 +146,29 @@ int shimClose(sqlite3_file* file) {
     return code;
 }
 int shimRead(sqlite3_file* file, void* to, int count, sqlite3_int64 at) {
+    if (strikes(Call::Read)) {
+        if (state().fault == Fault::FailedRead) return SQLITE_IOERR_READ;
+        std::memset(to, 0, static_cast<std::size_t>(count)); // as the engine asks of a short read
+        below(file).xRead(shim(file).real, to, count / 2, at);
+        return SQLITE_IOERR_SHORT_READ;
+    }
     return below(file).xRead(shim(file).real, to, count, at);
 }
 int shimWrite(sqlite3_file* file, const void* from, int count, sqlite3_int64 at) {
-    if (strikes(true)) return failureOf(SQLITE_IOERR_WRITE);
+    if (strikes(Call::Write)) return failureOf(SQLITE_IOERR_WRITE);
     remember(file, at, count, std::string(static_cast<const char*>(from), static_cast<std::size_t>(count)),
              false);
     return below(file).xWrite(shim(file).real, from, count, at);
 }
 int shimTruncate(sqlite3_file* file, sqlite3_int64 size) {
-    if (strikes(false)) return failureOf(SQLITE_IOERR_TRUNCATE);
+    if (strikes(Call::Other)) return failureOf(SQLITE_IOERR_TRUNCATE);
     sqlite3_int64 held = 0;
     below(file).xFileSize(shim(file).real, &held);
     remember(file, size, held, {}, true);
     return below(file).xTruncate(shim(file).real, size);
 }
 int shimSync(sqlite3_file* file, int flags) {
-    if (strikes(false)) return failureOf(SQLITE_IOERR_FSYNC);
+    if (strikes(Call::Other)) return failureOf(SQLITE_IOERR_FSYNC);
     // The machine is not asked to sync: that its power stays on is what the test stands on.
     static_cast<void>(flags);
     if (shim(file).path != nullptr) forget(*shim(file).path);
@@ -170,6 +196,12 @@ int shimDevice(sqlite3_file*) {
     return 0; // a disk that promises nothing
 }
 int shimShmMap(sqlite3_file* file, int page, int size, int extend, void volatile** memory) {
+    const std::string* const path = shim(file).path;
+    const auto needed = (static_cast<std::uintmax_t>(page) + 1) * static_cast<std::uintmax_t>(size);
+    std::error_code missing; // then its size is the greatest of all numbers, plus one: 0
+    if (extend != 0 && path != nullptr && std::filesystem::file_size(*path + "-shm", missing) + 1 <= needed &&
+        strikes(Call::Write))
+        return SQLITE_IOERR_SHMSIZE;
     return below(file).xShmMap(shim(file).real, page, size, extend, memory);
 }
 int shimShmLock(sqlite3_file* file, int offset, int count, int flags) {
@@ -208,6 +240,8 @@ int vfsOpen(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* 
     static const sqlite3_io_methods methods = shimMethods();
     ShimFile& ours = *new (file) ShimFile{};
     ours.real = reinterpret_cast<sqlite3_file*>(&ours + 1);
+    const bool isNew = name != nullptr && (flags & SQLITE_OPEN_CREATE) != 0 && !std::filesystem::exists(name);
+    if (isNew && strikes(Call::NewFile)) return SQLITE_CANTOPEN;
     const int code = state().real->xOpen(state().real, name, ours.real, flags, outFlags);
     if (ours.real->pMethods == nullptr) return code;
     if (name != nullptr) ours.path = new std::string(name);
@@ -216,7 +250,7 @@ int vfsOpen(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* 
 }
 
 int vfsDelete(sqlite3_vfs*, const char* name, int syncFolder) {
-    if (strikes(false)) return failureOf(SQLITE_IOERR_DELETE);
+    if (strikes(Call::Other)) return failureOf(SQLITE_IOERR_DELETE);
     forget(name);
     return state().real->xDelete(state().real, name, syncFolder);
 }

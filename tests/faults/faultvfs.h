@@ -1,6 +1,6 @@
 // A disk that goes wrong on purpose: it stands between the engine and the machine's files, counts the calls
-// that change a file (write, sync, truncate, delete), and at the nth lets the disk be full, the device fail
-// or the power go.
+// that change a file (write, sync, truncate, delete) or those that read one, and at the nth lets the disk be
+// full, the device fail or the power go.
 //
 // One for the process; install() makes it the disk of every file opened from then on. At a power cut what was
 // not synced is undone in the files and the process ends at once, so it is for a child process only.
@@ -12,9 +12,11 @@ namespace veldona::faults {
 
 enum class Fault {
     None,
-    DiskFull,    // the nth write and all behind it, until disarm()
+    DiskFull,    // the nth write or new file and all behind it, until disarm()
     InputOutput, // the nth call that changes a file, once
     PowerCut,
+    FailedRead, // the nth read, once
+    ShortRead,  // the nth read answers the first half of what it was asked for, once
 };
 
 enum class Tail { Lost, PartlyKept }; // what becomes of the writes that were not synced

@@ -32,8 +32,13 @@ void Till::play(const std::string& lines) {
     std::istringstream text(lines);
     for (std::string line; std::getline(text, line);)
         lines_.push_back(line);
-    while (!lines_.empty())
-        performNext();
+    try {
+        while (!lines_.empty())
+            performNext();
+    } catch (const std::runtime_error&) {
+        lines_.clear();
+        throw;
+    }
 }
 
 void Till::performNext() {

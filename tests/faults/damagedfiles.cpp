@@ -1,0 +1,49 @@
+#include "tests/faults/damagedfiles.h"
+
+#include <fstream>
+#include <iterator>
+
+#include "core/session.h"
+#include "platform/store/sqlcipherengine.h"
+
+namespace veldona::faults {
+
+namespace fs = std::filesystem;
+
+std::string bytesOf(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void writeBytes(const fs::path& path, const std::string& bytes) {
+    std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
+}
+
+std::string plainFile() {
+    std::string bytes = std::string("SQLite format 3") + '\0';
+    return bytes + std::string(2 * kPage - bytes.size(), '\0');
+}
+
+std::string flipped(std::string bytes, std::size_t from) {
+    for (std::size_t at = from; at < bytes.size(); at += kPage)
+        bytes[at] = static_cast<char>(bytes[at] ^ 1);
+    return bytes;
+}
+
+bool isHelpful(const std::string& text) {
+    const auto has = [&](const char* words) { return text.find(words) != text.npos; };
+    return (has("Veritabanı")) && (has("bozuk") || has("bu programın veritabanı değil")) &&
+           (has("denetleyin") || has("yedeği geri yükleyin"));
+}
+
+void addCustomers(const Drive& drive) {
+    const auto engine =
+        store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(1));
+    engine->begin();
+    engine->execute("WITH RECURSIVE N(I) AS (SELECT 100 UNION ALL SELECT I + 1 FROM N WHERE I < 5100) "
+                    "INSERT INTO MUSTKAYIT (HSTNO, AD, SOYAD) SELECT CAST(I AS TEXT), 'Ayşe Fatma Gül', "
+                    "'Yılmazoğulları' FROM N");
+    engine->commit();
+}
+
+} // namespace veldona::faults

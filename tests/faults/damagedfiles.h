@@ -1,0 +1,25 @@
+// Files that the program must not take for its books, and whether what it says of them is of use.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "tests/faults/till.h"
+
+namespace veldona::faults {
+
+inline constexpr std::size_t kPage = 4096;
+
+[[nodiscard]] std::string bytesOf(const std::filesystem::path& path);
+void writeBytes(const std::filesystem::path& path, const std::string& bytes);
+
+[[nodiscard]] std::string plainFile(); // of the engine, without a password
+// One bit of each page, from the byte `from` on.
+[[nodiscard]] std::string flipped(std::string bytes, std::size_t from);
+// Five thousand customers, so that pages are left that no start reads.
+void addCustomers(const Drive& drive);
+
+// What happened, what may be wrong, and what to do.
+[[nodiscard]] bool isHelpful(const std::string& text);
+
+} // namespace veldona::faults
