@@ -170,6 +170,22 @@ void FormWindow::closeEvent(QCloseEvent* event) {
     host_.flush();
 }
 
+// A control that hands its focus on is passed over: the toolkit would go where it hands it to, which may be
+// the one that Tab came from.
+bool FormWindow::focusNextPrevChild(bool next) {
+    QWidget* const from = focusWidget() ? focusWidget() : this;
+    const auto step = [next](QWidget* at) {
+        return next ? at->nextInFocusChain() : at->previousInFocusChain();
+    };
+    for (QWidget* each = step(from); each != from; each = step(each)) {
+        const bool takesTab = (each->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && !each->focusProxy();
+        if (!takesTab || !each->isEnabled() || !each->isVisible() || each->window() != this) continue;
+        each->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+        return true;
+    }
+    return false;
+}
+
 void FormWindow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (!bound_ || event->type() != QEvent::FontChange) return;

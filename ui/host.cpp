@@ -7,6 +7,7 @@
 #include <QDialog>
 #include <QEventLoop>
 #include <QKeyEvent>
+#include <QMessageBox>
 #include <QScreen>
 #include <QTimer>
 #include <QVariant>
@@ -14,6 +15,7 @@
 
 #include "platform/controls/control.h"
 #include "ui/keytranslation.h"
+#include "ui/longtext.h"
 
 namespace veldona {
 
@@ -222,6 +224,7 @@ void WindowHost::standStill(int milliseconds) {
 
 int WindowHost::run(QDialog& dialog) {
     flush();
+    if (auto* box = qobject_cast<QMessageBox*>(&dialog)) keepOnScreen(*box);
     // The operator is asked: no wait cursor over the question.
     const Cursor cursor(Qt::ArrowCursor);
     const Listed<QDialog*> listed(dialogs_, &dialog);

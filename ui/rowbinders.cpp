@@ -102,10 +102,6 @@ public:
         rows_->show(bound.rows());
         showSelected();
         if (ListBinder* own = leader(); own != this) {
-            // Tab would go back to the list that it came from. Set before the proxy, which would be set
-            // instead.
-            view.setFocusProxy(nullptr);
-            view.setFocusPolicy(Qt::ClickFocus);
             view.setFocusProxy(&own->view);
             return;
         }

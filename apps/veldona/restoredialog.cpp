@@ -81,6 +81,7 @@ std::optional<std::string> RestoreDialog::chosen() const {
 
 void RestoreDialog::fill() {
     table_->setHorizontalHeaderLabels({"Tarih", "Müşteri", "Satış", "Ödeme", "Son Ödeme"});
+    table_->setAccessibleName("Yedekler");
     table_->verticalHeader()->hide();
     table_->setSelectionBehavior(QAbstractItemView::SelectRows);
     table_->setSelectionMode(QAbstractItemView::SingleSelection);

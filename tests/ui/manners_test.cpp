@@ -1,18 +1,26 @@
 // A walk through every window of the program: what each owes to whoever works by keyboard, by ear, or on a
 // small screen.
 #include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
 #include "apps/screens.h"
+#include "apps/veldona/backupmenu.h"
+#include "apps/veldona/menus.h"
 #include "core/formframe.h"
 #include "ledger/mainscreen.h"
 #include "tests/support/shop.h"
 #include "tests/ui/manners.h"
 #include "tests/ui/window_tests.h"
+#include "ui/dialogs.h"
 #include "ui/floatingpanel.h"
 #include "ui/housestyle.h"
+#include "ui/keyoverview.h"
 #include "ui/screens.h"
 #include "ui/windowdesktop.h"
 
@@ -36,6 +44,7 @@ protected:
             "('7','Ayşe','Yılmaz','Çınar Mah.','Gülşen Cad.','0216 333 22 11','0532 444 55 66','Dikkat')");
         shop.session.gBaglanti.reset();
         drawScreens(host);
+        host.addTo("frmMainVeldona", [this](FormWindow& window) { addMenus(window, backups, [] {}); });
         host.timersRun = false;
         registerScreens(forms, session);
         EXPECT_TRUE(basla(session));
@@ -75,6 +84,23 @@ protected:
         none("too large", overSize(window, kSmallScreen));
         none("cut words", clippedWords(window));
     }
+    // Does `open`, and looks at the dialog that comes up.
+    void expectGoodDialog(const std::function<void()>& open, const std::string& what) {
+        bool seen = false;
+        QTimer::singleShot(0, &host, [&] {
+            QWidget* front = QApplication::activeModalWidget();
+            ASSERT_NE(front, nullptr) << what;
+            settle();
+            seen = true;
+            expectGood(*front, what);
+            const QStringList tabs = tabFaults(*front);
+            EXPECT_TRUE(tabs.isEmpty()) << what << ", tabs:\n  " << tabs.join("\n  ").toStdString();
+            leavePicture(*front, "pencere-" + what);
+            front->close();
+        });
+        forms.dispatch(open);
+        EXPECT_TRUE(seen) << what;
+    }
     void picture(QWidget& window, const std::string& name) {
         leavePicture(host, dynamic_cast<FormWindow&>(window).form(), "pencere-" + name);
     }
@@ -86,6 +112,7 @@ protected:
         shop.clock, shop.dialogs, pump, shop.opener, shop.desktop.paths, {}, shop.desktop.dataSources};
     Forms forms{host};
     Session session{desktop, forms};
+    BackupMenu backups{host, shop.clock, shop.desktop.paths};
 };
 
 TEST_F(Manners, EveryScreen) {
@@ -112,6 +139,86 @@ TEST_F(Manners, EveryPanelOfTheMainScreen) {
         form.find(name)->setVisible(false);
         host.flush();
     }
+}
+
+TEST_F(Manners, TheExportPanelOfTheViewer) {
+    QWidget& window = open("frmCrNesne");
+    auto& form = dynamic_cast<FormWindow&>(window).form();
+    for (const char* each : {"picExport", "cmdExport"})
+        form.find(each)->setVisible(true);
+    host.flush();
+    settle();
+    expectGood(window, "picExport");
+    picture(window, "picExport");
+}
+
+TEST_F(Manners, EveryScreenInLargerLetters) {
+    applyHouseStyle(*qApp, 1.25);
+    for (const char* name : kScreens) {
+        // The main screen fills the whole screen, whose size its letters follow; it needs 1416 points at
+        // these.
+        if (std::string(name) == "frmMainVeldona") continue;
+        QWidget& window = open(name);
+        EXPECT_TRUE(overSize(window, kSmallScreen).isEmpty())
+            << name << " " << overSize(window, kSmallScreen).join("").toStdString();
+        EXPECT_TRUE(clippedWords(window).isEmpty()) << name << clippedWords(window).join("\n").toStdString();
+        picture(window, std::string("buyuk-") + name);
+        forms.unload(*forms.loaded(name));
+    }
+}
+
+TEST_F(Manners, EveryDialog) {
+    WindowDialogs dialogs(host);
+    std::string many, wide(3000, 'w');
+    for (int i = 0; i < 200; ++i)
+        many += "Satır " + std::to_string(i) + " uzun bir iletinin satırıdır.\n";
+    expectGoodDialog([&] { dialogs.tell("KAYIT İŞLEMİ TAMAMLANDI"); }, "ileti");
+    expectGoodDialog([&] { dialogs.tell(many); }, "uzun-ileti");
+    expectGoodDialog([&] { dialogs.runtimeError({13, many}); }, "uzun-hata");
+    expectGoodDialog([&] { static_cast<void>(dialogs.confirm("Silinsin mi?")); }, "soru");
+    expectGoodDialog([&] { static_cast<void>(dialogs.input("Aranacak söz", "Ara")); }, "girdi");
+    for (const char* name : kScreens)
+        expectGoodDialog([&] { showKeys(host, nullptr, name, keysOfScreen(name)); },
+                         std::string("tuslar-") + name);
+}
+
+// A window that owes everything, so that no check can be one that never fails.
+TEST(MannersThemselves, FindWhatIsBroken) {
+    QWidget window;
+    window.resize(300, 200);
+    auto* first = new QPushButton("&Kaydet", &window);
+    auto* second = new QPushButton("&Kapat ve bir daha açma", &window);
+    second->setGeometry(0, 40, 40, 24);
+    auto* nameless = new QLineEdit(&window);
+    nameless->move(0, 80);
+    auto* hidden = new QLineEdit(&window);
+    hidden->hide();
+    auto* label = new QLabel("A&d", &window);
+    label->setGeometry(0, 120, 100, 24);
+    label->setBuddy(hidden);
+    window.show();
+    first->setFocus();
+    EXPECT_EQ(mnemonicClashes(window).size(), 1);
+    EXPECT_EQ(namelessControls(window).size(), 1);
+    EXPECT_EQ(strayLabels(window).size(), 1);
+    EXPECT_EQ(clippedWords(window).size(), 1);
+    EXPECT_EQ(overSize(window, {299, 200}).size(), 1);
+    window.activateWindow();
+    settle();
+    EXPECT_TRUE(tabFaults(window).isEmpty());
+    // From the second back to the first: the third is never reached.
+    class Trap : public QObject {
+    public:
+        using QObject::QObject;
+        bool eventFilter(QObject* watched, QEvent* event) override {
+            if (event->type() != QEvent::KeyPress) return false;
+            dynamic_cast<QWidget*>(watched)->previousInFocusChain()->setFocus();
+            return true;
+        }
+    } trap;
+    second->installEventFilter(&trap);
+    first->setFocus();
+    EXPECT_FALSE(tabFaults(window).isEmpty());
 }
 
 } // namespace

@@ -33,12 +33,24 @@ void settle() {
         QCoreApplication::processEvents();
 }
 
-void leavePicture(WindowHost& host, Form& form, const std::string& name) {
+namespace {
+
+std::string pictureFile(const std::string& name) {
     const char* chosen = std::getenv("VELDONA_EKRAN");
     const std::filesystem::path folder = chosen ? chosen : VELDONA_SCREENS;
     std::filesystem::create_directories(folder);
     settle();
-    EXPECT_TRUE(host.screenshot(form, (folder / (name + ".png")).string()));
+    return (folder / (name + ".png")).string();
+}
+
+} // namespace
+
+void leavePicture(WindowHost& host, Form& form, const std::string& name) {
+    EXPECT_TRUE(host.screenshot(form, pictureFile(name)));
+}
+
+void leavePicture(QWidget& window, const std::string& name) {
+    EXPECT_TRUE(window.grab().save(QString::fromStdString(pictureFile(name)), "PNG"));
 }
 
 } // namespace veldona::test

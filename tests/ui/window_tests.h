@@ -19,6 +19,8 @@ void commitText(QWidget& widget, std::string_view text);
 void settle();
 // The window of the form as NAME.png among the pictures.
 void leavePicture(WindowHost& host, Form& form, const std::string& name);
+// The same of a dialog, which no form stands behind.
+void leavePicture(QWidget& window, const std::string& name);
 
 template <class Widget> Widget& widgetOf(WindowHost& host, const Form& form, const char* name) {
     auto* found = dynamic_cast<Widget*>(host.window(form)->findChild<QWidget*>(name));
