@@ -33,7 +33,8 @@ constexpr std::size_t kLongest = 20'000;
 constexpr std::size_t kColumns = 4;
 constexpr const char* kLayout = R"(<report title="x">
 <pageHeader height="6"><label x="0" y="0" width="60" text="%D {A}"/></pageHeader>
-<detail height="6"><field x="0" y="0" width="30" column="A" wrap="yes"/><field x="32" y="0" width="40" column="B"/>
+<detail height="6"><field x="0" y="0" width="30" column="A" wrap="yes"/>
+<field x="32" y="0" width="40" column="B"/>
 <field x="75" y="0" width="40" column="C" bold="yes" align="right" format="#.##0,00"/>
 <field x="120" y="0" width="40" column="D" size="12" align="center"/></detail></report>)";
 
@@ -188,7 +189,8 @@ void ownFormHolds(const Document& document) {
     auto texts = textsOn(again);
     auto wanted = textsOn(document);
     for (auto* each : {&texts, &wanted}) {
-        std::erase(*each, ""); // nothing but control characters
+        std::erase_if(*each,
+                      [](const std::string& text) { return trim(replaceAll(text, "\t", "")).empty(); });
         std::ranges::sort(*each);
     }
     require(texts.size() == wanted.size(), "as many texts come out of it");

@@ -8,8 +8,8 @@
 
 #include <gtest/gtest.h>
 #include <pugixml.hpp>
-#include <zlib.h>
 
+#include "archivepart.h"
 #include "platform/controls/forms.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
@@ -22,36 +22,6 @@ namespace veldona::test {
 namespace {
 
 using Lines = std::vector<std::string>;
-
-std::uint32_t numberAt(const std::string& bytes, std::size_t at, std::size_t size) {
-    std::uint32_t number = 0;
-    std::memcpy(&number, bytes.data() + at, size);
-    return number;
-}
-
-// A file of a zip archive, found through the archive's own list.
-std::string partOf(const std::string& archive, const std::string& part) {
-    std::ifstream in(archive, std::ios::binary);
-    const std::string bytes(std::istreambuf_iterator<char>(in), {});
-    const std::string listed("PK\1\2");
-    for (std::size_t at = bytes.find(listed); at != std::string::npos; at = bytes.find(listed, at + 4)) {
-        if (bytes.substr(at + 46, numberAt(bytes, at + 28, 2)) != part) continue;
-        const std::size_t head = numberAt(bytes, at + 42, 4);
-        const std::size_t start = head + 30 + numberAt(bytes, head + 26, 2) + numberAt(bytes, head + 28, 2);
-        std::string packed = bytes.substr(start, numberAt(bytes, at + 20, 4));
-        std::string text(numberAt(bytes, at + 24, 4), '\0');
-        z_stream stream{};
-        stream.next_in = reinterpret_cast<Bytef*>(packed.data());
-        stream.avail_in = static_cast<uInt>(packed.size());
-        stream.next_out = reinterpret_cast<Bytef*>(text.data());
-        stream.avail_out = static_cast<uInt>(text.size());
-        EXPECT_EQ(inflateInit2(&stream, -MAX_WBITS), Z_OK);
-        EXPECT_EQ(inflate(&stream, Z_FINISH), Z_STREAM_END);
-        inflateEnd(&stream);
-        return text;
-    }
-    return {};
-}
 
 // The rows from the fifth on as "A|B|C|D|E|F": texts as they stand, numbers as the file has them.
 Lines sheetRows(const std::string& path) {
