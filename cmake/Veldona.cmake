@@ -25,7 +25,7 @@ if(VELDONA_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
   # GCC takes the parts of a std::variant that it checks at run time for parts that were never set.
-  target_compile_options(veldona_warnings INTERFACE -Wno-maybe-uninitialized)
+  target_compile_options(veldona_warnings INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
 
 # veldona_library(NAME FOLDER SOURCES … LINKS … [PRIVATE_LINKS …])
