@@ -238,7 +238,7 @@ TEST(Spreadsheet, HasItsHeadingsWidthsAndLooks) {
     SheetShop s;
     s.press(DateTime::of(2026, 11, 22));
     ASSERT_EQ(s.opener.opened.size(), 1U);
-    const std::string& path = s.opener.opened[0];
+    const std::string path = s.opener.opened[0];
     EXPECT_NE(path.find("/aktar/MSExcel/Odemeler 2026-11-22 10.30.00.xlsx"), std::string::npos) << path;
     const std::string strings = partOf(path, "xl/sharedStrings.xml");
     for (const char* text :
