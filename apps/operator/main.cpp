@@ -84,7 +84,7 @@ int run(int count, char** arguments) {
     OpenWindows windows;
     if (options->withWindows) {
         system.emplace(count, arguments);
-        windows = [&](Clock& clock) { return system->open(clock); };
+        windows = [&](Clock& clock, const std::string& folder) { return system->open(clock, folder); };
     }
     PdfWriter pdf(count, arguments);
     const Tally tally =

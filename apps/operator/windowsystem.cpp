@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QScreen>
 
+#include "apps/veldona/backupmenu.h"
+#include "apps/veldona/menus.h"
 #include "ui/host.h"
 #include "ui/housestyle.h"
 #include "ui/screens.h"
@@ -13,9 +15,12 @@ namespace {
 
 class RealWindows : public Windows {
 public:
-    explicit RealWindows(Clock& clock) : host_(clock) {
+    RealWindows(Clock& clock, const std::string& folder)
+        : host_(clock), backups_(host_, clock, Paths(folder)) {
         host_.timersRun = false; // a timer ticks when the scenario says so
         drawScreens(host_);
+        // As in the program, but a scenario reaches no menu: nobody goes back to a backup.
+        host_.addTo("frmMainVeldona", [this](FormWindow& window) { addMenus(window, backups_, [] {}); });
     }
 
     FormHost& follower() override { return host_; }
@@ -37,6 +42,7 @@ public:
 
 private:
     WindowHost host_;
+    BackupMenu backups_;
 };
 
 // Where there is no display, windows are drawn without one.
@@ -52,13 +58,15 @@ void choosePlatform() {
 WindowSystem::WindowSystem(int& count, char** arguments) {
     choosePlatform();
     application_ = std::make_unique<QApplication>(count, arguments);
+    // A picture shows the caret whenever it is taken.
+    QApplication::setCursorFlashTime(0);
     applyHouseStyle(*application_, scaleForScreen(application_->primaryScreen()->availableSize()));
 }
 
 WindowSystem::~WindowSystem() = default;
 
-std::unique_ptr<Windows> WindowSystem::open(Clock& clock) const {
-    return std::make_unique<RealWindows>(clock);
+std::unique_ptr<Windows> WindowSystem::open(Clock& clock, const std::string& folder) const {
+    return std::make_unique<RealWindows>(clock, folder);
 }
 
 } // namespace veldona::console

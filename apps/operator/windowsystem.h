@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "apps/operator/windows.h"
 
@@ -17,7 +18,7 @@ public:
     WindowSystem(const WindowSystem&) = delete;
     WindowSystem& operator=(const WindowSystem&) = delete;
 
-    [[nodiscard]] std::unique_ptr<Windows> open(Clock& clock) const;
+    [[nodiscard]] std::unique_ptr<Windows> open(Clock& clock, const std::string& folder) const;
 
 private:
     std::unique_ptr<QApplication> application_;
