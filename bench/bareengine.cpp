@@ -26,7 +26,17 @@ BareEngine::BareEngine(store::Engine& engine, DateTime now)
       insert_(engine.prepare("INSERT INTO TAKSITODENEN (MUSTNO, ISLEMNO, ODTRH, ODMIKTAR, KONTROL_KIM, "
                              "KONTROL_NE_ZAMAN) VALUES (?1, ?2, ?3, 1000000, '', ?3)")),
       update_(engine.prepare("UPDATE URUNSAT SET ODTRH = ODTRH, ODMIKTAR = ODMIKTAR, KONTROL_KIM = '', "
-                             "KONTROL_NE_ZAMAN = ?2 WHERE ID = ?1")) {}
+                             "KONTROL_NE_ZAMAN = ?2 WHERE ID = ?1")),
+      updatePayment_(
+          engine.prepare("UPDATE TAKSITODENEN SET ODTRH = ODTRH, ODMIKTAR = ODMIKTAR, KONTROL_KIM = '', "
+                         "KONTROL_NE_ZAMAN = ?2 WHERE ID = ?1")),
+      insertHeader_(engine.prepare("INSERT INTO ISLEMNOTABLO (MUSTNO, ISLEMNO, TOPBORC, TRH, KONTROL_KIM, "
+                                   "KONTROL_NE_ZAMAN) VALUES (?1, ?2, 1200000000, ?3, '', ?3)")),
+      insertLine_(engine.prepare("INSERT INTO URUNAL (MUSTNO, ISLEMNO, URKOD, ADET, FIYAT, TRH) VALUES "
+                                 "(?1, ?2, '1', 1, 1200000000, ?3)")),
+      insertInstallment_(
+          engine.prepare("INSERT INTO URUNSAT (MUSTNO, ISLEMNO, ODTRH, ODMIKTAR, PESINAT) VALUES "
+                         "(?1, ?2, ?3, 100000000, 0)")) {}
 
 // Every cell is taken out as text: a screen shows nothing else.
 void BareEngine::fetch(const Statement& statement, const std::vector<Value>& values) {
@@ -80,6 +90,22 @@ void BareEngine::correct(const SaleKey& key) {
     fetch(schedule_, {key.account, key.sale});
     const std::string last = firstCells_.at(firstCells_.size() - 1);
     fetch(update_, {static_cast<std::int64_t>(std::stoll(last)), now_});
+}
+
+void BareEngine::correctPayment(const SaleKey& key) {
+    fetch(received_, {key.account, key.sale});
+    fetch(updatePayment_, {static_cast<std::int64_t>(std::stoll(firstCells_.at(0))), now_});
+    fetch(customerSales_, {key.account});
+    fetchOverdue(key.account);
+}
+
+void BareEngine::save(const SaleKey& key) {
+    engine_.begin();
+    for (const auto* statement : {&insertHeader_, &insertLine_})
+        fetch(*statement, {key.account, key.sale, now_});
+    for (int month = 0; month < 12; ++month)
+        fetch(insertInstallment_, {key.account, key.sale, now_});
+    engine_.commit();
 }
 
 std::vector<SaleKey> BareEngine::sales(std::size_t count, bool owing) {

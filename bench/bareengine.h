@@ -30,6 +30,11 @@ public:
     void pay(const SaleKey& key);
     // The sale's schedule, and its last row written as it stands, on the disk when this returns.
     void correct(const SaleKey& key);
+    // The sale's payments, and the first one written as it stands, on the disk when this returns; then what the main
+    // screen shows anew as it comes to the front: the customer's sales and what is overdue.
+    void correctPayment(const SaleKey& key);
+    // A header, a line and twelve schedule rows in one transaction, on the disk when this returns.
+    void save(const SaleKey& key);
 
     // Sales spread evenly over the years; with `owing`, of those on which more than 100,00 is still to be
     // paid.
@@ -49,7 +54,8 @@ private:
     std::vector<std::string> secondCells_;
     std::int64_t rowsRead_ = 0;
     Statement customer_, customerSales_, fallenDue_, paid_, name_, lines_, product_, schedule_, received_,
-        header_, downPayment_, insert_, update_;
+        header_, downPayment_, insert_, update_, updatePayment_, insertHeader_, insertLine_,
+        insertInstallment_;
 };
 
 } // namespace veldona::bench

@@ -21,6 +21,11 @@ namespace veldona::bench {
 namespace {
 
 constexpr std::size_t kSales = 400;
+constexpr std::size_t kSavedSales = 60;
+
+void mustTake(bool taken) {
+    if (!taken) throw std::runtime_error("the screen did not take the operator's act");
+}
 
 double millisecondsOf(const std::function<void()>& work) {
     const auto begun = std::chrono::steady_clock::now();
@@ -113,8 +118,40 @@ void racePosting(Headless& program, BareEngine& engine) {
     race.print();
 }
 
+void raceCorrectingPayment(Headless& program, BareEngine& engine) {
+    Race race("correcting a payment", program, engine);
+    for (const SaleKey& key : engine.sales(kSales, true)) {
+        program.type(key.account);
+        program.select(std::to_string(key.sale));
+        program.pressEnter();
+        if (program.screen().L1.count() == 0) continue;
+        program.inPaymentCorrection([&](Form& dialog) {
+            mustTake(user::put(dynamic_cast<TextBox&>(*dialog.find("Text1")), program.screen().L2.list(0)));
+            race.run([&] { mustTake(user::click(*dialog.find("Command1"))); },
+                     [&] { engine.correctPayment(key); });
+        });
+        program.expectSaid("DÜZELTME İŞLEMİ GERÇEKLEŞTİ");
+    }
+    race.print();
+}
+
+// Last of all: the engine's rows belong to no sale of the program's making.
+void raceSaving(Headless& program, BareEngine& engine) {
+    Race race("saving a sale of 12", program, engine);
+    for (const SaleKey& key : engine.sales(kSavedSales, false)) {
+        program.type(key.account);
+        program.inSaleScreen([&](FrmSatis& sale) {
+            mustTake(user::put(sale.MskToplamUcret, "1200"));
+            mustTake(user::put(sale.MskTaksitAdedi, "12"));
+            race.run([&] { mustTake(user::click(sale.cmdKaydet)); }, [&] { engine.save(key); });
+        });
+        program.expectSaid("İşlem Tamamlandı");
+    }
+    race.print();
+}
+
 void raceCorrecting(Headless& program, BareEngine& engine) {
-    Race race("correcting a row, Enter", program, engine);
+    Race race("correcting a schedule row", program, engine);
     for (const SaleKey& key : engine.sales(kSales, true)) {
         program.type(key.account);
         program.select(std::to_string(key.sale));
@@ -137,6 +174,8 @@ void benchShop(const std::string& root, DateTime now) {
     raceOpening(program, engine);
     racePosting(program, engine);
     raceCorrecting(program, engine);
+    raceCorrectingPayment(program, engine);
+    raceSaving(program, engine);
 }
 
 } // namespace

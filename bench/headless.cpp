@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
+#include "apps/screens.h"
 #include "platform/controls/userinput.h"
 
 namespace veldona::bench {
@@ -15,14 +17,15 @@ void mustHold(bool held, const char* what) {
 } // namespace
 
 void Headless::Nobody::runModal(Form& form) {
-    form.forms().unload(form);
+    if (work) std::exchange(work, {})(form);
+    if (!form.isUnloaded()) form.forms().unload(form);
 }
 
 Headless::Headless(const std::string& root, DateTime now)
     : desktop_{clock_, dialogs_, events_, opener_, Paths(root), {}, DataSources(root + "/ODBC.INI")},
       forms_(std::make_unique<Forms>(host_)), session_(std::make_unique<Session>(desktop_, *forms_)) {
     clock_.set(now);
-    forms_->add("frmMainVeldona", [this](Forms& forms) { return makeFrmMainVeldona(forms, *session_); });
+    registerScreens(*forms_, *session_);
     forms_->dispatch([this] { static_cast<void>(basla(*session_)); });
     expectSaid("");
     screen_ = dynamic_cast<FrmMainVeldona*>(forms_->loaded("frmMainVeldona"));
@@ -56,6 +59,25 @@ void Headless::collect() {
 
 void Headless::openCorrection() {
     mustHold(user::dblClickRow(screen_->L4, screen_->L4.count() - 1), "L4");
+}
+
+void Headless::inModal(const std::function<void(Form&)>& work, const std::function<bool()>& open) {
+    bool opened = false;
+    host_.work = [&](Form& form) {
+        const Forms::Hold hold(*forms_);
+        opened = true;
+        work(form);
+    };
+    mustHold(open() && opened, "the screen that was to open");
+}
+
+void Headless::inSaleScreen(const std::function<void(FrmSatis&)>& work) {
+    inModal([&](Form& form) { work(dynamic_cast<FrmSatis&>(form)); },
+            [&] { return user::click(screen_->cmdSatis); });
+}
+
+void Headless::inPaymentCorrection(const std::function<void(Form&)>& work) {
+    inModal(work, [&] { return user::dblClickRow(screen_->L1, 0); });
 }
 
 void Headless::expectSaid(const std::string& expected) {

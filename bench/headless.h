@@ -2,12 +2,14 @@
 // stands still but for the program's own waits, and message boxes that are noted and closed.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
 #include "core/session.h"
 #include "ledger/mainscreen.h"
 #include "platform/desktop/desktop.h"
+#include "sales/salescreen.h"
 
 namespace veldona::bench {
 
@@ -32,14 +34,20 @@ public:
     void collect();
     // Opens the correction of the last schedule row of the sale on show; Enter then saves it as it stands.
     void openCorrection();
+    // Opens the sale screen by its button on the main screen, the correction of the first payment of the sale
+    // on show by its row; `work` is what the operator does there, and then the screen closes.
+    void inSaleScreen(const std::function<void(FrmSatis&)>& work);
+    void inPaymentCorrection(const std::function<void(Form&)>& work);
     // Raises std::runtime_error where the program said anything but `expected` since it was last asked ("":
     // nothing).
     void expectSaid(const std::string& expected);
 
 private:
-    class Nobody : public FormHost {
+    struct Nobody : FormHost {
         void runModal(Form& form) override;
+        std::function<void(Form&)> work; // in the next screen that waits for its end
     };
+    void inModal(const std::function<void(Form&)>& work, const std::function<bool()>& open);
     class NoOpener : public Opener {
         bool open(const std::string&) override { return false; }
     };

@@ -67,10 +67,17 @@ void FrmCmdBul(FrmMainVeldona& f) {
     const std::string sql = kMusteriListesi + std::string(" ") +
                             (filter.empty() ? std::string() : " WHERE " + (kSistemHesaplariHaric + filter)) +
                             " ORDER BY MUSTKAYIT.AD,MUSTKAYIT.SOYAD ";
-    KayitSeti rs;
-    KayitSetiAc(f.session, rs, sql, adodb::CursorLocation::Client);
-    f.grdList.bind(nullptr);
-    f.rsCari = std::move(rs);
+    // The screen asks this each time that it comes to the front. The same question again costs nothing as
+    // long as nobody has written a customer since.
+    if (f.rsCari && f.rsCari->isOpen() && f.rsCari->source() == sql) {
+        f.rsCari->requery();
+        f.grdList.bind(nullptr);
+    } else {
+        KayitSeti rs;
+        KayitSetiAc(f.session, rs, sql, adodb::CursorLocation::Client);
+        f.grdList.bind(nullptr);
+        f.rsCari = std::move(rs);
+    }
     f.cariSatirlari.follow(f.rsCari.get());
     f.grdList.bind(&f.cariSatirlari);
 }

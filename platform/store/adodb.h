@@ -81,6 +81,8 @@ public:
     void requery();
     void close();
     [[nodiscard]] bool isOpen() const;
+    // The statement that it was opened with, letter for letter.
+    [[nodiscard]] const std::string& source() const;
 
     [[nodiscard]] bool eof() const;
     [[nodiscard]] bool bof() const;

@@ -9,8 +9,9 @@ namespace veldona::adodb {
 using store::ColumnType;
 
 struct Recordset::State {
-    explicit State(store::Answer asked) : answer(std::move(asked)) {}
+    State(std::string_view sql, store::Answer asked) : source(sql), answer(std::move(asked)) {}
 
+    std::string source;
     store::Answer answer;
     int position = 0;     // -1 before the first row, the row count behind the last one
     Bookmark picture = 0; // counts the answers taken, so that a place in an older one is known for what it is
@@ -76,7 +77,7 @@ void Recordset::open(std::string_view sql, Connection& connection) {
             connection.database().write(query);
             return;
         }
-        auto state = std::make_unique<State>(store::Answer(connection.database_, std::move(query)));
+        auto state = std::make_unique<State>(sql, store::Answer(connection.database_, std::move(query)));
         state->ask();
         state_ = std::move(state);
     });
@@ -93,6 +94,10 @@ void Recordset::close() {
 
 bool Recordset::isOpen() const {
     return state_ != nullptr;
+}
+
+const std::string& Recordset::source() const {
+    return opened().source;
 }
 
 Recordset::State& Recordset::opened() const {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "platform/runtime/text.h"
+
 namespace veldona::store {
 namespace {
 
@@ -34,7 +36,8 @@ constexpr char kMark = '\x01'; // no control character passes, so that it stands
 
 } // namespace
 
-Skeleton::Skeleton(std::string_view sql) : isSound_(sql.size() <= kLongest && read(sql)) {}
+Skeleton::Skeleton(std::string_view sql)
+    : isSound_(sql.size() <= kLongest && sql.find('\0') == std::string_view::npos && read(sql)) {}
 
 bool Skeleton::read(std::string_view sql) {
     text_.reserve(sql.size() + 8);
@@ -90,8 +93,6 @@ bool Skeleton::readEnclosed(std::string_view sql, std::size_t& at, Literal::Kind
     const std::size_t end = sql.find(sign, from);
     if (end == std::string_view::npos) return false;
     const std::string_view inside = sql.substr(from, end - from);
-    const auto isAscii = [](char letter) { return static_cast<signed char>(letter) > 0; };
-    if (!std::all_of(inside.begin(), inside.end(), isAscii)) return false;
     at = end + 1;
     const bool isDate = kind == Literal::Kind::Date;
     const bool isOdd = isDate ? inside.find_first_not_of(" \t\n\r\v\f") == std::string_view::npos
@@ -107,6 +108,14 @@ bool Skeleton::addSpan(Literal::Kind kind, std::string_view text, std::size_t at
     return true;
 }
 
+std::string Skeleton::contentOf(const Span& span, bool isNegative) {
+    if (isNegative) return "-" + std::string(span.text);
+    const auto isAscii = [](char letter) { return static_cast<signed char>(letter) > 0; };
+    if (span.kind != Literal::Kind::Text || std::all_of(span.text.begin(), span.text.end(), isAscii))
+        return std::string(span.text);
+    return validUtf8(span.text);
+}
+
 std::optional<KnownSplit> KnownSplit::of(const Skeleton& skeleton, const SplitStatement& split) {
     KnownSplit known;
     std::size_t bound = 0;
@@ -118,8 +127,8 @@ std::optional<KnownSplit> KnownSplit::of(const Skeleton& skeleton, const SplitSt
             continue;
         }
         const Literal& literal = split.literals[bound++];
-        const bool isNegative = literal.text.size() == span.text.size() + 1;
-        if (literal.kind != span.kind || literal.text != (isNegative ? "-" : "") + std::string(span.text))
+        const bool isNegative = span.kind == Literal::Kind::Number && literal.text.starts_with('-');
+        if (literal.kind != span.kind || literal.text != Skeleton::contentOf(span, isNegative))
             return std::nullopt;
         known.places_.push_back({true, isNegative, {}});
     }
@@ -136,8 +145,7 @@ std::optional<std::vector<Literal>> KnownSplit::literals(const Skeleton& skeleto
             if (span.text != places_[i].text) return std::nullopt;
             continue;
         }
-        literals.push_back({span.kind, places_[i].isNegative ? "-" : ""});
-        literals.back().text += span.text;
+        literals.push_back({span.kind, Skeleton::contentOf(span, places_[i].isNegative)});
     }
     return literals;
 }

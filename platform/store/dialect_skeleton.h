@@ -2,7 +2,7 @@
 // be cut into words again.
 //
 // The glance knows only what the program's own statements are made of. Whatever else a text holds (a doubled
-// quote, a letter outside ASCII in a literal, an exponent) leaves it to the words (splitStatement).
+// quote, an exponent) leaves it to the words (splitStatement).
 #pragma once
 
 #include <array>
@@ -35,6 +35,9 @@ private:
         std::string_view text; // as in Literal
         std::size_t at = 0;    // where it begins in the statement
     };
+
+    // What splitStatement makes of the literal.
+    static std::string contentOf(const Span& span, bool isNegative);
 
     bool read(std::string_view sql);
     bool readNumber(std::string_view sql, std::size_t& at);

@@ -82,6 +82,13 @@ std::optional<int> RowSet::findWhole(int column, std::int64_t sought) const {
     return found == keys_.firstRow.end() ? rows_ : found->second;
 }
 
+void RowSet::remove(int row) {
+    keys_ = {};
+    const auto first = cells_.begin() + static_cast<std::ptrdiff_t>(place(row, 0));
+    cells_.erase(first, first + columns_);
+    --rows_;
+}
+
 void RowSet::reverseRows() {
     keys_ = {};
     for (int low = 0, high = rows_ - 1; low < high; ++low, --high) {

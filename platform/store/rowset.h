@@ -24,6 +24,7 @@ public:
         cells_[place(row, column)] = std::move(value);
         keys_ = {};
     }
+    void remove(int row);
     void reverseRows();
     // The first row that holds this whole number in `column`, the row count where none does; nothing where
     // the rows must be walked: at the first search of an answer, and where the column holds other values too.

@@ -68,7 +68,8 @@ public:
     }
 
     bool previous() override {
-        if (isFresh() && at_ > 0) return standOn(at_ - 1);
+        const int before = isGone_ ? at_ : at_ - 1;
+        if (isFresh() && before >= 0) return standOn(before);
         if (!before_) before_ = ask("ID < 0", "ORDER BY ID DESC");
         return loadBackward(keyed(*before_)) && standOn(rows_.rowCount() - 1);
     }
@@ -81,7 +82,14 @@ public:
     std::int64_t id() const override { return id_; }
     // Nothing to do: every write to the table makes the portion stale.
     void noteChange(int, const Value&) override {}
-    void noteRemoval() override {}
+    // But for this one, or a walk that empties a table would read a portion for each row of it.
+    void noteRemoval() override {
+        const std::uint64_t stamp = database_->stamp(table_.baseTables);
+        if (isGone_ || stamp != stamp_ + 1) return; // someone else wrote too
+        stamp_ = stamp;
+        rows_.remove(at_--);
+        isGone_ = true;
+    }
 
 private:
     store::Query ask(std::string_view keyCondition, std::string_view order) const {
@@ -142,7 +150,7 @@ private:
     std::optional<store::Query> fromEnd_, after_, before_, from_;
     store::RowSet rows_; // a portion, by ascending key
     std::uint64_t stamp_ = 0;
-    int at_ = 0; // in the portion; -1 where the row stood on is gone from before it
+    int at_ = 0; // in the portion; where the row stood on is gone, the one before it, or -1
     std::int64_t id_ = 0;
     bool isRead_ = false;
     bool isEnd_ = false; // the portion holds the last row

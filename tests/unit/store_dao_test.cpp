@@ -191,6 +191,34 @@ TEST_F(Live, ARowThatWentIsToldAtTheUpdate) {
     }
 }
 
+// A walk that removes its rows goes on in the portion that it has read, and sees what others write meanwhile.
+TEST_F(Live, AWalkRemovesItsRowsOneByOne) {
+    for (int i = 1; i <= 150; ++i)
+        pay("1", i, i);
+    auto rows = dao().openRecordset("ODEME");
+    rows.remove();
+    rows.moveNext();
+    EXPECT_EQ(rows.value("ISLEMNO"), Value(2));
+    rows.moveNext();
+    rows.remove();
+    EXPECT_EQ(numberRaised([&] { static_cast<void>(rows.value("TUTAR")); }), 3167);
+    rows.movePrevious();
+    EXPECT_EQ(rows.value("ISLEMNO"), Value(2));
+    rows.moveNext();
+    EXPECT_EQ(rows.value("ISLEMNO"), Value(4));
+    rows.movePrevious(), rows.movePrevious();
+    EXPECT_TRUE(rows.bof());
+    connection.execute("DELETE FROM ODEME WHERE ISLEMNO = 5");
+    int removed = 0;
+    for (rows.moveFirst(); !rows.eof(); rows.moveNext(), ++removed) {
+        EXPECT_NE(rows.value("ISLEMNO"), Value(5));
+        rows.remove();
+        if (removed == 100) pay("1", 151, 1);
+    }
+    EXPECT_EQ(removed, 148);
+    EXPECT_EQ(this->rows("SELECT * FROM ODEME"), "");
+}
+
 TEST_F(Live, ASelectRunsAtTheFirstLookAndAgainAtMoveFirst) {
     auto rows = dao().openRecordset("SELECT TUTAR FROM ODEME ORDER BY TUTAR DESC");
     pay("1", 1, 10);
