@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <set>
 #include <stdexcept>
 #include <thread>
@@ -122,14 +123,41 @@ private:
     sqlite3_stmt* statement_ = nullptr;
 };
 
+bool hasJournal(const std::string& path) {
+    struct stat journal {};
+    return stat((path + "-wal").c_str(), &journal) == 0 && journal.st_size > 0;
+}
+
+// Keeps a journal that stands beside the file where it is. The last connection that closes would move its
+// rows into the file and delete it, also where it could not read a word of either; a shared lock on the file
+// hinders that.
+class JournalKept {
+public:
+    explicit JournalKept(const std::string& path) {
+        if (!hasJournal(path)) return;
+        sqlite3_open_v2(path.c_str(), &connection_, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
+        sqlite3_file_control(connection_, "main", SQLITE_FCNTL_FILE_POINTER, &file_);
+        if (file_ != nullptr && file_->pMethods != nullptr) file_->pMethods->xLock(file_, SQLITE_LOCK_SHARED);
+    }
+    ~JournalKept() {
+        if (file_ != nullptr && file_->pMethods != nullptr) file_->pMethods->xUnlock(file_, SQLITE_LOCK_NONE);
+        sqlite3_close_v2(connection_);
+    }
+    JournalKept(const JournalKept&) = delete;
+    JournalKept& operator=(const JournalKept&) = delete;
+
+private:
+    sqlite3* connection_ = nullptr;
+    sqlite3_file* file_ = nullptr;
+};
+
 class SqlcipherEngine final : public Engine {
 public:
-    SqlcipherEngine(const std::string& path, std::string_view password, std::chrono::milliseconds busyTimeout,
-                    std::function<DateTime()> clock)
+    // `flags` without the create flag: a mistyped path must not leave an empty file that any password opens.
+    SqlcipherEngine(const std::string& path, int flags, std::string_view password,
+                    std::chrono::milliseconds busyTimeout, std::function<DateTime()> clock)
         : busyTimeout_(busyTimeout) {
-        // Without the create flag: a mistyped path must not leave an empty file that any password opens.
-        const int code =
-            sqlite3_open_v2(path.c_str(), &connection_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+        const int code = sqlite3_open_v2(path.c_str(), &connection_, flags | SQLITE_OPEN_NOMUTEX, nullptr);
         if (code != SQLITE_OK) closeAndFail();
         sqlite3_extended_result_codes(connection_, 1);
         sqlite3_busy_handler(connection_, &SqlcipherEngine::waitForLock, this);
@@ -199,6 +227,8 @@ public:
         if (file->pMethods->xRead(file, header, sizeof header, 0) != SQLITE_OK) return false;
         return std::memcmp(header, kPlainHeader, sizeof header) == 0;
     }
+    // To the end, behind the closing.
+    void keepJournal(std::unique_ptr<JournalKept> kept) { kept_ = std::move(kept); }
     [[nodiscard]] bool isReadOnly() const { return sqlite3_db_readonly(connection_, "main") == 1; }
 
 private:
@@ -221,6 +251,7 @@ private:
     }
 
     sqlite3* connection_ = nullptr;
+    std::unique_ptr<JournalKept> kept_;
     DiskFailure diskFailure_ = std::make_shared<std::optional<StoreError>>();
     std::chrono::milliseconds busyTimeout_;
     std::chrono::steady_clock::time_point waitingSince_;
@@ -267,12 +298,31 @@ void tightenRights(const std::string& path, const struct stat& status) {
         static_cast<void>(chmod(path.c_str(), S_IRUSR | S_IWUSR));
 }
 
-std::unique_ptr<SqlcipherEngine> openKeyed(const std::string& path, std::string_view password,
+// The engine needs an index beside the file to read it, and in a folder that this user may not write to it
+// can make none. A file without a journal that nobody can change from here needs none.
+std::string pathToRead(const std::string& path) {
+    const std::string folder = std::filesystem::path(path).parent_path().string();
+    if (hasJournal(path) || access(folder.empty() ? "." : folder.c_str(), W_OK) == 0) return path;
+    std::string uri = "file:";
+    for (const char letter : path) {
+        if (letter == '%' || letter == '?' || letter == '#') {
+            constexpr std::string_view digits = "0123456789abcdef";
+            uri.append({'%', digits[static_cast<std::size_t>(letter >> 4)],
+                        digits[static_cast<std::size_t>(letter & 15)]});
+        } else {
+            uri += letter;
+        }
+    }
+    return uri + "?immutable=1";
+}
+
+std::unique_ptr<SqlcipherEngine> openKeyed(const std::string& path, int flags, std::string_view password,
                                            std::chrono::milliseconds busyTimeout,
                                            std::function<DateTime()> clock) {
     if (password.empty())
         throw wrongPassword(); // with an empty key the engine would take the file for a plain one
-    auto engine = std::make_unique<SqlcipherEngine>(path, password, busyTimeout, std::move(clock));
+    auto engine = std::make_unique<SqlcipherEngine>((flags & SQLITE_OPEN_URI) != 0 ? pathToRead(path) : path,
+                                                    flags, password, busyTimeout, std::move(clock));
     if (engine->hasPlainHeader()) throw notADatabase(path, "şifrelenmemiş bir dosya");
     return engine;
 }
@@ -289,7 +339,9 @@ std::unique_ptr<Engine> openSqlcipher(const std::string& nativePath, std::string
                                       std::chrono::milliseconds busyTimeout,
                                       std::function<DateTime()> clock) {
     tightenRights(nativePath, inspectFile(nativePath));
-    auto engine = openKeyed(nativePath, password, busyTimeout, std::move(clock));
+    // Until the file has proved sound: the journal may be all that is left of the last payments.
+    const JournalKept kept(nativePath);
+    auto engine = openKeyed(nativePath, SQLITE_OPEN_READWRITE, password, busyTimeout, std::move(clock));
     if (engine->isReadOnly()) throw readOnlyFile(nativePath);
     prepareCipher(*engine);
     requireTables(*engine, nativePath);
@@ -300,8 +352,10 @@ std::unique_ptr<Engine> openSqlcipher(const std::string& nativePath, std::string
 std::unique_ptr<Engine> openSqlcipherToRead(const std::string& nativePath, std::string_view password,
                                             std::chrono::milliseconds busyTimeout) {
     static_cast<void>(inspectFile(nativePath));
-    auto engine = openKeyed(nativePath, password, busyTimeout, {});
+    auto kept = std::make_unique<JournalKept>(nativePath);
+    auto engine = openKeyed(nativePath, SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI, password, busyTimeout, {});
     prepareCipher(*engine);
+    engine->keepJournal(std::move(kept));
     engine->execute("PRAGMA query_only = ON");
     requireTables(*engine, nativePath);
     engine->execute("PRAGMA cache_size = -65536");
@@ -315,8 +369,8 @@ std::unique_ptr<Engine> createSqlcipher(const std::string& nativePath, std::stri
     const int file = ::open(nativePath.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
     if (file < 0) throw errno == EEXIST ? fileExists(nativePath) : unreachableFile(nativePath);
     ::close(file);
-    auto engine = std::make_unique<SqlcipherEngine>(nativePath, password, std::chrono::seconds(1),
-                                                    std::function<DateTime()>());
+    auto engine = std::make_unique<SqlcipherEngine>(nativePath, SQLITE_OPEN_READWRITE, password,
+                                                    std::chrono::seconds(1), std::function<DateTime()>());
     prepareCipher(*engine);
     configure(*engine);
     if (engine->hasPlainHeader()) throw std::logic_error("the engine wrote a file that is not encrypted");

@@ -136,6 +136,40 @@ TEST_F(Opening, NothingReadableStandsOnTheDisk) {
     EXPECT_NE(content.substr(0, 6), "SQLite");
 }
 
+// What a killed program leaves: the file, and beside it the journal with the last payment.
+TEST_F(Opening, AnOpeningThatFailsLeavesFileAndJournalAlone) {
+    create();
+    std::string journal;
+    {
+        const auto store = workspace();
+        const auto database = store->open(path, kPassword);
+        database->execute("INSERT INTO MUSTERI (HSTNO, AD) VALUES ('7', 'Ayşe')");
+        journal = contentOf(path + "-wal");
+    }
+    const std::string sound = contentOf(path);
+    const auto leave = [&](const std::string& content) {
+        std::ofstream(path, std::ios::binary) << content;
+        std::ofstream(path + "-wal", std::ios::binary) << journal;
+        fs::remove(path + "-shm");
+    };
+    std::string damaged = sound;
+    damaged[20] = static_cast<char>(damaged[20] ^ 1);
+    for (const auto& [content, password] : {std::pair{damaged, kPassword}, {sound, "baska"}}) {
+        leave(content);
+        EXPECT_NE(kindRaised([&] { static_cast<void>(workspace()->open(path, password)); }), std::nullopt);
+        EXPECT_NE(kindRaised([&] {
+                      static_cast<void>(openSqlcipherToRead(path, password, std::chrono::seconds(1)));
+                  }),
+                  std::nullopt);
+        EXPECT_EQ(contentOf(path), content);
+        EXPECT_EQ(contentOf(path + "-wal"), journal);
+    }
+    static_cast<void>(openSqlcipherToRead(path, kPassword, std::chrono::seconds(1)));
+    EXPECT_EQ(contentOf(path + "-wal"), journal) << "who only looks leaves the journal to the program";
+    static_cast<void>(workspace()->open(path, kPassword));
+    EXPECT_FALSE(fs::exists(path + "-wal")) << "the program takes it in";
+}
+
 TEST_F(Opening, ADamagedLaterPageIsToldWhereItIsRead) {
     create();
     {
