@@ -5,6 +5,7 @@
 #include <chrono>
 #include <deque>
 #include <map>
+#include <random>
 #include <set>
 
 #include <gtest/gtest.h>
@@ -70,11 +71,11 @@ sql "INSERT INTO TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('9001',3,'
 // The operator, who in a screen that opens over the first one does there what he does everywhere.
 class Operator : public FormHost {
 public:
-    Operator(const std::filesystem::path& drive, const std::string& text, std::ptrdiff_t turn)
+    Operator(const std::filesystem::path& drive, const std::string& text, unsigned turn)
         : stage(console::Setting{drive.string(), registerScreens, nullptr,
                                  [](const report::Document&, const std::string&) {}},
                 *this),
-          text_(text), turn_(turn) {
+          text_(text), order_(turn + 1) {
         play("clock \"22/11/2026 10:30:00\"\nstart\ntype Text1 \"7\"\ndblclick L3 0\n");
     }
 
@@ -161,7 +162,9 @@ private:
     // screen, so each text begins with another one.
     template <class Use> void each(Form& form, const Use& use) {
         std::vector<Control*> controls = form.controls();
-        std::rotate(controls.begin(), controls.begin() + turn_ % std::ssize(controls), controls.end());
+        std::ranges::shuffle(controls, order_);
+        std::stable_partition(controls.begin(), controls.end(),
+                              [](const Control* each) { return each->name() != "cmdCikis"; });
         const Forms::Hold hold(form.forms());
         for (Control* control : controls) {
             if (!canGoOn(form)) return;
@@ -196,8 +199,16 @@ private:
         }
     }
 
+    // What a button uses may have been emptied by the one before it, so all is typed anew: now and then, and
+    // always where the text would change what a statement means.
+    void typeAgain(Form& form) {
+        each(form, [&](Control& control) { user::put(control, text_); });
+    }
+
     void pressAll(Form& form) {
         each(form, [&](Control& control) {
+            if (text_.find(" OR ") != text_.npos || order_() % 3 == 0) typeAgain(form);
+            if (!canGoOn(form)) return;
             stage.dialogs.answers.assign({"yes", text_, "yes"});
             if (auto* menu = dynamic_cast<MenuItem*>(&control)) {
                 if (user::clickMenu(*menu)) ++pressed;
@@ -216,7 +227,7 @@ private:
     }
 
     const std::string& text_;
-    std::ptrdiff_t turn_;
+    std::minstd_rand order_; // the same in every run
     std::deque<std::string> lines_;
     std::string goal_; // the screen that the lines lead to; empty: it was reached
     int depth_ = 0;
@@ -283,7 +294,7 @@ TEST_P(Hostile, TypedTextDoesNoHarm) {
         std::filesystem::remove_all(drive.path());
         std::filesystem::copy(shop.path(), drive.path(), std::filesystem::copy_options::recursive);
         {
-            Operator hand(drive.path(), texts[i], static_cast<std::ptrdiff_t>(i));
+            Operator hand(drive.path(), texts[i], static_cast<unsigned>(i));
             hand.comeTo(way);
             typed += hand.typed;
             pressed += hand.pressed;

@@ -10,7 +10,8 @@ namespace veldona::faults {
 inline std::vector<std::string> hostileTexts() {
     using namespace std::string_literals;
     std::vector<std::string> texts = {
-        "'", "\"", "''", "x' OR '1'='1", "';DROP TABLE MUSTKAYIT;--", "5 OR 1=1", "0 OR 1", "5) OR (1=1",
+        "'", "\"", "''", "x' OR '1'='1", "';DROP TABLE MUSTKAYIT;--", "5 OR 1=1", "5 OR 5=5",
+        "5 OR ISLEMNO>0", "5 OR TRUE", "7 OR ''=''", "0 OR 1", "5) OR (1=1",
         "7'; DELETE FROM TAKSITODENEN WHERE '1'='1", "|", "*", "%", "_", "#", "##", "#1/1/2026#", "[", "]",
         "[AD]", "(((", ")", "?", "\\", "&", "--", "/*", ";", "..\\..\\..\\x", "/x/y", "NULL", "{AD} %p",
         "<b>&amp;\"'</b>", "=1+1", "1|2|3", "a\nb\r\nc\td", "\x01\x02\x1b[31m\x7f", "a\0b"s,
