@@ -30,8 +30,8 @@ public:
     void pay(const SaleKey& key);
     // The sale's schedule, and its last row written as it stands, on the disk when this returns.
     void correct(const SaleKey& key);
-    // The sale's payments, and the first one written as it stands, on the disk when this returns; then what the main
-    // screen shows anew as it comes to the front: the customer's sales and what is overdue.
+    // The sale's payments, and the first one written as it stands, on the disk when this returns; then what
+    // the main screen shows anew as it comes to the front: the customer's sales and what is overdue.
     void correctPayment(const SaleKey& key);
     // A header, a line and twelve schedule rows in one transaction, on the disk when this returns.
     void save(const SaleKey& key);
