@@ -26,6 +26,9 @@ public:
     void put(int row, int column, Value value) { rows_.put(row, column, std::move(value)); }
 
 private:
+    // False where rows that were read before are gone, or may be.
+    bool appendNewKeys();
+
     std::shared_ptr<Database> database_; // before the query, whose statement must go first
     Query query_;
     RowSet rows_;

@@ -36,6 +36,13 @@ struct Planner {
         const auto& items = select->arms.front().items;
         for (std::size_t i = 0; i < items.size(); ++i)
             plan.columns.push_back({items[i].name, columnType(*select, i)});
+        plan.listsKeys = listsKeys();
+    }
+
+    bool listsKeys() const {
+        return plan.baseTables.size() == 1 && plan.columns.size() == 1 &&
+               plan.columns.front().type == ColumnType::Counter &&
+               plan.sql == "SELECT \"ID\" FROM \"" + plan.baseTables.front() + "\" ORDER BY \"ID\"";
     }
 
     void operator()(const sql::Insert& insert) const {

@@ -63,6 +63,7 @@ struct Plan {
     std::string table;                   // written by Insert, Update, Delete
     std::vector<std::string> baseTables; // read by Select
     std::vector<ResultColumn> columns;   // of Select and Identity
+    bool listsKeys = false; // a Select of nothing but the keys of one table, all of them, in order
 };
 
 // `narrowing`: columns that a Select is further limited by, each with "= parameter", joined by And.

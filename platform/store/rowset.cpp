@@ -89,6 +89,12 @@ void RowSet::remove(int row) {
     --rows_;
 }
 
+void RowSet::append(const RowSet& rows) {
+    keys_ = {};
+    cells_.insert(cells_.end(), rows.cells_.begin(), rows.cells_.end());
+    rows_ += rows.rows_;
+}
+
 void RowSet::reverseRows() {
     keys_ = {};
     for (int low = 0, high = rows_ - 1; low < high; ++low, --high) {

@@ -25,6 +25,7 @@ public:
         keys_ = {};
     }
     void remove(int row);
+    void append(const RowSet& rows); // of the same columns
     void reverseRows();
     // The first row that holds this whole number in `column`, the row count where none does; nothing where
     // the rows must be walked: at the first search of an answer, and where the column holds other values too.

@@ -13,6 +13,8 @@
 namespace veldona::store {
 namespace {
 
+constexpr std::chrono::milliseconds kSeenFor{50};
+
 // The file itself, whatever path leads to it.
 using FileIdentity = std::pair<dev_t, ino_t>;
 
@@ -28,8 +30,14 @@ struct Workspace::State {
     WorkspaceConfig config;
     std::map<FileIdentity, std::weak_ptr<Database>> open;
     // Resolving a path walks through its folders. One under which a file stands open is taken as it was
-    // found, as long as that file still lies there.
-    std::map<std::string, std::string, std::less<>> nativeOfOpen;
+    // found, as long as that file still lies there; a key of the operator's, which opens the books several
+    // times, looks for that once.
+    struct Resolved {
+        std::string native;
+        std::weak_ptr<Database> database;
+        std::chrono::steady_clock::time_point seen;
+    };
+    std::map<std::string, Resolved, std::less<>> resolved;
     std::shared_ptr<WriteFaults> faults = std::make_shared<WriteFaults>();
 
     [[nodiscard]] std::shared_ptr<Database> findOpen(const std::optional<FileIdentity>& file) const {
@@ -37,9 +45,16 @@ struct Workspace::State {
         const auto found = open.find(*file);
         return found == open.end() ? nullptr : found->second.lock();
     }
-    [[nodiscard]] std::shared_ptr<Database> findOpen(std::string_view path) const {
-        const auto native = nativeOfOpen.find(path);
-        return native == nativeOfOpen.end() ? nullptr : findOpen(identify(native->second));
+    [[nodiscard]] std::shared_ptr<Database> findOpen(std::string_view path) {
+        const auto known = resolved.find(path);
+        if (known == resolved.end()) return nullptr;
+        Resolved& file = known->second;
+        const auto now = std::chrono::steady_clock::now();
+        if (now - file.seen > kSeenFor) {
+            file.database = findOpen(identify(file.native));
+            file.seen = now;
+        }
+        return file.database.lock();
     }
     [[nodiscard]] std::shared_ptr<Database> openAnew(const std::string& native, std::string_view password,
                                                      std::chrono::seconds timeout) {
@@ -64,7 +79,8 @@ std::shared_ptr<Database> Workspace::open(std::string_view path, std::string_vie
         const std::string native = state_->config.toNativePath(path);
         database = state_->findOpen(identify(native));
         if (database == nullptr) return state_->openAnew(native, password, timeout);
-        state_->nativeOfOpen.insert_or_assign(std::string(path), native);
+        state_->resolved.insert_or_assign(
+            std::string(path), State::Resolved{native, database, std::chrono::steady_clock::now()});
     }
     if (!password.empty() && !database->isOpenedWith(password))
         throw StoreError(

@@ -141,6 +141,35 @@ TEST_F(Shared, RequeryReadsOnlyWhenATableBelowWasWritten) {
     EXPECT_EQ(table.value("AD"), Value("Fatma"));
 }
 
+TEST_F(Shared, AListOfKeysTakesInTheNewOnesAlone) {
+    for (int i = 1; i <= 20; ++i)
+        connection.execute("INSERT INTO ODEME (MUSTNO, TUTAR) VALUES ('1', " + std::to_string(i) + ")");
+    adodb::Recordset keys;
+    keys.open("SELECT ID FROM ODEME", connection);
+    const auto readAnew = [&] {
+        const auto before = database()->rowsRead();
+        keys.requery();
+        const auto read = database()->rowsRead() - before;
+        EXPECT_EQ(std::to_string(keys.recordCount()), rows("SELECT COUNT(*) FROM ODEME"));
+        return read;
+    };
+    connection.execute("INSERT INTO ODEME (MUSTNO) VALUES ('1')");
+    EXPECT_LT(readAnew(), 5U);
+    keys.moveLast();
+    EXPECT_EQ(keys.value(0), Value(21));
+    connection.execute("DELETE FROM ODEME WHERE ID = 3");
+    connection.execute("INSERT INTO ODEME (MUSTNO) VALUES ('1')");
+    EXPECT_GT(readAnew(), 20U) << "a row went: nothing known is trusted";
+    keys.find("ID = 3");
+    EXPECT_TRUE(keys.eof());
+    const auto other = workspace();
+    other->open(path, kPassword)->execute("DELETE FROM ODEME WHERE ID > 10");
+    static_cast<void>(readAnew());
+    other->open(path, kPassword)->execute("DELETE FROM ODEME");
+    static_cast<void>(readAnew());
+    EXPECT_TRUE(keys.eof());
+}
+
 TEST_F(Shared, TheClockIsAskedAtEachRequery) {
     WorkspaceConfig config;
     DateTime now = DateTime::of(2026, 11, 22, 10, 30);
