@@ -89,4 +89,9 @@ void Headless::expectSaid(const std::string& expected) {
     dialogs_.said.clear();
 }
 
+void Headless::expectBlankBoxes() {
+    std::erase_if(dialogs_.said, [](const auto& box) { return box.text.empty(); });
+    expectSaid("");
+}
+
 } // namespace veldona::bench
