@@ -28,12 +28,6 @@ std::string refusal(FrmMainVeldona& f) {
     return {};
 }
 
-// A cash box that is none goes out as the word NULL, which the column refuses: it stays empty.
-Value kasaDegeri(const FrmMainVeldona& f) {
-    const std::string& kasa = f.txtKasaID.text();
-    return val(kasa) > 0 ? Value(kasa) : Value("NULL");
-}
-
 void writeRow(FrmMainVeldona& f) {
     Err passedOver;
     dao::Recordset& rs = *f.rsOdenen2;
@@ -44,7 +38,11 @@ void writeRow(FrmMainVeldona& f) {
         [&] { rs.set("ODMIKTAR", ParaOku(f.session, f.mskOdenenPara.text(), {}, ParaKipi::Deger)); },
         [&] { rs.set("ISLEMNO", f.Text5.text()); },
         [&] { rs.set("KONTROL_KIM", trim(f.session.gKullanici)); }, [&] { rs.set("KONTROL_NE_ZAMAN", now); },
-        [&] { rs.set("KASA_ID", kasaDegeri(f)); }, [&] { rs.update(); });
+        // No cash box is no number, and the column takes nothing else: it stays empty.
+        [&] {
+            if (val(f.txtKasaID.text()) > 0) rs.set("KASA_ID", f.txtKasaID.text());
+        },
+        [&] { rs.update(); });
 }
 
 } // namespace
