@@ -8,14 +8,17 @@ bool Answer::renew() {
     const std::uint64_t stamp = isAsked_ ? database_->stampWithWritesOfOthers(plan().baseTables)
                                          : database_->stamp(plan().baseTables);
     if (isAsked_ && query_.prepared->isRepeatable && stamp == stamp_) return false;
-    if (!isAsked_ || !query_.plan().listsKeys || !appendNewKeys()) database_->read(query_, rows_);
+    if (!isAsked_ || mayBeUndone_ || !query_.plan().listsKeys || !appendNewKeys())
+        database_->read(query_, rows_);
     stamp_ = stamp;
     isAsked_ = true;
+    mayBeUndone_ = database_->inTransaction();
     return true;
 }
 
-// Keys only grow, and none comes back: where the table holds as many rows as the known ones and those behind
-// the last of them make, the known ones still stand.
+// Keys only grow, and none comes back (but by a rollback; no statement of the programs names one): where the
+// table holds as many rows as the known ones and those behind the last of them make, the known ones still
+// stand.
 bool Answer::appendNewKeys() {
     if (rows_.rowCount() == 0) return false;
     const std::string table = " FROM [" + plan().baseTables.front() + "]";

@@ -34,6 +34,7 @@ private:
     RowSet rows_;
     std::uint64_t stamp_ = 0;
     bool isAsked_ = false;
+    bool mayBeUndone_ = false; // read inside a transaction: its end may bring rows back, and keys to new rows
 };
 
 } // namespace veldona::store

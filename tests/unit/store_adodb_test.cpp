@@ -170,6 +170,34 @@ TEST_F(Shared, AListOfKeysTakesInTheNewOnesAlone) {
     EXPECT_TRUE(keys.eof());
 }
 
+TEST_F(Shared, AListOfKeysReadInATransactionIsNotTrustedBehindIt) {
+    for (int i = 1; i <= 4; ++i)
+        connection.execute("INSERT INTO ODEME (MUSTNO) VALUES ('1')");
+    adodb::Recordset keys;
+    keys.open("SELECT ID FROM ODEME", connection);
+    const auto shown = [&] {
+        keys.requery();
+        std::string all;
+        for (; !keys.eof(); keys.moveNext())
+            all += toText(keys.value(0)) + " ";
+        return all;
+    };
+    connection.beginTrans();
+    connection.execute("DELETE FROM ODEME WHERE ID = 2");
+    EXPECT_EQ(shown(), "1 3 4 ");
+    connection.rollbackTrans();
+    connection.execute("DELETE FROM ODEME WHERE ID = 3");
+    EXPECT_EQ(shown(), "1 2 4 ") << "as many rows as before, and others";
+    connection.beginTrans();
+    for (int i = 0; i < 2; ++i)
+        connection.execute("INSERT INTO ODEME (MUSTNO) VALUES ('1')");
+    connection.execute("DELETE FROM ODEME WHERE ID = 5");
+    EXPECT_EQ(shown(), "1 2 4 6 ");
+    connection.rollbackTrans();
+    connection.execute("INSERT INTO ODEME (MUSTNO) VALUES ('1')");
+    EXPECT_EQ(shown(), "1 2 4 5 ");
+}
+
 TEST_F(Shared, TheClockIsAskedAtEachRequery) {
     WorkspaceConfig config;
     DateTime now = DateTime::of(2026, 11, 22, 10, 30);
