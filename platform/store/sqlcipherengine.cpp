@@ -299,10 +299,14 @@ void tightenRights(const std::string& path, const struct stat& status) {
 }
 
 // The engine needs an index beside the file to read it, and in a folder that this user may not write to it
-// can make none. A file without a journal that nobody can change from here needs none.
-std::string pathToRead(const std::string& path) {
+// can make none.
+bool canHaveIndex(const std::string& path) {
     const std::string folder = std::filesystem::path(path).parent_path().string();
-    if (hasJournal(path) || access(folder.empty() ? "." : folder.c_str(), W_OK) == 0) return path;
+    return access(folder.empty() ? "." : folder.c_str(), W_OK) == 0;
+}
+
+// A file without a journal that nobody changes needs no index.
+std::string pathOfUnchanging(const std::string& path) {
     std::string uri = "file:";
     for (const char letter : path) {
         if (letter == '%' || letter == '?' || letter == '#') {
@@ -321,8 +325,9 @@ std::unique_ptr<SqlcipherEngine> openKeyed(const std::string& path, int flags, s
                                            std::function<DateTime()> clock) {
     if (password.empty())
         throw wrongPassword(); // with an empty key the engine would take the file for a plain one
-    auto engine = std::make_unique<SqlcipherEngine>((flags & SQLITE_OPEN_URI) != 0 ? pathToRead(path) : path,
-                                                    flags, password, busyTimeout, std::move(clock));
+    auto engine =
+        std::make_unique<SqlcipherEngine>((flags & SQLITE_OPEN_URI) != 0 ? pathOfUnchanging(path) : path,
+                                          flags, password, busyTimeout, std::move(clock));
     if (engine->hasPlainHeader()) throw notADatabase(path, "şifrelenmemiş bir dosya");
     return engine;
 }
@@ -331,6 +336,19 @@ std::unique_ptr<SqlcipherEngine> openKeyed(const std::string& path, int flags, s
 void requireTables(SqlcipherEngine& engine, const std::string& path) {
     if (answerOf(engine, "SELECT count(*) FROM sqlite_master") == "0")
         throw notADatabase(path, "içinde hiç tablo yok");
+}
+
+std::unique_ptr<Engine> openToRead(const std::string& path, int flags, std::string_view password,
+                                   std::chrono::milliseconds busyTimeout) {
+    auto kept = std::make_unique<JournalKept>(path);
+    auto engine = openKeyed(path, flags, password, busyTimeout, {});
+    prepareCipher(*engine);
+    engine->keepJournal(std::move(kept));
+    engine->execute("PRAGMA query_only = ON");
+    requireTables(*engine, path);
+    engine->execute("PRAGMA cache_size = -65536");
+    engine->execute("PRAGMA temp_store = MEMORY");
+    return engine;
 }
 
 } // namespace
@@ -352,15 +370,19 @@ std::unique_ptr<Engine> openSqlcipher(const std::string& nativePath, std::string
 std::unique_ptr<Engine> openSqlcipherToRead(const std::string& nativePath, std::string_view password,
                                             std::chrono::milliseconds busyTimeout) {
     static_cast<void>(inspectFile(nativePath));
-    auto kept = std::make_unique<JournalKept>(nativePath);
-    auto engine = openKeyed(nativePath, SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI, password, busyTimeout, {});
-    prepareCipher(*engine);
-    engine->keepJournal(std::move(kept));
-    engine->execute("PRAGMA query_only = ON");
-    requireTables(*engine, nativePath);
-    engine->execute("PRAGMA cache_size = -65536");
-    engine->execute("PRAGMA temp_store = MEMORY");
-    return engine;
+    if (hasJournal(nativePath) || canHaveIndex(nativePath))
+        return openToRead(nativePath, SQLITE_OPEN_READWRITE, password, busyTimeout);
+    constexpr int kUnchanging = SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI;
+    if (access((nativePath + "-shm").c_str(), F_OK) != 0)
+        return openToRead(nativePath, kUnchanging, password, busyTimeout);
+    // The index is that of a till at work, which may write its first row in the next moment, or of one that
+    // was killed: nobody keeps that up any more, and the engine cannot read by it.
+    try {
+        return openToRead(nativePath, SQLITE_OPEN_READWRITE, password, busyTimeout);
+    } catch (const StoreError& failure) {
+        if (failure.kind() != StoreError::Kind::InputOutput) throw;
+    }
+    return openToRead(nativePath, kUnchanging, password, busyTimeout);
 }
 
 std::unique_ptr<Engine> createSqlcipher(const std::string& nativePath, std::string_view password) {

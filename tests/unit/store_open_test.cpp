@@ -1,8 +1,11 @@
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <fstream>
+#include <functional>
 #include <iterator>
 
 #include "platform/store/sqlcipherengine.h"
@@ -168,6 +171,69 @@ TEST_F(Opening, AnOpeningThatFailsLeavesFileAndJournalAlone) {
     EXPECT_EQ(contentOf(path + "-wal"), journal) << "who only looks leaves the journal to the program";
     static_cast<void>(workspace()->open(path, kPassword));
     EXPECT_FALSE(fs::exists(path + "-wal")) << "the program takes it in";
+}
+
+// A process that may read the file and not write beside it. Its exit tells the rows that it counts, once it
+// has opened the file and `written` has run here.
+int rowsSeenByAReader(const std::string& folder, const std::string& path,
+                      const std::function<void()>& written) {
+    for (const char* suffix : {"", "-wal", "-shm"})
+        static_cast<void>(chmod((path + suffix).c_str(), 0644));
+    chmod(folder.c_str(), 0555);
+    std::array<int, 2> opened{}, goOn{};
+    if (pipe(opened.data()) != 0 || pipe(goOn.data()) != 0) return -1;
+    char sign = 0;
+    const pid_t child = fork();
+    if (child == 0) {
+        int rows = 99;
+        try {
+            constexpr uid_t kNobody = 65534;
+            if (geteuid() != 0 || setuid(kNobody) == 0) {
+                const auto engine = openSqlcipherToRead(path, kPassword, std::chrono::seconds(1));
+                if (write(opened[1], &sign, 1) == 1 && read(goOn[0], &sign, 1) == 1) {
+                    const auto count = engine->prepare("SELECT count(*) FROM MUSTERI");
+                    if (count->step()) rows = static_cast<int>(count->whole(0));
+                }
+            }
+        } catch (const StoreError&) {
+        }
+        _exit(rows);
+    }
+    close(opened[1]);
+    int status = -1;
+    if (read(opened[0], &sign, 1) == 1) written();
+    if (write(goOn[1], &sign, 1) != 1) status = -1;
+    waitpid(child, &status, 0);
+    for (const int end : {opened[0], goOn[0], goOn[1]})
+        close(end);
+    chmod(folder.c_str(), 0755);
+    return WEXITSTATUS(status);
+}
+
+TEST_F(Opening, WhoMayNotWriteBesideTheFileReadsItAndWhatATillWritesMeanwhile) {
+    path = folder + "/defter %41 #1?.mdb";
+    create();
+    EXPECT_EQ(rowsSeenByAReader(folder, path, [] {}), 0);
+    const auto till = workspace();
+    const auto database = till->open(path, kPassword);
+    ASSERT_EQ(fs::file_size(path + "-wal"), 0U);
+    EXPECT_EQ(
+        rowsSeenByAReader(folder, path,
+                          [&] { database->execute("INSERT INTO MUSTERI (HSTNO, AD) VALUES ('7', 'Ayşe')"); }),
+        1);
+}
+
+TEST_F(Opening, WhoMayNotWriteBesideTheFileReadsItBehindATillThatWasKilled) {
+    create();
+    const pid_t till = fork();
+    if (till == 0) {
+        const auto store = workspace();
+        const auto database = store->open(path, kPassword);
+        _exit(0);
+    }
+    waitpid(till, nullptr, 0);
+    ASSERT_TRUE(fs::exists(path + "-shm"));
+    EXPECT_EQ(rowsSeenByAReader(folder, path, [] {}), 0);
 }
 
 TEST_F(Opening, ADamagedLaterPageIsToldWhereItIsRead) {
