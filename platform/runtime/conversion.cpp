@@ -126,7 +126,7 @@ std::string textOf(const Decimal& number) {
 std::string textOf(double number) {
     if (number == std::trunc(number) && std::fabs(number) < 1e15)
         return textOf(static_cast<std::int64_t>(number));
-    return textOf(Decimal::ofDouble15(number));
+    return textOf(Decimal::ofDouble(number));
 }
 
 std::string textOf(Currency money) {
@@ -264,6 +264,8 @@ double val(const Value& value) {
 
 double roundHalfEven(double value, int decimals) {
     if (decimals < 0) raise(ErrorNumber::InvalidCall);
+    if (std::isfinite(value) && value == std::trunc(value))
+        return value; // also beyond the digits that are read
     Decimal rounded = Decimal::ofDouble(value);
     rounded.round(decimals, Ties::ToEven);
     return orOverflow(rounded.toDouble());

@@ -51,7 +51,7 @@ namespace veldona {
 // val of the joined text: a number goes through its shown text first, so 2,5 is 2. Null is 0.
 [[nodiscard]] double val(const Value& value);
 
-// Half to even, on the decimal value: round(2.5) is 2, round(0.125, 2) is 0.12.
+// Half to even, on the decimal value (15 significant digits): round(2.5) is 2, round(0.125, 2) is 0.12.
 [[nodiscard]] double roundHalfEven(double value, int decimals = 0);
 
 // Error 11 where the divisor is 0, error 6 where the quotient has no room in a double.

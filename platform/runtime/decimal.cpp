@@ -72,18 +72,17 @@ Decimal Decimal::ofScientific(const char* first, const char* last) {
 
 Decimal Decimal::ofDouble(double value) {
     if (!std::isfinite(value)) raise(ErrorNumber::Overflow);
+    constexpr int significant = 15;
     std::array<char, 40> text;
-    const auto end =
-        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::scientific);
-    return ofScientific(text.data(), end.ptr);
-}
-
-Decimal Decimal::ofDouble15(double value) {
-    if (!std::isfinite(value)) raise(ErrorNumber::Overflow);
-    std::array<char, 40> text;
-    const auto end =
-        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::scientific, 14);
-    return ofScientific(text.data(), end.ptr);
+    char* const end = text.data() + text.size();
+    // The shortest digits that read back as this double are quicker to find, and where they are no more than
+    // 15 they are the same.
+    const Decimal shortest =
+        ofScientific(text.data(), std::to_chars(text.data(), end, value, std::chars_format::scientific).ptr);
+    if (shortest.count_ <= significant) return shortest;
+    return ofScientific(
+        text.data(),
+        std::to_chars(text.data(), end, value, std::chars_format::scientific, significant - 1).ptr);
 }
 
 Decimal Decimal::ofScaled(std::int64_t count, int decimals) {

@@ -17,10 +17,9 @@ enum class Ties { ToEven, AwayFromZero };
 
 class Decimal {
 public:
-    // The shortest digits that read back as this double; error 6 for what is no finite number.
+    // The 15 significant digits of this double, which are all that it holds for certain: 101,10 / 12 is
+    // 8,425, whatever its last bits say. Error 6 for what is no finite number.
     [[nodiscard]] static Decimal ofDouble(double value);
-    // The same, rounded to 15 significant digits.
-    [[nodiscard]] static Decimal ofDouble15(double value);
     // count / 10^decimals.
     [[nodiscard]] static Decimal ofScaled(std::int64_t count, int decimals);
     // Text by the rule of toCurrency; nothing where it does not read. The exponent that toText writes
