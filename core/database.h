@@ -25,8 +25,8 @@ void KayitSetiKapat(KayitSeti& rs);
 // The same inside a guard: a failure is shown in a plain box, its text left in `hata`, and false returned.
 bool KayitSetiAcKontrollu(Session& session, KayitSeti& rs, std::string_view sql, std::string& hata);
 
-// The one transaction of the shared connection. True where it went through; a failure is shown in a plain
-// box.
+// The one transaction of the shared connection. True where it went through; a failure is told in a plain
+// box. What was to be told inside it is told behind its end.
 bool IslemBaslat(Session& session);
 bool IslemOnayla(Session& session);
 bool IslemGeriAl(Session& session); // also true where nothing is open

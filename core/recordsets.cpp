@@ -11,12 +11,12 @@ namespace {
 constexpr int kStaticCursor = 3;
 constexpr int kOptimisticLock = 3;
 
-// True where `step` went through; what it raised is shown in a plain box.
+// True where `step` went through; what it raised is told in a plain box.
 template <class Step> bool shown(Session& session, std::string& hata, Step&& step) {
     Err err;
     if (attempt(err, step)) return true;
     hata = err.description;
-    session.desktop.dialogs.tell(err.description, Icon::None);
+    tell(session, {.text = err.description});
     return false;
 }
 
@@ -51,13 +51,17 @@ bool IslemBaslat(Session& session) {
 
 bool IslemOnayla(Session& session) {
     std::string hata;
-    return shown(session, hata, [&] { session.gBaglanti->commitTrans(); });
+    if (!shown(session, hata, [&] { session.gBaglanti->commitTrans(); })) return false;
+    tellHeld(session);
+    return true;
 }
 
 bool IslemGeriAl(Session& session) {
-    if (!session.gBaglanti->inTransaction()) return true;
     std::string hata;
-    return shown(session, hata, [&] { session.gBaglanti->rollbackTrans(); });
+    const bool undone = !session.gBaglanti->inTransaction() ||
+                        shown(session, hata, [&] { session.gBaglanti->rollbackTrans(); });
+    tellHeld(session);
+    return undone;
 }
 
 std::string ImlecAl(const adodb::Recordset& rs) {

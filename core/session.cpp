@@ -1,5 +1,7 @@
 #include "core/session.h"
 
+#include <utility>
+
 #include "core/database.h"
 #include "platform/runtime/conversion.h"
 #include "platform/store/daoerror.h"
@@ -18,6 +20,10 @@ void isaretDosyasiYaz(Session& session, const std::string& name, const std::stri
     Err ignored;
     attempt(ignored, [&] { deleteFile(path); });
     writeTextFile(path, content);
+}
+
+bool inTransaction(const Session& session) {
+    return session.gBaglanti && session.gBaglanti->isOpen() && session.gBaglanti->inTransaction();
 }
 
 } // namespace
@@ -88,11 +94,24 @@ bool basla(Session& session) {
     }
 }
 
+void tell(Session& session, Message message) {
+    if (inTransaction(session))
+        session.heldBoxes.push_back(std::move(message));
+    else
+        session.desktop.dialogs.show(message);
+}
+
+void tellHeld(Session& session) {
+    for (const Message& message : std::exchange(session.heldBoxes, {}))
+        session.desktop.dialogs.show(message);
+}
+
 void yakalanmayanHata(Session& session, const RuntimeError& error) {
-    if (session.gBaglanti && session.gBaglanti->isOpen() && session.gBaglanti->inTransaction()) {
+    if (inTransaction(session)) {
         Err ignored; // the surface below tells of the error that matters
         attempt(ignored, [&] { session.gBaglanti->rollbackTrans(); });
     }
+    tellHeld(session);
     session.desktop.dialogs.runtimeError(error);
 }
 

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "core/formkayit.h"
 #include "platform/controls/forms.h"
@@ -45,6 +46,8 @@ struct Session {
     std::int32_t gKusuratModu = 0;
     FormKayit gFormKayit;
 
+    std::vector<Message> heldBoxes; // to be told behind the end of the open transaction
+
     report::ReportDesk* reportDesk = nullptr; // set before the start where there is anybody to show reports
     std::optional<report::Document> rapor;    // what the viewer shows, as long as it is loaded
 
@@ -63,6 +66,11 @@ void IlkEkranSec(Session& session);
 // The entry procedure: all of the above, and the last handler for what comes later. False where the start
 // failed; the error surface has said why, no screen is open, and the process should end with a non-zero code.
 [[nodiscard]] bool basla(Session& session);
+
+// Shows a box; inside a transaction of the shared connection it is kept until behind the end of that one. A
+// box stands until somebody answers it, and the saves of the other tills would wait as long.
+void tell(Session& session, Message message);
+void tellHeld(Session& session); // for whoever ends the transaction
 
 // Rolls back what an uncaught error left open on the shared connection and shows the error's surface.
 void yakalanmayanHata(Session& session, const RuntimeError& error);

@@ -196,7 +196,7 @@ bool KayitYaz(Session& session, KayitYapisi& rec) {
     if (yazildi) return true;
     const std::string metin =
         err.number == 0 ? hata + "\nSQL: " + sql : std::to_string(err.number) + err.description;
-    session.desktop.dialogs.show({metin, kHataBasligi, Icon::Exclamation, Buttons::Ok});
+    tell(session, {metin, kHataBasligi, Icon::Exclamation, Buttons::Ok});
     return false;
 }
 
@@ -218,11 +218,11 @@ bool SqlCalistir(Session& session, adodb::Connection& baglanti, const std::strin
     Err err;
     if (attempt(err, [&] { baglanti.execute(sql); })) return true;
     if (const std::string metin = relationMessage(baglanti, err); !metin.empty()) {
-        session.desktop.dialogs.show({metin, "İlişkili Kayıt Hatası", Icon::Exclamation, Buttons::Ok});
+        tell(session, {metin, "İlişkili Kayıt Hatası", Icon::Exclamation, Buttons::Ok});
         return false;
     }
-    session.desktop.dialogs.show({std::to_string(err.number) + " " + err.description,
-                                  baslik.empty() ? kProgramTitle : baslik, Icon::None, Buttons::Ok});
+    tell(session, {std::to_string(err.number) + " " + err.description,
+                   baslik.empty() ? kProgramTitle : baslik, Icon::None, Buttons::Ok});
     return false;
 }
 

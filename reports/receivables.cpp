@@ -93,6 +93,7 @@ template <class Yazma> void birlikteYaz(Session& session, const Yazma& yazma) {
     Err err;
     attempt(err, yazma);
     session.gBaglanti->commitTrans();
+    tellHeld(session);
     if (err.number != 0) throw RuntimeError(err.number, err.description);
 }
 

@@ -20,6 +20,12 @@ Runner::Runner(Script& script, Setting setting, Tally& tally)
     stage_.dialogs.onUnanswered = [this](const std::string& question) {
         fail(script_.place(), "no answer was queued for the question \"" + question + "\"");
     };
+    // It would hold up every other till as long as it stands.
+    stage_.dialogs.onShown = [this](const std::string& text) {
+        const auto& books = stage_.process().session().gBaglanti;
+        if (books && books->isOpen() && books->inTransaction())
+            fail(script_.place(), "a box stands inside an open transaction: \"" + text + "\"");
+    };
 }
 
 void Runner::run() {

@@ -5,6 +5,7 @@
 namespace veldona::console {
 
 Answer AskedDialogs::show(const Message& message) {
+    if (onShown) onShown(message.text);
     const int before = unanswered;
     const Answer answer = RecordingDialogs::show(message);
     tellUnanswered(before, message.text);
@@ -12,10 +13,16 @@ Answer AskedDialogs::show(const Message& message) {
 }
 
 std::optional<std::string> AskedDialogs::input(const std::string& prompt, const std::string& title) {
+    if (onShown) onShown(prompt);
     const int before = unanswered;
     auto text = RecordingDialogs::input(prompt, title);
     tellUnanswered(before, prompt);
     return text;
+}
+
+void AskedDialogs::runtimeError(const RuntimeError& error) {
+    if (onShown) onShown(error.description());
+    RecordingDialogs::runtimeError(error);
 }
 
 void AskedDialogs::tellUnanswered(int before, const std::string& question) const {

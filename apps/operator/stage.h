@@ -28,8 +28,10 @@ class Shortfall : public std::runtime_error {
 class AskedDialogs : public RecordingDialogs {
 public:
     std::function<void(const std::string& question)> onUnanswered;
+    std::function<void(const std::string& text)> onShown; // before anything is kept of it
     Answer show(const Message& message) override;
     std::optional<std::string> input(const std::string& prompt, const std::string& title) override;
+    void runtimeError(const RuntimeError& error) override;
 
 private:
     void tellUnanswered(int before, const std::string& question) const;
