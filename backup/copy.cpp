@@ -11,8 +11,8 @@
 
 #include "backup/refusal.h"
 #include "core/session.h"
-#include "platform/store/draft.h"
-#include "platform/store/sqlcipherengine.h"
+#include "platform/store/engine/draft.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace veldona::backup {
 namespace {

@@ -5,7 +5,7 @@
 #include <map>
 #include <string>
 
-#include "platform/store/engine.h"
+#include "platform/store/engine/engine.h"
 
 namespace veldona::backup {
 

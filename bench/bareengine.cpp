@@ -1,6 +1,6 @@
 #include "bench/bareengine.h"
 
-#include "platform/store/dialect.h"
+#include "platform/store/dialect/literal.h"
 
 namespace veldona::bench {
 

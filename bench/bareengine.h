@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/runtime/datetime.h"
-#include "platform/store/engine.h"
+#include "platform/store/engine/engine.h"
 
 namespace veldona::bench {
 

@@ -15,7 +15,7 @@
 #include "bench/overshops.h"
 #include "bench/shopcopy.h"
 #include "platform/controls/userinput.h"
-#include "platform/store/database.h"
+#include "platform/store/faces/database.h"
 
 namespace veldona::bench {
 namespace {

@@ -20,7 +20,7 @@
 #include "platform/report/compose.h"
 #include "platform/report/delivered.h"
 #include "platform/report/desk.h"
-#include "platform/store/database.h"
+#include "platform/store/faces/database.h"
 
 namespace veldona::bench {
 namespace {

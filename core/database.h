@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "core/session.h"
-#include "platform/store/adodb.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "platform/controls/lists.h"
-#include "platform/store/adodb.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

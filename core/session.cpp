@@ -4,7 +4,7 @@
 
 #include "core/database.h"
 #include "platform/runtime/conversion.h"
-#include "platform/store/daoerror.h"
+#include "platform/store/faces/daoerror.h"
 
 namespace veldona {
 

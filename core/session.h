@@ -14,9 +14,9 @@
 #include "platform/controls/forms.h"
 #include "platform/desktop/desktop.h"
 #include "platform/report/desk.h"
-#include "platform/store/adodb.h"
-#include "platform/store/dao.h"
-#include "platform/store/workspace.h"
+#include "platform/store/faces/adodb.h"
+#include "platform/store/faces/dao.h"
+#include "platform/store/faces/workspace.h"
 
 namespace veldona {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/runtime/datetime.h"
-#include "platform/store/adodb.h"
+#include "platform/store/faces/adodb.h"
 #include "reports/receivablesscreen.h"
 
 namespace veldona {

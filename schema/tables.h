@@ -7,7 +7,7 @@
 
 #include <vector>
 
-#include "platform/store/definition.h"
+#include "platform/store/dialect/definition.h"
 
 namespace veldona::schema {
 

@@ -10,9 +10,9 @@
 
 #include "apps/aktar/jettext.h"
 #include "platform/runtime/conversion.h"
-#include "platform/store/dialect.h"
-#include "platform/store/names.h"
-#include "platform/store/storeerror.h"
+#include "platform/store/dialect/literal.h"
+#include "platform/store/dialect/names.h"
+#include "platform/store/dialect/storeerror.h"
 #include "schema/tables.h"
 
 namespace veldona::aktar {

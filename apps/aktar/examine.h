@@ -10,7 +10,7 @@
 
 #include "apps/aktar/jetfile.h"
 #include "apps/aktar/report.h"
-#include "platform/store/definition.h"
+#include "platform/store/dialect/definition.h"
 
 namespace veldona::aktar {
 

@@ -10,7 +10,7 @@
 
 #include "apps/aktar/jettext.h"
 #include "apps/aktar/jetvalue.h"
-#include "platform/store/names.h"
+#include "platform/store/dialect/names.h"
 
 namespace veldona::aktar {
 namespace {

@@ -22,7 +22,7 @@
 #include "core/session.h"
 #include "platform/desktop/ownfiles.h"
 #include "platform/desktop/paths.h"
-#include "platform/store/sqlcipherengine.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace {
 

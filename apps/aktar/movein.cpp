@@ -5,7 +5,7 @@
 #include "apps/hazirla/delivered.h"
 #include "apps/hazirla/firstbooks.h"
 #include "core/session.h"
-#include "platform/store/bulkload.h"
+#include "platform/store/engine/bulkload.h"
 #include "schema/tables.h"
 
 namespace veldona::aktar {

@@ -12,7 +12,7 @@
 #include "apps/hazirla/delivered.h"
 #include "core/session.h"
 #include "platform/runtime/text.h"
-#include "platform/store/sqlcipherengine.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace veldona::aktar {
 namespace {

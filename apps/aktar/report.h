@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "platform/runtime/value.h"
-#include "platform/store/definition.h"
+#include "platform/store/dialect/definition.h"
 
 namespace veldona::aktar {
 

@@ -13,8 +13,8 @@
 #include "backup/copy.h"
 #include "backup/refusal.h"
 #include "core/session.h"
-#include "platform/store/draft.h"
-#include "platform/store/sqlcipherengine.h"
+#include "platform/store/engine/draft.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace veldona::anonim {
 namespace {

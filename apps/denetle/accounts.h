@@ -6,7 +6,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "platform/store/engine.h"
+#include "platform/store/engine/engine.h"
 
 namespace veldona::denetle {
 

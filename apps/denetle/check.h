@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/store/engine.h"
+#include "platform/store/engine/engine.h"
 
 namespace veldona::denetle {
 

@@ -11,7 +11,7 @@
 #include "core/session.h"
 #include "platform/desktop/ownfiles.h"
 #include "platform/desktop/paths.h"
-#include "platform/store/sqlcipherengine.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace {
 

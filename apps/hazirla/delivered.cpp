@@ -13,8 +13,9 @@
 #include <system_error>
 
 #include "core/session.h"
-#include "platform/store/dao.h"
-#include "platform/store/workspace.h"
+#include "platform/store/engine/createdatabase.h"
+#include "platform/store/faces/dao.h"
+#include "platform/store/faces/workspace.h"
 #include "schema/tables.h"
 
 namespace veldona::hazirla {

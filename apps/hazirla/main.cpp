@@ -12,7 +12,7 @@
 #include "platform/desktop/clock.h"
 #include "platform/desktop/ownfiles.h"
 #include "platform/desktop/paths.h"
-#include "platform/store/storeerror.h"
+#include "platform/store/dialect/storeerror.h"
 
 namespace {
 

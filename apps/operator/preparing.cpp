@@ -6,7 +6,8 @@
 #include "core/reporting.h"
 #include "platform/controls/names.h"
 #include "platform/runtime/conversion.h"
-#include "platform/store/storeerror.h"
+#include "platform/store/dialect/storeerror.h"
+#include "platform/store/engine/createdatabase.h"
 #include "schema/tables.h"
 
 namespace veldona::console {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/runtime/value.h"
-#include "platform/store/adodb.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona::console {
 

@@ -14,7 +14,7 @@
 #include "backup/restore.h"
 #include "backup/taking.h"
 #include "core/session.h"
-#include "platform/store/storeerror.h"
+#include "platform/store/dialect/storeerror.h"
 #include "ui/dialogs.h"
 #include "ui/host.h"
 

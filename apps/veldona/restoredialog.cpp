@@ -17,8 +17,8 @@
 #include "backup/keeping.h"
 #include "backup/picture.h"
 #include "core/session.h"
-#include "platform/store/sqlcipherengine.h"
-#include "platform/store/storeerror.h"
+#include "platform/store/dialect/storeerror.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "ui/housestyle.h"
 
 namespace veldona {

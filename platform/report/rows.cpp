@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/store/adodb.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona::report {
 

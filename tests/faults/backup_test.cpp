@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/runtime/format.h"
-#include "platform/store/sqlcipherengine.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "tests/faults/day.h"
 #include "tests/faults/program.h"
 

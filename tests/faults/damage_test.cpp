@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/store/engine/createdatabase.h"
 #include "tests/faults/damagedfiles.h"
 #include "tests/faults/day.h"
 

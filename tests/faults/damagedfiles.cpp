@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "core/session.h"
-#include "platform/store/sqlcipherengine.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace veldona::faults {
 

@@ -8,8 +8,8 @@
 #include <cstdlib>
 #include <stdexcept>
 
-#include "platform/store/sqlcipherengine.h"
-#include "platform/store/storeerror.h"
+#include "platform/store/dialect/storeerror.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "schema/tables.h"
 
 namespace veldona::faults {

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/store/database.h"
+#include "platform/store/faces/database.h"
 #include "tests/faults/day.h"
 #include "tests/faults/faultvfs.h"
 

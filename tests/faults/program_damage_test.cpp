@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "core/session.h"
-#include "platform/store/workspace.h"
+#include "platform/store/engine/createdatabase.h"
 #include "tests/faults/damagedfiles.h"
 #include "tests/faults/day.h"
 #include "tests/faults/program.h"

@@ -7,7 +7,7 @@
 
 #include "apps/operator/verbs.h"
 #include "apps/screens.h"
-#include "platform/store/database.h"
+#include "platform/store/faces/database.h"
 
 namespace veldona::faults {
 

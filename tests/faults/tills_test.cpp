@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/store/sqlcipherengine.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "tests/faults/day.h"
 
 namespace veldona::faults {

@@ -10,7 +10,7 @@
 #include "apps/operator/runner.h"
 #include "apps/screens.h"
 #include "core/reporting.h"
-#include "platform/store/sqlcipherengine.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "schema/tables.h"
 #include "tests/fuzz/fuzzing.h"
 

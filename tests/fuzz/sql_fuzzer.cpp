@@ -8,11 +8,12 @@
 #include <stdlib.h>
 
 #include "platform/runtime/conversion.h"
-#include "platform/store/database.h"
-#include "platform/store/dialect_skeleton.h"
-#include "platform/store/dialect_split.h"
-#include "platform/store/storeerror.h"
-#include "platform/store/workspace.h"
+#include "platform/store/dialect/skeleton.h"
+#include "platform/store/dialect/split.h"
+#include "platform/store/dialect/storeerror.h"
+#include "platform/store/engine/createdatabase.h"
+#include "platform/store/faces/database.h"
+#include "platform/store/faces/workspace.h"
 #include "schema/tables.h"
 #include "tests/fuzz/fuzzing.h"
 

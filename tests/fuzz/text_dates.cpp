@@ -1,7 +1,7 @@
 #include "core/money.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
-#include "platform/store/dialect.h"
+#include "platform/store/dialect/literal.h"
 #include "tests/fuzz/fuzzing.h"
 #include "tests/fuzz/text_parts.h"
 

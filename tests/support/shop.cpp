@@ -3,6 +3,7 @@
 #include <stdlib.h>
 
 #include "platform/runtime/conversion.h"
+#include "platform/store/engine/createdatabase.h"
 #include "schema/tables.h"
 
 namespace veldona::test {

@@ -11,7 +11,7 @@
 #include "backup/copy.h"
 #include "backup/refusal.h"
 #include "core/session.h"
-#include "platform/store/sqlcipherengine.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "schema/tables.h"
 
 namespace veldona::anonim {

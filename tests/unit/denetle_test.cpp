@@ -12,8 +12,8 @@
 #include "apps/hazirla/delivered.h"
 #include "apps/hazirla/writeshop.h"
 #include "core/session.h"
-#include "platform/store/sqlcipherengine.h"
-#include "platform/store/storeerror.h"
+#include "platform/store/dialect/storeerror.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace veldona::denetle {
 namespace {

@@ -9,9 +9,10 @@
 #include <vector>
 
 #include "platform/runtime/datetime.h"
-#include "platform/store/dialect.h"
-#include "platform/store/functions.h"
-#include "platform/store/storeerror.h"
+#include "platform/store/dialect/storeerror.h"
+#include "platform/store/dialect/translate.h"
+#include "platform/store/engine/sqlcipher/definitionsql.h"
+#include "platform/store/engine/sqlcipher/functions.h"
 #include "schema/tables.h"
 
 namespace veldona::store {

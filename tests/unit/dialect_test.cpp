@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "dialect_engine.h"
-#include "platform/store/dialect_skeleton.h"
+#include "platform/store/dialect/skeleton.h"
 
 namespace veldona::store {
 namespace {

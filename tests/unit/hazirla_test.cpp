@@ -11,8 +11,8 @@
 #include "apps/hazirla/shop.h"
 #include "apps/hazirla/writeshop.h"
 #include "core/session.h"
-#include "platform/store/sqlcipherengine.h"
-#include "platform/store/storeerror.h"
+#include "platform/store/dialect/storeerror.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "schema/tables.h"
 
 namespace veldona::hazirla {

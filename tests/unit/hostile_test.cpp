@@ -16,7 +16,7 @@
 #include "hostiletexts.h"
 #include "platform/controls/userinput.h"
 #include "platform/runtime/text.h"
-#include "platform/store/sqlcipherengine.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "schema/tables.h"
 #include "tests/faults/till.h"
 

@@ -15,7 +15,7 @@
 #include "apps/aktar/jetheader.h"
 #include "apps/aktar/movein.h"
 #include "core/session.h"
-#include "platform/store/sqlcipherengine.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace veldona::aktar {
 

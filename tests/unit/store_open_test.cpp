@@ -8,7 +8,7 @@
 #include <functional>
 #include <iterator>
 
-#include "platform/store/sqlcipherengine.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "storefile.h"
 
 namespace veldona::store {

@@ -11,11 +11,12 @@
 #include <gtest/gtest.h>
 
 #include "platform/runtime/error.h"
-#include "platform/store/adodb.h"
-#include "platform/store/dao.h"
-#include "platform/store/database.h"
-#include "platform/store/storeerror.h"
-#include "platform/store/workspace.h"
+#include "platform/store/dialect/storeerror.h"
+#include "platform/store/engine/createdatabase.h"
+#include "platform/store/faces/adodb.h"
+#include "platform/store/faces/dao.h"
+#include "platform/store/faces/database.h"
+#include "platform/store/faces/workspace.h"
 
 namespace veldona::store {
 

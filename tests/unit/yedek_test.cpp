@@ -13,8 +13,8 @@
 #include "backup/refusal.h"
 #include "backup/restore.h"
 #include "core/session.h"
-#include "platform/store/sqlcipherengine.h"
-#include "platform/store/storeerror.h"
+#include "platform/store/dialect/storeerror.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace veldona::yedek {
 namespace {

@@ -1,0 +1,92 @@
+#include "platform/store/dialect/parser_words.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/store/dialect/names.h"
+
+namespace veldona::store::sql {
+namespace {
+
+// Sorted. Words that name nothing unless in brackets; TOP, ALL, ASC and DESC are told by where they stand.
+constexpr std::array<std::string_view, 31> kReserved = {
+    "AND",   "AS",     "BETWEEN", "BY",     "DELETE", "DISTINCT", "FALSE", "FROM",   "GROUP", "HAVING", "IN",
+    "INNER", "INSERT", "INTO",    "IS",     "JOIN",   "LEFT",     "LIKE",  "MOD",    "NOT",   "NULL",   "ON",
+    "OR",    "ORDER",  "RIGHT",   "SELECT", "SET",    "TRUE",     "UNION", "UPDATE", "WHERE"};
+static_assert(std::is_sorted(kReserved.begin(), kReserved.end()));
+
+bool isReserved(std::string_view word) {
+    return std::binary_search(kReserved.begin(), kReserved.end(), foldName(word));
+}
+
+} // namespace
+
+Words::Words(const SplitStatement& statement) : statement_(statement) {
+    Lexer lexer(statement.shape, Lexer::Of::Shape);
+    do {
+        tokens_.push_back(lexer.next());
+    } while (tokens_.back().kind != TokenKind::End);
+}
+
+const Token& Words::peek(std::size_t ahead) const {
+    return tokens_[std::min(at_ + ahead, tokens_.size() - 1)];
+}
+
+Token Words::take() {
+    const Token taken = peek();
+    at_ = std::min(at_ + 1, tokens_.size() - 1);
+    return taken;
+}
+
+bool Words::is(std::string_view keyword, std::size_t ahead) const {
+    return peek(ahead).kind == TokenKind::Word && peek(ahead).text == keyword;
+}
+
+bool Words::takeIf(Sign sign) {
+    const bool found = is(sign);
+    if (found) take();
+    return found;
+}
+
+bool Words::takeIf(std::string_view keyword) {
+    const bool found = is(keyword);
+    if (found) take();
+    return found;
+}
+
+void Words::expect(Sign sign) {
+    if (!takeIf(sign)) fail();
+}
+
+void Words::expect(std::string_view keyword) {
+    if (!takeIf(keyword)) fail();
+}
+
+bool Words::isName(std::size_t ahead) const {
+    const Token& token = peek(ahead);
+    return token.kind == TokenKind::Bracketed || (token.kind == TokenKind::Word && !isReserved(token.text));
+}
+
+std::string Words::takeName() {
+    if (!isName()) fail();
+    return std::string(take().text);
+}
+
+std::string Words::takeAlias() {
+    if (takeIf("AS")) return takeName();
+    return isName() ? takeName() : std::string();
+}
+
+int Words::takeParameter() {
+    take();
+    return ++parameters_;
+}
+
+void Words::fail() const {
+    const Token& token = peek();
+    if (token.kind != TokenKind::Parameter) failSyntax(token.text);
+    // The literal that the operator or the program wrote says more than its place in the shape.
+    failSyntax(statement_.literals.at(static_cast<std::size_t>(parameters_)).text);
+}
+
+} // namespace veldona::store::sql

@@ -1,0 +1,51 @@
+#include "platform/store/engine/createdatabase.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "platform/store/engine/draft.h"
+#include "platform/store/engine/filecatalog.h"
+#include "platform/store/engine/sqlcipher/definitionsql.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
+#include "platform/store/engine/sqlcipher/sqlcipherfailure.h"
+
+namespace veldona::store {
+namespace {
+
+namespace fs = std::filesystem;
+
+void define(Engine& engine, const std::vector<std::string>& statements) {
+    engine.begin();
+    for (const std::string& statement : statements)
+        engine.execute(statement);
+    writeSortOrder(engine);
+    engine.commit();
+}
+
+// The new name is on the disk only when its folder is.
+void syncFolderOf(const std::string& path) {
+    const std::string folder = fs::path(path).parent_path().string();
+    const int descriptor = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) throw unreachableFile(path);
+    const int code = fsync(descriptor);
+    ::close(descriptor);
+    if (code != 0) throw unreachableFile(path);
+}
+
+} // namespace
+
+void createDatabase(const std::string& nativePath, std::string_view password,
+                    const std::vector<TableDef>& tables, const std::vector<SavedQueryDef>& queries) {
+    std::error_code failed;
+    if (fs::exists(fs::symlink_status(nativePath, failed))) throw fileExists(nativePath);
+    const std::vector<std::string> statements = definitionStatements(tables, queries);
+    const Draft draft(nativePath + ".yeni");
+    define(*createSqlcipher(draft.path(), password), statements);
+    fs::rename(draft.path(), nativePath, failed);
+    if (failed) throw unreachableFile(nativePath);
+    syncFolderOf(nativePath);
+}
+
+} // namespace veldona::store

@@ -1,0 +1,83 @@
+// What the store asks of the engine below it. A second engine stands beside the first by implementing this
+// header.
+//
+// Every failure leaves as a StoreError whose description is of our own words. A statement is run to its end
+// before the next one is begun: a half-read statement would keep a read lock, and a write behind it could not
+// wait for another workstation.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/runtime/value.h"
+#include "platform/store/dialect/storeerror.h"
+
+namespace veldona::store {
+
+class Statement {
+public:
+    enum class Storage { Null, Whole, Number, Text };
+
+    virtual ~Statement() = default;
+
+    // `index` from 1. Null, boolean, whole, double and text; other kinds are turned into these above the
+    // engine.
+    virtual void bind(int index, const Value& value) = 0;
+    // True where there is a row.
+    virtual bool step() = 0;
+    // Ends the run and forgets the parameters; the statement can be run again.
+    virtual void reset() = 0;
+
+    // Columns from 0. What is read belongs to the row stood on, texts included.
+    [[nodiscard]] virtual int columnCount() const = 0;
+    [[nodiscard]] virtual std::string columnName(int column) const = 0;
+    [[nodiscard]] virtual std::string
+    declaredType(int column) const = 0; // "" where the column is an expression
+    [[nodiscard]] virtual Storage storage(int column) const = 0;
+    [[nodiscard]] virtual std::int64_t whole(int column) const = 0;
+    [[nodiscard]] virtual double number(int column) const = 0;
+    [[nodiscard]] virtual std::string_view text(int column) const = 0;
+};
+
+class Engine {
+public:
+    virtual ~Engine() = default;
+
+    [[nodiscard]] virtual std::unique_ptr<Statement> prepare(std::string_view sql) = 0;
+    // The tables that running `sql` would read, also through a view.
+    [[nodiscard]] virtual std::vector<std::string> tablesRead(std::string_view sql) = 0;
+
+    // Takes the write lock at once, so that the wait for another workstation comes before the first write.
+    virtual void begin() = 0;
+    virtual void commit() = 0;
+    virtual void rollback() = 0;
+    // False also where the engine undid the transaction by itself, as it may on a full disk.
+    [[nodiscard]] virtual bool inTransaction() const = 0;
+
+    [[nodiscard]] virtual std::int64_t lastId() const = 0;      // 0 before the first
+    [[nodiscard]] virtual std::int64_t rowsChanged() const = 0; // by the last insert, update or delete
+    // How long a statement waits for another workstation's lock before it fails.
+    virtual void setBusyTimeout(std::chrono::milliseconds timeout) = 0;
+
+    // The newest failure since the last call that came from the disk or from another workstation and not from
+    // the statement; nothing where there was none.
+    [[nodiscard]] virtual std::optional<StoreError> takeDiskFailure() = 0;
+
+    // Makes `target`, a new file of this engine opened with the same password, equal to this one as it stands
+    // at one moment (in a transaction: as that one sees it), without holding anybody up.
+    virtual void copyInto(Engine& target) = 0;
+
+    // Runs a statement that answers nothing of interest.
+    void execute(std::string_view sql) {
+        auto statement = prepare(sql);
+        while (statement->step()) {
+        }
+    }
+};
+
+} // namespace veldona::store

@@ -1,0 +1,106 @@
+#include "platform/store/engine/sqlcipher/definitionsql.h"
+
+#include <stdexcept>
+
+#include "platform/store/dialect/catalog.h"
+#include "platform/store/dialect/parser.h"
+#include "platform/store/dialect/split.h"
+#include "platform/store/dialect/tree_check.h"
+#include "platform/store/dialect/writer.h"
+
+namespace veldona::store {
+namespace {
+
+using enum ColumnType;
+
+std::string quoted(const std::string& name) {
+    return '"' + name + '"';
+}
+
+// The words decide how the engine keeps a value: INT as a whole number, TEXT as text, DOUB as a double.
+std::string declaration(ColumnType type) {
+    switch (type) {
+    case Counter:
+        return "INTEGER PRIMARY KEY AUTOINCREMENT";
+    case Whole:
+        return "INTEGER";
+    case Small:
+        return "SMALLINT";
+    case Number:
+        return "DOUBLE";
+    case Text:
+        return "TEXT COLLATE TURKISH";
+    case Memo:
+        return "MEMOTEXT COLLATE TURKISH";
+    case Date:
+        return "DATETIMETEXT";
+    case Boolean:
+        return "BOOLEAN";
+    }
+    throw std::logic_error("a column type without a declaration");
+}
+
+std::string tableStatement(const TableDef& table) {
+    std::string sql = "CREATE TABLE " + quoted(table.name) + " (";
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        if (i > 0) sql += ", ";
+        sql += quoted(table.columns[i].name) + ' ' + declaration(table.columns[i].type);
+    }
+    return sql + ')';
+}
+
+std::string indexStatement(const TableDef& table, const std::vector<std::string>& columns) {
+    std::string name = table.name, list;
+    for (const std::string& column : columns) {
+        name += '_' + column;
+        list += (list.empty() ? "" : ", ") + quoted(column);
+    }
+    return "CREATE INDEX " + quoted(name) + " ON " + quoted(table.name) + " (" + list + ')';
+}
+
+// A view, and what later queries must know of it.
+std::string queryStatement(const SavedQueryDef& query, Catalog& catalog) {
+    sql::Statement tree = sql::parse(split(query.sql, Literals::Kept));
+    const sql::Checked checked = sql::check(tree, catalog);
+    const auto* select = std::get_if<std::unique_ptr<sql::Select>>(&tree);
+    if (!select) throw std::logic_error("a saved query that does not read: " + query.name);
+    std::vector<std::optional<ColumnType>> targets;
+    sql::Writer writer(targets, checked.sources > 1);
+    writer.select(**select, sql::Writer::Use::Source);
+    Catalog::Relation relation{query.name, {}, true, checked.baseTables};
+    for (const sql::SelectItem& item : (*select)->arms.front().items) {
+        relation.columns.push_back({item.name, item.expr->type.value_or(Text)});
+    }
+    catalog.add(std::move(relation));
+    return "CREATE VIEW " + quoted(query.name) + " AS " + writer.take();
+}
+
+} // namespace
+
+std::vector<std::string> definitionStatements(const std::vector<TableDef>& tables,
+                                              const std::vector<SavedQueryDef>& queries) {
+    std::vector<std::string> statements;
+    Catalog catalog;
+    for (const TableDef& table : tables) {
+        statements.push_back(tableStatement(table));
+        for (const auto& columns : table.indexes)
+            statements.push_back(indexStatement(table, columns));
+        catalog.add({table.name, table.columns, false, {table.name}});
+    }
+    for (const SavedQueryDef& query : queries)
+        statements.push_back(queryStatement(query, catalog));
+    return statements;
+}
+
+std::optional<ColumnType> columnTypeOfDeclaration(std::string_view declared) {
+    if (declared == "INTEGER") return Whole;
+    if (declared == "SMALLINT") return Small;
+    if (declared == "DOUBLE") return Number;
+    if (declared == "TEXT") return Text;
+    if (declared == "MEMOTEXT") return Memo;
+    if (declared == "DATETIMETEXT") return Date;
+    if (declared == "BOOLEAN") return Boolean;
+    return std::nullopt;
+}
+
+} // namespace veldona::store

@@ -1,0 +1,21 @@
+// The delivered schema in the engine's words, and a column's type read back from them.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/store/dialect/definition.h"
+
+namespace veldona::store {
+
+// The engine's statements that make `tables` and `queries`; a query's text is of the dialect.
+[[nodiscard]] std::vector<std::string> definitionStatements(const std::vector<TableDef>& tables,
+                                                            const std::vector<SavedQueryDef>& queries);
+// The type of a column that was declared so by definitionStatements, as the engine tells it back; nothing for
+// another declaration, and for "" (an expression of a query). A Counter reads as Whole: the table's key tells
+// the two apart.
+[[nodiscard]] std::optional<ColumnType> columnTypeOfDeclaration(std::string_view declaration);
+
+} // namespace veldona::store

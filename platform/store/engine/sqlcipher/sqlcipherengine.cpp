@@ -1,0 +1,402 @@
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <set>
+#include <stdexcept>
+#include <thread>
+#include <utility>
+
+#include <sqlcipher/sqlite3.h>
+
+#include "platform/store/engine/sqlcipher/functions.h"
+#include "platform/store/engine/sqlcipher/sqlcipherfailure.h"
+
+namespace veldona::store {
+namespace {
+
+constexpr char kPlainHeader[] =
+    "SQLite format 3"; // with the zero behind it, the first 16 bytes of an unencrypted file
+
+// Shared, since a statement may outlive its engine.
+using DiskFailure = std::shared_ptr<std::optional<StoreError>>;
+
+bool isOfTheDisk(StoreError::Kind kind) {
+    using Kind = StoreError::Kind;
+    return kind == Kind::Damaged || kind == Kind::WrongPassword || kind == Kind::Locked ||
+           kind == Kind::DiskFull || kind == Kind::InputOutput || kind == Kind::ReadOnly;
+}
+
+class SqlcipherStatement final : public Statement {
+public:
+    SqlcipherStatement(sqlite3* connection, DiskFailure diskFailure, std::string_view sql)
+        : connection_(connection), diskFailure_(std::move(diskFailure)) {
+        const int code =
+            sqlite3_prepare_v2(connection, sql.data(), static_cast<int>(sql.size()), &statement_, nullptr);
+        if (code != SQLITE_OK) fail();
+    }
+    ~SqlcipherStatement() override { sqlite3_finalize(statement_); }
+    SqlcipherStatement(const SqlcipherStatement&) = delete;
+    SqlcipherStatement& operator=(const SqlcipherStatement&) = delete;
+
+    void bind(int index, const Value& value) override {
+        if (bindCode(index, value) != SQLITE_OK) fail();
+    }
+    bool step() override {
+        const int code = sqlite3_step(statement_);
+        if (code != SQLITE_ROW && code != SQLITE_DONE) fail();
+        return code == SQLITE_ROW;
+    }
+    void reset() override {
+        sqlite3_reset(statement_); // its code repeats the failure that step() has told
+        sqlite3_clear_bindings(statement_);
+    }
+
+    int columnCount() const override { return sqlite3_column_count(statement_); }
+    std::string columnName(int column) const override {
+        return orEmpty(sqlite3_column_name(statement_, column));
+    }
+    std::string declaredType(int column) const override {
+        return orEmpty(sqlite3_column_decltype(statement_, column));
+    }
+    Storage storage(int column) const override {
+        switch (sqlite3_column_type(statement_, column)) {
+        case SQLITE_INTEGER:
+            return Storage::Whole;
+        case SQLITE_FLOAT:
+            return Storage::Number;
+        case SQLITE_NULL:
+            return Storage::Null;
+        default:
+            return Storage::Text;
+        }
+    }
+    std::int64_t whole(int column) const override { return sqlite3_column_int64(statement_, column); }
+    double number(int column) const override { return sqlite3_column_double(statement_, column); }
+    std::string_view text(int column) const override {
+        const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
+        return {bytes, static_cast<std::size_t>(sqlite3_column_bytes(statement_, column))};
+    }
+
+private:
+    [[noreturn]] void fail() {
+        const StoreError failure =
+            engineFailure(sqlite3_extended_errcode(connection_), sqlite3_errmsg(connection_));
+        if (isOfTheDisk(failure.kind())) *diskFailure_ = failure;
+        throw failure;
+    }
+
+    static std::string orEmpty(const char* text) {
+        return text == nullptr ? std::string() : std::string(text);
+    }
+
+    int bindCode(int index, const Value& value) {
+        switch (value.kind()) {
+        case Value::Kind::Null:
+            return sqlite3_bind_null(statement_, index);
+        case Value::Kind::Boolean:
+            return sqlite3_bind_int(statement_, index, value.get<bool>() ? 1 : 0);
+        case Value::Kind::Whole:
+            return sqlite3_bind_int64(statement_, index, value.get<std::int64_t>());
+        case Value::Kind::Double:
+            return sqlite3_bind_double(statement_, index, value.get<double>());
+        case Value::Kind::Text: {
+            const std::string& text = value.get<std::string>();
+            return sqlite3_bind_text64(statement_, index, text.data(), text.size(), SQLITE_TRANSIENT,
+                                       SQLITE_UTF8);
+        }
+        case Value::Kind::Money:
+        case Value::Kind::Date:
+            break;
+        }
+        throw std::logic_error("a value reached the engine that was not turned into its stored form");
+    }
+
+    sqlite3* connection_;
+    DiskFailure diskFailure_;
+    sqlite3_stmt* statement_ = nullptr;
+};
+
+bool hasJournal(const std::string& path) {
+    struct stat journal {};
+    return stat((path + "-wal").c_str(), &journal) == 0 && journal.st_size > 0;
+}
+
+// Keeps a journal that stands beside the file where it is. The last connection that closes would move its
+// rows into the file and delete it, also where it could not read a word of either; a shared lock on the file
+// hinders that.
+class JournalKept {
+public:
+    explicit JournalKept(const std::string& path) {
+        if (!hasJournal(path)) return;
+        sqlite3_open_v2(path.c_str(), &connection_, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
+        sqlite3_file_control(connection_, "main", SQLITE_FCNTL_FILE_POINTER, &file_);
+        if (file_ != nullptr && file_->pMethods != nullptr) file_->pMethods->xLock(file_, SQLITE_LOCK_SHARED);
+    }
+    ~JournalKept() {
+        if (file_ != nullptr && file_->pMethods != nullptr) file_->pMethods->xUnlock(file_, SQLITE_LOCK_NONE);
+        sqlite3_close_v2(connection_);
+    }
+    JournalKept(const JournalKept&) = delete;
+    JournalKept& operator=(const JournalKept&) = delete;
+
+private:
+    sqlite3* connection_ = nullptr;
+    sqlite3_file* file_ = nullptr;
+};
+
+class SqlcipherEngine final : public Engine {
+public:
+    // `flags` without the create flag: a mistyped path must not leave an empty file that any password opens.
+    SqlcipherEngine(const std::string& path, int flags, std::string_view password,
+                    std::chrono::milliseconds busyTimeout, std::function<DateTime()> clock)
+        : busyTimeout_(busyTimeout) {
+        const int code = sqlite3_open_v2(path.c_str(), &connection_, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+        if (code != SQLITE_OK) closeAndFail();
+        sqlite3_extended_result_codes(connection_, 1);
+        sqlite3_busy_handler(connection_, &SqlcipherEngine::waitForLock, this);
+        if (sqlite3_key(connection_, password.data(), static_cast<int>(password.size())) != SQLITE_OK)
+            closeAndFail();
+        registerFunctions(connection_, std::move(clock));
+    }
+    ~SqlcipherEngine() override { sqlite3_close_v2(connection_); }
+    SqlcipherEngine(const SqlcipherEngine&) = delete;
+    SqlcipherEngine& operator=(const SqlcipherEngine&) = delete;
+
+    std::unique_ptr<Statement> prepare(std::string_view sql) override {
+        return std::make_unique<SqlcipherStatement>(connection_, diskFailure_, sql);
+    }
+    std::vector<std::string> tablesRead(std::string_view sql) override {
+        std::set<std::string> names;
+        const auto note = [](void* into, int action, const char* table, const char*, const char*,
+                             const char*) {
+            if (action == SQLITE_READ && table != nullptr)
+                static_cast<std::set<std::string>*>(into)->insert(table);
+            return SQLITE_OK;
+        };
+        sqlite3_set_authorizer(connection_, note, &names);
+        try {
+            const SqlcipherStatement prepared(connection_, diskFailure_, sql);
+        } catch (const StoreError&) {
+            sqlite3_set_authorizer(connection_, nullptr, nullptr);
+            throw;
+        }
+        sqlite3_set_authorizer(connection_, nullptr, nullptr);
+        return {names.begin(), names.end()};
+    }
+
+    void begin() override { execute("BEGIN IMMEDIATE"); }
+    void commit() override { execute("COMMIT"); }
+    void rollback() override { execute("ROLLBACK"); }
+    bool inTransaction() const override { return sqlite3_get_autocommit(connection_) == 0; }
+    std::int64_t lastId() const override { return sqlite3_last_insert_rowid(connection_); }
+    std::int64_t rowsChanged() const override { return sqlite3_changes(connection_); }
+    std::optional<StoreError> takeDiskFailure() override {
+        const std::optional<StoreError> taken = *diskFailure_;
+        diskFailure_->reset();
+        return taken;
+    }
+    void setBusyTimeout(std::chrono::milliseconds timeout) override { busyTimeout_ = timeout; }
+
+    // In one step: a step for itself would begin anew at each write of another workstation. A copy into a
+    // file without a key would be a plain one, and one of another page size a damaged one.
+    void copyInto(Engine& target) override {
+        auto& copy = dynamic_cast<SqlcipherEngine&>(target);
+        if (copy.hasPlainHeader()) throw std::logic_error("a copy of the books must be encrypted");
+        sqlite3_backup* backup = sqlite3_backup_init(copy.connection_, "main", connection_, "main");
+        if (backup == nullptr) failEngine(copy.connection_);
+        const int code = sqlite3_backup_step(backup, -1);
+        sqlite3_backup_finish(backup); // repeats the code of the step
+        if (code != SQLITE_DONE) throw engineFailure(code, "");
+    }
+
+    // Read through the engine's own descriptor: closing another one would drop the locks that this process
+    // holds.
+    [[nodiscard]] bool hasPlainHeader() const {
+        sqlite3_file* file = nullptr;
+        char header[sizeof kPlainHeader] = {};
+        if (sqlite3_file_control(connection_, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK)
+            return false;
+        if (file == nullptr || file->pMethods == nullptr) return false;
+        if (file->pMethods->xRead(file, header, sizeof header, 0) != SQLITE_OK) return false;
+        return std::memcmp(header, kPlainHeader, sizeof header) == 0;
+    }
+    // To the end, behind the closing.
+    void keepJournal(std::unique_ptr<JournalKept> kept) { kept_ = std::move(kept); }
+    [[nodiscard]] bool isReadOnly() const { return sqlite3_db_readonly(connection_, "main") == 1; }
+
+private:
+    [[noreturn]] void closeAndFail() {
+        const int code = sqlite3_extended_errcode(connection_);
+        sqlite3_close_v2(connection_);
+        throw engineFailure(code, "");
+    }
+
+    static int waitForLock(void* self, int attempt) {
+        using namespace std::chrono;
+        auto& engine = *static_cast<SqlcipherEngine*>(self);
+        const auto now = steady_clock::now();
+        if (attempt == 0) engine.waitingSince_ = now;
+        const auto left = engine.busyTimeout_ - duration_cast<milliseconds>(now - engine.waitingSince_);
+        if (left <= milliseconds(0)) return 0;
+        std::this_thread::sleep_for(
+            std::min<milliseconds>(left, milliseconds(std::min(50, 2 + 2 * attempt))));
+        return 1;
+    }
+
+    sqlite3* connection_ = nullptr;
+    std::unique_ptr<JournalKept> kept_;
+    DiskFailure diskFailure_ = std::make_shared<std::optional<StoreError>>();
+    std::chrono::milliseconds busyTimeout_;
+    std::chrono::steady_clock::time_point waitingSince_;
+};
+
+std::string answerOf(Engine& engine, std::string_view pragma) {
+    auto statement = engine.prepare(pragma);
+    return statement->step() ? std::string(statement->text(0)) : std::string();
+}
+
+// The page size stands before the first read, since nothing in the file tells it.
+void prepareCipher(SqlcipherEngine& engine) {
+    if (answerOf(engine, "PRAGMA cipher_version").empty())
+        throw std::logic_error("the engine linked into this program does not encrypt");
+    engine.execute("PRAGMA cipher_page_size = 4096");
+}
+
+void configure(SqlcipherEngine& engine) {
+    if (answerOf(engine, "PRAGMA journal_mode = WAL") != "wal")
+        throw StoreError(StoreError::Kind::InputOutput,
+                         "Veritabanının bulunduğu disk, güvenli yazma için gerekeni vermiyor; açılmadı. "
+                         "Dosyayı bu bilgisayarın kendi diskine koyun.");
+    engine.execute("PRAGMA synchronous = FULL");
+    engine.execute("PRAGMA cache_size = -65536");
+    engine.execute("PRAGMA temp_store = MEMORY");
+    engine.execute("PRAGMA foreign_keys = OFF");
+}
+
+// Raises where the path can be no database, before the engine makes one of it.
+struct stat inspectFile(const std::string& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) {
+        if (errno == ENOENT || errno == ENOTDIR) throw missingFile(path);
+        throw unreachableFile(path);
+    }
+    if (!S_ISREG(status.st_mode)) throw notADatabase(path, "bir dosya değil");
+    if (status.st_size == 0) throw notADatabase(path, "boş bir dosya");
+    return status;
+}
+
+// Where this process may do so; on a file of another owner the rights are that owner's business.
+void tightenRights(const std::string& path, const struct stat& status) {
+    if ((status.st_mode & 077) != 0 && status.st_uid == geteuid())
+        static_cast<void>(chmod(path.c_str(), S_IRUSR | S_IWUSR));
+}
+
+// The engine needs an index beside the file to read it, and in a folder that this user may not write to it
+// can make none.
+bool canHaveIndex(const std::string& path) {
+    const std::string folder = std::filesystem::path(path).parent_path().string();
+    return access(folder.empty() ? "." : folder.c_str(), W_OK) == 0;
+}
+
+// A file without a journal that nobody changes needs no index.
+std::string pathOfUnchanging(const std::string& path) {
+    std::string uri = "file:";
+    for (const char letter : path) {
+        if (letter == '%' || letter == '?' || letter == '#') {
+            constexpr std::string_view digits = "0123456789abcdef";
+            uri.append({'%', digits[static_cast<std::size_t>(letter >> 4)],
+                        digits[static_cast<std::size_t>(letter & 15)]});
+        } else {
+            uri += letter;
+        }
+    }
+    return uri + "?immutable=1";
+}
+
+std::unique_ptr<SqlcipherEngine> openKeyed(const std::string& path, int flags, std::string_view password,
+                                           std::chrono::milliseconds busyTimeout,
+                                           std::function<DateTime()> clock) {
+    if (password.empty())
+        throw wrongPassword(); // with an empty key the engine would take the file for a plain one
+    auto engine =
+        std::make_unique<SqlcipherEngine>((flags & SQLITE_OPEN_URI) != 0 ? pathOfUnchanging(path) : path,
+                                          flags, password, busyTimeout, std::move(clock));
+    if (engine->hasPlainHeader()) throw notADatabase(path, "şifrelenmemiş bir dosya");
+    return engine;
+}
+
+// A wrong password shows here, at the first read.
+void requireTables(SqlcipherEngine& engine, const std::string& path) {
+    if (answerOf(engine, "SELECT count(*) FROM sqlite_master") == "0")
+        throw notADatabase(path, "içinde hiç tablo yok");
+}
+
+std::unique_ptr<Engine> openToRead(const std::string& path, int flags, std::string_view password,
+                                   std::chrono::milliseconds busyTimeout) {
+    auto kept = std::make_unique<JournalKept>(path);
+    auto engine = openKeyed(path, flags, password, busyTimeout, {});
+    prepareCipher(*engine);
+    engine->keepJournal(std::move(kept));
+    engine->execute("PRAGMA query_only = ON");
+    requireTables(*engine, path);
+    engine->execute("PRAGMA cache_size = -65536");
+    engine->execute("PRAGMA temp_store = MEMORY");
+    return engine;
+}
+
+} // namespace
+
+std::unique_ptr<Engine> openSqlcipher(const std::string& nativePath, std::string_view password,
+                                      std::chrono::milliseconds busyTimeout,
+                                      std::function<DateTime()> clock) {
+    tightenRights(nativePath, inspectFile(nativePath));
+    // Until the file has proved sound: the journal may be all that is left of the last payments.
+    const JournalKept kept(nativePath);
+    auto engine = openKeyed(nativePath, SQLITE_OPEN_READWRITE, password, busyTimeout, std::move(clock));
+    if (engine->isReadOnly()) throw readOnlyFile(nativePath);
+    prepareCipher(*engine);
+    requireTables(*engine, nativePath);
+    configure(*engine);
+    return engine;
+}
+
+std::unique_ptr<Engine> openSqlcipherToRead(const std::string& nativePath, std::string_view password,
+                                            std::chrono::milliseconds busyTimeout) {
+    static_cast<void>(inspectFile(nativePath));
+    if (hasJournal(nativePath) || canHaveIndex(nativePath))
+        return openToRead(nativePath, SQLITE_OPEN_READWRITE, password, busyTimeout);
+    constexpr int kUnchanging = SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI;
+    if (access((nativePath + "-shm").c_str(), F_OK) != 0)
+        return openToRead(nativePath, kUnchanging, password, busyTimeout);
+    // The index is that of a till at work, which may write its first row in the next moment, or of one that
+    // was killed: nobody keeps that up any more, and the engine cannot read by it.
+    try {
+        return openToRead(nativePath, SQLITE_OPEN_READWRITE, password, busyTimeout);
+    } catch (const StoreError& failure) {
+        if (failure.kind() != StoreError::Kind::InputOutput) throw;
+    }
+    return openToRead(nativePath, kUnchanging, password, busyTimeout);
+}
+
+std::unique_ptr<Engine> createSqlcipher(const std::string& nativePath, std::string_view password) {
+    if (password.empty()) throw wrongPassword();
+    // Made here, so that it has its owner's rights from the first byte on; journal files take them over.
+    const int file = ::open(nativePath.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (file < 0) throw errno == EEXIST ? fileExists(nativePath) : unreachableFile(nativePath);
+    ::close(file);
+    auto engine = std::make_unique<SqlcipherEngine>(nativePath, SQLITE_OPEN_READWRITE, password,
+                                                    std::chrono::seconds(1), std::function<DateTime()>());
+    prepareCipher(*engine);
+    configure(*engine);
+    if (engine->hasPlainHeader()) throw std::logic_error("the engine wrote a file that is not encrypted");
+    return engine;
+}
+
+} // namespace veldona::store

@@ -1,0 +1,36 @@
+#include "platform/store/faces/answer.h"
+
+namespace veldona::store {
+
+bool Answer::renew() {
+    // Taken before the reading: what others write in between, or wrote unseen before a first reading, is then
+    // seen as new the next time.
+    const std::uint64_t stamp = isAsked_ ? database_->stampWithWritesOfOthers(plan().baseTables)
+                                         : database_->stamp(plan().baseTables);
+    if (isAsked_ && query_.prepared->isRepeatable && stamp == stamp_) return false;
+    if (!isAsked_ || mayBeUndone_ || !query_.plan().listsKeys || !appendNewKeys())
+        database_->read(query_, rows_);
+    stamp_ = stamp;
+    isAsked_ = true;
+    mayBeUndone_ = database_->inTransaction();
+    return true;
+}
+
+// Keys only grow, and none comes back (but by a rollback; no statement of the programs names one): where the
+// table holds as many rows as the known ones and those behind the last of them make, the known ones still
+// stand.
+bool Answer::appendNewKeys() {
+    if (rows_.rowCount() == 0) return false;
+    const std::string table = " FROM [" + plan().baseTables.front() + "]";
+    RowSet newer, count;
+    database_->read(database_->query("SELECT ID" + table + " WHERE ID > " +
+                                     std::to_string(rows_.at(rows_.rowCount() - 1, 0).get<std::int64_t>()) +
+                                     " ORDER BY ID"),
+                    newer);
+    database_->read(database_->query("SELECT COUNT(*)" + table), count);
+    if (count.at(0, 0) != Value(std::int64_t{rows_.rowCount()} + newer.rowCount())) return false;
+    rows_.append(newer);
+    return true;
+}
+
+} // namespace veldona::store
