@@ -10,6 +10,7 @@
 
 #include "apps/aktar/jettext.h"
 #include "platform/runtime/conversion.h"
+#include "platform/runtime/text.h"
 #include "platform/store/dialect/literal.h"
 #include "platform/store/dialect/names.h"
 #include "platform/store/dialect/storeerror.h"
@@ -153,15 +154,32 @@ bool isTypedAmount(const TableDef& table, const ColumnDef& column) {
            std::end(kTyped);
 }
 
+// The screens ask for an account by its number between quotes, as it is typed into one line and without the
+// blanks at its ends. A number that is lost on that way has an account that nobody can open.
+bool isOpenable(const Value& number) {
+    if (!number.isText()) return !number.isNull();
+    const std::string& text = number.get<std::string>();
+    return !text.empty() && text.find('\'') == std::string::npos && visibleText(text) == text &&
+           trim(text) == text;
+}
+
+enum class Sort { Plain, AccountNumber, TypedAmount };
+
+Sort sortOf(const TableDef& table, const ColumnDef& column) {
+    if (column.name == "HSTNO" || column.name == "MUSTNO") return Sort::AccountNumber;
+    return isTypedAmount(table, column) ? Sort::TypedAmount : Sort::Plain;
+}
+
 // Why a value that fits is hardly what somebody wrote; empty where there is no reason.
-std::string doubtOf(const Value& value, bool typedAmount) {
+std::string doubtOf(const Value& value, Sort sort) {
     constexpr int kFirstYear = 1900, kLastYear = 2100;
     constexpr double kKurus = 10'000; // of the stored scale
+    if (sort == Sort::AccountNumber && !isOpenable(value)) return "ekranların açamadığı hesap numarası: ";
     if (value.isText()) {
         const std::optional<std::string> letter = foreignLetter(value.get<std::string>());
         return letter ? "Türkçe Windows'ta olmayan \"" + *letter + "\" harfi: " : std::string();
     }
-    if (typedAmount && value.kind() == Value::Kind::Double)
+    if (sort == Sort::TypedAmount && value.kind() == Value::Kind::Double)
         return std::fmod(value.get<double>(), kKurus) != 0 ? "kuruşun kesri olan tutar: " : "";
     if (value.kind() != Value::Kind::Date) return {};
     const int year = value.get<DateTime>().year();
@@ -178,9 +196,9 @@ void examineTable(const JetFile& file, const Match& match, Report& report, Gathe
     TableCounter counter(report, match.target);
     std::unordered_set<std::int64_t> counters;
     std::vector<Value> fitting(match.columns.size());
-    std::vector<bool> typedAmounts;
+    std::vector<Sort> sorts;
     for (const ColumnDef& column : match.target.columns)
-        typedAmounts.push_back(isTypedAmount(*match.target.table, column));
+        sorts.push_back(sortOf(*match.target.table, column));
     std::uint64_t row = 0;
     const auto note = [&](Problems& into, const ColumnDef& column, const std::string& what,
                           const Value& value) {
@@ -194,7 +212,7 @@ void examineTable(const JetFile& file, const Match& match, Report& report, Gathe
             const std::optional<Value> fits = fitted(value, column.type);
             fitting[i] = fits.value_or(Value());
             if (!fits) note(gathered.problems, column, "", value);
-            const std::string doubt = doubtOf(value, typedAmounts[i]);
+            const std::string doubt = doubtOf(value, sorts[i]);
             if (!doubt.empty()) note(gathered.doubts, column, doubt, value);
             if (column.type != ColumnType::Counter || !fits) continue;
             const bool fresh = !fits->isNull() && counters.insert(fits->get<std::int64_t>()).second;

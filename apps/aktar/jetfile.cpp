@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
 #include <optional>
 #include <string_view>
 #include <unordered_set>
@@ -75,6 +76,7 @@ public:
     void walk(const RowTaker& take) {
         mdb_rewind_table(table_.get());
         came_ = 0;
+        longLeft_ = std::filesystem::file_size(path_);
         std::unordered_set<std::uint32_t> seen;
         while (mdb_read_next_dpg(table_.get()) != 0 && came_ <= rows()) {
             const std::uint32_t page = table_->cur_phys_pg;
@@ -175,7 +177,7 @@ private:
     }
     // Fields of one size lie before those of changing size, and none outside the row.
     [[nodiscard]] Value value(const MdbColumn& column, const MdbField& field, const Place& place,
-                              int fixedEnd) const {
+                              int fixedEnd) {
         if (column.col_type == MDB_BOOL) return field.is_null == 0;
         if (field.is_null != 0 || !isReadable(column.col_type)) return {};
         const int first = field.is_fixed != 0 ? place.start : fixedEnd;
@@ -183,7 +185,7 @@ private:
         std::optional<Value> read;
         if (field.siz >= 0 && field.start >= first && field.start <= end && field.siz <= end - field.start) {
             const auto* bytes = reinterpret_cast<const char*>(mdb_->pg_buf) + field.start;
-            read = valueOf(mdb_, column.col_type, {bytes, static_cast<std::size_t>(field.siz)});
+            read = valueOf(mdb_, column.col_type, {bytes, static_cast<std::size_t>(field.siz)}, longLeft_);
         }
         if (!read)
             fail("tablosunun " + std::to_string(came_ + 1) + ". satırında " + column.name +
@@ -197,6 +199,7 @@ private:
     unsigned long page_ = 0;
     std::unique_ptr<MdbTableDef, TableCloser> table_;
     std::uint64_t came_ = 0;
+    std::uint64_t longLeft_ = 0; // bytes that the long texts not met yet can have
     std::vector<Value> row_;
 };
 

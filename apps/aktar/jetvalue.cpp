@@ -33,7 +33,8 @@ std::optional<Value> textOf(std::string_view bytes) {
 // A long text stands in its row, in one row of another page, or in a chain of such rows.
 class LongText {
 public:
-    LongText(MdbHandle* mdb, std::string_view place) : mdb_(mdb), place_(place) {}
+    LongText(MdbHandle* mdb, std::string_view place, std::uint64_t& left)
+        : mdb_(mdb), place_(place), left_(left) {}
 
     std::optional<std::string> bytes() const {
         if (place_.empty()) return std::string();
@@ -62,6 +63,8 @@ private:
         const auto* bytes = static_cast<const char*>(page);
         const bool own = bytes[0] == MDB_PAGE_DATA && std::string_view(bytes + 4, kMark.size()) == kMark;
         if (!own || offset < 0 || static_cast<std::size_t>(offset) + size > MDB_PGSIZE) return std::nullopt;
+        if (size > left_) return std::nullopt;
+        left_ -= size;
         return std::string(bytes + offset, size);
     }
     std::optional<std::string> chain(std::uint32_t where, std::size_t length) const {
@@ -77,6 +80,7 @@ private:
 
     MdbHandle* mdb_;
     std::string_view place_;
+    std::uint64_t& left_;
 };
 
 } // namespace
@@ -103,7 +107,7 @@ bool isReadable(int type) {
     return type == MDB_BOOL || type == MDB_TEXT || type == MDB_MEMO || sizeOfFixed(type) != 0;
 }
 
-std::optional<Value> valueOf(MdbHandle* mdb, int type, std::string_view bytes) {
+std::optional<Value> valueOf(MdbHandle* mdb, int type, std::string_view bytes, std::uint64_t& longLeft) {
     const std::size_t fixed = sizeOfFixed(type);
     if (fixed != 0 && bytes.size() != fixed) return std::nullopt;
     switch (type) {
@@ -124,7 +128,7 @@ std::optional<Value> valueOf(MdbHandle* mdb, int type, std::string_view bytes) {
     case MDB_TEXT:
         return textOf(bytes);
     case MDB_MEMO: {
-        const std::optional<std::string> text = LongText(mdb, bytes).bytes();
+        const std::optional<std::string> text = LongText(mdb, bytes, longLeft).bytes();
         return text ? textOf(*text) : std::nullopt;
     }
     default:

@@ -2,6 +2,7 @@
 // told from a value.
 #pragma once
 
+#include <cstdint>
 #include <cstring>
 #include <optional>
 #include <string_view>
@@ -25,7 +26,10 @@ template <class T> T numberAt(const void* bytes) {
 [[nodiscard]] bool isReadable(int type);
 
 // `bytes` are a field that is not Null, of a readable type other than a flag. A long text is fetched from the
-// pages that hold it, by way of the file's second page buffer. Nothing where the bytes are no such value.
-[[nodiscard]] std::optional<Value> valueOf(MdbHandle* mdb, int type, std::string_view bytes);
+// pages that hold it, by way of the file's second page buffer, and what it takes goes off `longLeft`: the
+// long texts of a table are never longer than its file, but a damaged one may point to itself. Nothing where
+// the bytes are no such value.
+[[nodiscard]] std::optional<Value> valueOf(MdbHandle* mdb, int type, std::string_view bytes,
+                                           std::uint64_t& longLeft);
 
 } // namespace veldona::aktar

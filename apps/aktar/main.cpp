@@ -1,18 +1,17 @@
 // vorel-aktar: moves a shop's existing Jet file into the program's books.
 #include <fcntl.h>
-#include <sys/prctl.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
-#include <csignal>
 #include <exception>
+#include <filesystem>
 #include <iostream>
+#include <new>
 #include <span>
 #include <string>
 
+#include "apps/aktar/apart.h"
 #include "apps/aktar/examine.h"
 #include "apps/aktar/jetheader.h"
 #include "apps/aktar/movein.h"
@@ -22,6 +21,7 @@
 #include "core/session.h"
 #include "platform/desktop/ownfiles.h"
 #include "platform/desktop/paths.h"
+#include "platform/runtime/text.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace {
@@ -42,7 +42,7 @@ public:
     ErrorStream(const ErrorStream&) = delete;
     ErrorStream& operator=(const ErrorStream&) = delete;
 
-    void say(const std::string& sentence) const { dprintf(own_, "%s\n", sentence.c_str()); }
+    void say(const std::string& sentence) const { dprintf(own_, "%s\n", visibleText(sentence).c_str()); }
 
 private:
     int own_;
@@ -87,12 +87,9 @@ int run(const Options& options, const ErrorStream& errors) {
     const JetFile file(options.source);
     ProgressLine reading(errors, "Okunuyor");
     const Examination examined = examine(file, progressOf(reading));
-    for (const std::string& remark : examined.remarks)
-        std::cout << remark << '\n';
-    for (const std::string& doubt : examined.doubts)
-        std::cout << doubt << '\n';
-    for (const std::string& problem : examined.problems)
-        std::cout << problem << '\n';
+    for (const auto* lines : {&examined.remarks, &examined.doubts, &examined.problems})
+        for (const std::string& line : *lines)
+            std::cout << visibleText(line) << '\n';
     print(std::cout, examined.report, options.trial ? Detail::Customers : Detail::Totals);
     if (!examined.problems.empty())
         throw hazirla::Refusal("Dosyada deftere sığmayan değerler var. Hiçbir şey aktarılmadı.");
@@ -110,38 +107,17 @@ int run(const Options& options, const ErrorStream& errors) {
 int runGuarded(const Options& options) {
     const ErrorStream errors;
     try {
-        return run(options, errors);
+        const int code = run(options, errors);
+        std::cout.flush();
+        return code;
+    } catch (const std::bad_alloc&) {
+        throw; // told by the parent, who has the memory for it
     } catch (const std::exception& failure) {
         // Refusals, errors of the store and of the platform: each tells its own sentence.
         std::cout.flush();
         errors.say(failure.what());
         return 1;
     }
-}
-
-// A damaged file can bring the reading library down. The work is done by a child, so that this too ends in a
-// sentence; what it was building has no name yet.
-int runApart(const Options& options) {
-    const pid_t parent = getpid();
-    const pid_t child = fork();
-    if (child < 0) return runGuarded(options);
-    if (child == 0) {
-        // Who ends this program means the work too, and would not know of a child that goes on.
-        if (prctl(PR_SET_PDEATHSIG, SIGKILL) != 0 || getppid() != parent) _exit(1);
-        const int code = runGuarded(options);
-        std::cout.flush();
-        _exit(code);
-    }
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
-    }
-    if (WIFEXITED(status)) return WEXITSTATUS(status);
-    const int signal = WTERMSIG(status);
-    const bool stopped = signal == SIGKILL || signal == SIGTERM || signal == SIGINT || signal == SIGHUP;
-    std::cerr << options.source
-              << (stopped ? ": aktarma yarıda kesildi." : " bozuk: okunurken program durdu.")
-              << " Hiçbir şey aktarılmadı.\n";
-    return 1;
 }
 
 // Whoever lists the processes of the machine reads their command lines.
@@ -164,7 +140,12 @@ int main(int count, char** arguments) {
         }
         hidePassword(options, std::span(arguments, static_cast<std::size_t>(count)));
         if (options.passwordFromInput) std::getline(std::cin, options.password);
-        return runApart(options);
+        std::error_code missing; // is told of by the child
+        const std::uintmax_t size = std::filesystem::file_size(options.source, missing);
+        const Ending ending = runApart(limitsFor(missing ? 0 : size), [&] { return runGuarded(options); });
+        if (!ending.why.empty())
+            std::cerr << visibleText(options.source) << ending.why << " Hiçbir şey aktarılmadı.\n";
+        return ending.code;
     } catch (const std::exception& failure) {
         std::cerr << failure.what() << '\n';
         return 1;

@@ -195,7 +195,8 @@ void print(std::ostream& out, const Report& report, Detail detail) {
         addTo(total.payments, account.payments, "TAKSITODENEN");
         if (!account.hasCard) ++withoutCard;
         if (detail == Detail::Totals) continue;
-        out << number << ' ' << (account.hasCard ? account.name : "(kartı yok)") << ": ";
+        // A terminal obeys control characters; the file's names are a stranger's.
+        out << visibleText(number + ' ' + (account.hasCard ? account.name : "(kartı yok)")) << ": ";
         printAccount(out, account);
     }
     if (withoutCard > 0) out << "Kartı olmayan hesap: " << withoutCard << '\n';

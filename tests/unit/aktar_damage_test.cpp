@@ -7,6 +7,7 @@
 #include <random>
 #include <thread>
 
+#include "apps/aktar/apart.h"
 #include "jetshop.h"
 
 namespace veldona::aktar {
@@ -15,24 +16,16 @@ namespace {
 // How a child that looks a damaged file through ends.
 enum class End { Refused, Broken, Same, Changed, RowsLost, Hung };
 
-End endOf(int status) {
-    if (WIFEXITED(status)) return static_cast<End>(WEXITSTATUS(status));
-    return WTERMSIG(status) == SIGALRM ? End::Hung : End::Broken;
-}
-
 class Hasar : public Aktarma {
 protected:
     // In a child, as vorel-aktar itself does: the reading library does not survive every damage.
     End lookApart(const Report& sound) {
-        const pid_t child = fork();
-        if (child == 0) {
-            alarm(20);
-            if (std::freopen("/dev/null", "w", stderr) == nullptr) _exit(static_cast<int>(End::Hung));
-            _exit(static_cast<int>(compare(sound)));
-        }
-        int status = 0;
-        waitpid(child, &status, 0);
-        return endOf(status);
+        const Ending ending = runApart({1024, 10}, [&] {
+            if (std::freopen("/dev/null", "w", stderr) == nullptr) return static_cast<int>(End::Hung);
+            return static_cast<int>(compare(sound));
+        });
+        if (ending.why.empty()) return static_cast<End>(ending.code);
+        return ending.why.find("çok") == std::string::npos ? End::Broken : End::Hung;
     }
 
 private:
@@ -82,6 +75,32 @@ TEST_F(Hasar, HicbirHasarSatirKaybettirmez) {
     }
     EXPECT_GT(ends[End::Refused], static_cast<int>(rounds / 20)) << "the damage does not reach the file";
     EXPECT_GT(ends[End::Same], 0) << "a damaged place that holds nothing is no damage";
+}
+
+TEST(AyriSurec, TakilanDuranVeDoymayanOkumaCumleyleBiter) {
+    const auto why = [](const Limits& limits, const std::function<int()>& work) {
+        return runApart(limits, work).why;
+    };
+    const std::string slow = " bozuk olmalı: okunması bu boyda bir dosya için çok uzun sürdü.";
+    EXPECT_EQ(why({1024, 1},
+                  [] {
+                      for (const volatile bool goesOn = true; goesOn;) {
+                      }
+                      return 0;
+                  }),
+              slow);
+    EXPECT_EQ(why({1024, 1}, pause), slow);
+#ifndef __SANITIZE_ADDRESS__ // knows no limit
+    EXPECT_EQ(why({512, 60},
+                  [] {
+                      std::vector<std::string> all;
+                      for (;;)
+                          all.emplace_back(1 << 20, 'x');
+                      return 0;
+                  }),
+              " bozuk olmalı: okunması bu boyda bir dosya için çok fazla bellek istedi.");
+#endif
+    EXPECT_EQ(runApart({1024, 1}, [] { return 7; }).code, 7);
 }
 
 // Whoever ends the program in the middle finds no books and no rest of them at the next run.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "apps/aktar/apart.h"
 #include "apps/aktar/jettext.h"
 #include "apps/aktar/options.h"
 #include "apps/hazirla/firstbooks.h"
@@ -77,6 +78,15 @@ TEST_F(Aktarma, UzunMetinNeredeDursaOkunur) {
     EXPECT_TRUE(look().report == inRow);
     place("\x1e\0\0\0\0"s + page, {second + letters.substr(0, 10), second + letters.substr(10)});
     EXPECT_THROW(look(), Damaged); // a chain that never ends
+    place("\xff\xff\xff\x3f\0"s + page, {second + letters.substr(0, 10), second + letters.substr(10)});
+    EXPECT_EQ(runApart({1024, 5},
+                       [&] {
+                           EXPECT_THROW(look(), Damaged);
+                           return HasFailure() ? 1 : 0;
+                       })
+                  .code,
+              0)
+        << "a gigabyte of it";
     place("\x40\0\0\x40\0"s + page, {letters});
     EXPECT_THROW(look(), Damaged); // shorter than it says
     place("\x1e\0\0\x40\0"s + page, {letters});
@@ -163,6 +173,16 @@ TEST_F(Aktarma, AdiBozukTabloVeAlanFarkEdilir) {
 
 TEST_F(Aktarma, SupheliDegerlerSoylenir) {
     EXPECT_TRUE(look().doubts.empty());
+    const std::string whole = bytes;
+    replaceBytes("T\0I\0\xff\xfeO'Neil"s, "T\0'\0\xff\xfeO\x9bNeil"s);
+    const Examination strange = look();
+    EXPECT_EQ(strange.doubts.back(),
+              "Şüpheli: MUSTKAYIT.HSTNO, 1 değer: ekranların açamadığı hesap numarası: "
+              "\"T'\" (ilki 3. satırda)");
+    std::ostringstream out;
+    print(out, strange.report, Detail::Customers);
+    EXPECT_EQ(out.str().find("\xc2\x9b"), std::string::npos) << "a sign that a terminal obeys";
+    bytes = whole;
     replaceBytes("Bah\xe7"s, "B\xd0h\xe7"s); // a letter that Turkish Windows has not
     const Examination seen = look();
     ASSERT_EQ(seen.doubts.size(), 2U);
