@@ -14,10 +14,10 @@ struct Outcome {
     backup::Picture picture;
 };
 
-// Copies `books`, which may be in use, to `file`, which must not be there, under the same password. Every
-// text is replaced but account and product numbers and the words by which the program itself decides; every
-// amount, count and date is kept, of a birth date the year. Nothing of the old texts is left in the unused
-// parts of the file. What fails leaves no file. Raises Refusal or StoreError.
+// Copies `books`, which may be in use, to `file`, which must not be there, under the same password. What
+// could name somebody is replaced (mapping.h), so that a check of the copy finds what it finds in the books.
+// Nothing of the old texts is left in the unused parts of the file. What fails leaves no file. Raises Refusal
+// or StoreError.
 Outcome copyWithoutNames(const std::string& books, const std::string& file, Disguise disguise);
 
 } // namespace veldona::anonim
