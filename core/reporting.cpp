@@ -11,6 +11,7 @@
 #include "platform/report/layoutreader.h"
 #include "platform/report/pagetext.h"
 #include "platform/report/reporterror.h"
+#include "platform/runtime/format.h"
 
 namespace veldona {
 
@@ -72,11 +73,19 @@ bool verisiVar(const report::Layout& layout, const report::Document& document) {
            });
 }
 
-report::Layout sablonOku(const Session& session, const std::string& sablon, const std::string& sorgu) {
+// A file of it says what it is, whose, and of which day.
+void adiTamamla(report::Layout& layout, DateTime now) {
+    if (layout.fileName.empty()) layout.fileName = layout.title;
+    layout.fileName += " " + format(now, "yyyy-mm-dd");
+}
+
+report::Layout sablonOku(const Session& session, const std::string& sablon, const SablonAyari& ayar) {
     const Paths& paths = session.desktop.paths;
     report::Layout layout = report::readLayout(paths.toNative(paths.appPath() + sablon));
-    if (!sorgu.empty() && !layout.setQuery("liste", sorgu))
+    if (!ayar.sorgu.empty() && !layout.setQuery("liste", ayar.sorgu))
         throw report::ReportError(layout.file, 0, "\"liste\" adlı sorgu yok.");
+    layout.fileName = ayar.dosyaAdi;
+    adiTamamla(layout, session.desktop.clock.now());
     return layout;
 }
 
@@ -93,14 +102,15 @@ void BantliRaporGoster(Session& session, std::string_view duzen, const adodb::Re
     report::Layout layout = report::bandedLayout(raporKlasoru(session.desktop.paths), std::string(duzen));
     if (hazirla) hazirla(layout);
     const DateTime now = session.desktop.clock.now();
+    adiTamamla(layout, now);
     const report::Document document =
         rows ? report::composeRows(layout, *rows, now) : report::compose(layout, {}, now);
     if (session.reportDesk) session.reportDesk->preview(document);
     if (bitince) bitince();
 }
 
-void SablonRaporGoster(Session& session, const std::string& sablon, const std::string& sorgu) {
-    const report::Layout layout = sablonOku(session, sablon, sorgu);
+void SablonRaporGoster(Session& session, const std::string& sablon, const SablonAyari& ayar) {
+    const report::Layout layout = sablonOku(session, sablon, ayar);
     report::ConnectionQueries queries(*session.gBaglanti);
     report::Document document = report::composeTemplate(layout, queries, session.desktop.clock.now());
 

@@ -21,9 +21,12 @@ void BantliRaporGoster(Session& session, std::string_view duzen, const adodb::Re
                        const std::function<void()>& bitince = {});
 
 // A template: reads "\Rapor\…" below the program's folder, runs its queries, and shows it in the viewer
-// frmCrNesne. `sorgu` replaces the template's statement of the name "liste" where it is not empty. A missing
-// or broken file raises an error that names it, and nothing is opened.
-void SablonRaporGoster(Session& session, const std::string& sablon, const std::string& sorgu = {});
+// frmCrNesne. A missing or broken file raises an error that names it, and nothing is opened.
+struct SablonAyari {
+    std::string sorgu{};    // in the place of the template's statement of the name "liste"; empty: that one
+    std::string dosyaAdi{}; // whose paper it is, as a file can be called; empty: the template's title
+};
+void SablonRaporGoster(Session& session, const std::string& sablon, const SablonAyari& ayar = {});
 
 // Puts the layouts and templates as delivered where a shop finds and edits them; those that it has stay.
 void sablonlariKur(const Paths& paths);

@@ -122,7 +122,7 @@ void FrmCmdBul(FrmCarihesapSec& f, std::string_view cmd) {
 
 void cmdYazici_Click(FrmCarihesapSec& f) {
     const Mesgul mesgul(f);
-    SablonRaporGoster(f.session, "\\Rapor\\CariListesi2.rpt", f.sorgu);
+    SablonRaporGoster(f.session, "\\Rapor\\CariListesi2.rpt", {f.sorgu});
 }
 
 void NesneleriTemizle(FrmCarihesapSec& f) {

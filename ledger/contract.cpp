@@ -136,7 +136,8 @@ void SOZLESME_INDIRIM_YAZ(FrmMainVeldona& f) {
 }
 
 void RaporYazdir(FrmMainVeldona& f) {
-    SablonRaporGoster(f.session, "\\Rapor\\SozlesmeAntetli.rpt");
+    SablonRaporGoster(f.session, "\\Rapor\\SozlesmeAntetli.rpt",
+                      {.dosyaAdi = "Sözleşme " + trim(f.Text5.text()) + " " + trim(f.Label7.caption())});
 }
 
 void cmdSozlesme_Click(FrmMainVeldona& f) {

@@ -24,7 +24,13 @@ std::string inWords(const FrmMainVeldona& f) {
     return YaziyaCevir(shownAmount(f));
 }
 
+// Number and name of the customer, by which the shop looks for a saved paper.
+std::string makbuzAdi(const FrmMainVeldona& f) {
+    return "Makbuz " + trim(f.Text1.text()) + " " + trim(f.Label7.caption());
+}
+
 void setLabels(FrmMainVeldona& f, report::Layout& layout, const adodb::Recordset& firma) {
+    layout.fileName = makbuzAdi(f);
     layout.setText("Section4", "Label8", toText(f.session.desktop.clock.today()));
     layout.setText("Section1", "lblMustNo", f.Text1.text());
     layout.setText("Section1", "lblIslemNo", f.Text5.text());
@@ -103,7 +109,7 @@ void MAKBUZ_HAZIRLA(FrmMainVeldona& f) {
 }
 
 void RaporYazdirTahsilatMakbuzu(FrmMainVeldona& f) {
-    SablonRaporGoster(f.session, "\\Rapor\\TahsilatMakbuzu.rpt");
+    SablonRaporGoster(f.session, "\\Rapor\\TahsilatMakbuzu.rpt", {.dosyaAdi = makbuzAdi(f)});
 }
 
 } // namespace veldona

@@ -42,6 +42,19 @@ void xmlYaz(const report::Document& document, const ExportOptions& options, cons
     }
 }
 
+// The panel lists the parts of a report in their own order.
+exports::WorkbookChoices calismaKitabi(const ExportOptions& options) {
+    exports::WorkbookChoices choices;
+    choices.formatted = options.format == FormatType::Excel;
+    choices.headings = options.columnHeadings;
+    choices.columnWidth = options.constantColumnWidth;
+    if (options.areaType >= 0) choices.area = static_cast<report::Area>(options.areaType);
+    choices.group = options.areaGroup;
+    choices.tabular = options.tabular;
+    choices.functions = options.worksheetFunctions;
+    return choices;
+}
+
 std::string metni(const report::Document& document, const ExportOptions& options) {
     switch (options.format) {
     case FormatType::OwnForm:
@@ -71,8 +84,7 @@ std::string metni(const report::Document& document, const ExportOptions& options
         return exports::hypertext4(document, options.pageNavigator);
     case FormatType::Excel:
     case FormatType::ExcelPlain:
-        return exports::workbook(document, {options.format == FormatType::Excel, options.columnHeadings,
-                                            options.constantColumnWidth});
+        return exports::workbook(document, calismaKitabi(options));
     case FormatType::Definition:
         return exports::definition(document);
     default:

@@ -46,7 +46,8 @@ struct ExportOptions {
     std::string DiskFileName; // as the program writes paths
     std::string fieldDelimiter, stringDelimiter;
     bool pageNavigator = false;
-    std::int32_t areaGroup = 0, areaType = -1; // -1: everything
+    std::int32_t areaGroup = 0, areaType = -1; // 0: every table; -1: everything
+    bool tabular = true, worksheetFunctions = false;
     bool columnHeadings = true;
     double constantColumnWidth = 0; // 0: as wide as needed
     bool allPages = true;

@@ -116,7 +116,10 @@ void raporuGoster(RaporEkrani& f, const std::string& sorgu) {
         f.raporKipi == kBeklenenKipi ? "Beklenen Tahsilatlar Raporu" : "Günü Geçen Ödemeler Raporu";
     BantliRaporGoster(
         f.session, "gungecodmrprYTL", rs.get(),
-        [&](report::Layout& layout) { layout.setText("Section2", "Label1", baslik); },
+        [&](report::Layout& layout) {
+            layout.setText("Section2", "Label1", baslik);
+            layout.title = baslik;
+        },
         [&] { DataReport_Terminate(f.session); });
 }
 

@@ -61,6 +61,8 @@ void excelSecenekleri(AktarPaneli& p) {
     o.areaGroup = toLong(val(p.txtAreaGroup.text()));
     o.areaType = p.cmbAreaType.listIndex();
     o.columnHeadings = p.cmbColHeading.listIndex() != kHayir;
+    o.tabular = p.cmbUseTabFormat.listIndex() != kHayir;
+    o.worksheetFunctions = p.cmbUseWorkFunc.listIndex() == 0;
     o.constantColumnWidth = p.cmbUseConWidth.listIndex() == 0 ? val(p.txtColWidth.text()) : 0;
 }
 

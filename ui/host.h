@@ -16,6 +16,7 @@
 #include "platform/controls/forms.h"
 #include "platform/desktop/clock.h"
 #include "ui/formwindow.h"
+#include "ui/usersettings.h"
 
 class QDialog;
 class QEventLoop;
@@ -33,6 +34,7 @@ public:
     // Something of the program's around it, put into the window behind its own drawing.
     void addTo(const std::string& form, const std::function<void(FormWindow&)>& more);
 
+    UserSettings settings;
     bool timersRun = true;             // false: timers tick only when told by somebody else
     std::function<void()> onAllClosed; // the last form has unloaded
     std::function<void()> onProcessEnded;

@@ -49,6 +49,7 @@ QLineEdit:focus { border: 1px solid #2c6e9b; background: #fffdf0; }
 QLineEdit:disabled { background: #f1f3f6; color: #98a2ad; }
 QLineEdit:read-only { background: #f4f7fa; border-color: #dde3ea; }
 QComboBox QLineEdit { border: 0; background: transparent; }
+QLineEdit[role="idle"] { background: transparent; border: 0; color: #5b6875; }
 QLineEdit[role="amount"] { font-size: 16pt; font-weight: bold; color: #0f3d63; }
 QLineEdit[tone="focused"] { background: #fff3c4; }
 
@@ -71,6 +72,9 @@ QPushButton[role="primary"]:hover { background: #337db0; }
 QPushButton[role="primary"]:pressed { background: #235a80; }
 QPushButton[role="primary"]:focus { border: 2px solid #ffb300; }
 QPushButton[role="primary"]:disabled { background: #c3d2de; border-color: #b4c4d1; color: #f4f7fa; }
+QPushButton[role="idle"], QPushButton[role="idle"]:hover, QPushButton[role="idle"]:pressed {
+    background: transparent; border: 0; color: #98a2ad; padding: 2px 6px;
+}
 QPushButton[role="small"] { padding: 2px 6px; font-size: 9pt; }
 
 QToolBar { background: transparent; border: 0; spacing: 4px; }

@@ -60,6 +60,7 @@ const std::map<std::string_view, Lines> kScreens = {
     {"frmCrNesne",
      {{Key::None, "Page Up  Page Down", "Sayfayı kaydırır; sonunda öteki sayfaya geçer"},
       {Key::None, "Enter (büyütmede)", "Yazılan büyütmeyi uygular"},
+      {Key::None, "Ctrl+S", "PDF olarak kaydeder"},
       {Key::Escape, "Esc", "Raporu kapatır"}}},
     {"rprbeklenentahsilat", {{Key::Escape, "Esc", "Ekranı kapatır"}}},
     {"rprodemesigecen", {{Key::Escape, "Esc", "Ekranı kapatır"}}},

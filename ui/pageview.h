@@ -25,7 +25,8 @@ public:
     std::function<void(int direction)> onTurn;
 
     void setDocument(const report::Document* document); // nullptr: none
-    void showPage(int page);                            // from 0
+    [[nodiscard]] const report::Document* document() const { return document_; }
+    void showPage(int page); // from 0
     void setZoom(Fit fit, double percent = 100);
     // The marked item of the page on show; it is scrolled into sight where it is another one than before.
     void mark(std::optional<std::size_t> item);

@@ -16,11 +16,12 @@ class WindowHost;
 // before stays then as it was.
 void writePdf(const report::Document& document, const std::string& nativePath);
 
-// The pages that the printer was asked for, each on a sheet of its own. Error 482 where the printer refuses.
+// The pages that the printer was asked for, each upright on a sheet of its own, whichever sheet that is: a
+// half one in the upper half of an A4. Error 482 where the printer refuses.
 void printPages(const report::Document& document, QPrinter& printer);
 
-// Asks for a printer and prints; where there is none, asks for a file and writes a PDF. False where the
-// operator thought better of it.
+// Asks for a printer and prints; where there is none, asks for a file and writes a PDF. Both begin with what
+// was chosen the last time. False where the operator thought better of it.
 bool askAndPrint(WindowHost& host, QWidget* parent, const report::Document& document);
 bool askAndWritePdf(WindowHost& host, QWidget* parent, const report::Document& document);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QComboBox>
 #include <QLabel>
@@ -26,6 +27,15 @@ constexpr const char* kPageWidth = "Sayfa Genişliği";
 constexpr const char* kWholePage = "Tüm Sayfa";
 constexpr int kSmallestZoom = 10;
 constexpr int kLargestZoom = 400;
+
+// What printing fails of is told; the window that asked for it goes on.
+void tellFailure(WindowHost& host, const std::function<void()>& print) {
+    try {
+        print();
+    } catch (const RuntimeError& error) {
+        WindowDialogs(host).runtimeError(error);
+    }
+}
 
 } // namespace
 
@@ -64,9 +74,9 @@ void ReportPreview::addTools(QToolBar& bar) {
                 [this] { showPage(static_cast<int>(document_.pages.size()) - 1); });
     addZoom(bar);
     add("Yazdır", QKeySequence::Print,
-        [this] { runPrinting([this] { askAndPrint(host_, this, document_); }); });
+        [this] { tellFailure(host_, [this] { askAndPrint(host_, this, document_); }); });
     add("PDF olarak kaydet", QKeySequence::Save,
-        [this] { runPrinting([this] { askAndWritePdf(host_, this, document_); }); });
+        [this] { tellFailure(host_, [this] { askAndWritePdf(host_, this, document_); }); });
     add("Kapat", {}, [this] { close(); });
     auto* keys = new QAction(this);
     keys->setShortcut(QKeySequence::HelpContents);
@@ -110,12 +120,12 @@ void ReportPreview::applyZoom(const QString& text) {
     zoom_->setEditText(QString("%1 %").arg(applied));
 }
 
-void ReportPreview::runPrinting(const std::function<void()>& print) {
-    try {
-        print();
-    } catch (const RuntimeError& error) {
-        WindowDialogs(host_).runtimeError(error);
-    }
+void offerPdf(WindowHost& host, QWidget& viewer) {
+    auto* button = viewer.findChild<QAbstractButton*>("pdfOlarakKaydet");
+    const auto* pages = viewer.findChild<PageView*>("CRViewer1");
+    QObject::connect(button, &QAbstractButton::clicked, &viewer, [&host, &viewer, pages] {
+        if (pages->document()) tellFailure(host, [&] { askAndWritePdf(host, &viewer, *pages->document()); });
+    });
 }
 
 void WindowReportDesk::preview(const report::Document& document) {

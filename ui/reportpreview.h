@@ -27,8 +27,6 @@ private:
     void addZoom(QToolBar& bar);
     void showPage(int page); // beyond the ends: the first or the last
     void applyZoom(const QString& text);
-    // An error of printing is told; the preview goes on.
-    void runPrinting(const std::function<void()>& print);
 
     WindowHost& host_;
     const report::Document& document_;
@@ -41,6 +39,9 @@ private:
     QAction* last_ = nullptr;
     int page_ = 0;
 };
+
+// The viewer's window saves as PDF, too. That is the window's own: no screen and no console knows of it.
+void offerPdf(WindowHost& host, QWidget& viewer);
 
 class WindowReportDesk : public report::ReportDesk {
 public:

@@ -1,6 +1,7 @@
 #include "ui/screens.h"
 
 #include "ui/host.h"
+#include "ui/reportpreview.h"
 #include "ui_frmAntetBilgisi.h"
 #include "ui_frmCariEkle.h"
 #include "ui_frmCarihesapSec.h"
@@ -27,7 +28,10 @@ void drawScreens(WindowHost& host) {
     host.draw("frmAntetBilgisi", drawAs<Ui::frmAntetBilgisi>);
     host.draw("frmCariEkle", drawAs<Ui::frmCariEkle>);
     host.draw("frmCarihesapSec", drawAs<Ui::frmCarihesapSec>);
-    host.draw("frmCrNesne", drawAs<Ui::frmCrNesne>);
+    host.draw("frmCrNesne", [&host](QWidget& window) {
+        drawAs<Ui::frmCrNesne>(window);
+        offerPdf(host, window);
+    });
     host.draw("frmMainVeldona", drawAs<Ui::frmMainVeldona>);
     host.draw("frmSatis", drawAs<Ui::frmSatis>);
     host.draw("rprbeklenentahsilat", drawAs<Ui::rprbeklenentahsilat>);

@@ -6,6 +6,7 @@
 #include <QCommandLineParser>
 #include <QIcon>
 #include <QScreen>
+#include <QStandardPaths>
 
 #include "apps/hazirla/firstbooks.h"
 #include "apps/screens.h"
@@ -45,6 +46,10 @@ QIcon windowIcon() {
     return QIcon::fromTheme("veldona", own);
 }
 
+QString userSettingsFile() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/veldona/ekran.ini";
+}
+
 struct Ended {
     int code = 0;
     bool startFailed = false;
@@ -56,6 +61,7 @@ Ended runBooks(const std::string& root, std::optional<std::string>& backup) {
     WindowClock clock;
     WindowHost windows(clock);
     clock.attach(&windows);
+    windows.settings.keepIn(userSettingsFile());
     drawScreens(windows);
     // Not quit(): that asks each window first, and a form's window never closes by itself.
     windows.onAllClosed = windows.onProcessEnded = [] { QCoreApplication::exit(); };

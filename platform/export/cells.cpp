@@ -12,59 +12,106 @@ namespace veldona::exports {
 
 namespace {
 
-// U+0080 … U+009F of the code page, and its six letters that Latin 1 does not have.
+// U+0080 … U+009F of the code page.
 constexpr std::array<char32_t, 32> kUpperControls = {
     0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0,      0,      0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0,      0x0178};
 struct Special {
     char32_t code;
-    unsigned char byte;
+    char plain;
 };
 constexpr std::array<Special, 6> kTurkish = {
-    {{0x011E, 0xD0}, {0x0130, 0xDD}, {0x015E, 0xDE}, {0x011F, 0xF0}, {0x0131, 0xFD}, {0x015F, 0xFE}}};
+    {{0x011E, 'G'}, {0x0130, 'I'}, {0x015E, 'S'}, {0x011F, 'g'}, {0x0131, 'i'}, {0x015F, 's'}}};
+// What Western Windows has in their places.
+constexpr std::array<char32_t, 6> kWestern = {0xD0, 0xDD, 0xDE, 0xF0, 0xFD, 0xFE};
 
 char byteOf(char32_t code) {
     if (code < 0x80) return static_cast<char>(code);
     for (const Special& special : kTurkish)
-        if (special.code == code) return static_cast<char>(special.byte);
+        if (special.code == code) return special.plain;
     if (const auto found = std::ranges::find(kUpperControls, code); found != kUpperControls.end())
         return static_cast<char>(0x80 + (found - kUpperControls.begin()));
-    const bool taken =
-        code > 0xFF || std::ranges::any_of(kTurkish, [&](const Special& s) { return s.byte == code; });
-    return taken || code < 0xA0 ? '?' : static_cast<char>(code);
+    const bool common = code >= 0xA0 && code <= 0xFF && std::ranges::find(kWestern, code) == kWestern.end();
+    return common ? static_cast<char>(code) : '?';
+}
+
+// A line of a page: the texts that were chosen.
+struct ChosenLine {
+    const report::Page* page;
+    report::TextLine items;
+    [[nodiscard]] const report::TextRun& run(std::size_t item) const {
+        return std::get<report::TextRun>(page->items[item]);
+    }
+};
+
+std::vector<ChosenLine> chosenLines(const report::Document& document, const TextChoice& chosen) {
+    std::vector<ChosenLine> lines;
+    for (const report::Page& page : document.pages)
+        for (report::TextLine& line : report::textLines(page)) {
+            std::erase_if(
+                line, [&](std::size_t item) { return !chosen(std::get<report::TextRun>(page.items[item])); });
+            if (!line.empty()) lines.push_back({&page, std::move(line)});
+        }
+    return lines;
+}
+
+// The places at which the texts begin, near ones as one.
+std::vector<double> startsOf(const std::vector<ChosenLine>& lines) {
+    constexpr double near = 2; // millimetres
+    std::vector<double> starts;
+    for (const ChosenLine& line : lines)
+        for (const std::size_t item : line.items)
+            starts.push_back(line.run(item).x);
+    std::ranges::sort(starts);
+    const auto same = [](double kept, double next) { return next - kept < near; };
+    starts.erase(std::unique(starts.begin(), starts.end(), same), starts.end());
+    return starts;
+}
+
+std::vector<std::string> cellsOf(const ChosenLine& line, const std::vector<double>& starts,
+                                 std::size_t columns) {
+    std::vector<std::string> cells(columns);
+    std::size_t next = 0;
+    for (std::size_t i = 0; i < line.items.size(); ++i) {
+        const report::TextRun& run = line.run(line.items[i]);
+        const auto own =
+            static_cast<std::size_t>(std::ranges::upper_bound(starts, run.x) - starts.begin()) - 1;
+        // Two texts that begin at one place stand side by side, and those behind them keep a column.
+        const std::size_t most = columns - (line.items.size() - i);
+        next = std::min(std::max(own, next), most);
+        cells[next++] = withoutControls(run.text);
+    }
+    return cells;
 }
 
 } // namespace
 
-std::vector<std::vector<std::string>> cellsOf(const report::Page& page) {
-    std::vector<std::vector<std::string>> lines;
-    for (const report::TextLine& line : report::textLines(page)) {
-        lines.emplace_back();
-        for (const std::size_t item : line)
-            lines.back().push_back(withoutControls(std::get<report::TextRun>(page.items[item]).text));
-    }
-    return lines;
+report::DataSet linesOf(const report::Document& document, const TextChoice& chosen) {
+    const std::vector<ChosenLine> lines = chosenLines(document, chosen);
+    const std::vector<double> starts = startsOf(lines);
+    std::size_t columns = std::max<std::size_t>(starts.size(), 1);
+    for (const ChosenLine& line : lines)
+        columns = std::max(columns, line.items.size());
+    report::DataSet made;
+    for (std::size_t i = 1; i <= columns; ++i)
+        made.columns.push_back({"ALAN_" + std::to_string(i), 202});
+    for (const ChosenLine& line : lines)
+        for (std::string& cell : cellsOf(line, starts, columns))
+            made.cells.emplace_back(std::move(cell));
+    return made;
 }
 
-report::DataSet rowsOf(const report::Document& document) {
+std::vector<report::DataSet> tablesOf(const report::Document& document) {
+    std::vector<report::DataSet> tables;
     for (const report::DataSet& data : document.data)
-        if (data.rowCount() > 0) return data;
-    std::vector<std::vector<std::string>> lines;
-    for (const report::Page& page : document.pages)
-        for (auto& line : cellsOf(page))
-            lines.push_back(std::move(line));
-    std::size_t width = 1;
-    for (const auto& line : lines)
-        width = std::max(width, line.size());
-    report::DataSet made;
-    for (std::size_t i = 1; i <= width; ++i)
-        made.columns.push_back({"ALAN_" + std::to_string(i), 202});
-    for (auto& line : lines) {
-        line.resize(width);
-        made.cells.insert(made.cells.end(), line.begin(), line.end());
-    }
-    return made;
+        if (data.rowCount() > 0) tables.push_back(data);
+    if (tables.empty()) tables.push_back(linesOf(document, [](const report::TextRun&) { return true; }));
+    return tables;
+}
+
+std::string headingOf(const report::DataSet& data) {
+    return withoutControls(data.heading.empty() ? data.name : data.heading);
 }
 
 bool isNumber(const Value& value) {
@@ -90,7 +137,7 @@ std::string withoutControls(std::string_view text) {
     return kept;
 }
 
-std::string windows1254(std::string_view text) {
+std::string windowsLetters(std::string_view text) {
     std::string bytes;
     for (std::size_t at = 0; at < text.size();) {
         const report::Letter letter = report::letterAt(text, at);

@@ -1,7 +1,8 @@
-// What an export of data writes: the rows that the report was made from, or, where it has none, the lines of
-// its pages as rows of texts.
+// What an export of data writes: the rows that the report was made from, or the lines of its pages as rows of
+// texts.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,10 +11,13 @@
 
 namespace veldona::exports {
 
-// The first data set that has rows; else one row a line, with as many columns as the longest line has cells.
-[[nodiscard]] report::DataSet rowsOf(const report::Document& document);
-// The texts of each line from left to right.
-[[nodiscard]] std::vector<std::vector<std::string>> cellsOf(const report::Page& page);
+// The data sets that have rows; where there is none, the lines of the pages. One at least.
+[[nodiscard]] std::vector<report::DataSet> tablesOf(const report::Document& document);
+// What stands over a set where a file holds several.
+[[nodiscard]] std::string headingOf(const report::DataSet& data);
+using TextChoice = std::function<bool(const report::TextRun&)>;
+// One row a line that holds a chosen text, each text in the column that begins where it does on the page.
+[[nodiscard]] report::DataSet linesOf(const report::Document& document, const TextChoice& chosen);
 
 [[nodiscard]] bool isNumber(const Value& value);
 // With "." as the decimal sign and no grouping, as programs read it.
@@ -24,8 +28,9 @@ namespace veldona::exports {
 // and that no XML file may hold.
 [[nodiscard]] std::string withoutControls(std::string_view text);
 
-// `text` in the eight-bit letters of Turkish Windows; "?" for a letter that is not among them.
-[[nodiscard]] std::string windows1254(std::string_view text);
+// `text` in the eight-bit letters that Western and Turkish Windows have in common. The six letters that only
+// the Turkish one has lose their mark; "?" for any other letter.
+[[nodiscard]] std::string windowsLetters(std::string_view text);
 [[nodiscard]] std::u16string utf16(std::string_view text);
 // "&", "<", ">" and the quotes as entities.
 [[nodiscard]] std::string escapedMarkup(std::string_view text);

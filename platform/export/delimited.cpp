@@ -59,11 +59,21 @@ std::string padded(std::string text, std::size_t width) {
     return text;
 }
 
-} // namespace
+// One table alone stands as it is; several each under their heading, with an empty line between them.
+template <class Heading, class Write>
+std::string eachTable(const report::Document& document, const Heading& heading, const Write& write) {
+    const std::vector<report::DataSet> tables = tablesOf(document);
+    std::string out;
+    for (const report::DataSet& rows : tables) {
+        if (!out.empty()) out += kLineEnd;
+        if (tables.size() > 1) out += heading(oneLine(headingOf(rows))) + kLineEnd;
+        out += write(rows);
+    }
+    return out;
+}
 
-std::string delimitedRows(const report::Document& document, const Delimiters& delimiters) {
-    const report::DataSet rows = rowsOf(document);
-    std::string out = kUtf8Mark;
+std::string delimitedTable(const report::DataSet& rows, const Delimiters& delimiters) {
+    std::string out;
     for (std::size_t c = 0; c < rows.columns.size(); ++c)
         out += (c ? delimiters.field : "") + quoted(rows.columns[c].name, delimiters.text);
     out += kLineEnd;
@@ -79,6 +89,103 @@ std::string delimitedRows(const report::Document& document, const Delimiters& de
         out += kLineEnd;
     }
     return out;
+}
+
+std::string recordTable(const report::DataSet& rows) {
+    std::vector<std::size_t> widths;
+    for (std::size_t c = 0; c < rows.columns.size(); ++c) {
+        std::size_t width = 1;
+        for (std::size_t r = 0; r < rows.rowCount(); ++r)
+            width = std::max(width, length(oneLine(rows.at(r, c))));
+        widths.push_back(width);
+    }
+    std::string out = "FIELDS " + std::to_string(rows.columns.size()) + " RECORDS " +
+                      std::to_string(rows.rowCount()) + kLineEnd;
+    std::size_t place = 1;
+    for (std::size_t c = 0; c < rows.columns.size(); ++c) {
+        out += rows.columns[c].name + " " + typeName(rows.columns[c].type) + " " + std::to_string(place) +
+               " " + std::to_string(widths[c]) + kLineEnd;
+        place += widths[c];
+    }
+    for (std::size_t r = 0; r < rows.rowCount(); ++r) {
+        for (std::size_t c = 0; c < rows.columns.size(); ++c)
+            out += padded(oneLine(rows.at(r, c)), widths[c]);
+        out += kLineEnd;
+    }
+    return out;
+}
+
+// The format has one table, whose columns it calls vectors and whose rows tuples: several data sets stand in
+// it one below the other, each under its heading, with an empty tuple between them.
+class Interchange {
+public:
+    explicit Interchange(const report::Document& document) : document_(document) {}
+
+    [[nodiscard]] std::string write() {
+        const std::vector<report::DataSet> tables = tablesOf(document_);
+        for (const report::DataSet& rows : tables)
+            vectors_ = std::max(vectors_, rows.columns.size());
+        for (const report::DataSet& rows : tables) {
+            if (tuples_ > 0) tuple();
+            if (tables.size() > 1) tuple(text(oneLine(headingOf(rows))), 1);
+            table(rows);
+        }
+        return header("TABLE", 1, oneLine(document_.title)) + header("VECTORS", vectors_, "") +
+               header("TUPLES", tuples_, "") + header("DATA", 0, "") + cells_ + line("-1,0") + line("EOD");
+    }
+
+private:
+    static std::string line(const std::string& text) { return text + kLineEnd; }
+    static std::string inQuotes(const std::string& text) {
+        return line("\"" + replaceAll(text, "\"", "'") + "\"");
+    }
+    static std::string header(const char* topic, std::size_t number, const std::string& text) {
+        return line(topic) + line("0," + std::to_string(number)) + inQuotes(text);
+    }
+    static std::string text(const std::string& words) { return line("1,0") + inQuotes(words); }
+    static std::string cell(const Value& value) {
+        return isNumber(value) ? line("0," + wholeNumber(value)) + line("V") : text(oneLine(value));
+    }
+    // 450,25 as 45025E-2: a reader takes a decimal sign by its own country.
+    static std::string wholeNumber(const Value& value) {
+        std::string number = plainNumber(value);
+        const std::size_t point = number.find('.');
+        if (point == std::string::npos || number.find('E') != std::string::npos) return number;
+        const std::size_t decimals = number.size() - point - 1;
+        number.erase(point, 1);
+        return number + "E-" + std::to_string(decimals);
+    }
+    void tuple(const std::string& cells = {}, std::size_t count = 0) {
+        ++tuples_;
+        cells_ += line("-1,0") + line("BOT") + cells;
+        for (std::size_t i = count; i < vectors_; ++i)
+            cells_ += text("");
+    }
+    void table(const report::DataSet& rows) {
+        std::string names;
+        for (const report::Column& column : rows.columns)
+            names += text(column.name);
+        tuple(names, rows.columns.size());
+        for (std::size_t r = 0; r < rows.rowCount(); ++r) {
+            std::string cells;
+            for (std::size_t c = 0; c < rows.columns.size(); ++c)
+                cells += cell(rows.at(r, c));
+            tuple(cells, rows.columns.size());
+        }
+    }
+
+    const report::Document& document_;
+    std::size_t vectors_ = 0, tuples_ = 0;
+    std::string cells_;
+};
+
+} // namespace
+
+std::string delimitedRows(const report::Document& document, const Delimiters& delimiters) {
+    return kUtf8Mark + eachTable(
+                           document,
+                           [&](const std::string& heading) { return quoted(heading, delimiters.text); },
+                           [&](const report::DataSet& rows) { return delimitedTable(rows, delimiters); });
 }
 
 std::string commaSeparated(const report::Document& document) {
@@ -121,55 +228,14 @@ std::string plainText(const report::Document& document) {
 }
 
 std::string fixedRecords(const report::Document& document) {
-    const report::DataSet rows = rowsOf(document);
-    std::vector<std::size_t> widths;
-    for (std::size_t c = 0; c < rows.columns.size(); ++c) {
-        std::size_t width = 1;
-        for (std::size_t r = 0; r < rows.rowCount(); ++r)
-            width = std::max(width, length(oneLine(rows.at(r, c))));
-        widths.push_back(width);
-    }
-    std::string out = std::string(kUtf8Mark) + "FIELDS " + std::to_string(rows.columns.size()) + " RECORDS " +
-                      std::to_string(rows.rowCount()) + kLineEnd;
-    std::size_t place = 1;
-    for (std::size_t c = 0; c < rows.columns.size(); ++c) {
-        out += rows.columns[c].name + " " + typeName(rows.columns[c].type) + " " + std::to_string(place) +
-               " " + std::to_string(widths[c]) + kLineEnd;
-        place += widths[c];
-    }
-    for (std::size_t r = 0; r < rows.rowCount(); ++r) {
-        for (std::size_t c = 0; c < rows.columns.size(); ++c)
-            out += padded(oneLine(rows.at(r, c)), widths[c]);
-        out += kLineEnd;
-    }
-    return out;
+    return kUtf8Mark + eachTable(
+                           document,
+                           [](const std::string& heading) { return "TABLE " + quoted(heading, "\""); },
+                           recordTable);
 }
 
 std::string interchange(const report::Document& document) {
-    const report::DataSet rows = rowsOf(document);
-    const auto header = [](const char* topic, std::size_t number, const std::string& text) {
-        return topic + std::string(kLineEnd) + "0," + std::to_string(number) + kLineEnd + "\"" +
-               replaceAll(text, "\"", "'") + "\"" + kLineEnd;
-    };
-    const auto textCell = [](const std::string& text) {
-        return "1,0" + std::string(kLineEnd) + "\"" + replaceAll(text, "\"", "'") + "\"" + kLineEnd;
-    };
-    const std::string tuple = "-1,0" + std::string(kLineEnd) + "BOT" + kLineEnd;
-    // The format calls the columns vectors and the rows tuples.
-    std::string out = header("TABLE", 1, oneLine(document.title)) +
-                      header("VECTORS", rows.columns.size(), "") + header("TUPLES", rows.rowCount() + 1, "") +
-                      header("DATA", 0, "") + tuple;
-    for (const report::Column& column : rows.columns)
-        out += textCell(column.name);
-    for (std::size_t r = 0; r < rows.rowCount(); ++r) {
-        out += tuple;
-        for (std::size_t c = 0; c < rows.columns.size(); ++c) {
-            const Value& value = rows.at(r, c);
-            out += isNumber(value) ? "0," + plainNumber(value) + kLineEnd + "V" + kLineEnd
-                                   : textCell(oneLine(value));
-        }
-    }
-    return windows1254(out + "-1,0" + kLineEnd + "EOD" + kLineEnd);
+    return windowsLetters(Interchange(document).write());
 }
 
 std::string definition(const report::Document& document) {

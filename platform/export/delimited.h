@@ -1,6 +1,6 @@
 // Exports that are plain text: parted values, lines of the pages, fixed records, the interchange format, the
 // description of the report. Each answers the bytes of the file; text is UTF-8 with a mark at its front,
-// lines end in CR LF.
+// lines end in CR LF. Where the report was made from several data sets, each stands under its heading.
 #pragma once
 
 #include <string>
@@ -25,7 +25,8 @@ struct Delimiters {
 [[nodiscard]] std::string plainText(const report::Document& document);
 // Rows as records of fixed width behind a header that gives each field its name, place and width.
 [[nodiscard]] std::string fixedRecords(const report::Document& document);
-// Data Interchange Format, in the letters of Turkish Windows, as programs that read it expect.
+// Data Interchange Format. It names neither its letters nor its decimal sign, so both are written as every
+// reader takes them: Ş as S, 450,25 as 45025E-2.
 [[nodiscard]] std::string interchange(const report::Document& document);
 // What the report is made of: page, data, columns and their types, texts in their places.
 [[nodiscard]] std::string definition(const report::Document& document);

@@ -14,6 +14,7 @@ namespace veldona::exports {
 namespace {
 
 enum Record : unsigned {
+    kFormula = 0x06,
     kEndOfPart = 0x0A,
     kFont = 0x31,
     kCodePage = 0x42,
@@ -55,8 +56,8 @@ void appendLook(std::string& stream, unsigned font, unsigned format, bool ofStyl
     appendRecord(stream, kCellFormat, look);
 }
 
-// All that stands before the sheet; `sheetAt` is where in the stream that begins.
-std::string globals(const std::string& title, std::size_t sheetAt) {
+// All that stands before the sheets; `starts` is where in the stream each begins.
+std::string globals(const std::vector<SheetRows>& sheets, const std::vector<std::size_t>& starts) {
     constexpr unsigned boldFont = 5; // there is no font of number 4
     std::string out;
     appendStart(out, 0x5);
@@ -78,24 +79,27 @@ std::string globals(const std::string& title, std::size_t sheetAt) {
     appendLook(out, 0, kOwnFormats, false);
     appendLook(out, 0, kOwnFormats + 1, false);
     appendRecord(out, kStyle, LittleEndian().word(0x8000).byte(0).byte(0xFF));
-    // A sheet's name is short and free of the signs of a formula.
-    std::string name = left(title.empty() ? "Rapor" : title, 31);
-    std::ranges::replace_if(
-        name, [](char c) { return std::string_view("[]:*?/\\'").find(c) != std::string_view::npos; }, ' ');
-    appendRecord(
-        out, kSheet,
-        LittleEndian().dword(static_cast<std::uint32_t>(sheetAt)).word(0).raw(shortText(name, 31).bytes()));
+    for (std::size_t i = 0; i < sheets.size(); ++i)
+        appendRecord(out, kSheet,
+                     LittleEndian()
+                         .dword(static_cast<std::uint32_t>(starts[i]))
+                         .word(0)
+                         .raw(shortText(sheets[i].name, 31).bytes()));
     appendRecord(out, kEndOfPart, {});
     return out;
 }
 
 class Sheet {
 public:
-    Sheet(const report::DataSet& rows, const WorkbookChoices& choices) : rows_(rows), choices_(choices) {}
-    [[nodiscard]] std::string write();
+    Sheet(const SheetRows& sheet, const WorkbookChoices& choices)
+        : sheet_(sheet), rows_(sheet.rows), choices_(choices) {}
+    [[nodiscard]] std::string write(bool inFront);
 
 private:
-    [[nodiscard]] unsigned headingRows() const { return choices_.headings ? 1 : 0; }
+    [[nodiscard]] unsigned headingRows() const { return sheet_.headings ? 1 : 0; }
+    [[nodiscard]] unsigned totalRows() const;
+    void totals();
+    void formula(unsigned row, unsigned column, double value, unsigned look);
     [[nodiscard]] unsigned width(std::size_t column) const;
     void cell(unsigned row, unsigned column, const Value& value);
     void text(unsigned row, unsigned column, const std::string& words, unsigned look) {
@@ -105,10 +109,44 @@ private:
     void number(unsigned row, unsigned column, double value, unsigned look) {
         appendRecord(out_, kNumber, LittleEndian().word(row).word(column).word(look).real(value));
     }
+    const SheetRows& sheet_;
     const report::DataSet& rows_;
     const WorkbookChoices& choices_;
     std::string out_;
 };
+
+unsigned Sheet::totalRows() const {
+    const bool any =
+        sheet_.totals && std::ranges::any_of(rows_.columns, [](const report::Column& c) { return c.summed; });
+    return any ? 1 : 0;
+}
+
+// SUM over the rows of the column, with the value that it has now.
+void Sheet::formula(unsigned row, unsigned column, double value, unsigned look) {
+    constexpr unsigned area = 0x25, attribute = 0x19, sum = 0x10, relative = 0xC000;
+    LittleEndian tokens;
+    tokens.byte(area).word(headingRows()).word(row - 1).word(column | relative).word(column | relative);
+    tokens.byte(attribute).byte(sum).word(0);
+    LittleEndian record;
+    record.word(row).word(column).word(look).real(value).word(0).dword(0);
+    record.word(static_cast<unsigned>(tokens.bytes().size())).raw(tokens.bytes());
+    appendRecord(out_, kFormula, record);
+}
+
+void Sheet::totals() {
+    const auto row = static_cast<unsigned>(rows_.rowCount()) + headingRows();
+    const unsigned amount = choices_.formatted ? kMoney : kPlain;
+    if (!rows_.columns[0].summed) text(row, 0, "TOPLAM", choices_.formatted ? kHeading : kPlain);
+    for (std::size_t c = 0; c < rows_.columns.size(); ++c) {
+        if (!rows_.columns[c].summed) continue;
+        Currency total; // as the report adds it
+        for (std::size_t r = 0; r < rows_.rowCount(); ++r)
+            if (const Value& value = rows_.at(r, c); !value.isNull()) total += toCurrency(value);
+        const auto column = static_cast<unsigned>(c);
+        choices_.functions ? formula(row, column, toDouble(total), amount)
+                           : number(row, column, toDouble(total), amount);
+    }
+}
 
 unsigned Sheet::width(std::size_t column) const {
     constexpr std::size_t least = 8, most = 60;
@@ -133,22 +171,34 @@ void Sheet::cell(unsigned row, unsigned column, const Value& value) {
     number(row, column, toDouble(value), amount ? kMoney : kPlain);
 }
 
-std::string Sheet::write() {
+std::string Sheet::write(bool inFront) {
     const auto columns = static_cast<unsigned>(rows_.columns.size());
     const auto rows = static_cast<unsigned>(rows_.rowCount());
+    if (rows_.rowCount() + headingRows() + totalRows() > kMostRows || rows_.columns.size() > kMostColumns)
+        raise(ErrorNumber::Overflow);
     appendStart(out_, 0x10);
-    appendRecord(out_, kExtent,
-                 LittleEndian().dword(0).dword(rows + headingRows()).word(0).word(columns).word(0));
+    appendRecord(
+        out_, kExtent,
+        LittleEndian().dword(0).dword(rows + headingRows() + totalRows()).word(0).word(columns).word(0));
     for (unsigned c = 0; choices_.formatted && c < columns; ++c)
         appendRecord(out_, kColumn,
                      LittleEndian().word(c).word(c).word(width(c)).word(kPlain).word(0).word(0));
-    for (unsigned c = 0; choices_.headings && c < columns; ++c)
+    for (unsigned c = 0; sheet_.headings && c < columns; ++c)
         text(0, c, rows_.columns[c].name, choices_.formatted ? kHeading : kPlain);
     for (unsigned r = 0; r < rows; ++r)
         for (unsigned c = 0; c < columns; ++c)
             cell(r + headingRows(), c, rows_.at(r, c));
+    if (totalRows() > 0) totals();
+    constexpr unsigned window = 0xB6, selectedInFront = 0x600;
     appendRecord(out_, kSheetWindow,
-                 LittleEndian().word(0x6B6).word(0).word(0).dword(0x40).word(0).word(0).dword(0));
+                 LittleEndian()
+                     .word(inFront ? window | selectedInFront : window)
+                     .word(0)
+                     .word(0)
+                     .dword(0x40)
+                     .word(0)
+                     .word(0)
+                     .dword(0));
     appendRecord(out_, kEndOfPart, {});
     return std::move(out_);
 }
@@ -156,11 +206,20 @@ std::string Sheet::write() {
 } // namespace
 
 std::string workbook(const report::Document& document, const WorkbookChoices& choices) {
-    const report::DataSet rows = rowsOf(document);
-    if (rows.rowCount() + (choices.headings ? 1 : 0) > kMostRows || rows.columns.size() > kMostColumns)
-        raise(ErrorNumber::Overflow);
-    const std::size_t sheetAt = globals(document.title, 0).size();
-    return compoundFile("Workbook", globals(document.title, sheetAt) + Sheet(rows, choices).write());
+    const std::vector<SheetRows> sheets = sheetsOf(document, choices);
+    std::vector<std::string> written;
+    for (const SheetRows& sheet : sheets)
+        written.push_back(Sheet(sheet, choices).write(written.empty()));
+    std::vector<std::size_t> starts(sheets.size());
+    std::size_t at = globals(sheets, starts).size();
+    for (std::size_t i = 0; i < sheets.size(); ++i) {
+        starts[i] = at;
+        at += written[i].size();
+    }
+    std::string stream = globals(sheets, starts);
+    for (const std::string& sheet : written)
+        stream += sheet;
+    return compoundFile("Workbook", std::move(stream));
 }
 
 } // namespace veldona::exports

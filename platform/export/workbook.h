@@ -1,19 +1,15 @@
-// The workbook of the years from 1997 on (.xls): the report's rows on one sheet.
+// The workbook of the years from 1997 on (.xls).
 #pragma once
 
 #include <string>
 
+#include "platform/export/sheets.h"
 #include "platform/report/page.h"
 
 namespace veldona::exports {
 
-struct WorkbookChoices {
-    bool formatted = true;  // bold headings, grouped amounts, dates as dates; else plain cells
-    bool headings = true;   // a first row of the columns' names
-    double columnWidth = 0; // letters; 0: as wide as each column needs
-};
-
-// Error 6 where the report has more rows than a sheet holds (65,536).
+// A sheet a data set, or one of the pages' lines. Error 6 where one has more rows than a sheet holds
+// (65,536), 5 where the report has nothing of the part that was chosen.
 [[nodiscard]] std::string workbook(const report::Document& document, const WorkbookChoices& choices);
 
 } // namespace veldona::exports

@@ -51,10 +51,7 @@ std::string xmlOf(const std::string& title, const std::vector<report::DataSet>& 
 } // namespace
 
 std::vector<std::string> xmlData(const report::Document& document, bool oneForEach) {
-    std::vector<report::DataSet> data;
-    for (const report::DataSet& set : document.data)
-        if (set.rowCount() > 0) data.push_back(set);
-    if (data.empty()) data.push_back(rowsOf(document));
+    std::vector<report::DataSet> data = tablesOf(document);
     const std::string title = withoutControls(document.title);
     if (!oneForEach) return {xmlOf(title, data)};
     std::vector<std::string> texts;

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "platform/report/datause.h"
 #include "platform/report/layouttext.h"
 #include "platform/report/painting.h"
 #include "platform/report/reporterror.h"
@@ -15,12 +16,21 @@ namespace {
 constexpr double kTolerance = 0.01;
 constexpr double kLeastRoom = 5; // millimetres that a page must have left for its body
 
+// What the texts of a section are told by in an export.
+struct Origin {
+    Area area = Area::Detail;
+    int table = 0;
+};
+
 // A table on its way down the pages.
 struct Running {
     const BoundTable* table;
+    int number; // among the tables of the report, from 1
     std::size_t row = 0;
     bool footerDone = false;
-    std::optional<Painted> waiting; // painted, but without room yet
+    std::optional<Painted> waiting{}; // painted, but without room yet
+
+    Area area = Area::Detail; // of the piece painted last
 
     [[nodiscard]] bool isDone() const {
         return !waiting && row >= table->data->rowCount() && (footerDone || table->footer.empty());
@@ -37,8 +47,9 @@ private:
     void openReport();
     void newPage();
     void placePageHeader();
-    void place(Painted painted, double x);
-    void once(const Section& section);
+    void add(Page& page, Painted painted, double x, double y, Origin origin) const;
+    void place(Painted painted, double x, Origin origin);
+    void once(const Section& section, Area area);
     void block(const Block& block);
     void tables(const SideBySide& side);
     void fillPage(Running& running);
@@ -59,6 +70,7 @@ private:
     double headerHeight_ = 0, footerHeight_ = 0;
     std::vector<Page> pages_;
     std::vector<std::optional<double>> headerTops_; // one a page
+    int tables_ = 0;                                // laid out so far
     double top_ = 0, y_ = 0, bottom_ = 0;           // of the body of the page in hand
 };
 
@@ -66,7 +78,7 @@ std::vector<Page> Composer::compose() {
     openReport();
     for (const Block& each : layout_.body)
         block(each);
-    if (layout_.reportFooter) once(*layout_.reportFooter);
+    if (layout_.reportFooter) once(*layout_.reportFooter, Area::ReportFooter);
     paintEdges();
     return std::move(pages_);
 }
@@ -81,7 +93,7 @@ void Composer::openReport() {
     pages_.emplace_back();
     headerTops_.emplace_back();
     top_ = y_ = layout_.margins.top;
-    if (layout_.reportHeader) once(*layout_.reportHeader);
+    if (layout_.reportHeader) once(*layout_.reportHeader, Area::ReportHeader);
     if (pages_.size() > 1) return; // a report header of more than a page: the page header stands already
     if (room() < headerHeight_ + kLeastRoom) return newPage();
     placePageHeader();
@@ -106,29 +118,37 @@ void Composer::needRoom() const {
     if (room() < kLeastRoom) throw ReportError(layout_.file, 0, "sayfa başı ile sonu arasında yer kalmıyor.");
 }
 
-void Composer::place(Painted painted, double x) {
-    std::vector<Item>& items = pages_.back().items;
+void Composer::add(Page& page, Painted painted, double x, double y, Origin origin) const {
     for (Item& item : painted.items) {
-        moveItem(item, layout_.margins.left + x, y_);
-        items.push_back(std::move(item));
+        moveItem(item, layout_.margins.left + x, y);
+        if (auto* run = std::get_if<TextRun>(&item)) {
+            run->area = origin.area;
+            run->table = origin.table;
+        }
+        page.items.push_back(std::move(item));
     }
-    y_ += painted.height;
 }
 
-void Composer::once(const Section& section) {
+void Composer::place(Painted painted, double x, Origin origin) {
+    const double height = painted.height;
+    add(pages_.back(), std::move(painted), x, y_, origin);
+    y_ += height;
+}
+
+void Composer::once(const Section& section, Area area) {
     Painted whole = painted(binding_.section(section));
     if (whole.height > room() + kTolerance && y_ > top_ + kTolerance) newPage();
     while (whole.height > room() + kTolerance) {
         Painted rest = cutAt(whole, room());
-        place(std::move(whole), 0);
+        place(std::move(whole), 0, {area});
         newPage();
         whole = std::move(rest);
     }
-    place(std::move(whole), 0);
+    place(std::move(whole), 0, {area});
 }
 
 void Composer::block(const Block& block) {
-    if (const auto* band = std::get_if<Section>(&block)) return once(*band);
+    if (const auto* band = std::get_if<Section>(&block)) return once(*band, Area::Detail);
     tables(std::get<SideBySide>(block));
 }
 
@@ -139,7 +159,7 @@ void Composer::tables(const SideBySide& side) {
     std::vector<Running> all;
     double needed = 0;
     for (const BoundTable& table : bound) {
-        all.push_back({&table, 0, false, std::nullopt});
+        all.push_back({&table, ++tables_});
         needed = std::max(needed, headAndFirstRow(table));
     }
     if (needed > room() + kTolerance && y_ > top_ + kTolerance) newPage();
@@ -168,16 +188,19 @@ double Composer::headAndFirstRow(const BoundTable& table) const {
 
 std::optional<Painted> Composer::next(Running& running) const {
     if (running.waiting) return std::exchange(running.waiting, std::nullopt);
+    running.area = Area::Detail;
     if (running.row < running.table->data->rowCount()) return painted(running.table->detail, running.row++);
     if (running.footerDone || running.table->footer.empty()) return std::nullopt;
     running.footerDone = true;
+    running.area = Area::GroupFooter;
     return painted(running.table->footer.front());
 }
 
 void Composer::fillPage(Running& running) {
     const double x = running.table->x;
     const bool isFresh = y_ <= top_ + kTolerance;
-    if (!running.table->header.empty()) place(painted(running.table->header.front()), x);
+    if (!running.table->header.empty())
+        place(painted(running.table->header.front()), x, {Area::GroupHeader, running.number});
     const double first = y_;
     while (auto piece = next(running)) {
         const bool fits = piece->height <= room() + kTolerance;
@@ -188,34 +211,18 @@ void Composer::fillPage(Running& running) {
             running.waiting = std::move(piece);
             return;
         }
-        place(std::move(*piece), x);
+        place(std::move(*piece), x, {running.area, running.number});
         if (running.waiting) return;
     }
 }
 
 void Composer::paintEdges() {
     for (std::size_t i = 0; i < pages_.size(); ++i) {
-        const auto add = [&](const BoundSection& section, double y) {
-            Painted edge = paint(section, {now_, 0, i + 1, pages_.size()}, metrics_);
-            for (Item& item : edge.items) {
-                moveItem(item, layout_.margins.left, y);
-                pages_[i].items.push_back(std::move(item));
-            }
+        const auto edge = [&](const BoundSection& section, double y, Area area) {
+            add(pages_[i], paint(section, {now_, 0, i + 1, pages_.size()}, metrics_), 0, y, {area});
         };
-        if (headerTops_[i]) add(*header_, *headerTops_[i]);
-        if (footer_) add(*footer_, bottom_);
-    }
-}
-
-// What the first table shows is the report's own data: exports take that.
-void putFirst(std::vector<DataSet>& data, const Layout& layout) {
-    for (const Block& block : layout.body) {
-        const auto* side = std::get_if<SideBySide>(&block);
-        if (!side) continue;
-        const auto found = std::find_if(
-            data.begin(), data.end(), [&](const DataSet& each) { return each.name == side->front().query; });
-        std::rotate(data.begin(), found, found == data.end() ? found : found + 1);
-        return;
+        if (headerTops_[i]) edge(*header_, *headerTops_[i], Area::PageHeader);
+        if (footer_) edge(*footer_, bottom_, Area::PageFooter);
     }
 }
 
@@ -224,11 +231,12 @@ void putFirst(std::vector<DataSet>& data, const Layout& layout) {
 Document compose(const Layout& layout, std::vector<DataSet> data, DateTime now, const FontMetrics& metrics) {
     Document made;
     made.title = layout.title;
+    made.fileName = layout.fileName;
     made.pageWidth = layout.pageWidth;
     made.pageHeight = layout.pageHeight;
     made.pages = Composer(layout, data, now, metrics).compose();
     made.data = std::move(data);
-    putFirst(made.data, layout);
+    describeData(made.data, layout);
     return made;
 }
 

@@ -1,7 +1,11 @@
 #include "platform/report/delivered.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 
 #include "platform/report/layoutreader.h"
 #include "platform/report/reporterror.h"
@@ -11,7 +15,35 @@ namespace veldona::report {
 
 namespace {
 
-// Once it stands it is the shop's and never written again, so a half one must not come to stand there.
+// What an earlier release delivered. A shop that has it byte for byte has never edited it, so it gets the new
+// one. Whoever changes a delivered layout adds the digest of the one that the last release brought.
+struct FormerLayout {
+    std::string_view file;
+    std::uint64_t digest;
+};
+constexpr std::array<FormerLayout, 4> kFormerLayouts = {{{"SozlesmeAntetli.rpt", 0xde4d957177993565},
+                                                         {"TahsilatMakbuzu.rpt", 0xafff4ce0074685bb},
+                                                         {"CariListesi2.rpt", 0x320e77e5c8084e50},
+                                                         {"gungecodmrprYTL.xml", 0x15f57a2d5bdfb1e3}}};
+
+// FNV-1a.
+std::uint64_t digestOf(std::string_view bytes) {
+    std::uint64_t digest = 0xcbf29ce484222325;
+    for (const char c : bytes)
+        digest = (digest ^ static_cast<unsigned char>(c)) * 0x100000001b3;
+    return digest;
+}
+
+bool isFormer(const std::filesystem::path& path, std::string_view file) {
+    std::ifstream in(path, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(in), {}};
+    return std::ranges::any_of(kFormerLayouts, [&](const FormerLayout& former) {
+        return former.file == file && former.digest == digestOf(bytes);
+    });
+}
+
+// What a shop edited is never written again, so a half one, which is no delivery, must not come to stand
+// there.
 void writeLayout(const std::filesystem::path& path, std::string_view text) {
     if (!writeWholeFile(path.string(), text))
         throw ReportError(static_cast<std::int32_t>(ErrorNumber::PathFileAccess),
@@ -36,7 +68,7 @@ void writeMissingLayouts(const std::string& folder) {
     std::filesystem::create_directories(folder, failed);
     for (const DeliveredLayout& each : deliveredLayouts()) {
         const std::filesystem::path path = std::filesystem::path(folder) / each.file;
-        if (!std::filesystem::exists(path, failed)) writeLayout(path, each.xml);
+        if (!std::filesystem::exists(path, failed) || isFormer(path, each.file)) writeLayout(path, each.xml);
     }
 }
 

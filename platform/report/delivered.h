@@ -24,8 +24,9 @@ struct DeliveredLayout {
 // machine. Error 53 where neither exists; a broken file of the shop's is an error, never passed over.
 [[nodiscard]] Layout bandedLayout(const std::string& folder, const std::string& name);
 
-// Writes the delivered layouts that the folder does not have, and makes the folder. A file that is there
-// stays as it is. Error 75 where one cannot be written.
+// Writes the delivered layouts that the folder does not have, and makes the folder. Of the files that are
+// there the ones of an earlier release that the shop never edited are brought up to date; all others stay as
+// they are. Error 75 where one cannot be written.
 void writeMissingLayouts(const std::string& folder);
 
 } // namespace veldona::report

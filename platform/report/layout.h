@@ -92,6 +92,7 @@ using Block =
 struct Query {
     std::string name;
     std::string sql;
+    std::string heading; // of its rows in an export; may be empty
     int line = 0;
 };
 
@@ -102,6 +103,7 @@ struct Margins {
 struct Layout {
     std::string file; // for messages
     std::string title;
+    std::string fileName; // of what is laid out by it; empty: the title
     double pageWidth = 210, pageHeight = 297;
     Margins margins;
     std::vector<Query> queries;

@@ -130,7 +130,7 @@ void Reader::readOnce(Element& part, std::optional<Section>& into) {
 }
 
 void Reader::readQuery(Element& part) {
-    Query query{part.neededWord("name"), part.neededText("sql"), part.line()};
+    Query query{part.neededWord("name"), part.neededText("sql"), part.text("heading"), part.line()};
     part.finish();
     if (!part.children().empty()) part.fail("<query> içinde etiket olamaz.");
     if (!isSelect(query.sql)) part.fail("sorgu yalnız SELECT olabilir.");

@@ -21,6 +21,10 @@ struct Color {
     friend bool operator==(const Color&, const Color&) = default;
 };
 
+// The part of the report that a text was printed by. A table's header and footer are those of its group. In
+// the order in which the export panel lists them.
+enum class Area { Detail, GroupFooter, GroupHeader, PageFooter, PageHeader, ReportFooter, ReportHeader };
+
 // One line of text. It fits its box, by the widths of Liberation Sans; a painter whose font is a little wider
 // keeps to the side that `align` names.
 struct TextRun {
@@ -31,6 +35,8 @@ struct TextRun {
     bool bold = false;
     Align align = Align::Left;
     Color color;
+    Area area = Area::Detail;
+    int table = 0; // which of the report's tables it belongs to, from 1; 0: none
 };
 
 struct Line {
@@ -57,7 +63,8 @@ struct Document {
     std::string title;
     double pageWidth = 210, pageHeight = 297;
     std::vector<Page> pages;   // one at least
-    std::vector<DataSet> data; // what the details were made from comes first
+    std::vector<DataSet> data; // what the tables show comes first, in their order
+    std::string fileName{};    // what a file of it is called, without its ending; empty: the title
 };
 
 } // namespace veldona::report

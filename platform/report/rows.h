@@ -18,13 +18,16 @@ namespace veldona::report {
 
 struct Column {
     std::string name;
-    int type = 202; // the store's number: 3, 2, 5, 202, 203, 135, 11
+    int type = 202;      // the store's number: 3, 2, 5, 202, 203, 135, 11
+    bool summed = false; // the report shows what it adds up to
 };
 
 struct DataSet {
-    std::string name; // of the query; empty for the rows that a caller hands over
-    std::vector<Column> columns;
-    std::vector<Value> cells; // row after row
+    std::string name{}; // of the query; empty for the rows that a caller hands over
+    std::vector<Column> columns{};
+    std::vector<Value> cells{}; // row after row
+    std::string heading{};      // what stands over it in an export of several; empty: the name
+    int table = 0;              // which of the report's tables shows it, from 1; 0: none
 
     [[nodiscard]] std::size_t rowCount() const { return columns.empty() ? 0 : cells.size() / columns.size(); }
     [[nodiscard]] const Value& at(std::size_t row, std::size_t column) const {

@@ -86,7 +86,7 @@ Document harmless(Document document) {
 }
 
 void separatedHolds(const Document& document) {
-    const DataSet data = exports::rowsOf(document);
+    const DataSet data = exports::tablesOf(document).front();
     const auto rows = readCommaSeparated(exports::commaSeparated(document));
     require(rows.size() == data.rowCount() + 1, "as many rows as there are");
     for (std::size_t r = 0; r < data.rowCount(); ++r) {
@@ -104,7 +104,7 @@ void separatedHolds(const Document& document) {
 
 void recordsHold(const Document& document) {
     const std::vector<std::string> lines = readLines(exports::fixedRecords(document));
-    const DataSet data = exports::rowsOf(document);
+    const DataSet data = exports::tablesOf(document).front();
     require(lines.size() == 1 + data.columns.size() + data.rowCount(), "a line a column and a record");
     for (std::size_t i = 1 + data.columns.size(); i < lines.size(); ++i)
         require(length(lines[i]) == length(lines.back()), "records of one width");
@@ -133,7 +133,7 @@ void markupHolds(const Document& document) {
 }
 
 void xmlHolds(const Document& document) {
-    const DataSet data = exports::rowsOf(document);
+    const DataSet data = exports::tablesOf(document).front();
     for (const std::string& text : exports::xmlData(document, false)) {
         requireXmlCharacters(text);
         pugi::xml_document file;
@@ -164,7 +164,7 @@ void wordsHold(const Document& document) {
 }
 
 void workbookHolds(const Document& document) {
-    const DataSet data = exports::rowsOf(document);
+    const DataSet data = exports::tablesOf(document).front();
     std::vector<std::u16string> expected;
     for (const Value& cell : data.cells)
         if (cell.isText()) expected.push_back(exports::utf16(exports::shownCell(cell)).substr(0, 4000));

@@ -8,6 +8,7 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPrinter>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -182,21 +183,54 @@ TEST_F(Reports, APdfIsWrittenWholeOrNotAtAll) {
     }
 }
 
-TEST_F(Reports, WhoSavesAPdfNamesTheFileOrThinksBetterOfIt) {
+TEST_F(Reports, APdfIsNamedAfterWhoseItIsAndTheNextOneGoesBesideIt) {
     const QTemporaryDir own;
-    const std::string file = own.filePath("sözleşme.pdf").toStdString();
+    report::Document paper = document();
+    paper.fileName = "Makbuz 7 Ayşe/Ğ 2026-11-22";
     bool written = true;
-    const auto ask = [&] { written = askAndWritePdf(host, nullptr, document()); };
-    with<QFileDialog>(ask, [](QFileDialog& dialog) {
-        EXPECT_EQ(QFileInfo(dialog.selectedFiles().value(0)).fileName(), "Deneme Ğğ İı.pdf");
-    });
+    const auto ask = [&] { written = askAndWritePdf(host, nullptr, paper); };
+    const auto offered = [](const QFileDialog& dialog) {
+        return QFileInfo(dialog.selectedFiles().value(0)).fileName();
+    };
+    with<QFileDialog>(
+        ask, [&](QFileDialog& dialog) { EXPECT_EQ(offered(dialog), "Makbuz 7 Ayşe Ğ 2026-11-22.pdf"); });
     EXPECT_FALSE(written);
     with<QFileDialog>(ask, [&](QFileDialog& dialog) {
-        dialog.selectFile(own.filePath("sözleşme"));
+        dialog.selectFile(own.filePath(offered(dialog)));
         static_cast<QDialog&>(dialog).accept();
     });
     EXPECT_TRUE(written);
-    EXPECT_TRUE(std::filesystem::exists(file));
+    EXPECT_TRUE(QFile::exists(own.filePath("Makbuz 7 Ayşe Ğ 2026-11-22.pdf")));
+    with<QFileDialog>(ask, [&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.directory(), QDir(own.path()));
+        EXPECT_EQ(offered(dialog), "Makbuz 7 Ayşe Ğ 2026-11-22 (2).pdf");
+    });
+}
+
+// Pages of both shapes on the sheets that a printer may hold.
+TEST_F(Reports, APageStandsUprightOnTheSheetOfThePrinter) {
+    const QTemporaryDir own;
+    struct Case {
+        double width, height;
+        QPageSize::PageSizeId sheet;
+        QPageLayout::Orientation turned;
+    };
+    for (const Case& each : {Case{210, 148, QPageSize::A4, QPageLayout::Portrait},
+                             {210, 148, QPageSize::A5, QPageLayout::Landscape},
+                             {210, 297, QPageSize::A4, QPageLayout::Portrait},
+                             {297, 210, QPageSize::A4, QPageLayout::Landscape},
+                             {210, 297, QPageSize::A5, QPageLayout::Portrait}}) {
+        report::Document paper = document();
+        paper.pageWidth = each.width;
+        paper.pageHeight = each.height;
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(own.filePath("kagit.pdf"));
+        printer.setPageSize(QPageSize(each.sheet));
+        printPages(paper, printer);
+        EXPECT_EQ(printer.pageLayout().orientation(), each.turned) << each.width << " x " << each.height;
+        EXPECT_EQ(printer.pageLayout().pageSize().id(), each.sheet);
+    }
 }
 
 } // namespace

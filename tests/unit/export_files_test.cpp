@@ -11,6 +11,7 @@
 #include "platform/export/compoundfile.h"
 #include "platform/export/delimited.h"
 #include "platform/export/ownform.h"
+#include "platform/export/workbook.h"
 #include "platform/report/compose.h"
 #include "platform/report/layoutreader.h"
 #include "platform/report/pagetext.h"
@@ -22,6 +23,7 @@ namespace veldona::test {
 
 namespace {
 
+using namespace std::string_literals;
 using Lines = std::vector<std::string>;
 constexpr const char* kError13 = "Hata Oluştu\nHata No : 13Hata Tanımı :";
 
@@ -49,7 +51,7 @@ protected:
         for (int i = 1; i <= 60; ++i)
             shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD,EVMH) VALUES ('" + std::to_string(i) +
                      "','Ayşe','Öz, \"Işık\" <ğ>','%D {AD} Mh.')");
-        SablonRaporGoster(session, "\\Rapor\\CariListesi2.rpt", "SELECT * FROM MUSTKAYIT ORDER BY ID");
+        SablonRaporGoster(session, "\\Rapor\\CariListesi2.rpt", {"SELECT * FROM MUSTKAYIT ORDER BY ID"});
         panel().picExport.setVisible(true);
         panel().cmdExport.setVisible(true);
     }
@@ -80,12 +82,12 @@ TEST_F(Export, EachFormatHasItsFolderItsNameAndItsContent) {
         const char* holds;
     };
     const Case cases[] = {
-        {"Karakter ile Ayrılmış", "Karakter Ayrılmış/aktar.txt", "\xEF\xBB\xBF'ID';'HSTNO'",
-         "'Ayşe';'Öz, \"Işık\" <ğ>'"},
-        {"Virgül ile Ayrılmış (CSV)", "Virgül Ayrılmış/aktar.csv", "\xEF\xBB\xBF\"ID\",\"HSTNO\"",
-         "\"Öz, \"\"Işık\"\" <ğ>\""},
+        {"Karakter ile Ayrılmış", "Karakter Ayrılmış/aktar.txt",
+         "\xEF\xBB\xBF'Müşteri Listesi'\r\n'ID';'HSTNO'", "'Ayşe';'Öz, \"Işık\" <ğ>'"},
+        {"Virgül ile Ayrılmış (CSV)", "Virgül Ayrılmış/aktar.csv",
+         "\xEF\xBB\xBF\"Müşteri Listesi\"\r\n\"ID\",\"HSTNO\"", "\"Öz, \"\"Işık\"\" <ğ>\""},
         {"Crystal Reports (RPT)", "Crystal Report/aktar.rpt", "<report", "%%D {{AD} Mh."},
-        {"Data Interchange (DIF)", "Data Interchange/aktar.dif", "TABLE\r\n0,1\r\n", "TUPLES\r\n0,61\r\n"},
+        {"Data Interchange (DIF)", "Data Interchange/aktar.dif", "TABLE\r\n0,1\r\n", "TUPLES\r\n0,66\r\n"},
         {"Zengin Metinli Biçim (RTF)", "Zengin Metin/aktar.rtf", "{\\rtf1", "Ay\\u351?e"},
         {"MS Excel 97-2000 (XLS)", "MSExcel/aktar.xls", "\xD0\xCF\x11\xE0", ""},
         {"MS Excel 97-2000,(Formatsız) (XLS)", "MSExcel/aktar.xls", "\xD0\xCF\x11\xE0", ""},
@@ -93,15 +95,13 @@ TEST_F(Export, EachFormatHasItsFolderItsNameAndItsContent) {
          "&lt;ğ&gt;"},
         {"HTML 4 (HTM)", "HTML/aktar.htm", "<!DOCTYPE HTML PUBLIC \"-//W3C//DTD HTML 4", "&lt;ğ&gt;"},
         {"Acrobat Format (PDF)", "PDF/aktar.pdf", "%PDF", ""},
-        {"Kayıt Deseni (REC)", "Kayıt Deseni/aktar.rec",
-         "\xEF\xBB\xBF"
-         "FIELDS",
+        {"Kayıt Deseni (REC)", "Kayıt Deseni/aktar.rec", "\xEF\xBB\xBFTABLE \"Müşteri Listesi\"\r\nFIELDS",
          "RECORDS 60\r\nID whole 1 2\r\nHSTNO text 3 2\r\n"},
         {"Rapor Tanımı (DEF)", "Rapor Tanımı/aktar.def", "\xEF\xBB\xBFREPORT \"Müşteri Listesi\"",
          "COLUMN HSTNO text"},
         {"Tab ile Ayrılmış Metin", "Tab Ayrılmış Metin/aktar.txt", "\xEF\xBB\xBF", "60\t60\tAyşe\t"},
-        {"Tab ile Ayrılmış Değerler", "Tab Ayrılmış Değerler/aktar.txt", "\xEF\xBB\xBFID\tHSTNO",
-         "\r\n60\t60\t"},
+        {"Tab ile Ayrılmış Değerler", "Tab Ayrılmış Değerler/aktar.txt",
+         "\xEF\xBB\xBFMüşteri Listesi\r\nID\tHSTNO", "\r\n60\t60\t"},
         {"Metin (TXT)", "Metin/aktar.txt", "\xEF\xBB\xBF", "Ayşe"},
         {"MS Word (DOC)", "MSWord/aktar.doc", "{\\rtf1", "Ay\\u351?e"},
         {"XML", "XML/aktar.xml", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>",
@@ -188,7 +188,7 @@ TEST_F(Export, ItsOwnFormLaysTheSamePagesOutAgain) {
 TEST_F(Export, AReportWithoutRowsGivesTheLinesOfItsPages) {
     report::Document document = *session.rapor;
     document.data.clear();
-    const report::DataSet rows = exports::rowsOf(document);
+    const report::DataSet rows = exports::tablesOf(document).front();
     std::size_t lines = 0;
     for (const report::Page& page : document.pages)
         lines += report::textLines(page).size();
@@ -196,6 +196,88 @@ TEST_F(Export, AReportWithoutRowsGivesTheLinesOfItsPages) {
     EXPECT_NE(exports::commaSeparated(document).find("\"Ayşe\""), std::string::npos);
     document.pages[0].items.clear();
     EXPECT_FALSE(exports::tabbedPages(document).empty());
+}
+
+// Two tables side by side, of which the second one is summed.
+report::Document twoTables() {
+    const report::Layout layout = report::parseLayout(
+        R"(<report title="Rapor: 7"><query name="a" sql="SELECT 1"/><query name="b" heading="Ödeme" sql="SELECT 1"/>
+<reportHeader height="6"><label x="0" y="0" width="60" text="Baş"/></reportHeader>
+<sideBySide>
+<table query="a"><header height="6"><label x="0" y="0" width="60" text="A'lar"/></header>
+<detail height="6"><field x="0" y="0" width="60" column="AD"/></detail></table>
+<table query="b" x="80"><header height="6"><label x="0" y="0" width="60" text="B'ler"/></header>
+<detail height="6"><field x="0" y="0" width="60" column="TUTAR"/></detail>
+<footer height="6"><sum x="0" y="0" width="60" column="TUTAR" format="0.00"/></footer></table>
+</sideBySide></report>)",
+        "iki.xml");
+    return report::compose(layout,
+                           {{.name = "a", .columns = {{"AD"}}, .cells = {"Ayşe", "=1"}},
+                            {.name = "b", .columns = {{"TUTAR", 5}}, .cells = {450.25, 0.5}}},
+                           DateTime::of(2026, 11, 22));
+}
+
+TEST(ExportedTables, StandUnderTheirHeadings) {
+    EXPECT_NE(exports::commaSeparated(twoTables()).find("\r\n\r\n\"Ödeme\"\r\n\"TUTAR\"\r\n\"450,25\"\r\n"),
+              std::string::npos);
+    const std::string dif = exports::interchange(twoTables());
+    EXPECT_EQ(dif.find("TUPLES\r\n0,9\r\n"), dif.find("TUPLES")); // twice heading, names and two rows; a gap
+    EXPECT_NE(dif.find("\"Ayse\"\r\n"), std::string::npos);
+    EXPECT_NE(dif.find("\"\xD6"
+                       "deme\"\r\n"),
+              std::string::npos);
+    EXPECT_NE(dif.find("0,45025E-2\r\nV\r\n"), std::string::npos);
+}
+
+TEST(ExportedTables, ASheetHoldsThePartThatWasChosen) {
+    using exports::WorkbookChoices;
+    const report::Document document = twoTables();
+    const auto holds = [&](const WorkbookChoices& choices) {
+        Lines lines;
+        for (const exports::SheetRows& sheet : exports::sheetsOf(document, choices)) {
+            std::string line = sheet.name + (sheet.headings ? " +" : " -") + (sheet.totals ? "+" : "-");
+            for (const Value& cell : sheet.rows.cells)
+                line += "|" + exports::shownCell(cell);
+            lines.push_back(line);
+        }
+        return lines;
+    };
+    EXPECT_EQ(holds({}), (Lines{"a ++|Ayşe|=1", "Ödeme ++|450,25|0,5"}));
+    EXPECT_EQ(holds({.area = report::Area::Detail}), (Lines{"a +-|Ayşe|=1", "Ödeme +-|450,25|0,5"}));
+    EXPECT_EQ(holds({.area = report::Area::Detail, .group = 2}), (Lines{"Rapor  7 +-|450,25|0,5"}));
+    EXPECT_EQ(holds({.area = report::Area::ReportHeader}), (Lines{"Rapor  7 --|Baş"}));
+    EXPECT_EQ(holds({.area = report::Area::GroupHeader}), (Lines{"Rapor  7 --|A'lar|B'ler"}));
+    EXPECT_EQ(holds({.area = report::Area::GroupFooter, .group = 2}), (Lines{"Rapor  7 --|450,75"}));
+    EXPECT_EQ(holds({.tabular = false}), (Lines{"Rapor  7 --|Baş||A'lar|B'ler|Ayşe|450,25|=1|0,5||450,75"}));
+    for (const WorkbookChoices& nothing :
+         {WorkbookChoices{.area = report::Area::PageFooter}, WorkbookChoices{.group = 3}})
+        EXPECT_THROW(holds(nothing), RuntimeError);
+    // SUM(A2:A3) by its tokens.
+    const std::string sum = "\x25\x01\0\x02\0\0\xC0\0\xC0\x19\x10"s;
+    EXPECT_NE(exports::workbook(document, {.functions = true}).find(sum), std::string::npos);
+    EXPECT_EQ(exports::workbook(document, {}).find(sum), std::string::npos);
+}
+
+TEST_F(Export, ThePanelsChoicesReachTheSheet) {
+    const auto content = [&] {
+        start("MS Excel 97-2000 (XLS)");
+        return contentOf(file("MSExcel/aktar.xls"));
+    };
+    const auto wide = [](const char* text) {
+        std::string bytes;
+        for (const char16_t unit : exports::utf16(text))
+            (bytes += static_cast<char>(unit)) += static_cast<char>(unit >> 8);
+        return bytes;
+    };
+    EXPECT_NE(content().find(wide("HSTNO")), std::string::npos);
+    user::choose(panel().cmbUseTabFormat, "Hayır");
+    EXPECT_EQ(content().find(wide("HSTNO")), std::string::npos) << "the pages' lines have other headings";
+    user::choose(panel().cmbAreaType, "Sayfa Dipnotu");
+    const std::string footers = content();
+    EXPECT_NE(footers.find(wide("Sayfa 2 / ")), std::string::npos);
+    EXPECT_EQ(footers.find(wide("Ayşe")), std::string::npos);
+    panel().txtAreaGroup.setText("1"); // a page's foot belongs to no table
+    EXPECT_NE(start("MS Excel 97-2000 (XLS)").find("Hata No : 5"), std::string::npos);
 }
 
 // Container sizes around the borders at which its tables grow by one more sector.

@@ -190,7 +190,7 @@ TEST_F(Viewer, ASearchGoesOnBehindItsHitAndElseFromThePageOnShow) {
 TEST_F(Viewer, TheReportLastsAsLongAsItsViewer) {
     shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('7','Ayşe','Yılmaz')");
     shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('8','Zeki','Kaya')");
-    SablonRaporGoster(session, kMusteriListesi, "SELECT * FROM MUSTKAYIT WHERE HSTNO='8'");
+    SablonRaporGoster(session, kMusteriListesi, {"SELECT * FROM MUSTKAYIT WHERE HSTNO='8'"});
     auto& f = dynamic_cast<FrmCrNesne&>(*forms.active());
     EXPECT_NE(desk.text.find("1 8 Zeki Kaya"), std::string::npos) << desk.text;
     EXPECT_EQ(desk.text.find("Ayşe"), std::string::npos) << desk.text;
@@ -217,7 +217,7 @@ TEST_F(Viewer, WithoutAReportItDoesNotStay) {
 }
 
 TEST_F(Viewer, ATemplateThatIsMissingOrBrokenIsNamedAndNothingOpens) {
-    const auto print = [this] { SablonRaporGoster(session, kMusteriListesi, "SELECT * FROM MUSTKAYIT"); };
+    const auto print = [this] { SablonRaporGoster(session, kMusteriListesi, {"SELECT * FROM MUSTKAYIT"}); };
     std::ofstream(templateFile("CariListesi2.rpt")) << "<report title=\"x\">\n<tabel/></report>";
     std::string said = errorOf(print);
     EXPECT_EQ(said.substr(0, 3), "321") << said;
