@@ -8,9 +8,9 @@
 #include <stdlib.h>
 
 #include "platform/runtime/conversion.h"
-#include "platform/store/dialect/skeleton.h"
-#include "platform/store/dialect/split.h"
+#include "platform/store/dialect/names.h"
 #include "platform/store/dialect/storeerror.h"
+#include "platform/store/dialect/translate.h"
 #include "platform/store/engine/createdatabase.h"
 #include "platform/store/faces/database.h"
 #include "platform/store/faces/workspace.h"
@@ -109,10 +109,10 @@ void requireOneStatement(const std::string& engineSql) {
     require(quote == 0, "a text left open: " + engineSql);
 }
 
-void requireKind(const Plan& plan, const std::string& shape) {
-    const std::string word = shape.substr(0, 6);
+void requireKind(const Plan& plan, const store::Reading& statement) {
+    const std::string_view word = statement.tokens.front().text;
     const bool reads = plan.kind == Plan::Kind::Select || plan.kind == Plan::Kind::Identity;
-    require(reads == (word == "SELECT"), "what begins with SELECT reads, what does not, writes: " + shape);
+    require(reads == store::sameName(word, "SELECT"), "what begins with SELECT reads, what does not, writes");
     require(reads == plan.sql.starts_with("SELECT"), "and so does the engine: " + plan.sql);
     require(reads == plan.table.empty(), "who writes names its table");
 }
@@ -154,64 +154,54 @@ Outcome run(const std::string& sql) {
     return outcome;
 }
 
-std::optional<Plan> planOf(const std::string& sql, const store::SplitStatement& split) {
+std::optional<Plan> planOf(const std::string& sql, const store::Reading& statement) {
     try {
-        return store::translate(split, books().file().catalog());
+        return store::translate(statement, books().file().catalog());
     } catch (const StoreError& error) {
         requireOurWords(error, sql);
         return std::nullopt;
     }
 }
 
-// What is taken out of a text at a glance is what its words give, also when the text comes with other values.
-void requireGlance(const std::string& sql, const store::SplitStatement& split) {
-    const store::Skeleton seen(sql);
-    if (!seen.isSound()) return;
-    const auto known = store::KnownSplit::of(seen, split);
-    if (!known) return;
+// A plan is found again by the key of its text: what has the same key must be the same words but for its
+// values.
+void requireKey(const std::string& sql, const store::Reading& statement) {
     std::string other = sql;
     for (char& letter : other)
         if (letter >= '0' && letter <= '8') ++letter;
-    for (const std::string& text : {sql, other}) {
-        const store::Skeleton asked(text);
-        const auto literals =
-            asked.isSound() && asked.text() == seen.text() ? known->literals(asked) : std::nullopt;
-        if (!literals) continue;
-        const store::SplitStatement words = store::splitStatement(text);
-        requireEqual(words.shape, split.shape, "one skeleton, one shape: " + text);
-        require(words.literals.size() == literals->size(), "the same values at a glance: " + text);
-        for (std::size_t i = 0; i < literals->size(); ++i) {
-            require(words.literals[i].kind == (*literals)[i].kind, "a value's kind at a glance: " + text);
-            requireEqual((*literals)[i].text, words.literals[i].text, "a value at a glance: " + text);
-        }
+    const store::Reading again = store::readStatement(other);
+    require(again.tokens.size() == statement.tokens.size(), "digits alone change no word: " + other);
+    if (again.key != statement.key) return;
+    for (std::size_t i = 0; i < again.tokens.size(); ++i) {
+        const auto &word = statement.tokens[i], &found = again.tokens[i];
+        require(word.kind == found.kind, "one key, one kind of word: " + other);
+        const bool isValue = word.kind == store::sql::TokenKind::Parameter;
+        require(isValue || word.text == found.text, "one key, the same words: " + other);
     }
 }
 
 void statementHolds(const std::string& sql) {
-    store::SplitStatement split;
+    store::Reading statement;
     try {
-        split = store::splitStatement(sql);
+        store::readStatement(sql, statement);
     } catch (const StoreError& error) {
         requireOurWords(error, sql);
         require(!run(sql).ran, "what cannot be cut into words is not run");
         return;
     }
-    requireGlance(sql, split);
-    const auto plan = planOf(sql, split);
+    requireKey(sql, statement);
+    const auto plan = planOf(sql, statement);
     const Outcome outcome = run(sql);
     if (!plan) {
         require(!outcome.ran, "what is no statement is not run: " + sql);
         return;
     }
     requireOneStatement(plan->sql);
-    requireKind(*plan, split.shape);
-    require(plan->targets.size() == split.literals.size(), "a type for each literal");
+    requireKind(*plan, statement);
+    require(plan->targets.size() == statement.literals.size(), "a type for each literal");
     const Outcome again = run(sql); // from the kept plan
     require(again.ran == outcome.ran, "the second run comes out as the first: " + sql);
     requireEqual(again.rows, outcome.rows, "the second run of " + sql);
-    // The same with its literals left where they stand, as a saved query has it.
-    const Outcome kept = run(store::split(sql, store::Literals::Kept).shape);
-    if (kept.ran && outcome.ran) requireEqual(kept.rows, outcome.rows, "with its literals in place: " + sql);
 }
 
 } // namespace

@@ -39,16 +39,16 @@ public:
     [[nodiscard]] const Catalog& catalog() const { return catalog_; }
 
     [[nodiscard]] Plan plan(std::string_view sql, const std::vector<std::string>& narrowing = {}) const {
-        return translate(splitStatement(sql), catalog_, narrowing);
+        return translate(readStatement(sql), catalog_, narrowing);
     }
 
     Rows run(std::string_view sql, const std::vector<std::string>& narrowing = {},
              const std::vector<Value>& values = {}) {
-        const SplitStatement split = splitStatement(sql);
-        const Plan plan = translate(split, catalog_, narrowing);
+        const Reading statement = readStatement(sql);
+        const Plan plan = translate(statement, catalog_, narrowing);
         std::vector<Value> bound;
-        for (std::size_t i = 0; i < split.literals.size(); ++i)
-            bound.push_back(bindLiteral(split.literals[i], plan.targets[i]));
+        for (std::size_t i = 0; i < statement.literals.size(); ++i)
+            bound.push_back(bindLiteral(statement.literals[i], plan.targets[i]));
         for (std::size_t i = 0; i < values.size(); ++i)
             bound.push_back(bindValue(values[i], plan.narrowTypes[i]));
         return engine(plan.sql, bound);

@@ -38,7 +38,7 @@ constexpr std::string_view kCalculating = "+-*/\\^&";
 
 } // namespace
 
-Lexer::Lexer(std::string_view sql, Of of) : sql_(sql), of_(of) {
+Lexer::Lexer(std::string_view sql) : sql_(sql) {
     if (const auto nul = sql.find('\0'); nul != std::string_view::npos) fail(nul);
 }
 
@@ -58,9 +58,6 @@ Token Lexer::next() {
         return enclosed(']', TokenKind::Bracketed);
     case '@':
         return identity();
-    case '?':
-        if (of_ != Of::Shape) fail(at_);
-        return {TokenKind::Parameter, Sign::None, 0, sql_.substr(at_++, 1)};
     default:
         return signs();
     }

@@ -1,7 +1,6 @@
 // The words of the dialect: names, numbers, texts in '…' or "…", dates in #…#, signs.
 //
 // A token points into the text it was cut from, which must outlive it. Comments are no part of the dialect.
-// The one word that a statement of the program never holds is "?", the place of a literal in a shape.
 #pragma once
 
 #include <cstddef>
@@ -19,7 +18,7 @@ enum class TokenKind : std::uint8_t {
     Text,      // without its quotes; a quote inside stands there twice
     Date,      // without its signs, never blank
     Identity,  // @@IDENTITY
-    Parameter, // ?, in a shape only
+    Parameter, // in the place of a value that is bound (reading.h)
     Sign,
 };
 
@@ -54,12 +53,13 @@ struct Token {
 
 class Lexer {
 public:
-    enum class Of { Original, Shape };
     // Raises StoreError{Syntax} for a NUL character.
-    explicit Lexer(std::string_view sql, Of of = Of::Original);
+    explicit Lexer(std::string_view sql);
 
     // Raises StoreError{Syntax} where no word begins.
     [[nodiscard]] Token next();
+    // Where it stands: behind the word taken last, until it is asked what follows.
+    [[nodiscard]] std::size_t at() const { return at_; }
     // True where the next word is a sign that calculates or joins, or MOD: what stands before it is no whole
     // value.
     [[nodiscard]] bool operatorFollows();
@@ -78,7 +78,6 @@ private:
 
     std::string_view sql_;
     std::size_t at_ = 0;
-    Of of_;
 };
 
 // The content of a text token: doubled quotes are one, broken UTF-8 is mended.

@@ -10,7 +10,7 @@ namespace {
 
 class StatementParser : private SelectReader {
 public:
-    explicit StatementParser(const SplitStatement& statement)
+    explicit StatementParser(const Reading& statement)
         : words_(statement), expressions_(words_, nesting_, *this) {}
 
     Statement run() {
@@ -222,7 +222,7 @@ private:
 
 } // namespace
 
-Statement parse(const SplitStatement& statement) {
+Statement parse(const Reading& statement) {
     return StatementParser(statement).run();
 }
 

@@ -3,7 +3,6 @@
 
 #include "platform/store/dialect/names.h"
 #include "platform/store/dialect/parser_words.h"
-#include "platform/store/dialect/split.h"
 #include "platform/store/dialect/storeerror.h"
 
 namespace veldona::store::sql {
@@ -217,7 +216,8 @@ ExprPtr ExpressionParser::word() {
     if (words_.takeIf("NULL")) return node(Expr::Kind::Null);
     if (words_.is("TRUE") || words_.is("FALSE")) {
         ExprPtr made = node(Expr::Kind::Truth);
-        made->negated = words_.take().text == "FALSE";
+        made->negated = words_.is("FALSE");
+        words_.take();
         return made;
     }
     return column();

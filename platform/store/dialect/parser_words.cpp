@@ -21,13 +21,6 @@ bool isReserved(std::string_view word) {
 
 } // namespace
 
-Words::Words(const SplitStatement& statement) : statement_(statement) {
-    Lexer lexer(statement.shape, Lexer::Of::Shape);
-    do {
-        tokens_.push_back(lexer.next());
-    } while (tokens_.back().kind != TokenKind::End);
-}
-
 const Token& Words::peek(std::size_t ahead) const {
     return tokens_[std::min(at_ + ahead, tokens_.size() - 1)];
 }
@@ -39,7 +32,7 @@ Token Words::take() {
 }
 
 bool Words::is(std::string_view keyword, std::size_t ahead) const {
-    return peek(ahead).kind == TokenKind::Word && peek(ahead).text == keyword;
+    return peek(ahead).kind == TokenKind::Word && sameName(peek(ahead).text, keyword);
 }
 
 bool Words::takeIf(Sign sign) {
@@ -69,12 +62,14 @@ bool Words::isName(std::size_t ahead) const {
 
 std::string Words::takeName() {
     if (!isName()) fail();
-    return std::string(take().text);
+    const Token name = take();
+    return name.kind == TokenKind::Word ? foldName(name.text) : std::string(name.text);
 }
 
 std::string Words::takeAlias() {
-    if (takeIf("AS")) return takeName();
-    return isName() ? takeName() : std::string();
+    if (!takeIf("AS")) return isName() ? takeName() : std::string();
+    if (!isName()) fail();
+    return std::string(take().text);
 }
 
 int Words::takeParameter() {
@@ -84,8 +79,9 @@ int Words::takeParameter() {
 
 void Words::fail() const {
     const Token& token = peek();
+    if (token.kind == TokenKind::Word) failSyntax(foldName(token.text));
     if (token.kind != TokenKind::Parameter) failSyntax(token.text);
-    // The literal that the operator or the program wrote says more than its place in the shape.
+    // With its sign, and a doubled quote as one.
     failSyntax(statement_.literals.at(static_cast<std::size_t>(parameters_)).text);
 }
 

@@ -1,4 +1,4 @@
-// The words of one shape, with the look ahead that the grammar needs, and the part of the grammar below
+// The words of one statement, with the look ahead that the grammar needs, and the part of the grammar below
 // statements.
 #pragma once
 
@@ -6,20 +6,19 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/store/dialect/lexer.h"
-#include "platform/store/dialect/split.h"
+#include "platform/store/dialect/reading.h"
 #include "platform/store/dialect/tree.h"
 
 namespace veldona::store::sql {
 
 class Words {
 public:
-    explicit Words(const SplitStatement& statement);
+    explicit Words(const Reading& statement) : statement_(statement), tokens_(statement.tokens) {}
 
     [[nodiscard]] const Token& peek(std::size_t ahead = 0) const;
     Token take();
     [[nodiscard]] bool is(Sign sign, std::size_t ahead = 0) const { return peek(ahead).sign == sign; }
-    // A keyword: a word without brackets.
+    // A keyword, in capitals: a word without brackets.
     [[nodiscard]] bool is(std::string_view keyword, std::size_t ahead = 0) const;
     bool takeIf(Sign sign);
     bool takeIf(std::string_view keyword);
@@ -28,15 +27,16 @@ public:
 
     // A name that is no reserved word, or anything in brackets.
     [[nodiscard]] bool isName(std::size_t ahead = 0) const;
+    // In capitals where it stands without brackets.
     [[nodiscard]] std::string takeName();
-    // What stands here, behind AS or alone; "" where no alias does.
+    // What stands here, behind AS (then as it was written) or alone; "" where no alias does.
     [[nodiscard]] std::string takeAlias();
     [[nodiscard]] int takeParameter();
     [[noreturn]] void fail() const;
 
 private:
-    const SplitStatement& statement_;
-    std::vector<Token> tokens_;
+    const Reading& statement_;
+    const std::vector<Token>& tokens_;
     std::size_t at_ = 0;
     int parameters_ = 0;
 };

@@ -18,6 +18,16 @@ std::optional<ColumnType> columnType(const sql::Select& select, std::size_t colu
     return std::nullopt;
 }
 
+// SELECT TOP 1 * FROM a table, as long as the star stands there.
+bool asksForTypes(const sql::Statement& tree) {
+    const auto* select = std::get_if<std::unique_ptr<sql::Select>>(&tree);
+    if (select == nullptr || (*select)->arms.size() != 1 || !(*select)->orderBy.empty()) return false;
+    const sql::Arm& arm = (*select)->arms.front();
+    return arm.top == 1 && !arm.distinct && arm.items.size() == 1 && !arm.items.front().expr &&
+           arm.from.size() == 1 && arm.from.front()->kind == sql::From::Kind::Single &&
+           !arm.from.front()->source.query && !arm.where && arm.groupBy.empty() && !arm.having;
+}
+
 // Fills the plan from the tree, statement kind by statement kind.
 struct Planner {
     Plan& plan;
@@ -37,6 +47,7 @@ struct Planner {
         for (std::size_t i = 0; i < items.size(); ++i)
             plan.columns.push_back({items[i].name, columnType(*select, i)});
         plan.listsKeys = listsKeys();
+        plan.readsClock = checked.readsClock;
     }
 
     bool listsKeys() const {
@@ -83,15 +94,19 @@ struct Planner {
 
 } // namespace
 
-Plan translate(const SplitStatement& statement, const Catalog& catalog,
+Plan translate(const Reading& statement, const Catalog& catalog, const std::vector<std::string>& narrowing) {
+    return translate(sql::parse(statement), statement.literals.size(), catalog, narrowing);
+}
+
+Plan translate(sql::Statement tree, std::size_t parameters, const Catalog& catalog,
                const std::vector<std::string>& narrowing) {
-    sql::Statement tree = sql::parse(statement);
+    Plan plan;
+    plan.asksForTypes = asksForTypes(tree);
     const sql::Checked checked = sql::check(tree, catalog);
     if (!narrowing.empty() && !std::holds_alternative<std::unique_ptr<sql::Select>>(tree)) {
         throw StoreError(StoreError::Kind::Syntax, "Yalnız okuyan bir sorgu daraltılabilir.");
     }
-    Plan plan;
-    plan.targets.resize(statement.literals.size());
+    plan.targets.resize(parameters);
     std::visit(Planner{plan, catalog, checked, narrowing}, std::as_const(tree));
     return plan;
 }

@@ -288,6 +288,7 @@ private:
         call.function = findFunction(call.name);
         if (!call.function) failUnknown("işlev", call.name);
         const Function& function = *call.function;
+        checked_.readsClock = checked_.readsClock || function.readsClock();
         const std::size_t given = call.parts.size();
         if (given < function.least || given > function.kinds.size()) {
             throw StoreError(StoreError::Kind::Syntax, "Sorgu ifadesinde sözdizimi hatası: " + call.name +

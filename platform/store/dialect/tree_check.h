@@ -13,6 +13,7 @@ namespace veldona::store::sql {
 struct Checked {
     std::vector<std::string> baseTables; // read by any part of the statement
     int sources = 0; // tables and queries named in it; above one, columns are written with theirs
+    bool readsClock = false;
 };
 
 // Raises StoreError{UnknownName} for a table, column or function that is not there or not told apart,

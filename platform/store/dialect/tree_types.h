@@ -45,6 +45,8 @@ struct Function {
     std::optional<ColumnType> type;
     std::string_view engineName;
 
+    // NOW, DATE and TIME: all others answer by their arguments.
+    [[nodiscard]] bool readsClock() const { return kinds.empty(); }
     [[nodiscard]] bool isAggregate() const { return kind >= Kind::Sum; }
 };
 

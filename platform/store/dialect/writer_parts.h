@@ -1,7 +1,7 @@
 // The parts of the writer that all of its sources use.
 #pragma once
 
-#include "platform/store/dialect/split.h"
+#include "platform/store/dialect/reading.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/dialect/writer.h"
 

@@ -12,13 +12,16 @@ struct Recordset::State {
     State(std::string_view sql, store::Answer asked) : source(sql), answer(std::move(asked)) {}
 
     std::string source;
-    store::Answer answer;
-    int position = 0;     // -1 before the first row, the row count behind the last one
+    mutable store::Answer answer; // read at the latest when a row is looked at
+    int position = 0;             // -1 before the first row, the row count behind the last one
     Bookmark picture = 0; // counts the answers taken, so that a place in an older one is known for what it is
     store::ColumnIndex columns;
 
     [[nodiscard]] const std::vector<store::ResultColumn>& fields() const { return answer.plan().columns; }
-    [[nodiscard]] const store::RowSet& rows() const { return answer.rows(); }
+    [[nodiscard]] const store::RowSet& rows() const {
+        if (!answer.isAsked()) asStatement([&] { answer.renew(); });
+        return answer.rows();
+    }
     [[nodiscard]] bool isOnRow() const { return position >= 0 && position < rows().rowCount(); }
 
     void ask() {
@@ -78,7 +81,7 @@ void Recordset::open(std::string_view sql, Connection& connection) {
             return;
         }
         auto state = std::make_unique<State>(sql, store::Answer(connection.database_, std::move(query)));
-        state->ask();
+        if (!state->answer.plan().asksForTypes) state->ask();
         state_ = std::move(state);
     });
 }

@@ -1,5 +1,7 @@
 #include "platform/store/faces/answer.h"
 
+#include "platform/store/faces/rowqueries.h"
+
 namespace veldona::store {
 
 bool Answer::renew() {
@@ -7,7 +9,7 @@ bool Answer::renew() {
     // seen as new the next time.
     const std::uint64_t stamp = isAsked_ ? database_->stampWithWritesOfOthers(plan().baseTables)
                                          : database_->stamp(plan().baseTables);
-    if (isAsked_ && query_.prepared->isRepeatable && stamp == stamp_) return false;
+    if (isAsked_ && query_.prepared->isRepeatable() && stamp == stamp_) return false;
     if (!isAsked_ || mayBeUndone_ || !query_.plan().listsKeys || !appendNewKeys())
         database_->read(query_, rows_);
     stamp_ = stamp;
@@ -21,13 +23,11 @@ bool Answer::renew() {
 // stand.
 bool Answer::appendNewKeys() {
     if (rows_.rowCount() == 0) return false;
-    const std::string table = " FROM [" + plan().baseTables.front() + "]";
+    const std::string& table = plan().baseTables.front();
     RowSet newer, count;
-    database_->read(database_->query("SELECT ID" + table + " WHERE ID > " +
-                                     std::to_string(rows_.at(rows_.rowCount() - 1, 0).get<std::int64_t>()) +
-                                     " ORDER BY ID"),
+    database_->read(keysAbove(*database_, table, rows_.at(rows_.rowCount() - 1, 0).get<std::int64_t>()),
                     newer);
-    database_->read(database_->query("SELECT COUNT(*)" + table), count);
+    database_->read(rowCount(*database_, table), count);
     if (count.at(0, 0) != Value(std::int64_t{rows_.rowCount()} + newer.rowCount())) return false;
     rows_.append(newer);
     return true;

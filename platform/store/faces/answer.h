@@ -19,6 +19,7 @@ public:
     // where it asked.
     bool renew();
 
+    [[nodiscard]] bool isAsked() const { return isAsked_; }
     [[nodiscard]] const Plan& plan() const { return query_.plan(); }
     [[nodiscard]] const RowSet& rows() const { return rows_; }
     [[nodiscard]] Engine& engine() { return database_->engine(); }

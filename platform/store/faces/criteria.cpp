@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/store/dialect/lexer.h"
+#include "platform/store/dialect/literal.h"
 #include "platform/store/dialect/names.h"
 #include "platform/store/dialect/storeerror.h"
 

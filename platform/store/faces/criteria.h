@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/runtime/value.h"
-#include "platform/store/dialect/translate.h"
+#include "platform/store/dialect/plan.h"
 #include "platform/store/faces/rowset.h"
 
 namespace veldona::store {

@@ -75,39 +75,30 @@ const State::Assigned* State::findAssigned(std::string_view field) const {
     return held == assigned.end() ? nullptr : &*held;
 }
 
-namespace {
+store::ColumnNames State::assignedColumns() const {
+    store::ColumnNames names;
+    names.reserve(assigned.size());
+    for (const Assigned& one : assigned)
+        names.emplace_back(one.column->name);
+    return names;
+}
 
-// The statement's literals only keep the places of the values, which are put in by hand.
-void putValues(store::Query& query, const std::vector<State::Assigned>& assigned) {
+// The first values of a statement, in the order of the assignments.
+void State::putAssigned(store::Query& query) const {
     for (std::size_t i = 0; i < assigned.size(); ++i)
         query.values[i] = assigned[i].stored;
 }
 
-} // namespace
-
 void State::insertRow() {
-    std::string names, places;
-    for (const Assigned& one : assigned) {
-        names.append(names.empty() ? "[" : ",[").append(one.column->name).append("]");
-        places.append(places.empty() ? "0" : ",0");
-    }
-    if (assigned.empty()) {
-        names = "[ID]"; // a row of which nothing was set: the counter alone is filled
-        places = "NULL";
-    }
-    store::Query query =
-        database->query("INSERT INTO [" + table().name + "] (" + names + ") VALUES (" + places + ")");
-    putValues(query, assigned);
+    store::Query query = store::insertion(*database, table().name, assignedColumns());
+    putAssigned(query);
     database->write(query);
 }
 
 void State::updateRow() {
     if (assigned.empty()) return;
-    std::string changes;
-    for (const Assigned& one : assigned)
-        changes.append(changes.empty() ? "[" : ",[").append(one.column->name).append("]=0");
-    store::Query query = database->query("UPDATE [" + table().name + "] SET " + changes + " WHERE [ID]=0");
-    putValues(query, assigned);
+    store::Query query = store::correction(*database, table().name, assignedColumns());
+    putAssigned(query);
     query.values.back() = walk->id();
     if (database->write(query) == 0) raise(ErrorNumber::RecordDeleted);
     for (const Assigned& one : assigned)
@@ -115,7 +106,7 @@ void State::updateRow() {
 }
 
 void State::removeRow() {
-    store::Query query = database->query("DELETE FROM [" + table().name + "] WHERE [ID]=0");
+    store::Query query = store::removal(*database, table().name);
     query.values.back() = walk->id();
     const bool wasThere = database->write(query) > 0;
     walk->noteRemoval();

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/store/faces/dao.h"
+#include "platform/store/faces/rowqueries.h"
 #include "platform/store/faces/rowwalk.h"
 
 namespace veldona::dao {
@@ -35,6 +36,8 @@ struct Recordset::State {
     void assign(const store::ColumnDef& column, const Value& value); // 3421
     [[nodiscard]] const Assigned* findAssigned(std::string_view field) const;
 
+    [[nodiscard]] store::ColumnNames assignedColumns() const;
+    void putAssigned(store::Query& query) const;
     void insertRow();
     void updateRow();
     void removeRow();

@@ -1,9 +1,10 @@
 #include "platform/store/faces/database.h"
 
-#include <stdexcept>
+#include <utility>
 
 #include "platform/store/dialect/names.h"
 #include "platform/store/dialect/storeerror.h"
+#include "platform/store/dialect/translate.h"
 #include "platform/store/engine/filecatalog.h"
 
 namespace veldona::store {
@@ -26,21 +27,6 @@ private:
     Statement& statement_;
 };
 
-// What reads no table, or the clock, may answer otherwise each time.
-bool isRepeatable(const Plan& plan) {
-    const auto calls = [&](std::string_view function) {
-        return plan.sql.find(function) != std::string::npos;
-    };
-    return !plan.baseTables.empty() && !calls("vd_now(") && !calls("vd_today(") && !calls("vd_time(");
-}
-
-std::string planKey(const SplitStatement& statement, const std::vector<std::string>& narrowing) {
-    std::string key = statement.shape;
-    for (const std::string& column : narrowing)
-        key.append(1, '\n').append(foldName(column));
-    return key;
-}
-
 } // namespace
 
 Database::Database(std::unique_ptr<Engine> engine, std::string password, std::shared_ptr<WriteFaults> faults)
@@ -49,19 +35,19 @@ Database::Database(std::unique_ptr<Engine> engine, std::string password, std::sh
     noteWritesOfOthers();
 }
 
-std::shared_ptr<PreparedPlan> Database::plan(const SplitStatement& statement,
-                                             const std::vector<std::string>& narrowing) {
-    std::string key = planKey(statement, narrowing);
-    if (const auto known = plans_.find(key); known != plans_.end()) {
-        recent_.splice(recent_.begin(), recent_, known->second);
-        return known->second->second;
-    }
+std::shared_ptr<PreparedPlan> Database::findPlan(const std::string& key) {
+    const auto known = plans_.find(key);
+    if (known == plans_.end()) return nullptr;
+    recent_.splice(recent_.begin(), recent_, known->second);
+    return known->second->second;
+}
+
+std::shared_ptr<PreparedPlan> Database::keepPlan(const std::string& key, Plan plan) {
     auto made = std::make_shared<PreparedPlan>();
-    made->plan = translate(statement, catalog_, narrowing);
+    made->plan = std::move(plan);
     made->statement = engine_->prepare(made->plan.sql);
-    made->isRepeatable = isRepeatable(made->plan);
     recent_.emplace_front(key, made);
-    plans_.emplace(std::move(key), recent_.begin());
+    plans_.emplace(key, recent_.begin());
     if (recent_.size() > kPlansKept) {
         plans_.erase(recent_.back().first);
         recent_.pop_back();
@@ -70,36 +56,24 @@ std::shared_ptr<PreparedPlan> Database::plan(const SplitStatement& statement,
 }
 
 Query Database::query(std::string_view sql, const std::vector<std::string>& narrowing) {
-    const Skeleton skeleton(sql);
-    if (skeleton.isSound())
-        if (const auto known = known_.find(skeleton.text());
-            known != known_.end() && known->second.narrowing == narrowing)
-            if (const auto literals = known->second.split.literals(skeleton))
-                return filled(known->second.prepared, *literals, narrowing.size());
-    const SplitStatement statement = splitStatement(sql);
-    Query query = filled(plan(statement, narrowing), statement.literals, narrowing.size());
-    if (skeleton.isSound())
-        if (auto split = KnownSplit::of(skeleton, statement))
-            keepKnown(skeleton.text(), {std::move(*split), narrowing, query.prepared});
-    return query;
-}
-
-Query Database::filled(std::shared_ptr<PreparedPlan> prepared, const std::vector<Literal>& literals,
-                       std::size_t narrowed) {
-    Query query{std::move(prepared), {}};
+    readStatement(sql, reading_);
+    for (const std::string& column : narrowing)
+        reading_.key.append(1, '\n').append(foldName(column));
+    Query query{findPlan(reading_.key), {}};
+    if (!query.prepared) query.prepared = keepPlan(reading_.key, translate(reading_, catalog_, narrowing));
     const auto& targets = query.plan().targets;
-    if (targets.size() != literals.size())
-        throw std::logic_error("a plan takes another number of literals than its statement has");
-    query.values.reserve(targets.size() + narrowed);
+    query.values.reserve(targets.size() + narrowing.size());
     for (std::size_t i = 0; i < targets.size(); ++i)
-        query.values.push_back(bindLiteral(literals[i], targets[i]));
-    query.values.resize(targets.size() + narrowed);
+        query.values.push_back(bindLiteral(reading_.literals[i], targets[i]));
+    query.values.resize(targets.size() + narrowing.size());
     return query;
 }
 
-void Database::keepKnown(const std::string& skeleton, Known known) {
-    if (known_.size() >= kPlansKept) known_.clear();
-    known_.insert_or_assign(skeleton, std::move(known));
+Query Database::query(const std::string& key, std::size_t parameters,
+                      const std::function<sql::Statement()>& make) {
+    Query query{findPlan(key), std::vector<Value>(parameters)};
+    if (!query.prepared) query.prepared = keepPlan(key, translate(make(), parameters, catalog_));
+    return query;
 }
 
 void Database::read(const Query& query, RowSet& rows) {

@@ -1,12 +1,14 @@
 // One open file: its engine connection, what it is made of, and the statements prepared on it.
 //
-// Everything that reaches the file passes here: statements of the dialect are translated once a shape and
-// kept prepared, each write is counted on its table, so that a reader knows without reading whether its rows
-// still stand. Values travel here in the form in which they are stored (bindValue, bindLiteral).
+// Everything that reaches the file passes here: statements of the dialect are translated once and kept
+// prepared, whatever their values, each write is counted on its table, so that a reader knows without reading
+// whether its rows still stand. Values travel here in the form in which they are stored (bindValue,
+// bindLiteral).
 #pragma once
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <list>
 #include <memory>
 #include <string>
@@ -15,20 +17,24 @@
 #include <vector>
 
 #include "platform/runtime/value.h"
-#include "platform/store/dialect/skeleton.h"
-#include "platform/store/dialect/translate.h"
+#include "platform/store/dialect/catalog.h"
+#include "platform/store/dialect/plan.h"
+#include "platform/store/dialect/reading.h"
+#include "platform/store/dialect/tree.h"
 #include "platform/store/engine/engine.h"
 #include "platform/store/faces/rowset.h"
 #include "platform/store/faces/writefaults.h"
 
 namespace veldona::store {
 
-// A statement's plan with the engine's statement for it; shared by all that run a text of the same shape.
+// A statement's plan with the engine's statement for it; shared by all that run it with other values.
 struct PreparedPlan {
     Plan plan;
     std::unique_ptr<Statement> statement;
     std::size_t rowsLastTime = 0;
-    bool isRepeatable = false; // answers the same until a table below it is written
+
+    // Answers the same until a table below it is written: what reads no table, or the clock, need not.
+    [[nodiscard]] bool isRepeatable() const { return !plan.baseTables.empty() && !plan.readsClock; }
 };
 
 // A statement with its values, ready to run and to be run again.
@@ -55,6 +61,10 @@ public:
     // Translates `sql`, or finds its plan. The values are those of its literals; behind them stand, Null
     // until the caller puts them, those of the `narrowing` columns.
     [[nodiscard]] Query query(std::string_view sql, const std::vector<std::string>& narrowing = {});
+    // A statement of the store's own making, by a key that no other one has; `make` is asked where it is new.
+    // The values are Null until the caller puts them.
+    [[nodiscard]] Query query(const std::string& key, std::size_t parameters,
+                              const std::function<sql::Statement()>& make);
     void read(const Query& query, RowSet& rows);
     std::int64_t write(const Query& query); // the rows changed
     // Whichever of the two it is; rows of a SELECT are dropped, and count as none.
@@ -76,19 +86,10 @@ public:
     [[nodiscard]] std::uint64_t rowsRead() const { return rowsRead_; }
 
 private:
-    // A statement by its skeleton, as its words were read when it came first.
-    struct Known {
-        KnownSplit split;
-        std::vector<std::string> narrowing;
-        std::shared_ptr<PreparedPlan> prepared;
-    };
     using Recent = std::list<std::pair<std::string, std::shared_ptr<PreparedPlan>>>; // the last used first
 
-    std::shared_ptr<PreparedPlan> plan(const SplitStatement& statement,
-                                       const std::vector<std::string>& narrowing);
-    static Query filled(std::shared_ptr<PreparedPlan> prepared, const std::vector<Literal>& literals,
-                        std::size_t narrowed);
-    void keepKnown(const std::string& skeleton, Known known);
+    std::shared_ptr<PreparedPlan> findPlan(const std::string& key);
+    std::shared_ptr<PreparedPlan> keepPlan(const std::string& key, Plan plan);
     void requireTransactionIntact() const;
     void noteWritesOfOthers();
 
@@ -96,9 +97,9 @@ private:
     std::string password_;
     std::shared_ptr<WriteFaults> faults_;
     Catalog catalog_;
+    Reading reading_; // of the text asked last; its room is used again
     Recent recent_;
     std::unordered_map<std::string, Recent::iterator> plans_;
-    std::unordered_map<std::string, Known> known_;
     std::unordered_map<std::string, std::uint64_t> writes_; // by folded table name
     std::uint64_t writesAnywhere_ = 0;                      // rollbacks, and what other processes wrote
     std::unique_ptr<Statement> dataVersion_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "platform/store/dialect/literal.h"
 #include "platform/store/dialect/names.h"
 
 namespace veldona::store {

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "platform/runtime/value.h"
-#include "platform/store/dialect/translate.h"
+#include "platform/store/dialect/plan.h"
 #include "platform/store/engine/engine.h"
 
 namespace veldona::store {

@@ -3,28 +3,18 @@
 
 #include "platform/runtime/error.h"
 #include "platform/store/dialect/names.h"
+#include "platform/store/faces/rowqueries.h"
 #include "platform/store/faces/rowwalk.h"
 
 namespace veldona::dao {
 namespace {
 
+using store::sql::Operator;
+
 constexpr int kPortion = 64; // rows: a page or two of the file, and an account is rarely longer
 
-// The literal by which a condition on a column of this type holds a place; the value is put in by hand.
-std::string_view placeOf(store::ColumnType type) {
-    switch (type) {
-    case store::ColumnType::Text:
-    case store::ColumnType::Memo:
-        return "'x'";
-    case store::ColumnType::Date:
-        return "#01,01,2000#";
-    default:
-        return "0";
-    }
-}
-
-// The narrowing as the statement's condition. It stands below the TOP, as a walk that passes rows over does
-// not count them.
+// The columns that the walk is limited to, with the value that each must equal. They stand below the TOP, as
+// a walk that passes rows over does not count them.
 struct Narrowed {
     Narrowed(const store::Catalog::Relation& table, const Narrowings& narrowing) {
         for (const Narrowing& narrowed : narrowing) {
@@ -32,12 +22,11 @@ struct Narrowed {
                 std::find_if(table.columns.begin(), table.columns.end(),
                              [&](const auto& known) { return store::sameName(known.name, narrowed.column); });
             if (column == table.columns.end()) raise(ErrorNumber::NoSuchItem);
-            condition.append(condition.empty() ? "[" : " AND [").append(column->name).append("] = ");
-            condition.append(placeOf(column->type));
+            columns.push_back(column->name);
             values.push_back(comparable(narrowed.value, column->type));
         }
     }
-    std::string condition;
+    std::vector<std::string> columns;
     std::vector<Value> values;
 };
 
@@ -46,7 +35,7 @@ public:
     TableWalk(std::shared_ptr<store::Database> database, const store::Catalog::Relation& table,
               const Narrowings& narrowing)
         : database_(std::move(database)), table_(table), narrowing_(table, narrowing),
-          fromStart_(ask("", "ORDER BY ID")) {}
+          fromStart_(ask(Order::Up)) {}
 
     const std::vector<store::ResultColumn>& columns() const override { return fromStart_.plan().columns; }
     const store::Catalog::Relation* table() const override { return &table_; }
@@ -54,7 +43,7 @@ public:
     bool first() override { return load(fromStart_) && standOn(0); }
 
     bool last() override {
-        if (!fromEnd_) fromEnd_ = ask("", "ORDER BY ID DESC");
+        if (!fromEnd_) fromEnd_ = ask(Order::Down);
         return loadBackward(*fromEnd_) && standOn(rows_.rowCount() - 1);
     }
 
@@ -63,14 +52,14 @@ public:
             if (at_ + 1 < rows_.rowCount()) return standOn(at_ + 1);
             if (isEnd_ && stamp_ == database_->stampWithWritesOfOthers(table_.baseTables)) return false;
         }
-        if (!after_) after_ = ask("ID > 0", "ORDER BY ID");
+        if (!after_) after_ = ask(Order::Up, Operator::Greater);
         return load(keyed(*after_)) && standOn(0);
     }
 
     bool previous() override {
         const int before = isGone_ ? at_ : at_ - 1;
         if (isFresh() && before >= 0) return standOn(before);
-        if (!before_) before_ = ask("ID < 0", "ORDER BY ID DESC");
+        if (!before_) before_ = ask(Order::Down, Operator::Less);
         return loadBackward(keyed(*before_)) && standOn(rows_.rowCount() - 1);
     }
 
@@ -92,17 +81,16 @@ public:
     }
 
 private:
-    store::Query ask(std::string_view keyCondition, std::string_view order) const {
-        std::string conditions = narrowing_.condition;
-        if (!keyCondition.empty()) conditions.append(conditions.empty() ? "" : " AND ").append(keyCondition);
-        const std::string where = conditions.empty() ? "" : "WHERE " + conditions + " ";
-        store::Query query = database_->query("SELECT TOP " + std::to_string(kPortion) + " * FROM [" +
-                                              table_.name + "] " + where + std::string(order));
+    enum class Order { Up, Down };
+
+    store::Query ask(Order order, std::optional<Operator> key = std::nullopt) const {
+        store::Query query =
+            store::rows(*database_, {table_.name, narrowing_.columns, key, order == Order::Down, kPortion});
         std::copy(narrowing_.values.begin(), narrowing_.values.end(), query.values.begin());
         return query;
     }
 
-    // The key's literal is the last one of the statement.
+    // The key is the last value of the statement.
     const store::Query& keyed(store::Query& query) const {
         query.values.back() = id_;
         return query;
@@ -129,7 +117,7 @@ private:
     // Takes the portion that begins with the row stood on anew. Where that row is gone, the next one is the
     // portion's first.
     void reload() {
-        if (!from_) from_ = ask("ID >= 0", "ORDER BY ID");
+        if (!from_) from_ = ask(Order::Up, Operator::GreaterEqual);
         isGone_ = !load(keyed(*from_)) || rows_.at(0, 0).get<std::int64_t>() != id_;
         at_ = isGone_ ? -1 : 0;
     }

@@ -4,7 +4,7 @@
 
 #include "platform/store/dialect/catalog.h"
 #include "platform/store/dialect/parser.h"
-#include "platform/store/dialect/split.h"
+#include "platform/store/dialect/reading.h"
 #include "platform/store/dialect/tree_check.h"
 #include "platform/store/dialect/writer.h"
 
@@ -60,7 +60,7 @@ std::string indexStatement(const TableDef& table, const std::vector<std::string>
 
 // A view, and what later queries must know of it.
 std::string queryStatement(const SavedQueryDef& query, Catalog& catalog) {
-    sql::Statement tree = sql::parse(split(query.sql, Literals::Kept));
+    sql::Statement tree = sql::parse(readStatement(query.sql, Literals::Kept));
     const sql::Checked checked = sql::check(tree, catalog);
     const auto* select = std::get_if<std::unique_ptr<sql::Select>>(&tree);
     if (!select) throw std::logic_error("a saved query that does not read: " + query.name);
