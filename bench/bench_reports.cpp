@@ -69,13 +69,11 @@ public:
             "INSERT INTO GUNUGECENODM (MUSTNO, AD_SOYAD, ISLEMNO, ODTRH, KALAN, MIN_ODTRH) VALUES "
             "((SELECT HSTNO FROM MUSTKAYIT WHERE ID = ?1 % 1000 + 1), 'Ad    Soyad', ?1, "
             "'2026-11-22 00:00:00', 1000000, '2026-11-22 00:00:00')");
-        engine_.begin();
         for (int row = 0; row < rows; ++row) {
             insert->bind(1, row);
             insert->step();
             insert->reset();
         }
-        engine_.commit();
         static_cast<void>(
             count("SELECT c.HSTNO, c.AD, c.SOYAD, c.EVTEL, r.ODTRH, r.MUSTNO, r.ISLEMNO, r.KALAN FROM "
                   "GUNUGECENODM r, MUSTKAYIT c WHERE r.MUSTNO = c.HSTNO ORDER BY r.ODTRH, c.AD"));

@@ -5,6 +5,7 @@
 #include "core/database.h"
 #include "platform/runtime/conversion.h"
 #include "platform/store/faces/daoerror.h"
+#include "schema/tables.h"
 
 namespace veldona {
 
@@ -33,7 +34,9 @@ Session::Session(Desktop& itsDesktop, Forms& itsForms)
       workspace(
           {.toNativePath = [&itsDesktop](std::string_view path) { return itsDesktop.paths.toNative(path); },
            .dataSource = [&itsDesktop](std::string_view name) { return itsDesktop.dataSources.find(name); },
-           .clock = [&itsDesktop] { return itsDesktop.clock.now(); }}),
+           .clock = [&itsDesktop] { return itsDesktop.clock.now(); },
+           .delivered = schema::delivered(),
+           .goOnWaiting = [&itsDesktop](auto waited) { return itsDesktop.events.goOnWaiting(waited); }}),
       dbEngine(workspace) {}
 
 void TarihFormatiAyarla(Session& session) {
@@ -116,6 +119,7 @@ void yakalanmayanHata(Session& session, const RuntimeError& error) {
 }
 
 void soylenmeyenHata(Session& session) {
+    session.workspace.endAct();
     const auto failure = session.workspace.takeDiskFailure();
     const bool told = !failure || session.desktop.dialogs.hasTold(failure->description());
     session.desktop.dialogs.forgetTold();

@@ -76,7 +76,7 @@ void tellHeld(Session& session); // for whoever ends the transaction
 void yakalanmayanHata(Session& session, const RuntimeError& error);
 
 // Shows the error's surface for a failure of the disk that the event's procedures passed over: what they then
-// show or call done may be wrong.
+// show or call done may be wrong. For the end of each event.
 void soylenmeyenHata(Session& session);
 
 // Opens a screen by its name.

@@ -86,25 +86,12 @@ bool kayitlariYaz(Session& session, std::vector<GecikmeKaydi>& kayitlar) {
     return true;
 }
 
-// Thousands of rows, each forced to the disk by itself, would take minutes: they go together. What was
-// written before a failure stays, as it would one by one.
-template <class Yazma> void birlikteYaz(Session& session, const Yazma& yazma) {
-    session.gBaglanti->beginTrans();
-    Err err;
-    attempt(err, yazma);
-    session.gBaglanti->commitTrans();
-    tellHeld(session);
-    if (err.number != 0) throw RuntimeError(err.number, err.description);
-}
-
 // The paper has gone: row by row, each read behind the one before it.
 void DataReport_Terminate(Session& session) {
     dao::Database books = session.dbEngine.openDatabase(session.gVeritabaniYolu, session.connectText());
-    birlikteYaz(session, [&] {
-        dao::Recordset rs = books.openRecordset("GUNUGECENODM");
-        for (; !rs.eof(); rs.moveNext())
-            rs.remove();
-    });
+    dao::Recordset rs = books.openRecordset("GUNUGECENODM");
+    for (; !rs.eof(); rs.moveNext())
+        rs.remove();
 }
 
 void raporuGoster(RaporEkrani& f, const std::string& sorgu) {
@@ -131,9 +118,7 @@ bool tabloyuDoldur(RaporEkrani& f, const RaporKurallari& kurallar, const TarihAr
     if (!kurallar.hesapla(f, aralik, dizi)) return false;
     f.session.desktop.events.doEvents();
     if (f.isUnloaded()) return false;
-    bool yazildi = false;
-    birlikteYaz(f.session, [&] { yazildi = kayitlariYaz(f.session, dizi.kayitlar()); });
-    if (!yazildi) return false;
+    if (!kayitlariYaz(f.session, dizi.kayitlar())) return false;
     f.session.desktop.events.doEvents();
     if (f.isUnloaded()) GunuGecenBosalt(f.session);
     return !f.isUnloaded();

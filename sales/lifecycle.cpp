@@ -34,12 +34,6 @@ void readParameters(FrmSatis& f) {
     if (kayit.CariID > 0) f.cari = {std::to_string(kayit.CariID), kayit.HSTNO, kayit.Unvan};
 }
 
-void numberSale(FrmSatis& f) {
-    const double no = YeniIslemNo(f.session, "ISLEMNO", "ISLEMNOTABLO");
-    f.session.gISLEMNO = toLong(no);
-    f.txtIslemNo.setText(no > 0 ? toText(no) : std::string());
-}
-
 void takeRow(FrmSatis& f) {
     if (!f.rs->bof() && !f.rs->eof()) f.m_KayitID = toLong(f.rs->value("ID"));
 }
@@ -100,7 +94,7 @@ void YeniKayitBaslat(FrmSatis& f) {
         const DateTime today = f.session.desktop.clock.today();
         f.dtIslemTarihi.setValue(today);
         f.dtTaksitBaslangicTarihi.setValue(today);
-        numberSale(f);
+        SatisNumarala(f);
     }
     chkOtomatikTaksitHesapla_Click(f);
     if (!f.cari.ID.empty() && !f.cari.HSTNO.empty()) {
@@ -124,6 +118,12 @@ void AlanlariTemizle(FrmSatis& f) {
 double YeniIslemNo(Session& session, const std::string& alan, const std::string& tablo) {
     const std::string no = YeniNo(session, alan, tablo, {}, AlanTuru::Sayi);
     return no.empty() ? 0 : toDouble(no);
+}
+
+void SatisNumarala(FrmSatis& f) {
+    const double no = YeniIslemNo(f.session, "ISLEMNO", "ISLEMNOTABLO");
+    f.session.gISLEMNO = toLong(no);
+    f.txtIslemNo.setText(no > 0 ? toText(no) : std::string());
 }
 
 void DurumaGec(FrmSatis& f, int durum) {

@@ -21,6 +21,9 @@ void AlanlariTemizle(FrmSatis& f);
 // the same time get the same one.
 [[nodiscard]] double YeniIslemNo(Session& session, const std::string& alan, const std::string& tablo);
 
+// Gives the sale on the screen the next number.
+void SatisNumarala(FrmSatis& f);
+
 // The state, and the bar's tools with it. There are no tools to walk through the sales.
 void DurumaGec(FrmSatis& f, int durum);
 // Moves through the sales; the row it ends on is the current one.

@@ -35,6 +35,31 @@ bool rewriteSale(FrmSatis& f) {
     return SatirlariSil(session, "URUNSAT", no) && TaksitSatirlariEkle(f, SatisYolu::Degisen);
 }
 
+// Another till may have saved a sale under the number that this one was given when it was begun.
+bool numberIsTaken(const FrmSatis& f) {
+    KayitSeti rs;
+    Err err;
+    return attempt(err,
+                   [&] {
+                       KayitSetiAc(f.session, rs,
+                                   "SELECT ISLEMNO FROM ISLEMNOTABLO WHERE ISLEMNO = " +
+                                       std::to_string(f.session.gISLEMNO),
+                                   adodb::CursorLocation::Client);
+                   }) &&
+           !rs->eof();
+}
+
+void takeNextNumber(FrmSatis& f) {
+    const std::string taken = std::to_string(f.session.gISLEMNO);
+    SatisNumarala(f);
+    f.session.desktop.dialogs.tell(
+        taken +
+            " numaralı satış bu arada başka bir yerde kaydedilmiş. Bu satış kaydedilmedi; yazdıklarınız "
+            "duruyor ve yeni numarası " +
+            f.txtIslemNo.text() + ". Toplam ücrete bakıp F2 ile yeniden kaydedin.",
+        Icon::Exclamation);
+}
+
 void tellDone(FrmSatis& f) {
     f.session.desktop.dialogs.tell("İşlem Tamamlandı", Icon::Information);
 }
@@ -69,7 +94,10 @@ void SatisKaydet(FrmSatis& f) {
 
 bool YeniSatisKaydet(FrmSatis& f) {
     std::int32_t id = f.m_KayitID;
-    if (!IslemIcinde(f.session, [&] { return writeNewSale(f, id); })) return false;
+    if (!IslemIcinde(f.session, [&] { return writeNewSale(f, id); })) {
+        if (numberIsTaken(f)) takeNextNumber(f);
+        return false;
+    }
     f.m_KayitID = id;
     tellDone(f);
     SatislariYenidenOku(f);

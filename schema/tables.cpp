@@ -65,7 +65,8 @@ TableDef saleHeaders() {
                                            {"TESLIM_EDILDI", Small},
                                            {"BANKA_ID", Whole}} +
                     audit),
-            {{"ISLEMNO"}, {"MUSTNO"}}};
+            {{"MUSTNO"}},
+            {"ISLEMNO"}};
 }
 
 TableDef saleLines() {
@@ -125,8 +126,7 @@ TableDef products() {
             {{"URKOD"}}};
 }
 
-// Scratch tables: emptied by whoever fills them, never read across two reports.
-std::vector<TableDef> scratchTables() {
+std::vector<TableDef> scratch() {
     const std::vector<ColumnDef> sale = {{"MUSTNO", Text}, {"ISLEMNO", Whole}, {"ODTRH", Date}};
     return {
         {"GUNUGECENODM",
@@ -185,10 +185,13 @@ const std::vector<TableDef>& tables() {
                                       schedule(),  payments(),    products()};
         for (TableDef& table : smallTables())
             made.push_back(std::move(table));
-        for (TableDef& table : scratchTables())
-            made.push_back(std::move(table));
         return made;
     }();
+    return all;
+}
+
+const std::vector<store::TableDef>& scratchTables() {
+    static const std::vector<TableDef> all = scratch();
     return all;
 }
 
@@ -206,6 +209,11 @@ const std::vector<store::SavedQueryDef>& savedQueries() {
          "T_KASA_HAREKETLERI.KONTROL_KIM, T_KASA_HAREKETLERI.KASA_ID, T_KASA_HAREKETLERI.ISLEM_ID "
          "FROM T_KASA_HAREKETLERI LEFT JOIN MUSTKAYIT ON T_KASA_HAREKETLERI.CARI_ID = MUSTKAYIT.ID"},
     };
+    return all;
+}
+
+const store::Delivered& delivered() {
+    static const store::Delivered all{tables(), savedQueries(), scratchTables()};
     return all;
 }
 

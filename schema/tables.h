@@ -13,6 +13,11 @@ namespace veldona::schema {
 
 [[nodiscard]] const std::vector<store::TableDef>& tables();
 [[nodiscard]] const std::vector<store::SavedQueryDef>& savedQueries();
+// Each connection's own, never in the file: emptied by whoever fills them, never read across two reports.
+[[nodiscard]] const std::vector<store::TableDef>& scratchTables();
+// All three. A sale's number is its key: of two sales under one number, the deletion of the one would take
+// the other's rows along.
+[[nodiscard]] const store::Delivered& delivered();
 
 // The statements that fill a new database with what every shop starts from: the row of FIRMABILGISI, the one
 // product that every sale is written on, the main cash box.

@@ -186,6 +186,10 @@ bool FormWindow::focusNextPrevChild(bool next) {
     return false;
 }
 
+bool FormWindow::listens() const {
+    return bound_ && !refreshing_ && !host_.waitsForLock();
+}
+
 void FormWindow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (!bound_ || event->type() != QEvent::FontChange) return;

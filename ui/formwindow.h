@@ -39,8 +39,9 @@ public:
     [[nodiscard]] Form& form() const { return form_; }
     [[nodiscard]] WindowHost& host() const { return host_; }
     [[nodiscard]] bool isBound() const { return bound_; }
-    // Bound, and not being brought up to date just now: what widgets say comes from the operator.
-    [[nodiscard]] bool listens() const { return bound_ && !refreshing_; }
+    // Bound, and not being brought up to date just now, nor in the middle of a statement: what widgets say
+    // comes from the operator.
+    [[nodiscard]] bool listens() const;
     // The form has unloaded. A procedure of it may still run below us, having let events run: the end waits
     // for it.
     void retire();

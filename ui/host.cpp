@@ -217,9 +217,14 @@ void WindowHost::letEventsRun() {
 void WindowHost::standStill(int milliseconds) {
     flush();
     const Cursor cursor(Qt::WaitCursor);
+    const Scoped<bool> standing(standingStill_, true);
     QEventLoop loop;
     QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
     runLoop([&loop] { loop.exec(QEventLoop::ExcludeUserInputEvents); });
+}
+
+bool WindowHost::goOnWaiting(std::chrono::milliseconds waited) {
+    return windows_.empty() || lockNote_.goesOn(waited);
 }
 
 int WindowHost::run(QDialog& dialog) {
@@ -242,6 +247,7 @@ QWidget* WindowHost::frontWindow() const {
 }
 
 bool WindowHost::eventFilter(QObject* watched, QEvent* event) {
+    if (lockNote_.keeps(*watched, *event)) return true;
     if (!watched->isWidgetType()) return false;
     auto* widget = static_cast<QWidget*>(watched);
     auto* formWindow = dynamic_cast<FormWindow*>(widget->window());

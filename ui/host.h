@@ -5,6 +5,7 @@
 // look or act (a wait, a message, a modal screen), else as soon as the event loop comes round.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <map>
 #include <memory>
@@ -16,6 +17,7 @@
 #include "platform/controls/forms.h"
 #include "platform/desktop/clock.h"
 #include "ui/formwindow.h"
+#include "ui/locknote.h"
 #include "ui/usersettings.h"
 
 class QDialog;
@@ -63,6 +65,12 @@ public:
     void letEventsRun();
     // Stands still for so long under the wait cursor; windows are painted, the operator's input waits.
     void standStill(int milliseconds);
+    // For each look round of a statement that waits for another till; false where the operator gives it up.
+    [[nodiscard]] bool goOnWaiting(std::chrono::milliseconds waited);
+    [[nodiscard]] bool waitsForLock() const { return lockNote_.isWaiting(); }
+    // A procedure stands still or lets events run; the operator's input waits for its end.
+    [[nodiscard]] bool keepsInputOut() const { return standingStill_ || lettingEventsRun_; }
+    [[nodiscard]] bool asks() const { return !dialogs_.empty(); } // a dialog is in front
     // Runs a dialog in front of all windows and gives back its result.
     int run(QDialog& dialog);
     [[nodiscard]] QWidget* frontWindow() const;
@@ -92,6 +100,7 @@ private:
     void followPointer();
 
     Clock& clock_;
+    LockNote lockNote_{*this};
     std::map<std::string, Drawing> drawings_;
     std::map<std::string, std::function<void(FormWindow&)>> additions_;
     std::map<const Form*, FormWindow*> windows_;
@@ -99,6 +108,7 @@ private:
     std::vector<QDialog*> dialogs_;
     int keysUnderWay_ = 0;
     bool lettingEventsRun_ = false;
+    bool standingStill_ = false;
     bool flushing_ = false;
     bool flushWaits_ = false;
     bool waitCursor_ = false;

@@ -19,6 +19,10 @@ void WindowPump::doEvents() {
     host_.letEventsRun();
 }
 
+bool WindowPump::goOnWaiting(std::chrono::milliseconds waited) {
+    return host_.goOnWaiting(waited);
+}
+
 bool WindowOpener::open(const std::string& nativePath) {
     const QFileInfo file(QString::fromStdString(nativePath));
     return file.exists() && QDesktopServices::openUrl(QUrl::fromLocalFile(file.absoluteFilePath()));

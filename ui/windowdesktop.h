@@ -22,6 +22,7 @@ class WindowPump : public EventPump {
 public:
     explicit WindowPump(WindowHost& host) : host_(host) {}
     void doEvents() override;
+    bool goOnWaiting(std::chrono::milliseconds waited) override;
 
 private:
     WindowHost& host_;

@@ -43,8 +43,8 @@ bool isWhole(ColumnType type) {
     return type == ColumnType::Counter || type == ColumnType::Whole || type == ColumnType::Small;
 }
 
-const TableDef* findTarget(const std::string& name) {
-    for (const TableDef& table : schema::tables())
+const TableDef* findIn(const std::vector<TableDef>& tables, const std::string& name) {
+    for (const TableDef& table : tables)
         if (sameName(table.name, name)) return &table;
     return nullptr;
 }
@@ -97,7 +97,8 @@ void checkNeeded(const Examination& made) {
 
 void matchTables(const JetFile& file, Examination& made) {
     for (const JetTable& source : file.tables()) {
-        const TableDef* target = findTarget(source.name);
+        const TableDef* target = findIn(schema::tables(), source.name);
+        if (findIn(schema::scratchTables(), source.name) != nullptr) continue; // what a report left behind
         if (target == nullptr) {
             made.remarks.push_back("Bilinmeyen tablo aktarılmaz: " + source.name + " (" +
                                    std::to_string(source.rows) + " satır)");

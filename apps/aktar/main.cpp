@@ -17,12 +17,12 @@
 #include "apps/aktar/movein.h"
 #include "apps/aktar/options.h"
 #include "apps/denetle/check.h"
+#include "core/books.h"
 #include "core/reporting.h"
 #include "core/session.h"
 #include "platform/desktop/ownfiles.h"
 #include "platform/desktop/paths.h"
 #include "platform/runtime/text.h"
-#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace {
 
@@ -75,7 +75,7 @@ Progress progressOf(ProgressLine& line) {
 // What did not add up in the old file does not in the new one either; the owner should hear of it on this
 // day.
 void tellFindings(const std::string& books) {
-    const auto engine = store::openSqlcipherToRead(books, kDeliveredPassword, std::chrono::seconds(1));
+    const auto engine = openBooksToRead(books, std::chrono::seconds(1));
     const std::size_t count = denetle::checkBooks(*engine).all.size();
     if (count == 0) return;
     std::cout << "Defterde birbirini tutmayan " << count

@@ -10,9 +10,9 @@
 #include <utility>
 
 #include "apps/hazirla/delivered.h"
+#include "core/books.h"
 #include "core/session.h"
 #include "platform/runtime/text.h"
-#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace veldona::aktar {
 namespace {
@@ -177,7 +177,7 @@ void TableCounter::add(std::span<const Value> row) {
 }
 
 Report readBooks(const std::string& file, const std::vector<TableView>& views) {
-    const auto engine = store::openSqlcipher(file, kDeliveredPassword, std::chrono::seconds(1));
+    const auto engine = openBooks(file, std::chrono::seconds(1));
     Report report;
     for (const TableView& view : views)
         countTable(*engine, view, report);

@@ -9,9 +9,9 @@
 #include "apps/anonim/mapping.h"
 #include "backup/copy.h"
 #include "backup/refusal.h"
+#include "core/books.h"
 #include "core/session.h"
 #include "platform/store/engine/draft.h"
-#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace veldona::anonim {
 namespace {
@@ -21,7 +21,7 @@ using backup::Refusal;
 
 // Rewritten at the end, since the place of a longer text that was replaced keeps a part of it.
 void disguiseBooks(const std::string& file, Disguise& disguise, Outcome& outcome) {
-    const auto books = store::openSqlcipher(file, kDeliveredPassword, std::chrono::seconds(1));
+    const auto books = openBooks(file, std::chrono::seconds(1));
     outcome.replaced = takeNamesOut(*books, disguise);
     outcome.picture.newestPayment = backup::pictureOf(*books).newestPayment; // its date is another now
     books->execute("VACUUM");

@@ -8,10 +8,10 @@
 #include "apps/denetle/check.h"
 #include "apps/denetle/options.h"
 #include "apps/denetle/report.h"
+#include "core/books.h"
 #include "core/session.h"
 #include "platform/desktop/ownfiles.h"
 #include "platform/desktop/paths.h"
-#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace {
 
@@ -27,8 +27,7 @@ std::string booksOf(const Options& options) {
 }
 
 int check(const Options& options) {
-    const auto books =
-        store::openSqlcipherToRead(booksOf(options), kDeliveredPassword, std::chrono::seconds(15));
+    const auto books = openBooksToRead(booksOf(options), std::chrono::seconds(15));
     const Findings findings = checkBooks(*books);
     std::cout << (options.csv ? asCsv(findings) : asText(findings)) << std::flush;
     if (!std::cout) throw Refusal("Bulgular yazılamadı.");

@@ -118,7 +118,8 @@ void syncFolder(const fs::path& folder) {
 void runStatements(const std::string& file, const std::vector<std::string>& statements) {
     store::Workspace workspace({[&](std::string_view) { return file; },
                                 [](std::string_view) { return std::optional<std::string>(); },
-                                {}});
+                                {},
+                                schema::delivered()});
     dao::DBEngine engine(workspace);
     dao::Database database =
         engine.openDatabase("vorel.mdb", "MS Access;PWD=" + std::string(kDeliveredPassword));

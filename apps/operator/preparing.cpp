@@ -67,11 +67,13 @@ void start(Stage& stage, const Line&) {
 void failWrite(Stage& stage, const Line& line) {
     const int nth = wholeNumber(line.words[0]);
     if (nth < 1) throw UnreadableLine("writes are counted from 1");
-    const auto& tables = schema::tables();
-    const auto isNamed = [&](const store::TableDef& table) {
-        return sameName(table.name, line.words[1].text);
+    const auto holds = [&](const std::vector<store::TableDef>& tables) {
+        return std::any_of(tables.begin(), tables.end(), [&](const store::TableDef& table) {
+            return sameName(table.name, line.words[1].text);
+        });
     };
-    if (std::none_of(tables.begin(), tables.end(), isNamed)) throw Shortfall("there is no such table");
+    if (!holds(schema::tables()) && !holds(schema::scratchTables()))
+        throw Shortfall("there is no such table");
     stage.process().session().workspace.failWrite(nth, line.words[1].text);
 }
 

@@ -16,9 +16,9 @@
 
 #include "backup/keeping.h"
 #include "backup/picture.h"
+#include "core/books.h"
 #include "core/session.h"
 #include "platform/store/dialect/storeerror.h"
-#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "ui/housestyle.h"
 
 namespace veldona {
@@ -103,9 +103,8 @@ void RestoreDialog::readAll() {
     for (std::size_t i = 0; i < names_.size() && !stopped_; ++i) {
         QStringList cells{timeOf(names_[i])};
         try {
-            const auto file =
-                store::openSqlcipherToRead((std::filesystem::path(folder_) / names_[i]).string(),
-                                           kDeliveredPassword, std::chrono::seconds(1));
+            const auto file = openBooksToRead((std::filesystem::path(folder_) / names_[i]).string(),
+                                              std::chrono::seconds(1));
             const backup::Picture picture = backup::pictureOf(*file);
             for (const char* table : {"MUSTKAYIT", "ISLEMNOTABLO", "TAKSITODENEN"})
                 cells << count(picture, table);

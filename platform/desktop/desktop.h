@@ -1,6 +1,7 @@
 // What a program may ask of the desktop around it, handed to the session in one piece.
 #pragma once
 
+#include <chrono>
 #include <string>
 
 #include "platform/desktop/clock.h"
@@ -15,6 +16,9 @@ class EventPump {
 public:
     virtual ~EventPump() = default;
     virtual void doEvents() {}
+    // Asked every few milliseconds while a statement waits for another workstation, with how long it has;
+    // false gives the wait up. Nothing of the program's may run in it.
+    virtual bool goOnWaiting(std::chrono::milliseconds) { return true; }
 };
 
 // Hands a file or a program to the desktop, as a double click would.

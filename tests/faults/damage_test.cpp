@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "core/books.h"
+#include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/createdatabase.h"
 #include "tests/faults/damagedfiles.h"
 #include "tests/faults/day.h"
@@ -50,6 +52,55 @@ TEST(Damage, AStartOnWhatIsNotOursFailsInWords) {
         EXPECT_EQ(bytesOf(drive.books()), wrong.bytes) << "the file was touched";
         EXPECT_FALSE(fs::exists(drive.books().string() + "-wal"));
     }
+}
+
+const std::string kTrigger = "CREATE TRIGGER T AFTER INSERT ON TAKSITODENEN BEGIN UPDATE TAKSITODENEN SET "
+                             "MUSTNO = '8' WHERE ID = NEW.ID; END";
+
+// By the whole program, by who only looks, and by a restore: refused before anything is changed.
+TEST(Damage, WhatAStrangerPutIntoTheBooksIsRefused) {
+    const std::vector<std::string> foreign[] = {
+        {kTrigger},
+        {kTrigger, "PRAGMA writable_schema = ON",
+         "UPDATE sqlite_master SET type = 'index', name = 'URUNSAT_ODTRH2' WHERE name = 'T'"},
+        {"CREATE VIEW V AS SELECT * FROM MUSTKAYIT"},
+        {"DROP VIEW S_TAKSITODENEN",
+         "CREATE VIEW S_TAKSITODENEN AS SELECT ID AS UNVAN, ODTRH, ODMIKTAR, KONTROL_KIM, KASA_ID FROM "
+         "TAKSITODENEN"},
+        {"CREATE VIRTUAL TABLE F USING fts4(A)"},
+        {"CREATE INDEX I ON URUNSAT (abs(ODMIKTAR))"},
+        {"CREATE UNIQUE INDEX I ON URUNSAT (MUSTNO)"},
+        {"CREATE TABLE Y (A)"},
+        {"ALTER TABLE GRUPLAR ADD COLUMN Z TEXT DEFAULT 'x'"},
+        {"DROP TABLE GRUPLAR", "CREATE TABLE \"GRUPLAR\" (\"ID\" INTEGER PRIMARY KEY AUTOINCREMENT, "
+                               "\"GRUP_ADI\" TEXT COLLATE TURKISH CHECK (length(GRUP_ADI) < 3))"}};
+    for (const auto& statements : foreign) {
+        SCOPED_TRACE(statements.back());
+        const Drive drive;
+        const std::string bytes = booksWith(statements);
+        writeBytes(drive.books(), bytes);
+        Till till(drive);
+        till.play("start\n");
+        EXPECT_TRUE(till.hasEnded());
+        const auto said = till.said();
+        ASSERT_EQ(said.size(), 1U);
+        EXPECT_TRUE(isHelpful(said[0])) << said[0];
+        EXPECT_THROW(static_cast<void>(openBooksToRead(drive.books().string(), std::chrono::seconds(1))),
+                     store::StoreError);
+        EXPECT_EQ(bytesOf(drive.books()), bytes) << "the file was touched";
+    }
+}
+
+TEST(Damage, OlderBooksThatLackSomethingOpen) {
+    const Drive drive;
+    writeBytes(drive.books(),
+               booksWith({"DROP VIEW S_T_KASA_HAREKETLERI", "DROP INDEX URUNSAT_ODTRH", "DROP TABLE ADRESSOK",
+                          "DROP TABLE GRUPLAR",
+                          "CREATE TABLE \"GRUPLAR\" (\"ID\" INTEGER PRIMARY KEY AUTOINCREMENT, "
+                          "\"GRUP_KOD\" TEXT COLLATE TURKISH)"}));
+    Till till(drive);
+    till.play(openingLines() + post(5).lines);
+    EXPECT_EQ(till.said(), std::vector<std::string>{post(5).doneMessage});
 }
 
 TEST(Damage, AFolderOrAnotherPasswordFailsInWords) {

@@ -5,6 +5,7 @@
 
 #include "core/session.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
+#include "tests/faults/day.h"
 
 namespace veldona::faults {
 
@@ -30,9 +31,22 @@ std::string flipped(std::string bytes, std::size_t from) {
     return bytes;
 }
 
+std::string booksWith(const std::vector<std::string>& statements) {
+    const Drive drive;
+    copyShop(drive);
+    {
+        const auto engine =
+            store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(1));
+        for (const std::string& statement : statements)
+            engine->execute(statement);
+    }
+    return bytesOf(drive.books());
+}
+
 bool isHelpful(const std::string& text) {
     const auto has = [&](const char* words) { return text.find(words) != text.npos; };
-    return (has("Veritabanı")) && (has("bozuk") || has("bu programın veritabanı değil")) &&
+    return (has("Veritabanı")) &&
+           (has("bozuk") || has("bu programın veritabanı değil") || has("bu programın koymadığı")) &&
            (has("denetleyin") || has("yedeği geri yükleyin"));
 }
 

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "tests/faults/till.h"
 
@@ -16,6 +17,8 @@ void writeBytes(const std::filesystem::path& path, const std::string& bytes);
 [[nodiscard]] std::string plainFile(); // of the engine, without a password
 // One bit of each page, from the byte `from` on.
 [[nodiscard]] std::string flipped(std::string bytes, std::size_t from);
+// Our books with what `statements` of the engine put into them.
+[[nodiscard]] std::string booksWith(const std::vector<std::string>& statements);
 // Five thousand customers, so that pages are left that no start reads.
 void addCustomers(const Drive& drive);
 

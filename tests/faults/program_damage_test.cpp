@@ -45,6 +45,7 @@ TEST(DamageOfTheProgram, AStartFailsInWordsAndWithACode) {
         {"plain", plainFile()},
         {"cut inside the first page", ours.substr(0, 1000)},
         {"cut behind the first page", ours.substr(0, kPage)},
+        {"a view of a stranger's", booksWith({"CREATE VIEW V AS SELECT 1"})},
         {"the first page flipped", flipped(ours.substr(0, kPage), 2000) + ours.substr(kPage)}};
     for (const auto& [what, bytes] : cases) {
         SCOPED_TRACE(what);

@@ -4,10 +4,14 @@
 
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <iostream>
+#include <stdexcept>
+#include <utility>
 
 #include <gtest/gtest.h>
 
+#include "core/reporting.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "tests/faults/day.h"
 
@@ -90,16 +94,44 @@ TEST(TwoTills, KeepAllThatBothWrote) {
         playBoth(rounds);
 }
 
+// A till in the middle of a save, until it is let go.
+class Holder {
+public:
+    explicit Holder(const Drive& drive) {
+        int ends[2];
+        if (pipe(ends) != 0 || (id_ = fork()) < 0) throw std::runtime_error("no child process");
+        if (id_ == 0) {
+            const auto books =
+                store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(5));
+            books->begin();
+            if (write(ends[1], "+", 1) == 1) pause();
+            _exit(0);
+        }
+        char held = 0;
+        if (read(ends[0], &held, 1) != 1) throw std::runtime_error("the lock was not taken");
+        ::close(ends[0]);
+        ::close(ends[1]);
+    }
+    ~Holder() { letGo(); }
+    Holder(const Holder&) = delete;
+    Holder& operator=(const Holder&) = delete;
+    void letGo() {
+        if (id_ <= 0) return;
+        kill(id_, SIGKILL);
+        waitpid(std::exchange(id_, 0), nullptr, 0);
+    }
+
+private:
+    pid_t id_ = 0;
+};
+
 TEST(TwoTills, TheEndOfAWaitIsTold) {
     const Drive drive;
     copyShop(drive);
     Till till(drive);
     till.play(openingLines());
     till.session().gBaglanti->commandTimeout = 1;
-    const auto other =
-        store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(1));
-    other->begin();
-    other->execute("UPDATE FIRMABILGISI SET DEGER = DEGER");
+    Holder other(drive);
     const auto begin = steady_clock::now();
     // The screen stays; the other till ends, and the same save goes through.
     till.atMark = [&](const std::string&) {
@@ -111,13 +143,114 @@ TEST(TwoTills, TheEndOfAWaitIsTold) {
             return text.find("başka bir bilgisayar tarafından kullanılıyor") != text.npos;
         })) << ::testing::PrintToString(said);
         EXPECT_EQ(till.screenInFront(), "frmSatis");
-        other->rollback();
+        other.letGo();
     };
     till.play(
         "click cmdSatis\nput MskToplamUcret \"1000\"\nput MskTaksitAdedi \"4\"\nkey F2\n@told\nkey F2\n");
     const auto said = till.said();
     EXPECT_NE(std::find(said.begin(), said.end(), "İşlem Tamamlandı"), said.end())
         << ::testing::PrintToString(said);
+}
+
+std::string answerOf(const Drive& drive, const std::string& sql) {
+    const auto engine =
+        store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(5));
+    const auto row = engine->prepare(sql);
+    return row->step() ? std::string(row->text(0)) : std::string();
+}
+
+constexpr const char* kSaleKey = "SELECT sql FROM sqlite_master WHERE name = 'ISLEMNOTABLO_ISLEMNO'";
+
+void makeOlder(const Drive& drive, const std::string& more) {
+    const auto books =
+        store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(1));
+    books->execute("DROP INDEX ISLEMNOTABLO_ISLEMNO");
+    books->execute("CREATE INDEX \"ISLEMNOTABLO_ISLEMNO\" ON \"ISLEMNOTABLO\" (\"ISLEMNO\")");
+    if (!more.empty()) books->execute(more);
+}
+
+// Both screens were given the number 6 before either was saved.
+TEST(TwoTills, OneNumberIsGivenToOneSale) {
+    const Drive drive;
+    copyShop(drive);
+    makeOlder(drive, ""); // the first opening makes the number a key
+    Till one(drive), other(drive);
+    one.play(openingLines(7));
+    other.play(openingLines(8));
+    const std::string sale = "click cmdSatis\nput MskToplamUcret \"1000\"\nput MskAlinanPesinat \"200\"\nput "
+                             "MskTaksitAdedi \"4\"\n";
+    one.atMark = [&](const std::string&) {
+        other.play(sale + "key F2\nkey F4\nclick cmdCikis\n");
+        static_cast<void>(other.said());
+    };
+    one.play(sale + "@meanwhile\nkey F2\nexpect txtIslemNo \"7\"\nexpect MskToplamUcret "
+                    "\"1.000,00\"\nexpect-rows grdYapilacakOdeme 8\nkey F2\nclick cmdCikis\n");
+    const auto said = one.said();
+    ASSERT_EQ(said.size(), 4U) << ::testing::PrintToString(said);
+    EXPECT_NE(said[2].find("6 numaralı satış"), std::string::npos) << said[2];
+    EXPECT_EQ(said[3], "İşlem Tamamlandı");
+    // Deleting the one leaves the other whole.
+    other.play("type Text1 \"8\"\ndblclick L3 0\nanswer yes\nclick cmdIslemNoSil\n");
+    EXPECT_EQ(answerOf(drive,
+                       "SELECT group_concat(MUSTNO || ':' || ISLEMNO) FROM (SELECT * FROM ISLEMNOTABLO "
+                       "ORDER BY ISLEMNO)"),
+              "8:4,7:5,7:7");
+    EXPECT_EQ(answerOf(drive, "SELECT count(*) || '|' || min(ISLEMNO) FROM URUNSAT WHERE ISLEMNO > 5"),
+              "5|7");
+    EXPECT_EQ(answerOf(drive, "SELECT count(*) FROM TAKSITODENEN WHERE MUSTNO = '7' AND ISLEMNO = 7"), "1");
+    EXPECT_EQ(answerOf(drive, kSaleKey).find("CREATE UNIQUE INDEX"), 0U);
+}
+
+TEST(TwoTills, OlderBooksWithANumberTwiceOpenAndWork) {
+    const Drive drive;
+    copyShop(drive);
+    makeOlder(drive, "INSERT INTO ISLEMNOTABLO (MUSTNO, ISLEMNO) VALUES ('8', 5)");
+    const std::string before = answerOf(drive, kSaleKey);
+    Till till(drive);
+    till.play(openingLines() + post(5).lines);
+    EXPECT_EQ(till.said(), std::vector<std::string>{post(5).doneMessage});
+    EXPECT_EQ(answerOf(drive, kSaleKey), before);
+}
+
+// Each prints over and over what it printed when it was alone.
+TEST(TwoTills, PrintEachTheirOwn) {
+    const Drive drive;
+    copyShop(drive);
+    sablonlariKur(Paths(drive.path().string()));
+    std::vector<pid_t> tills;
+    for (const int customer : {7, 8}) {
+        const std::string lines[] = {
+            "click cmdGunuGecenOdemeler\ndate dtRaporTarihiSon \"01/01/2027\"\nclick cmdRapor\nkey Esc\n",
+            "type Text1 \"" + std::to_string(customer) + "\"\ndblclick L3 0\nclick cmdSozlesme\nkey Esc\n"};
+        std::string alone[2];
+        {
+            Till till(drive);
+            till.play(openingLines(customer) + "sql \"UPDATE URUNSAT SET PESINAT=0\"\n");
+            for (const int paper : {0, 1}) {
+                till.play(lines[paper]);
+                alone[paper] = till.lastReport();
+                ASSERT_FALSE(alone[paper].empty());
+            }
+        }
+        tills.push_back(fork());
+        ASSERT_GE(tills.back(), 0);
+        if (tills.back() != 0) continue;
+        Till till(drive);
+        till.play(openingLines(customer));
+        int wrong = 0;
+        for (int round = 0; round < 12 * effort(); ++round) {
+            for (const int paper : {0, 1}) {
+                till.play(lines[paper]);
+                if (till.lastReport() != alone[paper]) ++wrong;
+            }
+        }
+        _exit(std::min(wrong, 100));
+    }
+    for (const pid_t till : tills) {
+        int status = 0;
+        ASSERT_EQ(waitpid(till, &status, 0), till);
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "wrong papers: " << WEXITSTATUS(status);
+    }
 }
 
 } // namespace

@@ -37,6 +37,7 @@ public:
         config.toNativePath = [name](std::string_view) { return name + "/b.mdb"; };
         config.dataSource = [](std::string_view) { return std::optional<std::string>(); };
         config.clock = [] { return DateTime::of(2026, 11, 22, 10, 30, 0); };
+        config.delivered = schema::delivered();
         workspace_ = std::make_unique<store::Workspace>(std::move(config));
         file_ = workspace_->open("b", "x");
         fill();

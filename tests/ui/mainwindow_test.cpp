@@ -1,5 +1,6 @@
 // The main screen as a real window over a real database: what the widgets show is what the models hold, and
 // money taken by keyboard is a row in the books.
+#include <chrono>
 #include <filesystem>
 
 #include <QApplication>
@@ -10,11 +11,13 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
 #include "apps/screens.h"
 #include "ledger/mainscreen.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "tests/support/shop.h"
 #include "tests/ui/window_tests.h"
 #include "ui/datefield.h"
@@ -179,6 +182,51 @@ TEST_F(MainWindow, TahsilatKlavyeyle) {
     EXPECT_EQ(query("SELECT MUSTNO,ISLEMNO,ODMIKTAR FROM TAKSITODENEN WHERE ODMIKTAR=250000000"),
               (Lines{"7|6|250000000"}));
     leavePicture(host, *screen, "tahsilat");
+}
+
+// Another till holds the books: the window says so, keys typed meanwhile come behind the posting, Esc gives
+// up.
+TEST_F(MainWindow, BaskaKasaBeklenirkenNotCikarTuslarKaybolmaz) {
+    openFirstSale();
+    const auto other = store::openSqlcipher(shop.desktop.paths.toNative(kDatabasePath), kDeliveredPassword,
+                                            std::chrono::seconds(1));
+    const auto press = [&](int key, const QString& text) {
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
+            QCoreApplication::postEvent(host.window(*screen)->windowHandle(),
+                                        new QKeyEvent(type, key, Qt::NoModifier, text));
+    };
+    const auto isTold = [&] {
+        for (const QLabel* label : host.window(*screen)->findChildren<QLabel*>())
+            if (label->text().contains("bekleniyor") && label->isVisible()) return true;
+        return false;
+    };
+    bool wasTold = false;
+    typeText(host, *screen, "250,00");
+    other->begin();
+    QTimer::singleShot(700, [&] {
+        wasTold = isTold();
+        leavePicture(host, *screen, "bekleme");
+        press(Qt::Key_4, "4");
+        press(Qt::Key_2, "2");
+    });
+    QTimer::singleShot(900, [&] { other->rollback(); });
+    pressKey(host, *screen, Key::F2);
+    EXPECT_TRUE(wasTold);
+    EXPECT_EQ(shop.said().back(), "KAYIT İŞLEMİ TAMAMLANDI");
+    for (int i = 0; i < 5; ++i)
+        settle();
+    EXPECT_FALSE(isTold());
+    EXPECT_EQ(at<QLineEdit>("mskOdenenPara").text(), "250,0042");
+
+    other->begin();
+    QTimer::singleShot(700, [&] { press(Qt::Key_Escape, ""); });
+    const auto begun = std::chrono::steady_clock::now();
+    pressKey(host, *screen, Key::F2);
+    EXPECT_LT(std::chrono::steady_clock::now() - begun, std::chrono::seconds(10));
+    EXPECT_NE(shop.said().back().find("başka bir bilgisayar"), std::string::npos);
+    EXPECT_EQ(forms.active(), screen) << "Esc closed the screen too";
+    other->rollback();
+    EXPECT_EQ(query("SELECT COUNT(*) FROM TAKSITODENEN"), (Lines{"3"}));
 }
 
 TEST_F(MainWindow, MusteriIzgaradanVeOklarla) {

@@ -170,9 +170,9 @@ TEST_F(Anonim, DenetimKopyadaAyniniBulur) {
 TEST_F(Anonim, BosalanSayfalarKopyayaGecmez) {
     {
         const auto program = open(books());
-        program->execute("INSERT INTO T_TEMP_GENEL (ACIKLAMA_1) SELECT AD || SOYAD || hex(zeroblob(1500)) "
+        program->execute("INSERT INTO GRUPLAR (GRUP_ADI) SELECT AD || SOYAD || hex(zeroblob(1500)) "
                          "FROM MUSTKAYIT");
-        program->execute("DELETE FROM T_TEMP_GENEL");
+        program->execute("DELETE FROM GRUPLAR WHERE length(GRUP_ADI) > 1500");
     }
     copyWithoutNames(books(), copy(), Disguise(1));
     const auto freePages = [](const std::string& file) {

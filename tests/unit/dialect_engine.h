@@ -24,11 +24,12 @@ public:
     DialectEngine() {
         if (sqlite3_open(":memory:", &connection_) != SQLITE_OK) throw std::runtime_error("no engine");
         registerFunctions(connection_, [] { return DateTime::of(2026, 11, 22, 10, 30, 0); });
-        for (const std::string& sql : definitionStatements(schema::tables(), schema::savedQueries()))
+        std::vector<TableDef> tables = schema::tables();
+        tables.insert(tables.end(), schema::scratchTables().begin(), schema::scratchTables().end());
+        for (const std::string& sql : definitionStatements(tables, schema::savedQueries()))
             engine(sql);
-        for (const TableDef& table : schema::tables()) {
+        for (const TableDef& table : tables)
             catalog_.add({table.name, table.columns, false, {table.name}});
-        }
         catalog_.add(savedQuery("S_TAKSITODENEN", {"TAKSITODENEN", "MUSTKAYIT"}));
         catalog_.add(savedQuery("S_T_KASA_HAREKETLERI", {"T_KASA_HAREKETLERI", "MUSTKAYIT"}));
     }

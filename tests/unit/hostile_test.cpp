@@ -31,7 +31,6 @@ struct Way {
 };
 
 const std::set<std::string> kSales = {"ISLEMNOTABLO", "URUNAL", "URUNSAT", "TAKSITODENEN", "URUNTANITIM"};
-const std::set<std::string> kScratch = {"GUNUGECENODM", "BEKLENENODM", "T_TEMP_GENEL"};
 
 const std::vector<Way>& ways() {
     static const std::vector<Way> all = {
@@ -253,8 +252,7 @@ std::string schemaOf(const Drive& drive) {
 std::map<std::string, std::string> untouched(const Drive& drive, const std::set<std::string>& writes) {
     std::map<std::string, std::string> rows;
     for (const store::TableDef& table : schema::tables()) {
-        const bool mayChange =
-            writes.contains(table.name) || kSales.contains(table.name) || kScratch.contains(table.name);
+        const bool mayChange = writes.contains(table.name) || kSales.contains(table.name);
         const bool isOfAccount = kSales.contains(table.name) && table.name != "URUNTANITIM";
         if (!mayChange)
             rows[table.name] = answerOf(drive, "SELECT * FROM \"" + table.name + "\" ORDER BY ID");

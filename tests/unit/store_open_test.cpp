@@ -1,5 +1,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statfs.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -8,8 +10,20 @@
 #include <functional>
 #include <iterator>
 
+#include "platform/store/engine/networkdisk.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "storefile.h"
+
+namespace {
+std::uint32_t pretended = 0; // the type of file system; 0: what stands there
+}
+
+// Stands before the C library's: no test can mount a share.
+extern "C" int statfs(const char* path, struct statfs* answer) noexcept {
+    if (syscall(SYS_statfs, path, answer) != 0) return -1;
+    if (pretended != 0) answer->f_type = pretended;
+    return 0;
+}
 
 namespace veldona::store {
 namespace {
@@ -33,6 +47,32 @@ void flipByte(const std::string& path, std::size_t at) {
 mode_t rightsOf(const std::string& path) {
     struct stat status {};
     return stat(path.c_str(), &status) == 0 ? status.st_mode & 0777 : 0;
+}
+
+TEST_F(Opening, ANetworkFolderIsRefusedUntouchedAndALocalDiskIsNot) {
+    create();
+    const std::string before = contentOf(path);
+    const auto opened = [&](std::uint32_t type) {
+        pretended = type;
+        const auto refused = kindRaised([&] { static_cast<void>(workspace()->open(path, kPassword)); });
+        const auto notMade = kindRaised([&] { createDatabase(path + "2", kPassword, tables(), {}); });
+        pretended = 0;
+        fs::remove(path + "2");
+        EXPECT_EQ(refused, notMade);
+        return refused;
+    };
+    for (const std::uint32_t share : {0x6969U, 0x517bU, 0xff534d42U, 0xfe534d42U})
+        EXPECT_EQ(opened(share), Kind::NetworkDisk) << std::hex << share;
+    EXPECT_EQ(contentOf(path), before);
+    // Ext4, overlay, tmpfs, NTFS; and a FUSE or 9p mount that is no share by its mount's own words.
+    for (const std::uint32_t local :
+         {0xef53U, 0x794c7630U, 0x01021994U, 0x5346544eU, 0x65735546U, 0x01021997U})
+        EXPECT_EQ(opened(local), std::nullopt) << std::hex << local;
+    EXPECT_TRUE(isNetworkMount("fuse.sshfs", "rw"));
+    EXPECT_TRUE(isNetworkMount("9p", "rw,trans=tcp,port=564"));
+    for (const char* type : {"fuseblk", "fuse.ntfs-3g", "virtiofs", "fuse.fuse-overlayfs", "fuse"})
+        EXPECT_FALSE(isNetworkMount(type, "rw")) << type;
+    EXPECT_FALSE(isNetworkMount("9p", "rw,trans=virtio")) << "a folder of the machine around this one";
 }
 
 TEST_F(Opening, WhatIsNoDatabaseOfOursIsToldApart) {

@@ -27,12 +27,21 @@ TEST_F(TwoWorkstations, ALockIsWaitedForUpToTheTimeoutThenTold) {
     const auto waited = std::chrono::steady_clock::now() - before;
     EXPECT_GE(waited, std::chrono::milliseconds(900));
     EXPECT_LT(waited, std::chrono::seconds(5));
-    connection.commandTimeout = 0;
+    connection.commandTimeout = 60;
+    const auto rest = std::chrono::steady_clock::now();
     EXPECT_EQ(numberRaised([&] { connection.beginTrans(); }), adodb::kStatementError);
     EXPECT_FALSE(connection.inTransaction());
     auto payments = dao().openRecordset("ODEME");
     payments.addNew();
     EXPECT_EQ(numberRaised([&] { payments.update(); }), 3260);
+    EXPECT_LT(std::chrono::steady_clock::now() - rest, std::chrono::seconds(5))
+        << "the rest of the act waits no more";
+    store->endAct();
+    givesUpAfter = std::chrono::milliseconds(100);
+    EXPECT_EQ(numberRaised([&] { connection.beginTrans(); }), adodb::kStatementError);
+    EXPECT_LT(std::chrono::steady_clock::now() - rest, std::chrono::seconds(10))
+        << "given up by the operator";
+    EXPECT_GE(longestWait, givesUpAfter) << "a new act waits again";
     EXPECT_EQ(rows("SELECT COUNT(*) FROM MUSTERI"), "0") << "reading needs no lock";
     other.commitTrans();
     payments.update();

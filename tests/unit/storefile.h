@@ -1,6 +1,7 @@
 // A small shop's file in a folder of its own, for the tests of the store.
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -63,10 +64,16 @@ protected:
         config.dataSource = [this](std::string_view name) {
             return name == "dukkan" ? std::optional(path) : std::nullopt;
         };
+        config.goOnWaiting = [this](std::chrono::milliseconds waited) {
+            longestWait = waited;
+            return waited < givesUpAfter;
+        };
         return std::make_unique<Workspace>(std::move(config));
     }
 
     std::string folder, path;
+    std::chrono::milliseconds givesUpAfter = std::chrono::hours(1);
+    mutable std::chrono::milliseconds longestWait{0};
 };
 
 // The same with the file made and a connection open.

@@ -27,12 +27,20 @@ struct TableDef {
     std::string name;
     std::vector<ColumnDef> columns;
     std::vector<std::vector<std::string>> indexes; // column names, one list an index
+    std::vector<std::string> key = {}; // no two rows share the values of these columns; indexed too
 };
 
 // A named query in the store's dialect, read like a table.
 struct SavedQueryDef {
     std::string name;
     std::string sql;
+};
+
+// All that a file of books may be made of. Scratch tables belong to each connection; older files hold them.
+struct Delivered {
+    std::vector<TableDef> tables;
+    std::vector<SavedQueryDef> queries;
+    std::vector<TableDef> scratch;
 };
 
 } // namespace veldona::store

@@ -15,6 +15,7 @@ public:
         TypeMismatch, // a value does not read as the column's type, or a conversion function failed
         Constraint,
         FileMissing,
+        NetworkDisk,   // the file lies on another machine's disk
         WrongPassword, // or a damaged first page: the engine cannot tell them apart
         Damaged,
         Locked, // another workstation held the file longer than the timeout

@@ -59,6 +59,18 @@ void BulkLoad::takeIndexesOff() {
         engine_->execute("DROP INDEX \"" + name + '"');
 }
 
+// Rows may bring a key twice from where they come; the books then go on without its being unique.
+void BulkLoad::makeAgain(std::string index) {
+    try {
+        engine_->execute(index);
+    } catch (const StoreError& failure) {
+        constexpr std::string_view unique = "UNIQUE ";
+        const std::size_t word = index.find(unique);
+        if (failure.kind() != StoreError::Kind::Constraint || word == index.npos) throw;
+        engine_->execute(index.erase(word, unique.size()));
+    }
+}
+
 BulkLoad::Rows::Rows(Engine& engine, const TableDef& table, const std::vector<std::string>& columns) {
     std::string names;
     std::string marks;
@@ -87,7 +99,7 @@ BulkLoad::Rows BulkLoad::into(const TableDef& table, const std::vector<std::stri
 
 void BulkLoad::finish() {
     for (const std::string& index : indexes_)
-        engine_->execute(index);
+        makeAgain(index);
     engine_->commit();
     engine_.reset();
     syncFile(path_);

@@ -43,6 +43,7 @@ public:
 
 private:
     void takeIndexesOff();
+    void makeAgain(std::string index);
 
     std::string path_;
     std::unique_ptr<Engine> engine_;

@@ -7,6 +7,7 @@
 
 #include "platform/store/engine/draft.h"
 #include "platform/store/engine/filecatalog.h"
+#include "platform/store/engine/networkdisk.h"
 #include "platform/store/engine/sqlcipher/definitionsql.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "platform/store/engine/sqlcipher/sqlcipherfailure.h"
@@ -38,6 +39,7 @@ void syncFolderOf(const std::string& path) {
 
 void createDatabase(const std::string& nativePath, std::string_view password,
                     const std::vector<TableDef>& tables, const std::vector<SavedQueryDef>& queries) {
+    refuseNetworkDisk(nativePath);
     std::error_code failed;
     if (fs::exists(fs::symlink_status(nativePath, failed))) throw fileExists(nativePath);
     const std::vector<std::string> statements = definitionStatements(tables, queries);

@@ -16,6 +16,7 @@
 
 #include "platform/runtime/value.h"
 #include "platform/store/dialect/storeerror.h"
+#include "platform/store/engine/lockwait.h"
 
 namespace veldona::store {
 
@@ -63,6 +64,8 @@ public:
     [[nodiscard]] virtual std::int64_t rowsChanged() const = 0; // by the last insert, update or delete
     // How long a statement waits for another workstation's lock before it fails.
     virtual void setBusyTimeout(std::chrono::milliseconds timeout) = 0;
+    // Who says, while it waits, whether it goes on; shared by the engines of a process.
+    virtual void setLockWait(std::shared_ptr<LockWait> wait) = 0;
 
     // The newest failure since the last call that came from the disk or from another workstation and not from
     // the statement; nothing where there was none.

@@ -17,11 +17,14 @@ struct Listed {
 
 std::vector<Listed> listRelations(Engine& engine) {
     std::vector<Listed> listed;
-    auto statement =
-        engine.prepare("SELECT name, type = 'view' FROM sqlite_master WHERE type IN ('table', 'view') "
-                       "AND name NOT LIKE 'sqlite_%' AND name NOT LIKE 'MSys%' ORDER BY rowid");
-    while (statement->step())
-        listed.push_back({std::string(statement->text(0)), statement->whole(1) != 0});
+    // A table of the connection's own is met before one of its name in the file.
+    for (const char* catalog : {"sqlite_temp_master", "sqlite_master"}) {
+        auto statement = engine.prepare("SELECT name, type = 'view' FROM " + std::string(catalog) +
+                                        " WHERE type IN ('table', 'view') AND name NOT LIKE 'sqlite_%' "
+                                        "AND name NOT LIKE 'MSys%' ORDER BY rowid");
+        while (statement->step())
+            listed.push_back({std::string(statement->text(0)), statement->whole(1) != 0});
+    }
     return listed;
 }
 

@@ -47,6 +47,7 @@ inline constexpr std::int32_t kTypeMismatch = 3464;
         return kLocked;
     case Kind::DiskFull:
         return kDiskFull;
+    case Kind::NetworkDisk:
     case Kind::InputOutput:
         return kInputOutput;
     case Kind::ReadOnly:

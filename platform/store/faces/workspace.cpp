@@ -2,11 +2,14 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
 #include "platform/store/dialect/storeerror.h"
+#include "platform/store/engine/delivered.h"
 #include "platform/store/engine/filecatalog.h"
+#include "platform/store/engine/networkdisk.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "platform/store/faces/database.h"
 
@@ -14,6 +17,7 @@ namespace veldona::store {
 namespace {
 
 constexpr std::chrono::milliseconds kSeenFor{50};
+constexpr std::chrono::milliseconds kForKeys{1000}; // nobody waits longer for what the next opening can do
 
 // The file itself, whatever path leads to it.
 using FileIdentity = std::pair<dev_t, ino_t>;
@@ -39,6 +43,7 @@ struct Workspace::State {
     };
     std::map<std::string, Resolved, std::less<>> resolved;
     std::shared_ptr<WriteFaults> faults = std::make_shared<WriteFaults>();
+    std::shared_ptr<LockWait> lockWait;
 
     [[nodiscard]] std::shared_ptr<Database> findOpen(const std::optional<FileIdentity>& file) const {
         if (!file) return nullptr;
@@ -58,8 +63,17 @@ struct Workspace::State {
     }
     [[nodiscard]] std::shared_ptr<Database> openAnew(const std::string& native, std::string_view password,
                                                      std::chrono::seconds timeout) {
-        auto engine = openSqlcipher(native, password, timeout, config.clock);
+        refuseNetworkDisk(native);
+        const Delivered& delivered = config.delivered;
+        auto engine = openSqlcipher(native, password, timeout, config.clock, [&](Engine& opened) {
+            if (!delivered.tables.empty()) requireDelivered(opened, delivered, native);
+        });
         renewSortOrder(*engine);
+        engine->setBusyTimeout(std::min(std::chrono::milliseconds(timeout), kForKeys));
+        completeKeys(*engine, delivered.tables);
+        engine->setBusyTimeout(timeout);
+        engine->setLockWait(lockWait);
+        makeScratchTables(*engine, delivered.scratch);
         auto database = std::make_shared<Database>(std::move(engine), std::string(password), faults);
         if (const auto file = identify(native)) open[*file] = database;
         return database;
@@ -68,6 +82,7 @@ struct Workspace::State {
 
 Workspace::Workspace(WorkspaceConfig config) : state_(std::make_unique<State>()) {
     state_->config = std::move(config);
+    state_->lockWait = std::make_shared<LockWait>(state_->config.goOnWaiting);
 }
 
 Workspace::~Workspace() = default;
@@ -106,6 +121,10 @@ std::optional<StoreError> Workspace::takeDiskFailure() {
         if (auto failure = database->engine().takeDiskFailure()) newest = std::move(failure);
     }
     return newest;
+}
+
+void Workspace::endAct() {
+    state_->lockWait->endAct();
 }
 
 void Workspace::failWrite(int nth, std::string_view table) {

@@ -14,7 +14,9 @@
 #include <vector>
 
 #include "platform/runtime/datetime.h"
+#include "platform/store/dialect/definition.h"
 #include "platform/store/dialect/storeerror.h"
+#include "platform/store/engine/lockwait.h"
 
 namespace veldona::store {
 
@@ -27,6 +29,10 @@ struct WorkspaceConfig {
     std::function<std::optional<std::string>(std::string_view name)> dataSource;
     // What Now, Date and Time of a statement answer; the machine's clock where it is empty.
     std::function<DateTime()> clock;
+    // What a file may hold: one that holds anything else is refused untouched, and each connection gets the
+    // scratch tables. Without tables: any file opens as it is.
+    Delivered delivered = {};
+    GoOnWaiting goOnWaiting = {};
 };
 
 class Workspace {
@@ -47,6 +53,9 @@ public:
     // The newest failure of an open file since the last call that came from the disk or from another
     // workstation; nothing where there was none. A procedure may have passed over it.
     [[nodiscard]] std::optional<StoreError> takeDiskFailure();
+
+    // The operator's act is over: behind a lock that was not waited for to its end, the next act waits again.
+    void endAct();
 
     // From now on the nth write (insert, update or delete statement, counted from 1) to `table` fails once.
     void failWrite(int nth, std::string_view table);

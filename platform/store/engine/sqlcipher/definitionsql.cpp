@@ -40,24 +40,6 @@ std::string declaration(ColumnType type) {
     throw std::logic_error("a column type without a declaration");
 }
 
-std::string tableStatement(const TableDef& table) {
-    std::string sql = "CREATE TABLE " + quoted(table.name) + " (";
-    for (std::size_t i = 0; i < table.columns.size(); ++i) {
-        if (i > 0) sql += ", ";
-        sql += quoted(table.columns[i].name) + ' ' + declaration(table.columns[i].type);
-    }
-    return sql + ')';
-}
-
-std::string indexStatement(const TableDef& table, const std::vector<std::string>& columns) {
-    std::string name = table.name, list;
-    for (const std::string& column : columns) {
-        name += '_' + column;
-        list += (list.empty() ? "" : ", ") + quoted(column);
-    }
-    return "CREATE INDEX " + quoted(name) + " ON " + quoted(table.name) + " (" + list + ')';
-}
-
 // A view, and what later queries must know of it.
 std::string queryStatement(const SavedQueryDef& query, Catalog& catalog) {
     sql::Statement tree = sql::parse(readStatement(query.sql, Literals::Kept));
@@ -77,14 +59,40 @@ std::string queryStatement(const SavedQueryDef& query, Catalog& catalog) {
 
 } // namespace
 
+std::string tableStatement(const TableDef& table, Lifetime lifetime) {
+    std::string sql = lifetime == Lifetime::File ? "CREATE TABLE " : "CREATE TEMP TABLE ";
+    sql += quoted(table.name) + " (";
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        if (i > 0) sql += ", ";
+        sql += quoted(table.columns[i].name) + ' ' + declaration(table.columns[i].type);
+    }
+    return sql + ')';
+}
+
+std::string indexName(const TableDef& table, const std::vector<std::string>& columns) {
+    std::string name = table.name;
+    for (const std::string& column : columns)
+        name += '_' + column;
+    return name;
+}
+
+std::string indexStatement(const TableDef& table, const std::vector<std::string>& columns, Unique unique) {
+    std::string list;
+    for (const std::string& column : columns)
+        list += (list.empty() ? "" : ", ") + quoted(column);
+    return (unique == Unique::Yes ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") +
+           quoted(indexName(table, columns)) + " ON " + quoted(table.name) + " (" + list + ')';
+}
+
 std::vector<std::string> definitionStatements(const std::vector<TableDef>& tables,
                                               const std::vector<SavedQueryDef>& queries) {
     std::vector<std::string> statements;
     Catalog catalog;
     for (const TableDef& table : tables) {
-        statements.push_back(tableStatement(table));
+        statements.push_back(tableStatement(table, Lifetime::File));
+        if (!table.key.empty()) statements.push_back(indexStatement(table, table.key, Unique::Yes));
         for (const auto& columns : table.indexes)
-            statements.push_back(indexStatement(table, columns));
+            statements.push_back(indexStatement(table, columns, Unique::No));
         catalog.add({table.name, table.columns, false, {table.name}});
     }
     for (const SavedQueryDef& query : queries)

@@ -13,6 +13,13 @@ namespace veldona::store {
 // The engine's statements that make `tables` and `queries`; a query's text is of the dialect.
 [[nodiscard]] std::vector<std::string> definitionStatements(const std::vector<TableDef>& tables,
                                                             const std::vector<SavedQueryDef>& queries);
+// The single ones, of which a file of former days is made up too.
+enum class Lifetime { File, Connection };
+[[nodiscard]] std::string tableStatement(const TableDef& table, Lifetime lifetime);
+enum class Unique { No, Yes };
+[[nodiscard]] std::string indexStatement(const TableDef& table, const std::vector<std::string>& columns,
+                                         Unique unique);
+[[nodiscard]] std::string indexName(const TableDef& table, const std::vector<std::string>& columns);
 // The type of a column that was declared so by definitionStatements, as the engine tells it back; nothing for
 // another declaration, and for "" (an expression of a query). A Counter reads as Whole: the table's key tells
 // the two apart.

@@ -203,6 +203,7 @@ public:
         return taken;
     }
     void setBusyTimeout(std::chrono::milliseconds timeout) override { busyTimeout_ = timeout; }
+    void setLockWait(std::shared_ptr<LockWait> wait) override { lockWait_ = std::move(wait); }
 
     // In one step: a step for itself would begin anew at each write of another workstation. A copy into a
     // file without a key would be a plain one, and one of another page size a damaged one.
@@ -243,8 +244,11 @@ private:
         auto& engine = *static_cast<SqlcipherEngine*>(self);
         const auto now = steady_clock::now();
         if (attempt == 0) engine.waitingSince_ = now;
-        const auto left = engine.busyTimeout_ - duration_cast<milliseconds>(now - engine.waitingSince_);
-        if (left <= milliseconds(0)) return 0;
+        const auto waited = duration_cast<milliseconds>(now - engine.waitingSince_);
+        const auto left = engine.busyTimeout_ - waited;
+        if (engine.lockWait_ ? !engine.lockWait_->goesOn(waited, engine.busyTimeout_)
+                             : left <= milliseconds(0))
+            return 0;
         std::this_thread::sleep_for(
             std::min<milliseconds>(left, milliseconds(std::min(50, 2 + 2 * attempt))));
         return 1;
@@ -254,6 +258,7 @@ private:
     std::unique_ptr<JournalKept> kept_;
     DiskFailure diskFailure_ = std::make_shared<std::optional<StoreError>>();
     std::chrono::milliseconds busyTimeout_;
+    std::shared_ptr<LockWait> lockWait_; // nothing: until the time is up
     std::chrono::steady_clock::time_point waitingSince_;
 };
 
@@ -339,13 +344,14 @@ void requireTables(SqlcipherEngine& engine, const std::string& path) {
 }
 
 std::unique_ptr<Engine> openToRead(const std::string& path, int flags, std::string_view password,
-                                   std::chrono::milliseconds busyTimeout) {
+                                   std::chrono::milliseconds busyTimeout, const Inspection& inspect) {
     auto kept = std::make_unique<JournalKept>(path);
     auto engine = openKeyed(path, flags, password, busyTimeout, {});
     prepareCipher(*engine);
     engine->keepJournal(std::move(kept));
     engine->execute("PRAGMA query_only = ON");
     requireTables(*engine, path);
+    if (inspect) inspect(*engine);
     engine->execute("PRAGMA cache_size = -65536");
     engine->execute("PRAGMA temp_store = MEMORY");
     return engine;
@@ -354,35 +360,38 @@ std::unique_ptr<Engine> openToRead(const std::string& path, int flags, std::stri
 } // namespace
 
 std::unique_ptr<Engine> openSqlcipher(const std::string& nativePath, std::string_view password,
-                                      std::chrono::milliseconds busyTimeout,
-                                      std::function<DateTime()> clock) {
-    tightenRights(nativePath, inspectFile(nativePath));
+                                      std::chrono::milliseconds busyTimeout, std::function<DateTime()> clock,
+                                      const Inspection& inspect) {
+    const struct stat status = inspectFile(nativePath);
     // Until the file has proved sound: the journal may be all that is left of the last payments.
     const JournalKept kept(nativePath);
     auto engine = openKeyed(nativePath, SQLITE_OPEN_READWRITE, password, busyTimeout, std::move(clock));
     if (engine->isReadOnly()) throw readOnlyFile(nativePath);
     prepareCipher(*engine);
     requireTables(*engine, nativePath);
+    if (inspect) inspect(*engine);
+    tightenRights(nativePath, status);
     configure(*engine);
     return engine;
 }
 
 std::unique_ptr<Engine> openSqlcipherToRead(const std::string& nativePath, std::string_view password,
-                                            std::chrono::milliseconds busyTimeout) {
+                                            std::chrono::milliseconds busyTimeout,
+                                            const Inspection& inspect) {
     static_cast<void>(inspectFile(nativePath));
     if (hasJournal(nativePath) || canHaveIndex(nativePath))
-        return openToRead(nativePath, SQLITE_OPEN_READWRITE, password, busyTimeout);
+        return openToRead(nativePath, SQLITE_OPEN_READWRITE, password, busyTimeout, inspect);
     constexpr int kUnchanging = SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI;
     if (access((nativePath + "-shm").c_str(), F_OK) != 0)
-        return openToRead(nativePath, kUnchanging, password, busyTimeout);
+        return openToRead(nativePath, kUnchanging, password, busyTimeout, inspect);
     // The index is that of a till at work, which may write its first row in the next moment, or of one that
     // was killed: nobody keeps that up any more, and the engine cannot read by it.
     try {
-        return openToRead(nativePath, SQLITE_OPEN_READWRITE, password, busyTimeout);
+        return openToRead(nativePath, SQLITE_OPEN_READWRITE, password, busyTimeout, inspect);
     } catch (const StoreError& failure) {
         if (failure.kind() != StoreError::Kind::InputOutput) throw;
     }
-    return openToRead(nativePath, kUnchanging, password, busyTimeout);
+    return openToRead(nativePath, kUnchanging, password, busyTimeout, inspect);
 }
 
 std::unique_ptr<Engine> createSqlcipher(const std::string& nativePath, std::string_view password) {
