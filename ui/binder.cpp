@@ -1,5 +1,8 @@
 #include "ui/binder.h"
 
+#include <QAbstractButton>
+#include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QStackedWidget>
 #include <QStyle>
@@ -78,8 +81,17 @@ QString withoutMnemonic(QString text) {
 }
 
 QString withMnemonic(const QString& drawn, const std::string& caption) {
-    QString text = toQt(caption);
+    QString text = toQt(caption).trimmed();
     return drawn == text || withoutMnemonic(drawn) == text ? drawn : text.replace("&", "&&");
+}
+
+void alignCaptions(const QWidget& window) {
+    for (auto* each : window.findChildren<QLabel*>())
+        each->setText(each->text().trimmed());
+    for (auto* each : window.findChildren<QGroupBox*>())
+        each->setTitle(each->title().trimmed());
+    for (auto* each : window.findChildren<QAbstractButton*>())
+        each->setText(each->text().trimmed());
 }
 
 void showSelection(QLineEdit& edit, int start, int length) {

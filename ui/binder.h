@@ -96,6 +96,8 @@ class Timer;
 [[nodiscard]] std::string fromQt(const QString& text);
 // The words of a drawn text as they are read.
 [[nodiscard]] QString withoutMnemonic(QString text);
+// The blanks around a caption are part of its words, but what is shown of them stands in line.
+void alignCaptions(const QWidget& window);
 // A caption for a widget that was drawn with `drawn`: that one, with its mnemonic, where it reads the same.
 [[nodiscard]] QString withMnemonic(const QString& drawn, const std::string& caption);
 // The caret and the selection of a text, in characters.

@@ -1,11 +1,15 @@
 #include "ui/datefield.h"
 
+#include <algorithm>
+
 #include <QCalendarWidget>
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QRegularExpression>
+#include <QScreen>
+#include <QTextCharFormat>
 #include <QToolButton>
 
 #include "ui/housestyle.h"
@@ -39,7 +43,7 @@ DateField::DateField(QWidget* parent)
     button_->setFocusPolicy(Qt::NoFocus);
     button_->setToolTip("Takvim (Alt+Aşağı)");
     edit_->setPlaceholderText("gg/aa/yyyy");
-    edit_->setMinimumWidth(edit_->fontMetrics().horizontalAdvance("00/00/0000") + scaled(14));
+    keepReadable();
     setFocusProxy(edit_);
     edit_->installEventFilter(this);
     connect(edit_, &QLineEdit::textEdited, this, [this](const QString& text) { typed(text); });
@@ -47,6 +51,18 @@ DateField::DateField(QWidget* parent)
     connect(check_, &QCheckBox::clicked, this, [this](bool on) {
         if (onChecked) onChecked(on);
     });
+}
+
+// A whole date has room in it, whatever the letters.
+void DateField::keepReadable() {
+    edit_->ensurePolished();
+    edit_->setMinimumWidth(edit_->fontMetrics().horizontalAdvance("00/00/0000") + scaled(14));
+    button_->setFixedWidth(scaled(20));
+}
+
+void DateField::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) keepReadable();
 }
 
 void DateField::setCheckable(bool checkable) {
@@ -84,7 +100,16 @@ void DateField::openCalendar() {
     calendar->setLocale(QLocale(QLocale::Turkish, QLocale::Turkey));
     calendar->setFirstDayOfWeek(Qt::Monday);
     calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-    calendar->setSelectedDate(date_.value_or(QDate::currentDate()));
+    const QDate now = today ? today() : QDate::currentDate();
+    QTextCharFormat marked;
+    marked.setFontWeight(QFont::Bold);
+    marked.setBackground(QColor("#fff3c4"));
+    calendar->setDateTextFormat(now, marked);
+    QTextCharFormat weekend;
+    weekend.setForeground(QColor("#b3261e"));
+    for (const Qt::DayOfWeek each : {Qt::Saturday, Qt::Sunday})
+        calendar->setWeekdayTextFormat(each, weekend);
+    calendar->setSelectedDate(date_.value_or(now));
     const auto take = [this, calendar](const QDate& day) {
         calendar->close();
         pick(day);
@@ -92,9 +117,19 @@ void DateField::openCalendar() {
     connect(calendar, &QCalendarWidget::clicked, this, take);
     connect(calendar, &QCalendarWidget::activated, this, take);
     calendar->resize(calendar->sizeHint() + QSize(scaled(30), scaled(40)));
-    calendar->move(mapToGlobal(QPoint(0, height())));
+    calendar->move(placeOf(calendar->size()));
     calendar->show();
     calendar->setFocus();
+}
+
+// Below the field; above it where the screen ends, and never past its side.
+QPoint DateField::placeOf(const QSize& calendar) const {
+    const QRect room = screen()->availableGeometry();
+    const QPoint below = mapToGlobal(QPoint(0, height()));
+    const bool fits = below.y() + calendar.height() <= room.bottom();
+    const int top = fits ? below.y() : mapToGlobal(QPoint()).y() - calendar.height();
+    return {std::clamp(below.x(), room.left(), std::max(room.left(), room.right() - calendar.width())),
+            std::clamp(top, room.top(), std::max(room.top(), room.bottom() - calendar.height()))};
 }
 
 std::optional<QDate> DateField::read(const QString& text) {

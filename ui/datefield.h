@@ -25,6 +25,7 @@ public:
 
     std::function<void(std::optional<QDate>)> onPicked; // by the operator, whole
     std::function<void(bool)> onChecked;                // the check box, by the operator
+    std::function<QDate()> today;                       // the program's day, where the field holds none
 
     void setCheckable(bool checkable);
     void setReadOnly(bool readOnly);
@@ -42,8 +43,11 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    void keepReadable();
+    [[nodiscard]] QPoint placeOf(const QSize& calendar) const;
     void typed(const QString& text);
     void leave();
     void pick(std::optional<QDate> date);

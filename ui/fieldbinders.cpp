@@ -34,7 +34,8 @@ public:
     }
     void refresh() override {
         Binder::refresh();
-        const QString text = view.buddy() ? withMnemonic(drawn_, bound.caption()) : toQt(bound.caption());
+        const QString text =
+            view.buddy() ? withMnemonic(drawn_, bound.caption()) : toQt(bound.caption()).trimmed();
         if (text != view.text()) view.setText(text);
     }
     void mouseReleased() override {
@@ -133,6 +134,10 @@ public:
             if (!listens()) return;
             const Value value = day ? Value(DateTime::of(day->year(), day->month(), day->day())) : Value();
             act([&] { user::pickDate(bound, value); });
+        };
+        widget.today = [this] {
+            const DateTime day = window().today();
+            return QDate(day.year(), day.month(), day.day());
         };
         widget.onChecked = [this](bool on) {
             if (listens()) act([&] { user::setChecked(bound, on, window().today()); });

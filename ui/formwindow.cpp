@@ -11,11 +11,15 @@
 #include "ui/host.h"
 #include "ui/parallellists.h"
 #include "ui/spokennames.h"
+#include "ui/tightgrid.h"
 
 namespace veldona {
 
 FormWindow::FormWindow(WindowHost& host, Form& form, const Drawing& draw) : host_(host), form_(form) {
     draw(*this);
+    alignCaptions(*this);
+    drawn_ = std::make_unique<DrawnSizes>(*this);
+    tight_ = new TightGrid(*this);
     for (auto* table : findChildren<ParallelLists*>())
         table->link();
     nameControls(*this);
@@ -126,6 +130,18 @@ void FormWindow::refresh() {
     refreshing_ = false;
 }
 
+// What is shown of it says how large it is.
+void FormWindow::prepare() {
+    if (std::exchange(prepared_, true)) return;
+    refresh();
+    followLetters();
+}
+
+void FormWindow::setVisible(bool visible) {
+    if (visible) prepare();
+    QWidget::setVisible(visible);
+}
+
 void FormWindow::showFocus() {
     const Control* active = form_.activeControl();
     const Binder* binder = active ? binderOf(*active) : nullptr;
@@ -192,9 +208,17 @@ bool FormWindow::listens() const {
 
 void FormWindow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (!bound_ || event->type() != QEvent::FontChange) return;
+    if (!bound_ || (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange)) return;
     for (const auto& each : binders_)
         each->restyled();
+    followLetters();
+}
+
+// Each measures by the one before.
+void FormWindow::followLetters() {
+    drawn_->growLimits();
+    tight_->follow();
+    drawn_->growWindow();
 }
 
 } // namespace veldona

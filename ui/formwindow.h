@@ -16,6 +16,7 @@
 
 #include "platform/controls/forms.h"
 #include "platform/runtime/datetime.h"
+#include "ui/drawnsizes.h"
 
 class QContextMenuEvent;
 class QFocusEvent;
@@ -24,6 +25,7 @@ namespace veldona {
 
 class Binder;
 class MenuItem;
+class TightGrid;
 class WindowHost;
 
 // Puts the widgets of a .ui file into an empty window.
@@ -35,6 +37,10 @@ public:
     // show it.
     FormWindow(WindowHost& host, Form& form, const Drawing& draw);
     ~FormWindow() override;
+
+    // Brings what it shows and its size up to date, before it is shown for the first time.
+    void prepare();
+    void setVisible(bool visible) override;
 
     [[nodiscard]] Form& form() const { return form_; }
     [[nodiscard]] WindowHost& host() const { return host_; }
@@ -91,6 +97,7 @@ private:
     void unbind();
     void bindControl(Control& control, const QStringList& withoutWidget, QStringList& faults);
     void arrangeTabs();
+    void followLetters();
     void showFocus();
     bool keyPressed(QKeyEvent& event);
     void keyReleased(const QKeyEvent& event);
@@ -101,12 +108,15 @@ private:
 
     WindowHost& host_;
     Form& form_;
+    std::unique_ptr<DrawnSizes> drawn_;
+    TightGrid* tight_ = nullptr;
     std::vector<std::unique_ptr<Binder>> binders_; // in the order of the controls
     std::unordered_map<const QWidget*, Binder*> byWidget_;
     std::unordered_map<const Control*, Binder*> byControl_;
     std::vector<Binder*> touched_;
     int busy_ = 0;
     bool bound_ = false;
+    bool prepared_ = false;
     bool refreshing_ = false;
     bool focusMoved_ = false;
 };

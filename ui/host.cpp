@@ -89,24 +89,55 @@ void WindowHost::formLoaded(Form& form) {
 void WindowHost::formShown(Form& form, Kip kip) {
     FormWindow* shown = window(form);
     if (!shown) return;
-    if (!shown->isVisible()) {
-        shown->setWindowModality(kip == Kip::Modal ? Qt::ApplicationModal : Qt::NonModal);
-        shown->refresh();
-        // Made native here, so that the screen below is known to be its owner before it shows.
-        shown->winId();
-        const QWidget* below = QApplication::activeWindow();
-        if (kip == Kip::Modal && below) shown->windowHandle()->setTransientParent(below->windowHandle());
-        const bool fills = shown->property("startMaximized").toBool() && fitsScreen(*shown);
-        fills ? shown->showMaximized() : shown->show();
-    }
+    if (!shown->isVisible()) open(*shown, kip);
     shown->raise();
     shown->activateWindow();
+}
+
+// The main screen stands by itself. Every other one is a dialog: in front of the screens that were open, in
+// the middle of the one it was called from, minimised with them.
+void WindowHost::open(FormWindow& window, Kip kip) {
+    const QString name = QString::fromStdString(window.form().name());
+    const bool isMain = window.property("startMaximized").toBool();
+    const QWidget* origin = isMain ? nullptr : behind(window);
+    if (origin)
+        window.setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                              Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint);
+    window.setWindowModality(kip == Kip::Modal ? Qt::ApplicationModal : Qt::NonModal);
+    window.prepare();
+    // Made native here, so that its owner is known before it shows. A modal one belongs to the window that
+    // was opened last, so that none of those it keeps waiting can come to lie over it.
+    window.winId();
+    if (origin && !opened_.empty()) {
+        const QWidget* owner = kip == Kip::Modal ? opened_.back() : opened_.front();
+        window.windowHandle()->setTransientParent(owner->windowHandle());
+    }
+    memory.place(window, name, origin);
+    opened_.push_back(&window);
+    const bool fills = isMain && memory.filled(name).value_or(true) && fitsScreen(window);
+    fills ? window.showMaximized() : window.show();
+}
+
+// The window of the screen that was in front before this one.
+QWidget* WindowHost::behind(const FormWindow& window) const {
+    const std::vector<Form*> forms = window.form().forms().loadedForms();
+    for (auto each = forms.rbegin(); each != forms.rend(); ++each) {
+        FormWindow* other = this->window(**each);
+        if (other && other != &window && other->isVisible()) return other;
+    }
+    return nullptr;
+}
+
+void WindowHost::keepPlace(const FormWindow& window) {
+    const bool isMain = window.property("startMaximized").toBool();
+    memory.keep(window, QString::fromStdString(window.form().name()), isMain ? nullptr : behind(window));
 }
 
 void WindowHost::formUnloaded(Form& form) {
     const auto found = windows_.find(&form);
     if (found == windows_.end()) return;
     FormWindow* gone = found->second;
+    if (std::erase(opened_, gone) > 0) keepPlace(*gone);
     windows_.erase(found);
     gone->retire();
     followPointer();
@@ -146,6 +177,8 @@ void WindowHost::runModal(Form& form) {
 }
 
 void WindowHost::processEnded() {
+    for (const FormWindow* each : opened_)
+        keepPlace(*each);
     for (const Modal& each : modals_)
         each.loop->quit();
     for (QDialog* each : dialogs_)
@@ -236,7 +269,13 @@ int WindowHost::run(QDialog& dialog) {
     const Scoped<int> keys(keysUnderWay_, 0);
     const Scoped<bool> letting(lettingEventsRun_, false);
     int result = QDialog::Rejected;
+    QWidget* origin = dialog.parentWidget();
+    const QString name = dialog.objectName();
+    dialog.winId();
+    if (!opened_.empty()) dialog.windowHandle()->setTransientParent(opened_.back()->windowHandle());
+    if (!name.isEmpty()) memory.place(dialog, name, origin);
     runLoop([&] { result = dialog.exec(); });
+    if (!name.isEmpty()) memory.keep(dialog, name, origin);
     return result;
 }
 

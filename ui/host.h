@@ -19,6 +19,7 @@
 #include "ui/formwindow.h"
 #include "ui/locknote.h"
 #include "ui/usersettings.h"
+#include "ui/windowmemory.h"
 
 class QDialog;
 class QEventLoop;
@@ -37,6 +38,7 @@ public:
     void addTo(const std::string& form, const std::function<void(FormWindow&)>& more);
 
     UserSettings settings;
+    WindowMemory memory{settings};
     bool timersRun = true;             // false: timers tick only when told by somebody else
     std::function<void()> onAllClosed; // the last form has unloaded
     std::function<void()> onProcessEnded;
@@ -95,6 +97,9 @@ private:
         const Form* form;
         QEventLoop* loop;
     };
+    void open(FormWindow& window, Kip kip);
+    [[nodiscard]] QWidget* behind(const FormWindow& window) const;
+    void keepPlace(const FormWindow& window);
     // Runs a loop of Qt's, which no exception may cross.
     void runLoop(const std::function<void()>& loop);
     void followPointer();
@@ -104,6 +109,7 @@ private:
     std::map<std::string, Drawing> drawings_;
     std::map<std::string, std::function<void(FormWindow&)>> additions_;
     std::map<const Form*, FormWindow*> windows_;
+    std::vector<FormWindow*> opened_; // the one that was opened last at the end
     std::vector<Modal> modals_;
     std::vector<QDialog*> dialogs_;
     int keysUnderWay_ = 0;

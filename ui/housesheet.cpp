@@ -24,7 +24,7 @@ QLabel { background: transparent; }
 QLabel[role="caption"] { color: #5b6875; }
 QLabel[role="name"] { font-size: 14pt; font-weight: bold; color: #16324f; }
 QLabel[role="head"] {
-    color: #4a5866; background: #eef2f6; padding: 3px 4px; border-bottom: 1px solid #d3dae2; font-size: 9pt;
+    color: #4a5866; background: #eef2f6; padding: 3px 3px; border-bottom: 1px solid #d3dae2; font-size: 9pt;
 }
 QLabel[role="figure"] { font-size: 16pt; font-weight: bold; color: #1f2933; }
 QLabel[role="debt"] {
@@ -54,7 +54,7 @@ QLineEdit[role="amount"] { font-size: 16pt; font-weight: bold; color: #0f3d63; }
 QLineEdit[tone="focused"] { background: #fff3c4; }
 
 veldona--DateField > QToolButton {
-    background: #ffffff; border: 1px solid #b9c3ce; border-radius: 4px; padding: 0 5px;
+    background: #ffffff; border: 1px solid #b9c3ce; border-radius: 4px; padding: 0;
     font-size: 7pt; color: #4a5866;
 }
 veldona--DateField > QToolButton:hover { background: #eef6fb; border-color: #7ba7c4; }
@@ -104,6 +104,17 @@ QHeaderView::section {
     background: #eef2f6; color: #4a5866; border: 0; border-right: 1px solid #dde3ea;
     border-bottom: 1px solid #d3dae2; padding: 3px 4px; font-size: 9pt;
 }
+QCalendarWidget QWidget#qt_calendar_navigationbar { background: #2c6e9b; }
+QCalendarWidget QToolButton {
+    color: #ffffff; background: transparent; border: 0; border-radius: 3px; padding: 4px 8px; font-weight: bold;
+}
+QCalendarWidget QToolButton:hover { background: #337db0; }
+QCalendarWidget QToolButton::menu-indicator { image: none; }
+QCalendarWidget QSpinBox { color: #1f2933; background: #ffffff; }
+QCalendarWidget QTableView {
+    border: 0; alternate-background-color: #eef2f6;
+    selection-background-color: #2c6e9b; selection-color: #ffffff;
+}
 QTabWidget::pane { border: 0; }
 QTabBar::tab {
     background: #eef2f6; border: 1px solid #d3dae2; border-bottom: 0; padding: 4px 10px; color: #4a5866;
@@ -115,15 +126,19 @@ QToolTip { background: #fffbe6; color: #1f2933; border: 1px solid #d8cf9c; paddi
 
 } // namespace
 
-QString houseSheet(double scale) {
+QString houseSheet(double scale, double letters) {
     static const QRegularExpression length("(\\d+)(px|pt)");
     const QString sheet = QString::fromUtf8(kSheet);
     QString grown;
     qsizetype end = 0;
     for (auto each = length.globalMatch(sheet); each.hasNext();) {
         const QRegularExpressionMatch match = each.next();
-        const long size = std::max(1L, std::lround(match.captured(1).toInt() * scale));
-        grown += sheet.mid(end, match.capturedStart() - end) + QString::number(size) + match.captured(2);
+        const int size = match.captured(1).toInt();
+        const bool isLetter = match.captured(2) == "pt";
+        grown += sheet.mid(end, match.capturedStart() - end) +
+                 (isLetter ? QString::number(size * letters)
+                           : QString::number(std::max(1L, std::lround(size * scale)))) +
+                 match.captured(2);
         end = match.capturedEnd();
     }
     return grown + sheet.mid(end);

@@ -7,6 +7,7 @@
 #include <QFont>
 #include <QPalette>
 #include <QProxyStyle>
+#include <QScreen>
 #include <QSize>
 #include <QStyleFactory>
 #include <QWidget>
@@ -16,6 +17,7 @@ namespace veldona {
 namespace {
 
 constexpr double kFontPoints = 10;
+constexpr double kDesktopDots = 96; // an inch, where the desktop asks for nothing else
 double currentScale = 1;
 
 // Lengths that the base style counts in pixels grow with the font.
@@ -76,20 +78,32 @@ QPalette lightPalette() {
 
 } // namespace
 
-double scaleForScreen(const QSize& available) {
+double scaleForScreen(const QSize& available, double dotsPerInch) {
     // Full size up to 1200 rows; above, four fifths of the growth go into the letters and one into more rows.
     const double growth = available.height() / 1080.0;
-    return growth <= 1.12 ? 1.0 : std::min(1.0 + (growth - 1.0) * 0.8, 3.0);
+    const double byRows = growth <= 1.12 ? 1.0 : 1.0 + (growth - 1.0) * 0.8;
+    const double wanted = std::max(byRows, dotsPerInch / kDesktopDots);
+    const double room = std::min(available.width() / 1010.0, available.height() / 690.0);
+    return std::clamp(std::min(wanted, room), 1.0, 4.0);
+}
+
+void followScreen(QApplication& application) {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    if (!screen) return; // the last one was unplugged; another will come
+    const double scale = scaleForScreen(screen->availableSize(), screen->logicalDotsPerInchY());
+    if (scale != currentScale || application.styleSheet().isEmpty()) applyHouseStyle(application, scale);
 }
 
 void applyHouseStyle(QApplication& application, double scale) {
     currentScale = scale;
     QApplication::setStyle(new ScaledStyle(scale));
     QApplication::setPalette(lightPalette());
+    // The desktop's wish is in the scale already, and must not come twice.
+    const double letters = scale * kDesktopDots / QGuiApplication::primaryScreen()->logicalDotsPerInchY();
     QFont font("Liberation Sans");
-    font.setPointSizeF(kFontPoints * scale);
+    font.setPointSizeF(kFontPoints * letters);
     QApplication::setFont(font);
-    application.setStyleSheet(houseSheet(scale));
+    application.setStyleSheet(houseSheet(scale, letters));
 }
 
 double houseScale() {

@@ -11,17 +11,19 @@ class QSize;
 
 namespace veldona {
 
-// The scale for a screen of so many device-independent pixels.
-[[nodiscard]] double scaleForScreen(const QSize& available);
+// The scale for a screen of so many device-independent pixels, whose desktop asks for letters of so many dots
+// an inch: as large as either wants it, as long as the main screen has room.
+[[nodiscard]] double scaleForScreen(const QSize& available, double dotsPerInch = 96);
 
 // Sets style, palette, font and sheet; again with another scale where the screen changes.
+void followScreen(QApplication& application);
 void applyHouseStyle(QApplication& application, double scale);
 [[nodiscard]] double houseScale();
 
 // A length drawn for scale 1, at the scale of now.
 [[nodiscard]] int scaled(int pixels);
 
-// The style sheet, its lengths (px, pt) multiplied.
-[[nodiscard]] QString houseSheet(double scale);
+// The style sheet, its lengths multiplied: pixels by one, letters (pt) by the other.
+[[nodiscard]] QString houseSheet(double scale, double letters);
 
 } // namespace veldona

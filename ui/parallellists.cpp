@@ -26,6 +26,8 @@ void ParallelLists::link() {
     for (QListView* list : lists_) {
         list->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        // The heading says how narrow a column may be, unless the drawing does.
+        if (list->minimumWidth() == 0) list->setMinimumWidth(1);
         list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
         list->installEventFilter(this);
         QScrollBar* own = list->verticalScrollBar();

@@ -12,6 +12,7 @@
 #include "ui/binder.h"
 #include "ui/celleditors.h"
 #include "ui/formwindow.h"
+#include "ui/host.h"
 #include "ui/housestyle.h"
 #include "ui/parallellists.h"
 #include "ui/rowmodels.h"
@@ -140,6 +141,36 @@ private:
     ParallelLists* table_;
 };
 
+// The widths of columns that the operator has drawn wider or narrower.
+class ColumnWidths {
+public:
+    ColumnWidths(FormWindow& window, const Control& grid, QTableView& view)
+        : memory_(window.host().memory), name_(toQt(window.form().name() + "/" + grid.name())) {
+        QObject::connect(view.horizontalHeader(), &QHeaderView::sectionResized, &view,
+                         [this](int column, int, int width) {
+                             // Without the mouse it is the window that grew.
+                             const bool isDrawn = QApplication::mouseButtons().testFlag(Qt::LeftButton);
+                             if (isDrawn && !isArranging_ && width > 0)
+                                 memory_.keepWidth(nameOf(column), width);
+                         });
+    }
+    // `widthOf` says what a column needs where nobody has drawn it.
+    template <class WidthOf> void arrange(QTableView& view, int columns, WidthOf widthOf) {
+        isArranging_ = true;
+        for (int column = 0; column < columns; ++column) {
+            const int needed = widthOf(column);
+            view.setColumnWidth(column, memory_.width(nameOf(column)).value_or(needed));
+        }
+        isArranging_ = false;
+    }
+
+private:
+    [[nodiscard]] QString nameOf(int column) const { return name_ + '/' + QString::number(column); }
+    WindowMemory& memory_;
+    QString name_;
+    bool isArranging_ = false;
+};
+
 void lookLikeTable(QTableView& table) {
     // Of the application: while a change of font spreads, the table has not got it yet.
     const int rowHeight = QFontMetrics(QApplication::font()).height() + scaled(5);
@@ -155,7 +186,8 @@ void lookLikeTable(QTableView& table) {
 class GridBinder : public RowsBinder<DataGrid, QTableView> {
 public:
     GridBinder(FormWindow& window, DataGrid& grid, QTableView& widget)
-        : RowsBinder(window, grid, widget), rows_(new GridRows(&widget, grid)) {
+        : RowsBinder(window, grid, widget), rows_(new GridRows(&widget, grid)),
+          widths_(window, grid, widget) {
         widget.setModel(rows_);
         widget.setSelectionBehavior(QAbstractItemView::SelectRows);
         widget.setAlternatingRowColors(true);
@@ -192,14 +224,15 @@ protected:
 private:
     // Wider where the heading needs it.
     void setWidths() {
-        int column = 0;
-        for (const auto& each : bound.columns()) {
-            const int heading = view.horizontalHeader()->sectionSizeHint(column);
-            view.setColumnWidth(column++, std::max(scaled(each.width), heading));
-        }
+        const auto& columns = bound.columns();
+        widths_.arrange(view, static_cast<int>(columns.size()), [&](int column) {
+            return std::max(scaled(columns[static_cast<std::size_t>(column)].width),
+                            view.horizontalHeader()->sectionSizeHint(column));
+        });
     }
 
     GridRows* rows_;
+    ColumnWidths widths_;
 };
 
 class SheetBinder : public RowsBinder<FlexGrid, QTableView> {
@@ -207,7 +240,7 @@ public:
     SheetBinder(FormWindow& window, FlexGrid& grid, QTableView& widget)
         : RowsBinder(window, grid, widget),
           rows_(new SheetRows(&widget, widget.property("rightAlignedColumn").toInt())),
-          editors_(new CellEditors(widget)) {
+          editors_(new CellEditors(widget)), widths_(window, grid, widget) {
         widget.setModel(rows_);
         lookLikeTable(widget);
         widget.setVerticalScrollMode(QAbstractItemView::ScrollPerPixel); // by rows, the hidden one counts
@@ -237,15 +270,15 @@ protected:
 private:
     // Wider where a text in sight needs it.
     void setWidths() {
-        for (int column = 0; column < bound.columns(); ++column) {
-            const int drawn = scaled(bound.columnWidth(column) / kTwipsPerPixel);
+        widths_.arrange(view, bound.columns(), [this](int column) {
             view.resizeColumnToContents(column);
-            view.setColumnWidth(column, std::max(drawn, view.columnWidth(column)));
-        }
+            return std::max(scaled(bound.columnWidth(column) / kTwipsPerPixel), view.columnWidth(column));
+        });
     }
 
     SheetRows* rows_;
     CellEditors* editors_;
+    ColumnWidths widths_;
 };
 
 } // namespace

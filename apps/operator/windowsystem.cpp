@@ -1,7 +1,6 @@
 #include "apps/operator/windowsystem.h"
 
 #include <QApplication>
-#include <QScreen>
 
 #include "apps/veldona/backupmenu.h"
 #include "apps/veldona/menus.h"
@@ -60,7 +59,7 @@ WindowSystem::WindowSystem(int& count, char** arguments) {
     application_ = std::make_unique<QApplication>(count, arguments);
     // A picture shows the caret whenever it is taken.
     QApplication::setCursorFlashTime(0);
-    applyHouseStyle(*application_, scaleForScreen(application_->primaryScreen()->availableSize()));
+    followScreen(*application_);
 }
 
 WindowSystem::~WindowSystem() = default;

@@ -122,16 +122,17 @@ int main(int argc, char** argv) {
     veldona::keepToOwner();
     QApplication application(argc, argv);
     QApplication::setApplicationName("veldona");
-    QApplication::setApplicationDisplayName(veldona::kProgramTitle);
     QApplication::setDesktopFileName("arpa.home.veldona.taksit");
     QApplication::setWindowIcon(veldona::windowIcon());
     QApplication::setQuitOnLastWindowClosed(false);
     veldona::TurkishTexts texts;
     QCoreApplication::installTranslator(&texts);
-    const auto fitScreen = [&application](const QScreen* screen) {
-        veldona::applyHouseStyle(application, veldona::scaleForScreen(screen->availableSize()));
-    };
-    fitScreen(QApplication::primaryScreen());
+    const auto fitScreen = [&application] { veldona::followScreen(application); };
+    fitScreen();
     QObject::connect(&application, &QApplication::primaryScreenChanged, &application, fitScreen);
+    for (const QScreen* each : QApplication::screens()) {
+        QObject::connect(each, &QScreen::geometryChanged, &application, fitScreen);
+        QObject::connect(each, &QScreen::logicalDotsPerInchChanged, &application, fitScreen);
+    }
     return veldona::run(veldona::readRoot(application));
 }

@@ -16,6 +16,8 @@ using std::chrono::steady_clock;
 
 [[noreturn]] void become(const std::string& name, const Program::Words& arguments,
                          const Program::Environment& environment) {
+    // What it keeps for its user is not kept for whoever runs the tests.
+    setenv("XDG_CONFIG_HOME", VELDONA_PROGRAMS "/../user", 1);
     for (const auto& [key, value] : environment)
         setenv(key.c_str(), value.c_str(), 1);
     const std::string path = std::string(VELDONA_PROGRAMS) + '/' + name;

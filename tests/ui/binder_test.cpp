@@ -127,7 +127,7 @@ TEST_F(TrialWindow, ModelinDurumuAlanda) {
     form->Yazi.setCaption("Ad Soyad ");
     form->Metin.setBackColor(Colour::WindowBackground);
     host.flush();
-    EXPECT_EQ(at<QLabel>("Yazi").text(), "A&d Soyad ");
+    EXPECT_EQ(at<QLabel>("Yazi").text(), "A&d Soyad");
     EXPECT_EQ(at<QLineEdit>("Metin").property("tone").toString(), "");
 }
 

@@ -21,7 +21,6 @@
 #include "tests/support/shop.h"
 #include "tests/ui/window_tests.h"
 #include "ui/datefield.h"
-#include "ui/housestyle.h"
 #include "ui/screens.h"
 #include "ui/windowdesktop.h"
 
@@ -42,19 +41,12 @@ protected:
         screen = dynamic_cast<FrmMainVeldona*>(forms.loaded("frmMainVeldona"));
         resize(1366, 730);
     }
-    ~MainWindow() override { applyHouseStyle(*qApp, 1); }
 
     void resize(int width, int height) {
         host.window(*screen)->showNormal();
         host.window(*screen)->resize(width, height);
         host.flush();
         settle();
-    }
-    // With the style that a screen of this size gets.
-    void picture(int width, int height, const std::string& name) {
-        applyHouseStyle(*qApp, scaleForScreen({width, height}));
-        resize(width, height - scaled(38));
-        leavePicture(host, *screen, name);
     }
     template <class Widget> Widget& at(const char* name) { return widgetOf<Widget>(host, *screen, name); }
 
@@ -152,7 +144,9 @@ void MainWindow::expectWidgetsShowModels() {
             }
         } else if (dynamic_cast<Label*>(each) || dynamic_cast<TextBox*>(each) ||
                    dynamic_cast<DateBox*>(each) || dynamic_cast<ComboBox*>(each)) {
-            EXPECT_EQ(shownBy(*widget), each->shownText()) << each->name();
+            const bool isLabel = dynamic_cast<Label*>(each); // whose blanks around it aren't shown
+            const QString text = QString::fromStdString(each->shownText());
+            EXPECT_EQ(shownBy(*widget), (isLabel ? text.trimmed() : text).toStdString()) << each->name();
         }
         // The two pages stand in tabs that the operator turns to.
         if (!dynamic_cast<WebPane*>(each)) {
@@ -259,27 +253,6 @@ TEST_F(MainWindow, RaporEkraniAcikkenKullanilir) {
     typeText(host, *screen, "7");
     EXPECT_EQ(at<QLabel>("Label7").text().trimmed(), "Ayşe     Yılmaz");
     EXPECT_NE(forms.loaded("rprodemesigecen"), nullptr);
-}
-
-// Pictures to look at, and what a person would see at once: nothing wider than a small screen.
-TEST_F(MainWindow, EkranaSigar) {
-    openFirstSale();
-    typeText(host, *screen, "250,00");
-    const QSize least = host.window(*screen)->minimumSizeHint();
-    EXPECT_LE(least.width(), 1340);
-    EXPECT_LE(least.height(), 700);
-    picture(1366, 768, "ana-1366x768");
-    picture(1920, 1080, "ana-1920x1080");
-    picture(3840, 2160, "ana-3840x2160");
-    applyHouseStyle(*qApp, 1);
-    screen->fraTaksitlendir.setVisible(true);
-    screen->frmUrunEkle.setVisible(true);
-    picture(1366, 768, "paneller-1");
-    screen->fraTaksitlendir.setVisible(false);
-    screen->frmUrunEkle.setVisible(false);
-    screen->fraDuzelt.setVisible(true);
-    screen->fraIslemTarihi.setVisible(true);
-    picture(1366, 768, "paneller-2");
 }
 
 } // namespace veldona::test

@@ -1,9 +1,11 @@
-// A walk through every window of the program: what each owes to whoever works by keyboard, by ear, or on a
-// small screen.
+// A walk through every window of the program: what each owes to whoever works by keyboard, by ear, on a small
+// screen, or in large letters. It is run on each of the screens in screens/.
 #include <QApplication>
+#include <QCalendarWidget>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 
@@ -17,6 +19,7 @@
 #include "tests/support/shop.h"
 #include "tests/ui/manners.h"
 #include "tests/ui/window_tests.h"
+#include "ui/datefield.h"
 #include "ui/dialogs.h"
 #include "ui/floatingpanel.h"
 #include "ui/housestyle.h"
@@ -29,7 +32,14 @@ namespace veldona::test {
 namespace {
 
 // A desktop's panel and a window's own title bar are no room of ours.
-constexpr QSize kSmallScreen(1366, 768 - 38 - 28);
+QSize room() {
+    return QGuiApplication::primaryScreen()->size() - QSize(0, 38 + 28);
+}
+
+std::string pictureName(const std::string& what) {
+    const QSize screen = QGuiApplication::primaryScreen()->size();
+    return "pencere-" + std::to_string(screen.width()) + '-' + what;
+}
 
 constexpr const char* kScreens[] = {"frmMainVeldona",      "frmAntetBilgisi", "frmCariEkle",
                                     "frmCarihesapSec",     "frmCrNesne",      "frmSatis",
@@ -43,6 +53,7 @@ protected:
             "INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD,EVMH,EVCD,EVTEL,GSM,UYARI) VALUES "
             "('7','Ayşe','Yılmaz','Çınar Mah.','Gülşen Cad.','0216 333 22 11','0532 444 55 66','Dikkat')");
         shop.session.gBaglanti.reset();
+        followScreen(*qApp);
         drawScreens(host);
         host.addTo("frmMainVeldona", [this](FormWindow& window) { addMenus(window, backups, [] {}); });
         host.timersRun = false;
@@ -66,7 +77,7 @@ protected:
         host.flush();
         if (window.property("startMaximized").toBool()) {
             window.showNormal();
-            window.resize(kSmallScreen);
+            window.resize(room());
         }
         window.show();
         window.activateWindow();
@@ -81,7 +92,7 @@ protected:
         none("no name to a screen reader", namelessControls(window));
         none("one letter for two", mnemonicClashes(window));
         none("labels", strayLabels(window));
-        none("too large", overSize(window, kSmallScreen));
+        none("too large", overSize(window, room()));
         none("cut words", clippedWords(window));
     }
     // Does `open`, and looks at the dialog that comes up.
@@ -95,14 +106,14 @@ protected:
             expectGood(*front, what);
             const QStringList tabs = tabFaults(*front);
             EXPECT_TRUE(tabs.isEmpty()) << what << ", tabs:\n  " << tabs.join("\n  ").toStdString();
-            leavePicture(*front, "pencere-" + what);
+            leavePicture(*front, pictureName(what));
             front->close();
         });
         forms.dispatch(open);
         EXPECT_TRUE(seen) << what;
     }
     void picture(QWidget& window, const std::string& name) {
-        leavePicture(host, dynamic_cast<FormWindow&>(window).form(), "pencere-" + name);
+        leavePicture(host, dynamic_cast<FormWindow&>(window).form(), pictureName(name));
     }
 
     Shop shop;
@@ -152,21 +163,6 @@ TEST_F(Manners, TheExportPanelOfTheViewer) {
     picture(window, "picExport");
 }
 
-TEST_F(Manners, EveryScreenInLargerLetters) {
-    applyHouseStyle(*qApp, 1.25);
-    for (const char* name : kScreens) {
-        // The main screen fills the whole screen, whose size its letters follow; it needs 1416 points at
-        // these.
-        if (std::string(name) == "frmMainVeldona") continue;
-        QWidget& window = open(name);
-        EXPECT_TRUE(overSize(window, kSmallScreen).isEmpty())
-            << name << " " << overSize(window, kSmallScreen).join("").toStdString();
-        EXPECT_TRUE(clippedWords(window).isEmpty()) << name << clippedWords(window).join("\n").toStdString();
-        picture(window, std::string("buyuk-") + name);
-        forms.unload(*forms.loaded(name));
-    }
-}
-
 TEST_F(Manners, EveryDialog) {
     WindowDialogs dialogs(host);
     std::string many, wide(3000, 'w');
@@ -180,6 +176,27 @@ TEST_F(Manners, EveryDialog) {
     for (const char* name : kScreens)
         expectGoodDialog([&] { showKeys(host, nullptr, name, keysOfScreen(name)); },
                          std::string("tuslar-") + name);
+}
+
+TEST_F(Manners, TheCalendarOpensOnTheScreenAndOnTheProgramsDay) {
+    QWidget& window = open("frmMainVeldona");
+    for (const char* name : {"DTPicker1", "dtRaporTarihiSon"}) {
+        auto* field = window.findChild<DateField*>(name);
+        field->openCalendar();
+        settle();
+        auto* calendar = dynamic_cast<QCalendarWidget*>(QApplication::activePopupWidget());
+        ASSERT_NE(calendar, nullptr);
+        EXPECT_TRUE(calendar->screen()->availableGeometry().contains(calendar->geometry()));
+        EXPECT_EQ(calendar->selectedDate(), field->date());
+        leavePicture(*calendar, pictureName(std::string("takvim-") + name));
+        calendar->close();
+    }
+    auto* empty = window.findChild<DateField*>("dtTeslimatTarihi");
+    empty->openCalendar();
+    const DateTime day = shop.clock.today();
+    EXPECT_EQ(dynamic_cast<QCalendarWidget*>(QApplication::activePopupWidget())->selectedDate(),
+              QDate(day.year(), day.month(), day.day()));
+    QApplication::activePopupWidget()->close();
 }
 
 // A window that owes everything, so that no check can be one that never fails.

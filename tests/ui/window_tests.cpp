@@ -57,7 +57,7 @@ void leavePicture(QWidget& window, const std::string& name) {
 
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
-    setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    setenv("QT_QPA_PLATFORM", "offscreen:configfile=" VELDONA_SCREEN, 0);
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     veldona::applyHouseStyle(application, 1);

@@ -279,7 +279,6 @@ int run(int argc, char** argv) {
     }
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setApplicationDisplayName(kProgramTitle);
     QApplication::setCursorFlashTime(0);
     applyHouseStyle(application, 1);
     TurkishTexts texts;
