@@ -54,12 +54,16 @@ constexpr const char* kFolderKey = "pdf/folder";
 constexpr const char* kPrinterKey = "printer/name";
 constexpr qsizetype kLongestName = 120; // letters; a file's name has room for 255 bytes
 
-// Whose paper it is, as a file can be called; a number behind it where that one stands already.
-QString suggestedFile(const report::Document& document, const QDir& folder) {
+// Whose paper it is, as a file can be called.
+QString paperName(const report::Document& document) {
     static const QRegularExpression unfit("[\\\\/:*?\"<>|\\x00-\\x1f]");
     QString name = QString::fromStdString(document.fileName.empty() ? document.title : document.fileName);
     name = name.replace(unfit, " ").simplified().left(kLongestName).trimmed();
-    if (name.isEmpty()) name = "Rapor";
+    return name.isEmpty() ? "Rapor" : name;
+}
+
+// With a number behind it where a file of that name stands already.
+QString freeFile(const QString& name, const QDir& folder) {
     QString file = name + ".pdf";
     for (int i = 2; folder.exists(file); ++i)
         file = QString("%1 (%2).pdf").arg(name).arg(i);
@@ -67,9 +71,10 @@ QString suggestedFile(const report::Document& document, const QDir& folder) {
 }
 
 QDir lastFolder(const UserSettings& settings) {
-    const QDir last(settings.value(kFolderKey).toString());
-    if (!settings.value(kFolderKey).toString().isEmpty() && last.exists()) return last;
-    return QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    for (const QString& folder : {settings.value(kFolderKey).toString(), documents})
+        if (!folder.isEmpty() && QDir(folder).exists()) return QDir(folder);
+    return QDir::home();
 }
 
 QString paperKey(const report::Document& document) {
@@ -151,7 +156,7 @@ bool askAndPrint(WindowHost& host, QWidget* parent, const report::Document& docu
     const QString last = host.settings.value(kPrinterKey).toString();
     QPrinter printer(QPrinter::HighResolution);
     if (printers.contains(last)) printer.setPrinterName(last);
-    printer.setDocName(QString::fromStdString(document.fileName));
+    printer.setDocName(paperName(document));
     printer.setPageSize(sheetFor(document, printer, host.settings));
     layUpright(printer, document);
     QPrintDialog dialog(&printer, parent);
@@ -178,7 +183,7 @@ bool askAndWritePdf(WindowHost& host, QWidget* parent, const report::Document& d
     dialog.setLabelText(QFileDialog::Reject, "Vazgeç");
     const QDir folder = lastFolder(host.settings);
     dialog.setDirectory(folder);
-    dialog.selectFile(suggestedFile(document, folder));
+    dialog.selectFile(freeFile(paperName(document), folder));
     if (host.run(dialog) != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return false;
     const QString file = dialog.selectedFiles().front();
     writePdf(document, file.toStdString());

@@ -201,7 +201,8 @@ TEST_F(Export, AReportWithoutRowsGivesTheLinesOfItsPages) {
 // Two tables side by side, of which the second one is summed.
 report::Document twoTables() {
     const report::Layout layout = report::parseLayout(
-        R"(<report title="Rapor: 7"><query name="a" sql="SELECT 1"/><query name="b" heading="Ödeme" sql="SELECT 1"/>
+        R"(<report title="Rapor: 7"><query name="a" sql="SELECT 1"/>
+<query name="b" heading="Ödeme" sql="SELECT 1"/>
 <reportHeader height="6"><label x="0" y="0" width="60" text="Baş"/></reportHeader>
 <sideBySide>
 <table query="a"><header height="6"><label x="0" y="0" width="60" text="A'lar"/></header>
