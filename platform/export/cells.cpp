@@ -127,6 +127,12 @@ std::string shownCell(const Value& value) {
     return withoutControls(joinText(value));
 }
 
+std::string unformulated(std::string text) {
+    constexpr std::string_view kFormulas = "=+-@\t\r";
+    const bool isFormula = !text.empty() && kFormulas.find(text.front()) != kFormulas.npos;
+    return isFormula && !isNumeric(Value(text)) ? "'" + text : text;
+}
+
 std::string withoutControls(std::string_view text) {
     std::string kept = validUtf8(text);
     std::erase_if(kept, [](char c) {

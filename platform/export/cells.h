@@ -24,6 +24,9 @@ using TextChoice = std::function<bool(const report::TextRun&)>;
 [[nodiscard]] std::string plainNumber(const Value& value);
 // A number with ",", a date as dd/mm/yyyy, "" for Null: as the shop reads it, without controls.
 [[nodiscard]] std::string shownCell(const Value& value);
+// As a spreadsheet may open it: a text that it would take for a formula stands behind an apostrophe, so that
+// a name that somebody wrote into the books calculates nothing on another's machine. Numbers stay.
+[[nodiscard]] std::string unformulated(std::string text);
 // Mended, without control characters but line ends and tabs, and without the two codes that are no characters
 // and that no XML file may hold.
 [[nodiscard]] std::string withoutControls(std::string_view text);

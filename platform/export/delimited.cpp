@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/export/cells.h"
 #include "platform/report/pagetext.h"
@@ -81,7 +82,8 @@ std::string delimitedTable(const report::DataSet& rows, const Delimiters& delimi
         for (std::size_t c = 0; c < rows.columns.size(); ++c) {
             const Value& value = rows.at(r, c);
             // A number is quoted where its decimal sign would part it.
-            const std::string shown = delimiters.text.empty() ? oneLine(value) : shownCell(value);
+            std::string shown = delimiters.text.empty() ? oneLine(value) : shownCell(value);
+            if (value.isText()) shown = unformulated(std::move(shown));
             const bool bare = isNumber(value) &&
                               (delimiters.field.empty() || shown.find(delimiters.field) == std::string::npos);
             out += (c ? delimiters.field : "") + (bare ? shown : quoted(shown, delimiters.text));
@@ -144,7 +146,8 @@ private:
     }
     static std::string text(const std::string& words) { return line("1,0") + inQuotes(words); }
     static std::string cell(const Value& value) {
-        return isNumber(value) ? line("0," + wholeNumber(value)) + line("V") : text(oneLine(value));
+        return isNumber(value) ? line("0," + wholeNumber(value)) + line("V")
+                               : text(unformulated(oneLine(value)));
     }
     // 450,25 as 45025E-2: a reader takes a decimal sign by its own country.
     static std::string wholeNumber(const Value& value) {
@@ -201,7 +204,7 @@ std::string tabbedPages(const report::Document& document) {
         std::string text;
         for (const std::size_t item : line)
             text += (item == line.front() ? "" : "\t") +
-                    oneLine(std::get<report::TextRun>(page.items[item]).text);
+                    unformulated(oneLine(std::get<report::TextRun>(page.items[item]).text));
         return text;
     });
 }

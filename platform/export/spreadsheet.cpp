@@ -1,5 +1,6 @@
 #include "platform/export/spreadsheet.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <utility>
@@ -13,10 +14,39 @@
 
 namespace veldona::exports {
 
+namespace {
+
 constexpr std::size_t kMostLetters = 32767; // of a cell
 
+// The library puts the sheet together from plain parts on the disk. They hold the shop's customers, so they
+// lie beside the sheet where its owner alone may look, and not in the folder that all of the machine share.
+class PartsFolder {
+public:
+    explicit PartsFolder(const std::filesystem::path& sheet) {
+        std::string made = (sheet.parent_path() / ".parca-XXXXXX").string();
+        if (mkdtemp(made.data()) == nullptr) raise(ErrorNumber::PathFileAccess);
+        path_ = std::move(made);
+    }
+    ~PartsFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    PartsFolder(const PartsFolder&) = delete;
+    PartsFolder& operator=(const PartsFolder&) = delete;
+
+    [[nodiscard]] std::string& path() { return path_; }
+
+private:
+    std::string path_;
+};
+
+} // namespace
+
 struct Spreadsheet::State {
+    explicit State(std::string nativePath) : path(std::move(nativePath)), parts(path) {}
+
     std::string path;
+    PartsFolder parts;
     lxw_workbook* book = nullptr;
     lxw_worksheet* sheet = nullptr;
     std::map<std::pair<CellStyle, bool>, lxw_format*> formats; // by style and whether it is of a date
@@ -34,9 +64,10 @@ struct Spreadsheet::State {
     }
 };
 
-Spreadsheet::Spreadsheet(std::string nativePath) : state_(std::make_unique<State>()) {
-    state_->path = std::move(nativePath);
-    state_->book = workbook_new(state_->path.c_str());
+Spreadsheet::Spreadsheet(std::string nativePath) : state_(std::make_unique<State>(std::move(nativePath))) {
+    lxw_workbook_options options{};
+    options.tmpdir = state_->parts.path().data();
+    state_->book = workbook_new_opt(state_->path.c_str(), &options);
     state_->sheet = state_->book ? workbook_add_worksheet(state_->book, nullptr) : nullptr;
     if (!state_->sheet) raise(ErrorNumber::PathFileAccess);
 }

@@ -1,6 +1,7 @@
 // One sheet in a new .xlsx workbook, written cell by cell and saved by close().
 //
-// Nothing is on disk before close(); a sheet that is given up leaves no file.
+// Nothing of it is on disk before close(), and then not outside its folder; a sheet that is given up leaves
+// no file.
 #pragma once
 
 #include <cstdint>

@@ -50,7 +50,7 @@ protected:
         sablonlariKur(session.desktop.paths);
         for (int i = 1; i <= 60; ++i)
             shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD,EVMH) VALUES ('" + std::to_string(i) +
-                     "','Ayşe','Öz, \"Işık\" <ğ>','%D {AD} Mh.')");
+                     "','Ayşe','Öz, \"Işık\" <ğ>','=1+%D {AD} Mh.')"); // a spreadsheet would calculate it
         SablonRaporGoster(session, "\\Rapor\\CariListesi2.rpt", {"SELECT * FROM MUSTKAYIT ORDER BY ID"});
         panel().picExport.setVisible(true);
         panel().cmdExport.setVisible(true);
@@ -85,7 +85,7 @@ TEST_F(Export, EachFormatHasItsFolderItsNameAndItsContent) {
         {"Karakter ile Ayrılmış", "Karakter Ayrılmış/aktar.txt",
          "\xEF\xBB\xBF'Müşteri Listesi'\r\n'ID';'HSTNO'", "'Ayşe';'Öz, \"Işık\" <ğ>'"},
         {"Virgül ile Ayrılmış (CSV)", "Virgül Ayrılmış/aktar.csv",
-         "\xEF\xBB\xBF\"Müşteri Listesi\"\r\n\"ID\",\"HSTNO\"", "\"Öz, \"\"Işık\"\" <ğ>\""},
+         "\xEF\xBB\xBF\"Müşteri Listesi\"\r\n\"ID\",\"HSTNO\"", ",\"'=1+%D {AD} Mh.\","},
         {"Crystal Reports (RPT)", "Crystal Report/aktar.rpt", "<report", "%%D {{AD} Mh."},
         {"Data Interchange (DIF)", "Data Interchange/aktar.dif", "TABLE\r\n0,1\r\n", "TUPLES\r\n0,66\r\n"},
         {"Zengin Metinli Biçim (RTF)", "Zengin Metin/aktar.rtf", "{\\rtf1", "Ay\\u351?e"},
@@ -101,7 +101,7 @@ TEST_F(Export, EachFormatHasItsFolderItsNameAndItsContent) {
          "COLUMN HSTNO text"},
         {"Tab ile Ayrılmış Metin", "Tab Ayrılmış Metin/aktar.txt", "\xEF\xBB\xBF", "60\t60\tAyşe\t"},
         {"Tab ile Ayrılmış Değerler", "Tab Ayrılmış Değerler/aktar.txt",
-         "\xEF\xBB\xBFMüşteri Listesi\r\nID\tHSTNO", "\r\n60\t60\t"},
+         "\xEF\xBB\xBFMüşteri Listesi\r\nID\tHSTNO", "\t'=1+%D {AD} Mh.\t"},
         {"Metin (TXT)", "Metin/aktar.txt", "\xEF\xBB\xBF", "Ayşe"},
         {"MS Word (DOC)", "MSWord/aktar.doc", "{\\rtf1", "Ay\\u351?e"},
         {"XML", "XML/aktar.xml", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>",

@@ -115,8 +115,15 @@ TEST(HostilePapers, ASheetTakesEveryText) {
     const std::string path = (drive.path() / "s.xlsx").string();
     const std::vector<std::string> texts = hostileTexts();
     exports::Spreadsheet sheet(path);
+    int folders = 0;
     for (std::size_t i = 0; i < texts.size(); ++i)
         sheet.write(static_cast<int>(i), 0, texts[i]);
+    for (const auto& entry : std::filesystem::directory_iterator(drive.path()))
+        if (entry.path().filename().string().starts_with('.')) { // where its plain parts will stand
+            EXPECT_EQ(entry.status().permissions(), std::filesystem::perms::owner_all);
+            ++folders;
+        }
+    EXPECT_EQ(folders, 1);
     sheet.close();
     const std::string shared = test::partOf(path, "xl/sharedStrings.xml");
     fuzz::requireXmlCharacters(shared);
