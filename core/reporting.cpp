@@ -89,6 +89,24 @@ report::Layout sablonOku(const Session& session, const std::string& sablon, cons
     return layout;
 }
 
+// Makes a report under the eyes of the operator; nothing where he gave it up.
+std::optional<report::Document>
+vazgecilmezse(Session& session, const std::function<report::Document(const report::GoOn&)>& yap) {
+    LongWork work(session.desktop.waitNote, "Rapor hazırlanıyor…");
+    try {
+        return yap([&](const std::string& howFar) { return work.goOn(howFar); });
+    } catch (const RuntimeError& error) {
+        if (error.number() != static_cast<std::int32_t>(ErrorNumber::UserInterrupt)) throw;
+        return std::nullopt;
+    }
+}
+
+// Whoever opens a report waits with the cursor of the whole screen.
+void imlecleriBirak(Session& session) {
+    for (Form* each : session.forms.loadedForms())
+        each->setPointer(MousePointer::Default);
+}
+
 void bekle(EventPump& events, const ReportView& viewer) {
     while (viewer.isBusy())
         events.doEvents();
@@ -103,29 +121,32 @@ void BantliRaporGoster(Session& session, std::string_view duzen, const adodb::Re
     if (hazirla) hazirla(layout);
     const DateTime now = session.desktop.clock.now();
     adiTamamla(layout, now);
-    const report::Document document =
-        rows ? report::composeRows(layout, *rows, now) : report::compose(layout, {}, now);
-    if (session.reportDesk) session.reportDesk->preview(document);
+    const auto document = vazgecilmezse(session, [&](const report::GoOn& surdur) {
+        return rows ? report::composeRows(layout, *rows, now, surdur)
+                    : report::compose(layout, {}, now, surdur);
+    });
+    if (document && session.reportDesk) session.reportDesk->preview(*document);
     if (bitince) bitince();
 }
 
 void SablonRaporGoster(Session& session, const std::string& sablon, const SablonAyari& ayar) {
     const report::Layout layout = sablonOku(session, sablon, ayar);
-    report::ConnectionQueries queries(*session.gBaglanti);
-    report::Document document = report::composeTemplate(layout, queries, session.desktop.clock.now());
+    auto document = vazgecilmezse(session, [&](const report::GoOn& surdur) {
+        report::ConnectionQueries queries(*session.gBaglanti, [&] { return surdur({}); });
+        return report::composeTemplate(layout, queries, session.desktop.clock.now(), surdur);
+    });
+    if (!document) return imlecleriBirak(session);
 
     const Forms::Hold hold(session.forms);
     Form& form = session.forms.load(kGosterici);
     auto& viewer = dynamic_cast<ReportView&>(*form.find("CRViewer1"));
     viewer.setSource(nullptr); // before the report that it may still show goes
-    session.rapor = std::move(document);
+    session.rapor = *std::move(document);
     if (session.reportDesk) session.reportDesk->opened(*session.rapor);
     viewer.setSource(std::make_unique<RaporSayfalari>(*session.rapor, verisiVar(layout, *session.rapor)));
     viewer.viewReport();
     viewer.zoom(ReportView::kPageWidth);
-    // Whoever opens a report waits with the cursor of the whole screen.
-    for (Form* each : session.forms.loadedForms())
-        each->setPointer(MousePointer::Default);
+    imlecleriBirak(session);
     EventPump& events = session.desktop.events;
     bekle(events, viewer);
     events.doEvents();

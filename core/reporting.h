@@ -21,7 +21,8 @@ void BantliRaporGoster(Session& session, std::string_view duzen, const adodb::Re
                        const std::function<void()>& bitince = {});
 
 // A template: reads "\Rapor\…" below the program's folder, runs its queries, and shows it in the viewer
-// frmCrNesne. A missing or broken file raises an error that names it, and nothing is opened.
+// frmCrNesne. A missing or broken file raises an error that names it, and nothing is opened; nor is it where
+// the operator gives the report up with Esc while it is made.
 struct SablonAyari {
     std::string sorgu{};    // in the place of the template's statement of the name "liste"; empty: that one
     std::string dosyaAdi{}; // whose paper it is, as a file can be called; empty: the template's title

@@ -1,5 +1,6 @@
 #include "core/session.h"
 
+#include <new>
 #include <utility>
 
 #include "core/database.h"
@@ -93,6 +94,9 @@ bool basla(Session& session) {
         return true;
     } catch (const RuntimeError& error) {
         yakalanmayanHata(session, error);
+        return false;
+    } catch (const std::bad_alloc&) {
+        yakalanmayanHata(session, RuntimeError(ErrorNumber::OutOfMemory));
         return false;
     }
 }

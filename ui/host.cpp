@@ -247,6 +247,11 @@ void WindowHost::letEventsRun() {
     flush();
 }
 
+void WindowHost::letFilteredEventsRun() {
+    const Scoped<bool> letting(lettingEventsRun_, true);
+    runLoop([] { QCoreApplication::processEvents(); });
+}
+
 void WindowHost::standStill(int milliseconds) {
     flush();
     const Cursor cursor(Qt::WaitCursor);

@@ -65,6 +65,8 @@ public:
     // Lets what waits run, in the middle of a long procedure. The operator's input is let in only where it
     // cannot run past a key that is still on its way, nor pile up inside itself.
     void letEventsRun();
+    // The same with all of the input: for who has put a filter before it that takes it away.
+    void letFilteredEventsRun();
     // Stands still for so long under the wait cursor; windows are painted, the operator's input waits.
     void standStill(int milliseconds);
     // For each look round of a statement that waits for another till; false where the operator gives it up.

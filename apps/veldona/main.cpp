@@ -21,6 +21,7 @@
 #include "ui/reportpreview.h"
 #include "ui/screens.h"
 #include "ui/turkishtexts.h"
+#include "ui/waitnote.h"
 #include "ui/windowdesktop.h"
 
 namespace veldona {
@@ -69,8 +70,10 @@ Ended runBooks(const std::string& root, std::optional<std::string>& backup) {
     WindowPump pump(windows);
     WindowOpener opener;
     WindowReportDesk reports(windows);
+    WindowWaitNote waitNote(windows);
 
-    Desktop desktop{clock, dialogs, pump, opener, Paths(root), {}, DataSources(root + "/ODBC.INI")};
+    Desktop desktop{clock,    dialogs, pump, opener, Paths(root), {}, DataSources(root + "/ODBC.INI"),
+                    &waitNote};
     if (!hazirla::findOrMakeBooks(desktop.paths, dialogs)) return {1};
     Err untold; // a template that is missing for good is told of when it is to be printed
     attempt(untold, [&] { sablonlariKur(desktop.paths); });

@@ -1,6 +1,7 @@
 #include "platform/controls/forms.h"
 
 #include <algorithm>
+#include <new>
 
 #include "platform/controls/control.h"
 #include "platform/controls/handlers.h"
@@ -66,7 +67,7 @@ Form* Forms::ensureLoaded(std::string_view name) {
     host_->formLoaded(form);
     try {
         call(form.onLoad);
-    } catch (const RuntimeError&) {
+    } catch (const std::exception&) {
         remove(form);
         throw;
     }
@@ -189,6 +190,9 @@ void Forms::runCaught(const std::function<void()>& event) {
     } catch (const RuntimeError& error) {
         if (!onUncaught) throw;
         call(onUncaught, error);
+    } catch (const std::bad_alloc&) {
+        if (!onUncaught) throw;
+        call(onUncaught, RuntimeError(ErrorNumber::OutOfMemory));
     }
 }
 

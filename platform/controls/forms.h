@@ -76,8 +76,8 @@ public:
     void turnTo(Form& form);
 
     // Runs one event. An uncaught RuntimeError ends it and goes to onUncaught (on to the caller where none is
-    // set). ProcessEnd unwinds the events on the stack down to the first one. Nothing runs once the process
-    // has ended.
+    // set), and so does memory that ran out, as error 7. ProcessEnd unwinds the events on the stack down to
+    // the first one. Nothing runs once the process has ended.
     void dispatch(const std::function<void()>& event);
     // For a host whose own event loop no exception may cross: ProcessEnd stops at the events that `loop`
     // runs, and is thrown again when `loop` has returned.

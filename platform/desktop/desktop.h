@@ -8,6 +8,7 @@
 #include "platform/desktop/dialogs.h"
 #include "platform/desktop/paths.h"
 #include "platform/desktop/system.h"
+#include "platform/desktop/waitnote.h"
 
 namespace veldona {
 
@@ -36,6 +37,7 @@ struct Desktop {
     Paths paths;
     SystemLocale locale;
     DataSources dataSources;
+    WaitNote* waitNote = nullptr; // nothing where nobody looks on
 };
 
 } // namespace veldona

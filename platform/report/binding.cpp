@@ -72,6 +72,7 @@ BoundPiece Binding::piece(const Piece& piece, const Section& around, int line) c
 
 // Taken as money, so that twenty thousand addends lose nothing; Null counts for nothing.
 std::string Binding::sumOf(const DataSet& data, std::size_t column, const Piece& piece, int line) const {
+    allowance_.goOn();
     Currency sum;
     try {
         for (std::size_t row = 0; row < data.rowCount(); ++row)

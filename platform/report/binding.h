@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/report/allowance.h"
 #include "platform/report/layout.h"
 
 namespace veldona::report {
@@ -42,7 +43,8 @@ struct BoundTable {
 // have.
 class Binding {
 public:
-    Binding(const Layout& layout, const std::vector<DataSet>& data) : layout_(layout), data_(data) {}
+    Binding(const Layout& layout, const std::vector<DataSet>& data, Allowance& allowance)
+        : layout_(layout), data_(data), allowance_(allowance) {}
     [[nodiscard]] BoundSection section(const Section& section) const;
     [[nodiscard]] BoundTable table(const Table& table) const;
 
@@ -53,6 +55,7 @@ private:
                                     int line) const;
     const Layout& layout_;
     const std::vector<DataSet>& data_;
+    Allowance& allowance_;
 };
 
 } // namespace veldona::report

@@ -1,6 +1,7 @@
 #include "platform/report/compose.h"
 
 #include <algorithm>
+#include <new>
 #include <optional>
 #include <utility>
 
@@ -39,8 +40,10 @@ struct Running {
 
 class Composer {
 public:
-    Composer(const Layout& layout, const std::vector<DataSet>& data, DateTime now, const FontMetrics& metrics)
-        : layout_(layout), binding_(layout, data), now_(now), metrics_(metrics) {}
+    Composer(const Layout& layout, const std::vector<DataSet>& data, DateTime now, const GoOn& goOn,
+             const FontMetrics& metrics)
+        : layout_(layout), allowance_(layout.file, goOn), binding_(layout, data, allowance_), now_(now),
+          metrics_(metrics) {}
     std::vector<Page> compose();
 
 private:
@@ -53,16 +56,17 @@ private:
     void block(const Block& block);
     void tables(const SideBySide& side);
     void fillPage(Running& running);
-    [[nodiscard]] std::optional<Painted> next(Running& running) const;
-    [[nodiscard]] double headAndFirstRow(const BoundTable& table) const;
+    [[nodiscard]] std::optional<Painted> next(Running& running);
+    [[nodiscard]] double headAndFirstRow(const BoundTable& table);
     void paintEdges();
     void needRoom() const;
-    [[nodiscard]] Painted painted(const BoundSection& section, std::size_t row = 0) const {
-        return paint(section, {now_, row}, metrics_);
+    [[nodiscard]] Painted painted(const BoundSection& section, std::size_t row = 0) {
+        return paint(section, {now_, row}, metrics_, allowance_);
     }
     [[nodiscard]] double room() const { return bottom_ - y_; }
 
     const Layout& layout_;
+    Allowance allowance_;
     Binding binding_;
     DateTime now_;
     const FontMetrics& metrics_;
@@ -100,6 +104,7 @@ void Composer::openReport() {
 }
 
 void Composer::newPage() {
+    allowance_.takePage();
     pages_.emplace_back();
     headerTops_.emplace_back();
     y_ = layout_.margins.top;
@@ -178,7 +183,7 @@ void Composer::tables(const SideBySide& side) {
 }
 
 // A header never stands alone at the foot of a page.
-double Composer::headAndFirstRow(const BoundTable& table) const {
+double Composer::headAndFirstRow(const BoundTable& table) {
     const auto heightOf = [&](const std::vector<BoundSection>& section) {
         return section.empty() ? 0 : painted(section.front()).height;
     };
@@ -186,7 +191,7 @@ double Composer::headAndFirstRow(const BoundTable& table) const {
            (table.data->rowCount() > 0 ? painted(table.detail).height : heightOf(table.footer));
 }
 
-std::optional<Painted> Composer::next(Running& running) const {
+std::optional<Painted> Composer::next(Running& running) {
     if (running.waiting) return std::exchange(running.waiting, std::nullopt);
     running.area = Area::Detail;
     if (running.row < running.table->data->rowCount()) return painted(running.table->detail, running.row++);
@@ -219,7 +224,8 @@ void Composer::fillPage(Running& running) {
 void Composer::paintEdges() {
     for (std::size_t i = 0; i < pages_.size(); ++i) {
         const auto edge = [&](const BoundSection& section, double y, Area area) {
-            add(pages_[i], paint(section, {now_, 0, i + 1, pages_.size()}, metrics_), 0, y, {area});
+            add(pages_[i], paint(section, {now_, 0, i + 1, pages_.size()}, metrics_, allowance_), 0, y,
+                {area});
         };
         if (headerTops_[i]) edge(*header_, *headerTops_[i], Area::PageHeader);
         if (footer_) edge(*footer_, bottom_, Area::PageFooter);
@@ -228,36 +234,42 @@ void Composer::paintEdges() {
 
 } // namespace
 
-Document compose(const Layout& layout, std::vector<DataSet> data, DateTime now, const FontMetrics& metrics) {
+Document compose(const Layout& layout, std::vector<DataSet> data, DateTime now, const GoOn& goOn,
+                 const FontMetrics& metrics) try {
     Document made;
     made.title = layout.title;
     made.fileName = layout.fileName;
     made.pageWidth = layout.pageWidth;
     made.pageHeight = layout.pageHeight;
-    made.pages = Composer(layout, data, now, metrics).compose();
+    made.pages = Composer(layout, data, now, goOn, metrics).compose();
     made.data = std::move(data);
     describeData(made.data, layout);
     return made;
+} catch (const std::bad_alloc&) {
+    throw ReportError(layout.file, 0, standardDescription(ErrorNumber::OutOfMemory));
 }
 
-Document composeRows(const Layout& layout, const adodb::Recordset& rows, DateTime now) {
+Document composeRows(const Layout& layout, const adodb::Recordset& rows, DateTime now, const GoOn& goOn) {
     std::vector<DataSet> data;
     data.push_back(rowsOf(rows));
-    return compose(layout, std::move(data), now);
+    return compose(layout, std::move(data), now, goOn);
 }
 
-Document composeTemplate(const Layout& layout, QueryRunner& queries, DateTime now) {
+Document composeTemplate(const Layout& layout, QueryRunner& queries, DateTime now, const GoOn& goOn) {
     std::vector<DataSet> data;
     for (const Query& query : layout.queries) {
         if (!isSelect(query.sql)) throw ReportError(layout.file, query.line, "sorgu yalnız SELECT olabilir.");
         try {
             data.push_back(queries.run(query.name, query.sql));
+        } catch (const std::bad_alloc&) {
+            throw ReportError(layout.file, query.line, standardDescription(ErrorNumber::OutOfMemory));
         } catch (const RuntimeError& error) {
+            if (error.number() == static_cast<std::int32_t>(ErrorNumber::UserInterrupt)) throw;
             throw ReportError(layout.file, query.line,
                               "\"" + query.name + "\" sorgusu çalışmadı: " + error.description());
         }
     }
-    return compose(layout, std::move(data), now);
+    return compose(layout, std::move(data), now, goOn);
 }
 
 } // namespace veldona::report

@@ -17,7 +17,8 @@ namespace veldona::report {
 namespace {
 
 constexpr std::size_t kMostBytes = 1 << 20;
-constexpr int kMostElements = 5000;
+constexpr std::size_t kMostElements = 5000; // sections, elements, and the signs in their texts
+constexpr std::size_t kMostQueries = 100;
 constexpr double kMostMillimetres = 1000;
 
 class Reader {
@@ -41,6 +42,9 @@ private:
     void readBox(Element& item, Section& section);
     [[nodiscard]] static Place readPlace(Element& item, double leastHeight, std::optional<double> height);
     [[nodiscard]] static Piece readColumnPiece(Element& item, Piece::Kind kind);
+    void count(const Element& element, std::size_t more) {
+        if ((elements_ += more) > kMostElements) element.fail("dosyada çok fazla etiket var.");
+    }
     [[noreturn]] static void refuse(const Element& part) {
         part.fail("<" + std::string(part.name()) + "> etiketi burada kullanılamaz.");
     }
@@ -48,7 +52,7 @@ private:
     FileLines lines_;
     Layout layout_;
     double fontSize_ = 9;
-    int elements_ = 0;
+    std::size_t elements_ = 0;
 };
 
 std::string wordsOf(pugi::xml_parse_status status) {
@@ -137,6 +141,7 @@ void Reader::readQuery(Element& part) {
     const auto same = [&](const Query& other) { return other.name == query.name; };
     if (std::any_of(layout_.queries.begin(), layout_.queries.end(), same))
         part.fail("\"" + query.name + "\" adında iki sorgu var.");
+    if (layout_.queries.size() == kMostQueries) part.fail("dosyada çok fazla sorgu var.");
     layout_.queries.push_back(std::move(query));
 }
 
@@ -178,6 +183,7 @@ SideBySide Reader::readSideBySide(Element& part) {
 }
 
 Section Reader::readSection(Element& part) {
+    count(part, 1);
     Section section;
     section.line = part.line();
     section.name = part.text("name");
@@ -192,11 +198,12 @@ Section Reader::readSection(Element& part) {
 }
 
 void Reader::readItem(Element& item, Section& section) {
-    if (++elements_ > kMostElements) item.fail("dosyada çok fazla etiket var.");
+    count(item, 1);
     if (!item.children().empty()) item.fail("<" + std::string(item.name()) + "> içinde etiket olamaz.");
     if (item.name() == "label") {
         TextNotation notation = report::readText(item.text("text"));
         if (!notation.mistake.empty()) item.fail(notation.mistake);
+        count(item, notation.pieces.size());
         readText(item, section, std::move(notation.pieces));
     } else if (item.name() == "field") {
         readText(item, section, {readColumnPiece(item, Piece::Kind::Column)});

@@ -27,8 +27,9 @@ bool isNumberKind(Value::Kind kind) {
 
 class Painter {
 public:
-    Painter(const BoundSection& section, const Moment& moment, const FontMetrics& metrics)
-        : section_(section), moment_(moment), metrics_(metrics) {}
+    Painter(const BoundSection& section, const Moment& moment, const FontMetrics& metrics,
+            Allowance& allowance)
+        : section_(section), moment_(moment), metrics_(metrics), allowance_(allowance) {}
     Painted paint();
 
 private:
@@ -45,10 +46,14 @@ private:
     void paintWrapped(const TextElement& element, const std::string& text);
     void addLine(const TextElement& element, double y, std::string text, double size);
     void paintStripe();
+    [[noreturn]] void tooLong(const TextElement& element) const {
+        throw ReportError(*section_.file, element.line, "gösterilecek yazı çok uzun.");
+    }
 
     const BoundSection& section_;
     const Moment& moment_;
     const FontMetrics& metrics_;
+    Allowance& allowance_;
     std::vector<Growth> growths_;
     std::vector<Item> texts_;
     Painted painted_;
@@ -76,6 +81,7 @@ Painted Painter::paint() {
         painted_.items.emplace_back(
             Line{place.x, place.y, place.right(), place.bottom(), line.thickness, line.color});
     }
+    allowance_.takeBytes(painted_.items.size() * sizeof(Item));
     std::move(texts_.begin(), texts_.end(), std::back_inserter(painted_.items));
     return std::move(painted_);
 }
@@ -149,14 +155,18 @@ Shown Painter::textOf(const BoundText& text) const {
 Shown Painter::shownOf(const BoundText& text) const {
     try {
         Shown shown = textOf(text);
+        if (shown.text.size() > kMostTextBytes) tooLong(*text.element);
         shown.text = validUtf8(shown.text); // measured as it will be written
         return shown;
+    } catch (const ReportError&) {
+        throw;
     } catch (const RuntimeError& error) {
         throw ReportError(*section_.file, text.element->line, "değer gösterilemedi: " + error.description());
     }
 }
 
 void Painter::paintText(const BoundText& text) {
+    allowance_.goOn();
     const TextElement& element = *text.element;
     const Shown shown = shownOf(text);
     if (shown.text.find_first_not_of(" \r\n\t") == std::string::npos) return;
@@ -178,7 +188,10 @@ void Painter::paintWrapped(const TextElement& element, const std::string& text) 
     const double lineHeight = metrics_.lineHeight(element.size);
     const double top = element.place.y + shiftAt(element.place.y);
     double y = top;
-    for (std::string& line : wrapped(replaceAll(text, "\t", " "), font, element.place.width)) {
+    std::vector<std::string> lines =
+        wrapped(replaceAll(text, "\t", " "), font, element.place.width, kMostLines + 1);
+    if (lines.size() > kMostLines) tooLong(element);
+    for (std::string& line : lines) {
         if (!line.empty()) addLine(element, y, std::move(line), element.size);
         y += lineHeight;
     }
@@ -188,6 +201,7 @@ void Painter::paintWrapped(const TextElement& element, const std::string& text) 
 }
 
 void Painter::addLine(const TextElement& element, double y, std::string text, double size) {
+    allowance_.takeBytes(sizeof(Item) + text.size());
     const double ascent = metrics_.ascent(element.size);
     texts_.emplace_back(TextRun{element.place.x, y, element.place.width, metrics_.lineHeight(element.size),
                                 y + ascent, std::move(text), size, element.bold, element.align,
@@ -196,8 +210,9 @@ void Painter::addLine(const TextElement& element, double y, std::string text, do
 
 } // namespace
 
-Painted paint(const BoundSection& section, const Moment& moment, const FontMetrics& metrics) {
-    return Painter(section, moment, metrics).paint();
+Painted paint(const BoundSection& section, const Moment& moment, const FontMetrics& metrics,
+              Allowance& allowance) {
+    return Painter(section, moment, metrics, allowance).paint();
 }
 
 void moveItem(Item& item, double x, double y) {

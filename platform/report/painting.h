@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "platform/report/allowance.h"
 #include "platform/report/binding.h"
 #include "platform/report/fontmetrics.h"
 
@@ -21,7 +22,9 @@ struct Painted {
 
 // Wrapped texts grow downward: what stands below such a text moves down, lines and boxes that reach past it
 // are drawn out, and the section becomes taller.
-[[nodiscard]] Painted paint(const BoundSection& section, const Moment& moment, const FontMetrics& metrics);
+// What it makes is taken from the allowance.
+[[nodiscard]] Painted paint(const BoundSection& section, const Moment& moment, const FontMetrics& metrics,
+                            Allowance& allowance);
 
 void moveItem(Item& item, double x, double y);
 

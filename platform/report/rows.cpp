@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/report/allowance.h"
+#include "platform/runtime/error.h"
+#include "platform/store/engine/engine.h"
 #include "platform/store/faces/adodb.h"
 
 namespace veldona::report {
@@ -38,10 +41,27 @@ DataSet rowsOf(const adodb::Recordset& rs, std::string name) {
     return made;
 }
 
+ConnectionQueries::ConnectionQueries(adodb::Connection& connection, std::function<bool()> goOn)
+    : connection_(&connection), goOn_(std::move(goOn)), bytesLeft_(kMostRowBytes) {}
+
 DataSet ConnectionQueries::run(const std::string& name, const std::string& sql) {
+    bool isGivenUp = false;
+    const store::ReadBounds bounds{kMostRows, bytesLeft_, [&] {
+                                       isGivenUp = goOn_ && !goOn_();
+                                       return !isGivenUp;
+                                   }};
     adodb::Recordset rs;
-    rs.open(sql, *connection_);
-    return rowsOf(rs, name);
+    try {
+        const adodb::BoundedReading bounded(*connection_, bounds);
+        rs.open(sql, *connection_);
+    } catch (const RuntimeError&) {
+        if (isGivenUp) raise(ErrorNumber::UserInterrupt);
+        throw;
+    }
+    DataSet made = rowsOf(rs, name);
+    for (const Value& cell : made.cells)
+        bytesLeft_ -= std::min(bytesLeft_, store::bytesOf(cell));
+    return made;
 }
 
 } // namespace veldona::report

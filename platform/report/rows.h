@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,11 +50,15 @@ public:
 
 class ConnectionQueries : public QueryRunner {
 public:
-    explicit ConnectionQueries(adodb::Connection& connection) : connection_(&connection) {}
+    // Error 18 where `goOn` says that the report is given up.
+    explicit ConnectionQueries(adodb::Connection& connection, std::function<bool()> goOn = {});
+    // An error where the rows, or those of all queries together, are more than a report may take.
     [[nodiscard]] DataSet run(const std::string& name, const std::string& sql) override;
 
 private:
     adodb::Connection* connection_;
+    std::function<bool()> goOn_;
+    std::size_t bytesLeft_;
 };
 
 } // namespace veldona::report

@@ -27,7 +27,8 @@ std::string_view withoutBlanksBehind(std::string_view text) {
 }
 
 // One paragraph: no line end inside.
-void wrapParagraph(std::string_view text, const Font& font, double width, std::vector<std::string>& lines) {
+void wrapParagraph(std::string_view text, const Font& font, double width, std::size_t most,
+                   std::vector<std::string>& lines) {
     do {
         std::size_t end = fittingBytes(text, font, width, true);
         if (end < text.size() && text[end] != ' ') {
@@ -38,19 +39,19 @@ void wrapParagraph(std::string_view text, const Font& font, double width, std::v
         lines.emplace_back(withoutBlanksBehind(text.substr(0, end)));
         const std::size_t next = text.find_first_not_of(' ', end);
         text.remove_prefix(next == std::string_view::npos ? text.size() : next);
-    } while (!text.empty());
+    } while (!text.empty() && lines.size() < most);
 }
 
 } // namespace
 
-std::vector<std::string> wrapped(std::string_view text, const Font& font, double width) {
+std::vector<std::string> wrapped(std::string_view text, const Font& font, double width, std::size_t most) {
     std::vector<std::string> lines;
     for (;;) {
         const std::size_t end = text.find('\n');
         std::string_view paragraph = text.substr(0, end);
         if (!paragraph.empty() && paragraph.back() == '\r') paragraph.remove_suffix(1);
-        wrapParagraph(paragraph, font, width, lines);
-        if (end == std::string_view::npos) return lines;
+        wrapParagraph(paragraph, font, width, most, lines);
+        if (end == std::string_view::npos || lines.size() >= most) return lines;
         text.remove_prefix(end + 1);
     }
 }

@@ -17,8 +17,10 @@ struct Font {
 };
 
 // At blanks; a word that is longer than a line is broken where the line ends. Line ends of the text stay,
-// blanks at the end of a line go, those inside it stay. One line at least.
-[[nodiscard]] std::vector<std::string> wrapped(std::string_view text, const Font& font, double width);
+// blanks at the end of a line go, those inside it stay. One line at least; what stands behind `most` lines is
+// left out.
+[[nodiscard]] std::vector<std::string> wrapped(std::string_view text, const Font& font, double width,
+                                               std::size_t most = std::string::npos);
 
 // In one line, cut where it is too long. Line ends become blanks.
 [[nodiscard]] std::string clipped(std::string_view text, const Font& font, double width);

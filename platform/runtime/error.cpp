@@ -15,9 +15,12 @@ struct Description {
 constexpr std::array descriptions = {
     Description{ErrorNumber::InvalidCall, "Geçersiz yordam çağrısı veya bağımsız değişken"},
     Description{ErrorNumber::Overflow, "Taşma"},
+    Description{ErrorNumber::OutOfMemory,
+                "Bellek yetmedi, işlem yapılmadı. Açık programları kapatıp yeniden deneyin."},
     Description{ErrorNumber::SubscriptOutOfRange, "Alt simge aralık dışında"},
     Description{ErrorNumber::DivisionByZero, "Sıfıra bölme"},
     Description{ErrorNumber::TypeMismatch, "Tür uyuşmazlığı"},
+    Description{ErrorNumber::UserInterrupt, "İşlemden vazgeçildi."},
     Description{ErrorNumber::FileNotFound, "Dosya bulunamadı"},
     Description{ErrorNumber::FileAlreadyExists, "Dosya zaten var"},
     Description{ErrorNumber::PathFileAccess, "Yol/Dosya erişim hatası"},
@@ -40,8 +43,11 @@ std::string standardDescription(ErrorNumber number) {
     return "Bilinmeyen hata " + std::to_string(static_cast<std::int32_t>(number));
 }
 
+RuntimeError::RuntimeError(ErrorNumber number)
+    : RuntimeError(static_cast<std::int32_t>(number), standardDescription(number)) {}
+
 void raise(ErrorNumber number) {
-    throw RuntimeError(static_cast<std::int32_t>(number), standardDescription(number));
+    throw RuntimeError(number);
 }
 
 } // namespace veldona

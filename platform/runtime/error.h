@@ -15,9 +15,11 @@ namespace veldona {
 enum class ErrorNumber : std::int32_t {
     InvalidCall = 5,
     Overflow = 6,
+    OutOfMemory = 7,
     SubscriptOutOfRange = 9,
     DivisionByZero = 11,
     TypeMismatch = 13,
+    UserInterrupt = 18, // the operator gave long work up; there is nothing to tell him
     FileNotFound = 53,
     FileAlreadyExists = 58,
     PathFileAccess = 75,
@@ -35,6 +37,8 @@ class RuntimeError : public std::exception {
 public:
     RuntimeError(std::int32_t number, std::string description)
         : number_(number), description_(std::move(description)) {}
+    // With the platform's own words.
+    explicit RuntimeError(ErrorNumber number);
 
     [[nodiscard]] std::int32_t number() const { return number_; }
     [[nodiscard]] const std::string& description() const { return description_; }

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <new>
+
 #include "controls_stage.h"
 
 namespace veldona {
@@ -106,6 +108,8 @@ TEST(Forms, AnErrorEndsItsOwnEventAlone) {
     EXPECT_TRUE(user::type(screen.a, "x"));
     EXPECT_EQ(stage.host.log.take(), "!6 a.got a.down a.press !11 a.up");
     EXPECT_EQ(screen.a.text(), "x");
+    stage.forms.dispatch([] { throw std::bad_alloc(); });
+    EXPECT_EQ(stage.host.log.take(), "!7") << "memory that ran out is told, too";
 }
 
 TEST(Forms, TheEndOfTheProcessRunsNothingBehindIt) {

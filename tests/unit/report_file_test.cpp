@@ -100,6 +100,18 @@ TEST(ReportFile, SizeAndNestingAreLimited) {
     for (int i = 0; i < 6000; ++i)
         many += "<box x='0' y='0' width='1' height='1'/>";
     EXPECT_NE(messageOf(many + "</band></report>").find("çok fazla etiket"), std::string::npos);
+    std::string bands = "<report>", queries = "<report>",
+                signs = "<report><pageHeader height='9'><label x='0' ";
+    for (int i = 0; i < 6000; ++i) {
+        bands += "<band height='1'/>";
+        queries += "<query name='q" + std::to_string(i) + "' sql='SELECT 1'/>";
+    }
+    signs += "y='0' width='9' text='" + std::string(12'000, '%') + "%p{A}%p{B}";
+    for (int i = 0; i < 6000; ++i)
+        signs += "%p";
+    EXPECT_NE(messageOf(bands + "</report>").find("çok fazla etiket"), std::string::npos);
+    EXPECT_NE(messageOf(queries + "</report>").find("çok fazla sorgu"), std::string::npos);
+    EXPECT_NE(messageOf(signs + "'/></pageHeader></report>").find("çok fazla etiket"), std::string::npos);
 }
 
 class ReportFolder : public testing::Test {

@@ -313,5 +313,33 @@ TEST(ReportPages, DataThatDoesNotFitTheLayoutNamesFileAndLine) {
     }
 }
 
+std::string refusalOf(const std::string& body, std::size_t count, const GoOn& goOn = {}) {
+    try {
+        static_cast<void>(
+            report::compose(parseLayout(inReport(body), "deneme.xml"), {rows(count)}, kNow, goOn));
+    } catch (const RuntimeError& error) {
+        return error.description();
+    }
+    return "none";
+}
+
+TEST(ReportPages, NoLayoutTakesMorePagesOrMemoryThanAReportMay) {
+    const std::string endless(20'000, 'x');
+    EXPECT_NE(refusalOf("<detail height='250'/>", 10'100).find("10000 sayfadan uzun"), std::string::npos);
+    EXPECT_NE(refusalOf("<band height='9'>\n<label x='0' y='0' width='0' wrap='yes' text='" + endless +
+                            "'/></band>",
+                        0)
+                  .find("satır 2: gösterilecek yazı çok uzun"),
+              std::string::npos);
+    std::string howFar;
+    EXPECT_EQ(refusalOf("<detail height='250'/>", 500,
+                        [&](const std::string& pages) {
+                            howFar = pages;
+                            return pages != "40. sayfa";
+                        }),
+              standardDescription(ErrorNumber::UserInterrupt));
+    EXPECT_EQ(howFar, "40. sayfa");
+}
+
 } // namespace
 } // namespace veldona::report

@@ -235,6 +235,40 @@ TEST_F(Viewer, ATemplateThatIsMissingOrBrokenIsNamedAndNothingOpens) {
     EXPECT_TRUE(desk.events.empty());
 }
 
+// The operator's Esc, as soon as the note shows.
+class Impatient : public WaitNote {
+public:
+    void show(const std::string& words) override { shown = words; }
+    void hide() override { ++hidden; }
+    [[nodiscard]] bool isGivenUp() override { return true; }
+    std::string shown;
+    int hidden = 0;
+};
+
+TEST_F(Viewer, AForgottenJoinIsTooLargeOrGivenUpAndTheShopGoesOn) {
+    shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD) VALUES ('1','A')");
+    for (int i = 0; i < 6; ++i)
+        shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD) SELECT HSTNO, AD FROM MUSTKAYIT");
+    const std::string join =
+        " FROM MUSTKAYIT, MUSTKAYIT AS B, MUSTKAYIT AS C, MUSTKAYIT AS D, MUSTKAYIT AS E";
+    for (const char* order : {"", " ORDER BY B.ID, C.ID, MUSTKAYIT.ID"}) {
+        const std::string said = errorOf(
+            [&] { SablonRaporGoster(session, kMusteriListesi, {"SELECT MUSTKAYIT.*" + join + order}); });
+        EXPECT_NE(said.find("belleğe sığmayacak kadar büyük"), std::string::npos) << said;
+    }
+    Impatient note;
+    shop.desktop.waitNote = &note;
+    forms.load("frmCrNesne").setPointer(MousePointer::Wait);
+    SablonRaporGoster(session, kMusteriListesi, {"SELECT COUNT(*) AS HSTNO" + join});
+    EXPECT_EQ(note.shown, "Rapor hazırlanıyor…");
+    EXPECT_EQ(note.hidden, 1);
+    EXPECT_TRUE(desk.events.empty());
+    EXPECT_EQ(forms.loaded("frmCrNesne")->pointer(), MousePointer::Default);
+    shop.desktop.waitNote = nullptr;
+    SablonRaporGoster(session, kMusteriListesi, {"SELECT * FROM MUSTKAYIT"});
+    EXPECT_EQ(desk.events, (Lines{"opened Müşteri Listesi"})) << "the bounds are gone, and so is the failure";
+}
+
 TEST_F(Viewer, DeliveredTemplatesNeverTakeThePlaceOfTheShopsOwn) {
     std::ofstream(templateFile("CariListesi2.rpt")) << "dükkânın";
     std::filesystem::remove(templateFile("SozlesmeAntetli.rpt"));

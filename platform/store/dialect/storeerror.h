@@ -22,6 +22,8 @@ public:
         DiskFull,
         InputOutput,
         ReadOnly,
+        TooLarge, // an answer beyond its ReadBounds
+        GivenUp,  // by its ReadBounds
         Injected, // asked for by Workspace::failWrite
         Other,
     };
@@ -35,5 +37,11 @@ private:
     Kind kind_;
     std::string description_; // Turkish, for the operator; never the engine's text, never a password
 };
+
+[[nodiscard]] inline StoreError tooLarge() {
+    return {StoreError::Kind::TooLarge,
+            "Sorgunun sonucu belleğe sığmayacak kadar büyük. Tabloları birbirine bağlayan koşul unutulmuş "
+            "olabilir; sorguyu daraltın."};
+}
 
 } // namespace veldona::store

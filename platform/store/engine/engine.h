@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,6 +20,19 @@
 #include "platform/store/engine/lockwait.h"
 
 namespace veldona::store {
+
+// What the reading of a statement may take that a shop has written: a forgotten join answers more rows than
+// any machine holds, or works for hours before the first of them.
+struct ReadBounds {
+    std::size_t mostRows;
+    std::size_t mostBytes;      // of the answer, and of the engine while it makes it
+    std::function<bool()> goOn; // asked every few milliseconds; false gives the statement up
+};
+
+// What a value of an answer takes.
+[[nodiscard]] inline std::size_t bytesOf(const Value& value) {
+    return sizeof(Value) + (value.isText() ? value.get<std::string>().size() : 0);
+}
 
 class Statement {
 public:
@@ -66,6 +80,10 @@ public:
     virtual void setBusyTimeout(std::chrono::milliseconds timeout) = 0;
     // Who says, while it waits, whether it goes on; shared by the engines of a process.
     virtual void setLockWait(std::shared_ptr<LockWait> wait) = 0;
+
+    // What each statement may take that runs from now on; nullptr: all that it wants. What is pointed to is
+    // read until the next call.
+    virtual void setBounds(const ReadBounds* bounds) = 0;
 
     // The newest failure since the last call that came from the disk or from another workstation and not from
     // the statement; nothing where there was none.

@@ -67,4 +67,13 @@ bool Connection::inTransaction() const {
     return isOpen() && database_->inTransaction();
 }
 
+BoundedReading::BoundedReading(Connection& connection, const store::ReadBounds& bounds)
+    : database_(connection.database_) {
+    connection.database().setBounds(&bounds);
+}
+
+BoundedReading::~BoundedReading() {
+    database_->setBounds(nullptr);
+}
+
 } // namespace veldona::adodb

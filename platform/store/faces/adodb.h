@@ -14,8 +14,9 @@
 #include "platform/store/faces/workspace.h"
 
 namespace veldona::store {
+struct ReadBounds;
 struct ResultColumn;
-}
+} // namespace veldona::store
 
 namespace veldona::adodb {
 
@@ -54,9 +55,22 @@ public:
 
 private:
     friend class Recordset;
+    friend class BoundedReading;
     template <class Opening> void connect(const Opening& opening);
     [[nodiscard]] store::Database& database() const; // error kOpenFailed where closed
     store::Workspace* workspace_;
+    std::shared_ptr<store::Database> database_;
+};
+
+// While it stands, what is read on the connection keeps to the bounds, which must outlive it.
+class BoundedReading {
+public:
+    BoundedReading(Connection& connection, const store::ReadBounds& bounds);
+    ~BoundedReading();
+    BoundedReading(const BoundedReading&) = delete;
+    BoundedReading& operator=(const BoundedReading&) = delete;
+
+private:
     std::shared_ptr<store::Database> database_;
 };
 

@@ -52,6 +52,8 @@ inline constexpr std::int32_t kTypeMismatch = 3464;
         return kInputOutput;
     case Kind::ReadOnly:
         return kReadOnlyFile;
+    case Kind::TooLarge:
+    case Kind::GivenUp:
     case Kind::Injected:
     case Kind::Other:
         break;

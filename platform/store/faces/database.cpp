@@ -79,7 +79,7 @@ Query Database::query(const std::string& key, std::size_t parameters,
 void Database::read(const Query& query, RowSet& rows) {
     requireTransactionIntact();
     const Run run(query);
-    rows.fill(*query.prepared->statement, query.plan().columns, query.prepared->rowsLastTime);
+    rows.fill(*query.prepared->statement, query.plan().columns, query.prepared->rowsLastTime, bounds_);
     query.prepared->rowsLastTime = static_cast<std::size_t>(rows.rowCount());
     rowsRead_ += static_cast<std::uint64_t>(rows.rowCount());
 }
@@ -155,6 +155,11 @@ std::uint64_t Database::stamp(const std::vector<std::string>& tables) {
 std::uint64_t Database::stampWithWritesOfOthers(const std::vector<std::string>& tables) {
     noteWritesOfOthers();
     return stamp(tables);
+}
+
+void Database::setBounds(const ReadBounds* bounds) {
+    bounds_ = bounds;
+    engine_->setBounds(bounds);
 }
 
 void Database::setTimeout(std::chrono::seconds timeout) {

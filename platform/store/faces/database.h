@@ -82,6 +82,8 @@ public:
 
     // How long statements wait for another workstation, from now on.
     void setTimeout(std::chrono::seconds timeout);
+    // Bounds all reading from now on (Engine::setBounds).
+    void setBounds(const ReadBounds* bounds);
     // Rows taken from the engine since the opening: what a bench or a test holds against what was needed.
     [[nodiscard]] std::uint64_t rowsRead() const { return rowsRead_; }
 
@@ -107,6 +109,7 @@ private:
     std::chrono::seconds timeout_{-1};
     bool inTransaction_ = false;
     std::uint64_t rowsRead_ = 0;
+    const ReadBounds* bounds_ = nullptr;
 };
 
 } // namespace veldona::store

@@ -45,16 +45,23 @@ Value shownValue(const Value& stored, std::optional<ColumnType> type) {
     return stored;
 }
 
-void RowSet::fill(Statement& statement, const std::vector<ResultColumn>& columns, std::size_t expectedRows) {
+void RowSet::fill(Statement& statement, const std::vector<ResultColumn>& columns, std::size_t expectedRows,
+                  const ReadBounds* bounds) {
     const auto width = static_cast<int>(columns.size());
     if (statement.columnCount() != width)
         throw std::logic_error("a plan names other columns than its statement");
     std::vector<Value> cells;
     int rows = 0;
     cells.reserve(expectedRows * columns.size());
-    for (; statement.step(); ++rows)
+    std::size_t bytes = 0;
+    for (; statement.step(); ++rows) {
         for (int i = 0; i < width; ++i)
             cells.push_back(cell(statement, i, columns[static_cast<std::size_t>(i)].type));
+        if (bounds == nullptr) continue;
+        for (auto taken = cells.end() - width; taken != cells.end(); ++taken)
+            bytes += bytesOf(*taken);
+        if (static_cast<std::size_t>(rows) >= bounds->mostRows || bytes > bounds->mostBytes) throw tooLarge();
+    }
     keys_ = {};
     cells_ = std::move(cells);
     rows_ = rows;

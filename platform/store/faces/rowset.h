@@ -32,8 +32,9 @@ public:
     [[nodiscard]] std::optional<int> findWhole(int column, std::int64_t sought) const;
 
     // Takes all that `statement` answers; where that fails half-way, the rows stay what they were.
-    // `expectedRows`: room made beforehand.
-    void fill(Statement& statement, const std::vector<ResultColumn>& columns, std::size_t expectedRows);
+    // `expectedRows`: room made beforehand. Beyond the bounds (nullptr: there are none) it fails as TooLarge.
+    void fill(Statement& statement, const std::vector<ResultColumn>& columns, std::size_t expectedRows,
+              const ReadBounds* bounds = nullptr);
 
 private:
     [[nodiscard]] std::size_t place(int row, int column) const {

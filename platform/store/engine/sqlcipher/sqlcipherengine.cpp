@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <exception>
 #include <filesystem>
 #include <set>
 #include <stdexcept>
@@ -24,8 +25,14 @@ namespace {
 constexpr char kPlainHeader[] =
     "SQLite format 3"; // with the zero behind it, the first 16 bytes of an unencrypted file
 
+constexpr int kStepsBetweenLooks = 20'000; // of the engine's own: some milliseconds
+constexpr std::int64_t kCacheBytes = std::int64_t{64} << 20;
+
 // Shared, since a statement may outlive its engine.
-using DiskFailure = std::shared_ptr<std::optional<StoreError>>;
+struct Failures {
+    std::optional<StoreError> ofTheDisk;
+    std::exception_ptr stopped; // why the statement that runs was interrupted
+};
 
 bool isOfTheDisk(StoreError::Kind kind) {
     using Kind = StoreError::Kind;
@@ -35,8 +42,8 @@ bool isOfTheDisk(StoreError::Kind kind) {
 
 class SqlcipherStatement final : public Statement {
 public:
-    SqlcipherStatement(sqlite3* connection, DiskFailure diskFailure, std::string_view sql)
-        : connection_(connection), diskFailure_(std::move(diskFailure)) {
+    SqlcipherStatement(sqlite3* connection, std::shared_ptr<Failures> failures, std::string_view sql)
+        : connection_(connection), failures_(std::move(failures)) {
         const int code =
             sqlite3_prepare_v2(connection, sql.data(), static_cast<int>(sql.size()), &statement_, nullptr);
         if (code != SQLITE_OK) fail();
@@ -86,9 +93,10 @@ public:
 
 private:
     [[noreturn]] void fail() {
+        if (failures_->stopped) std::rethrow_exception(std::exchange(failures_->stopped, nullptr));
         const StoreError failure =
             engineFailure(sqlite3_extended_errcode(connection_), sqlite3_errmsg(connection_));
-        if (isOfTheDisk(failure.kind())) *diskFailure_ = failure;
+        if (isOfTheDisk(failure.kind())) failures_->ofTheDisk = failure;
         throw failure;
     }
 
@@ -119,7 +127,7 @@ private:
     }
 
     sqlite3* connection_;
-    DiskFailure diskFailure_;
+    std::shared_ptr<Failures> failures_;
     sqlite3_stmt* statement_ = nullptr;
 };
 
@@ -170,7 +178,7 @@ public:
     SqlcipherEngine& operator=(const SqlcipherEngine&) = delete;
 
     std::unique_ptr<Statement> prepare(std::string_view sql) override {
-        return std::make_unique<SqlcipherStatement>(connection_, diskFailure_, sql);
+        return std::make_unique<SqlcipherStatement>(connection_, failures_, sql);
     }
     std::vector<std::string> tablesRead(std::string_view sql) override {
         std::set<std::string> names;
@@ -182,7 +190,7 @@ public:
         };
         sqlite3_set_authorizer(connection_, note, &names);
         try {
-            const SqlcipherStatement prepared(connection_, diskFailure_, sql);
+            const SqlcipherStatement prepared(connection_, failures_, sql);
         } catch (const StoreError&) {
             sqlite3_set_authorizer(connection_, nullptr, nullptr);
             throw;
@@ -198,12 +206,17 @@ public:
     std::int64_t lastId() const override { return sqlite3_last_insert_rowid(connection_); }
     std::int64_t rowsChanged() const override { return sqlite3_changes(connection_); }
     std::optional<StoreError> takeDiskFailure() override {
-        const std::optional<StoreError> taken = *diskFailure_;
-        diskFailure_->reset();
-        return taken;
+        return std::exchange(failures_->ofTheDisk, std::nullopt);
     }
     void setBusyTimeout(std::chrono::milliseconds timeout) override { busyTimeout_ = timeout; }
     void setLockWait(std::shared_ptr<LockWait> wait) override { lockWait_ = std::move(wait); }
+
+    void setBounds(const ReadBounds* bounds) override {
+        bounds_ = bounds;
+        memoryBefore_ = sqlite3_memory_used();
+        sqlite3_progress_handler(connection_, kStepsBetweenLooks,
+                                 bounds == nullptr ? nullptr : &SqlcipherEngine::stopsHere, this);
+    }
 
     // In one step: a step for itself would begin anew at each write of another workstation. A copy into a
     // file without a key would be a plain one, and one of another page size a damaged one.
@@ -254,9 +267,26 @@ private:
         return 1;
     }
 
+    // A sort or a distinct list holds its rows in the engine's memory before it answers the first.
+    static int stopsHere(void* self) {
+        auto& engine = *static_cast<SqlcipherEngine*>(self);
+        const auto most = static_cast<std::int64_t>(engine.bounds_->mostBytes) + kCacheBytes;
+        try {
+            if (sqlite3_memory_used() - engine.memoryBefore_ > most) throw tooLarge();
+            if (engine.bounds_->goOn && !engine.bounds_->goOn())
+                throw StoreError(StoreError::Kind::GivenUp, "Sorgudan vazgeçildi.");
+            return 0;
+        } catch (...) { // across the engine no exception may fly: the statement's failure brings it
+            engine.failures_->stopped = std::current_exception();
+            return 1;
+        }
+    }
+
     sqlite3* connection_ = nullptr;
     std::unique_ptr<JournalKept> kept_;
-    DiskFailure diskFailure_ = std::make_shared<std::optional<StoreError>>();
+    std::shared_ptr<Failures> failures_ = std::make_shared<Failures>();
+    const ReadBounds* bounds_ = nullptr;
+    std::int64_t memoryBefore_ = 0;
     std::chrono::milliseconds busyTimeout_;
     std::shared_ptr<LockWait> lockWait_; // nothing: until the time is up
     std::chrono::steady_clock::time_point waitingSince_;
