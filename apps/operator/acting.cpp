@@ -5,6 +5,7 @@
 #include "platform/controls/userinput.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
+#include "platform/runtime/unicode.h"
 
 namespace veldona::console {
 

@@ -5,6 +5,7 @@
 #include "apps/operator/script.h"
 #include "platform/controls/editing.h"
 #include "platform/controls/names.h"
+#include "platform/runtime/unicode.h"
 
 namespace veldona::console {
 

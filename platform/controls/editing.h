@@ -26,8 +26,4 @@ private:
     void replaceSelection(std::string_view by, int characters);
 };
 
-// Broken UTF-8 comes as U+FFFD.
-[[nodiscard]] std::u32string charactersOf(std::string_view utf8);
-[[nodiscard]] std::string utf8Of(char32_t character);
-
 } // namespace veldona

@@ -7,6 +7,7 @@
 #include "platform/controls/handlers.h"
 #include "platform/controls/userinput.h"
 #include "platform/runtime/text.h"
+#include "platform/runtime/unicode.h"
 
 namespace veldona::user {
 

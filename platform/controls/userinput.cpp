@@ -7,6 +7,7 @@
 #include "platform/controls/handlers.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
+#include "platform/runtime/unicode.h"
 
 namespace veldona::user {
 

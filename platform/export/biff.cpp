@@ -1,6 +1,7 @@
 #include "platform/export/biff.h"
 
 #include "platform/export/cells.h"
+#include "platform/runtime/unicode.h"
 
 namespace veldona::exports {
 
@@ -10,7 +11,7 @@ constexpr unsigned kWideLetters = 1;
 
 // No half of a pair at the end.
 std::u16string cut(std::string_view text, std::size_t most) {
-    std::u16string units = utf16(text).substr(0, most);
+    std::u16string units = utf16Of(text).substr(0, most);
     if (!units.empty() && units.back() >= 0xD800 && units.back() < 0xDC00) units.pop_back();
     return units;
 }

@@ -1,40 +1,15 @@
 #include "platform/export/cells.h"
 
 #include <algorithm>
-#include <array>
 
-#include "platform/report/letters.h"
 #include "platform/report/pagetext.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
+#include "platform/runtime/unicode.h"
 
 namespace veldona::exports {
 
 namespace {
-
-// U+0080 … U+009F of the code page.
-constexpr std::array<char32_t, 32> kUpperControls = {
-    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0,      0,      0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0,      0x0178};
-struct Special {
-    char32_t code;
-    char plain;
-};
-constexpr std::array<Special, 6> kTurkish = {
-    {{0x011E, 'G'}, {0x0130, 'I'}, {0x015E, 'S'}, {0x011F, 'g'}, {0x0131, 'i'}, {0x015F, 's'}}};
-// What Western Windows has in their places.
-constexpr std::array<char32_t, 6> kWestern = {0xD0, 0xDD, 0xDE, 0xF0, 0xFD, 0xFE};
-
-char byteOf(char32_t code) {
-    if (code < 0x80) return static_cast<char>(code);
-    for (const Special& special : kTurkish)
-        if (special.code == code) return special.plain;
-    if (const auto found = std::ranges::find(kUpperControls, code); found != kUpperControls.end())
-        return static_cast<char>(0x80 + (found - kUpperControls.begin()));
-    const bool common = code >= 0xA0 && code <= 0xFF && std::ranges::find(kWestern, code) == kWestern.end();
-    return common ? static_cast<char>(code) : '?';
-}
 
 // A line of a page: the texts that were chosen.
 struct ChosenLine {
@@ -144,29 +119,12 @@ std::string withoutControls(std::string_view text) {
 }
 
 std::string windowsLetters(std::string_view text) {
-    std::string bytes;
-    for (std::size_t at = 0; at < text.size();) {
-        const report::Letter letter = report::letterAt(text, at);
-        bytes += byteOf(letter.code);
-        at += letter.bytes;
-    }
-    return bytes;
-}
-
-std::u16string utf16(std::string_view text) {
-    const std::string mended = validUtf8(text);
-    std::u16string units;
-    for (std::size_t at = 0; at < mended.size();) {
-        const report::Letter letter = report::letterAt(mended, at);
-        at += letter.bytes;
-        if (letter.code < 0x10000) {
-            units += static_cast<char16_t>(letter.code);
-        } else {
-            units += static_cast<char16_t>(0xD800 + ((letter.code - 0x10000) >> 10));
-            units += static_cast<char16_t>(0xDC00 + ((letter.code - 0x10000) & 0x3FF));
-        }
-    }
-    return units;
+    // The six places in which Turkish and Western Windows differ.
+    std::string common(text);
+    for (const auto& [letter, plain] :
+         {std::pair{"Ğ", "G"}, {"İ", "I"}, {"Ş", "S"}, {"ğ", "g"}, {"ı", "i"}, {"ş", "s"}})
+        common = replaceAll(common, letter, plain);
+    return windows1254(common);
 }
 
 std::string escapedMarkup(std::string_view text) {

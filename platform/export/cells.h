@@ -34,7 +34,6 @@ using TextChoice = std::function<bool(const report::TextRun&)>;
 // `text` in the eight-bit letters that Western and Turkish Windows have in common. The six letters that only
 // the Turkish one has lose their mark; "?" for any other letter.
 [[nodiscard]] std::string windowsLetters(std::string_view text);
-[[nodiscard]] std::u16string utf16(std::string_view text);
 // "&", "<", ">" and the quotes as entities.
 [[nodiscard]] std::string escapedMarkup(std::string_view text);
 

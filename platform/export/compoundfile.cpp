@@ -4,6 +4,7 @@
 
 #include "platform/export/biff.h"
 #include "platform/export/cells.h"
+#include "platform/runtime/unicode.h"
 
 namespace veldona::exports {
 
@@ -60,7 +61,7 @@ enum class EntryKind { Unused = 0, Stream = 2, Root = 5 };
 
 void appendEntry(LittleEndian& out, EntryKind kind, const std::string& name, std::uint32_t child,
                  std::uint32_t start, std::size_t size) {
-    const std::u16string units = utf16(name);
+    const std::u16string units = utf16Of(name);
     out.units(units).zeros(64 - units.size() * 2);
     out.word(kind == EntryKind::Unused ? 0 : static_cast<unsigned>(units.size() * 2 + 2));
     out.byte(static_cast<unsigned>(kind)).byte(1).dword(kFree).dword(kFree).dword(child);

@@ -8,6 +8,7 @@
 #include "platform/report/pagetext.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"
+#include "platform/runtime/unicode.h"
 
 namespace veldona::exports {
 

@@ -4,6 +4,7 @@
 
 #include "platform/export/cells.h"
 #include "platform/report/pagetext.h"
+#include "platform/runtime/unicode.h"
 
 namespace veldona::exports {
 
@@ -19,7 +20,7 @@ std::string twips(double millimetres) {
 // Letters beyond ASCII as numbers, each with "?" for readers that know no better.
 std::string escaped(const std::string& text) {
     std::string out;
-    for (const char16_t unit : utf16(withoutControls(text))) {
+    for (const char16_t unit : utf16Of(withoutControls(text))) {
         if (unit == u'\\' || unit == u'{' || unit == u'}') out += '\\';
         if (unit == u'\n')
             out += "\\line ";

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "platform/report/fontwidths.h"
-#include "platform/report/letters.h"
+#include "platform/runtime/unicode.h"
 
 namespace veldona::report {
 

@@ -1,6 +1,7 @@
 #include "platform/report/textfit.h"
 
-#include "platform/report/letters.h"
+#include "platform/runtime/unicode.h"
+
 
 namespace veldona::report {
 

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "platform/runtime/error.h"
+#include "platform/runtime/unicode.h"
 
 namespace veldona {
 
@@ -60,28 +61,6 @@ std::size_t offsetOf(std::string_view text, std::size_t count) {
     for (std::size_t i = 0; i < text.size(); ++i)
         if (begins(text[i]) && seen++ == count) return i;
     return text.size();
-}
-
-struct Sequence {
-    std::size_t size = 1;
-    bool sound = false;
-};
-
-// The sequence at the front of a text that isn't empty. A broken one has the bytes that could have begun a
-// character, so that one damaged letter becomes one replacement.
-Sequence sequenceAt(std::string_view text) {
-    const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned char lead = byte(0);
-    if (lead < 0x80) return {1, true};
-    if (lead < 0xC2 || lead > 0xF4) return {1, false};
-    const std::size_t size = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-    // The second byte keeps out overlong forms, surrogates, and what is beyond the last character.
-    const unsigned char lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
-    const unsigned char highest = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
-    if (text.size() < 2 || byte(1) < lowest || byte(1) > highest) return {1, false};
-    for (std::size_t i = 2; i < size; ++i)
-        if (i >= text.size() || begins(text[i])) return {i, false};
-    return {size, true};
 }
 
 } // namespace
@@ -145,12 +124,12 @@ std::string validUtf8(std::string_view text) {
     std::string out;
     std::size_t sound = 0; // up to here the text is copied
     for (std::size_t i = 0; i < text.size();) {
-        const Sequence sequence = sequenceAt(text.substr(i));
-        if (!sequence.sound) {
+        const Letter letter = letterAt(text, i);
+        if (!letter.sound) {
             out.append(text, sound, i - sound).append("\uFFFD");
-            sound = i + sequence.size;
+            sound = i + letter.bytes;
         }
-        i += sequence.size;
+        i += letter.bytes;
     }
     return out.append(text, sound);
 }
@@ -176,20 +155,13 @@ bool isPlainTurkish(std::string_view text) {
 
 std::string visibleText(std::string_view text) {
     if (isPlainTurkish(text)) return std::string(text);
-    const std::string sound = validUtf8(text);
     std::string kept;
-    for (std::size_t at = 0; at < sound.size();) {
-        const auto lead = static_cast<unsigned char>(sound[at]);
-        const std::size_t size = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-        UChar32 character = size == 1 ? lead : lead & (0x7F >> size);
-        for (std::size_t i = 1; i < size; ++i)
-            character = character << 6 | (static_cast<unsigned char>(sound[at + i]) & 0x3F);
-        const auto kind = u_charType(character);
+    for (const char32_t character : charactersOf(text)) {
+        const auto kind = u_charType(static_cast<UChar32>(character));
         if (character == '\t' || character == '\n' || character == '\r')
             kept += ' ';
         else if (kind != U_CONTROL_CHAR && kind != U_FORMAT_CHAR)
-            kept.append(sound, at, size);
-        at += size;
+            appendUtf8(kept, character);
     }
     return kept;
 }

@@ -6,6 +6,7 @@
 
 #include "platform/controls/editing.h"
 #include "platform/runtime/text.h"
+#include "platform/runtime/unicode.h"
 #include "tests/fuzz/fuzzing.h"
 
 namespace veldona::fuzz {

@@ -19,6 +19,7 @@
 #include "platform/report/pagetext.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
+#include "platform/runtime/unicode.h"
 #include "tests/fuzz/export_readers.h"
 #include "tests/fuzz/fuzzing.h"
 
@@ -162,9 +163,9 @@ void xmlHolds(const Document& document) {
 }
 
 void wordsHold(const Document& document) {
-    std::u16string expected = u"Arial;" + exports::utf16(exports::withoutControls(document.title));
+    std::u16string expected = u"Arial;" + utf16Of(exports::withoutControls(document.title));
     for (const std::string& text : textsOn(document))
-        expected += exports::utf16(text);
+        expected += utf16Of(text);
     require(readRichText(exports::richText(document)) == expected, "the texts of a rich text");
 }
 
@@ -172,7 +173,7 @@ void workbookHolds(const Document& document) {
     const DataSet data = exports::tablesOf(document).front();
     std::vector<std::u16string> expected;
     for (const Value& cell : data.cells)
-        if (cell.isText()) expected.push_back(exports::utf16(exports::shownCell(cell)).substr(0, 4000));
+        if (cell.isText()) expected.push_back(utf16Of(exports::shownCell(cell)).substr(0, 4000));
     for (const bool formatted : {false, true}) {
         auto texts =
             readWorkbookTexts(exports::workbook(document, {formatted, false, formatted ? 0.0 : 12.0}));

@@ -1,5 +1,6 @@
 #include "platform/controls/editing.h"
 #include "platform/runtime/text.h"
+#include "platform/runtime/unicode.h"
 #include "tests/fuzz/fuzzing.h"
 #include "tests/fuzz/text_parts.h"
 

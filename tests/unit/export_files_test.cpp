@@ -15,6 +15,7 @@
 #include "platform/report/compose.h"
 #include "platform/report/layoutreader.h"
 #include "platform/report/pagetext.h"
+#include "platform/runtime/unicode.h"
 #include "reports/startexport.h"
 #include "reports/viewer.h"
 #include "tests/support/shop.h"
@@ -266,7 +267,7 @@ TEST_F(Export, ThePanelsChoicesReachTheSheet) {
     };
     const auto wide = [](const char* text) {
         std::string bytes;
-        for (const char16_t unit : exports::utf16(text))
+        for (const char16_t unit : utf16Of(text))
             (bytes += static_cast<char>(unit)) += static_cast<char>(unit >> 8);
         return bytes;
     };
