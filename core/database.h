@@ -65,9 +65,13 @@ bool SqlCalistir(Session& session, adodb::Connection& baglanti, const std::strin
 
 // The last counter that the store gave out, -1 where there is none.
 [[nodiscard]] double SonKimlik(Session& session, const std::string& tablo);
-// Moves the product's totals. hareket: 1 received, 2 sold, 3 taken back; yon 1 is in. False where there is no
-// such product or the write fails; error 6 where a total leaves 32 bits.
-bool StokGuncelle(Session& session, const std::string& urkod, std::int32_t miktar, int hareket, int yon);
+// Values as the callers give them.
+enum class StokHareketi { Alis = 1, Satis = 2, GeriAlma = 3 };
+enum class StokYonu { Giris = 1, Cikis = 2 };
+// Moves the product's totals. False where there is no such product or the write fails; error 6 where a total
+// leaves 32 bits.
+bool StokGuncelle(Session& session, const std::string& urkod, std::int32_t miktar, StokHareketi hareket,
+                  StokYonu yon);
 
 // One field of the row whose `anahtar` is the text `deger`; True where no row exists.
 [[nodiscard]] Value AlanDegeriOku(Session& session, const std::string& alan, const std::string& tablo,

@@ -2,6 +2,7 @@
 #include <limits>
 
 #include "core/database.h"
+#include "platform/runtime/columntype.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
 
@@ -16,28 +17,28 @@ enum class Aile { Sayi, Mantik, Metin, UzunMetin, Tarih, Ikili, Bilinmiyor };
 
 Aile aile(std::int32_t tip) {
     switch (tip) {
-    case 2:
-    case 3:
-    case 5:
-    case 6:
-    case 16:
-    case 17:
-    case 19:
-    case 131:
+    case columntype::kSmall:
+    case columntype::kWhole:
+    case columntype::kNumber:
+    case columntype::kMoney:
+    case columntype::kTiny:
+    case columntype::kByte:
+    case columntype::kUnsignedWhole:
+    case columntype::kDecimal:
         return Aile::Sayi;
-    case 11:
+    case columntype::kBoolean:
         return Aile::Mantik;
-    case 129:
-    case 200:
-    case 202:
+    case columntype::kFixedText:
+    case columntype::kByteText:
+    case columntype::kText:
         return Aile::Metin;
-    case 201:
-    case 203:
+    case columntype::kByteMemo:
+    case columntype::kMemo:
         return Aile::UzunMetin;
-    case 133:
-    case 135:
+    case columntype::kDay:
+    case columntype::kDate:
         return Aile::Tarih;
-    case 205:
+    case columntype::kBinary:
         return Aile::Ikili;
     default:
         return Aile::Bilinmiyor;
@@ -226,7 +227,8 @@ bool SqlCalistir(Session& session, adodb::Connection& baglanti, const std::strin
     return false;
 }
 
-bool StokGuncelle(Session& session, const std::string& urkod, std::int32_t miktar, int hareket, int yon) {
+bool StokGuncelle(Session& session, const std::string& urkod, std::int32_t miktar, StokHareketi hareket,
+                  StokYonu yon) {
     KayitSeti rs;
     KayitSetiAc(session, rs,
                 "Select TOPLAM_ALINAN,TOPLAM_SATILAN,KALAN From URUNTANITIM Where URKOD = '" + urkod + "'",
@@ -237,9 +239,10 @@ bool StokGuncelle(Session& session, const std::string& urkod, std::int32_t mikta
     KayitSetiKapat(rs);
 
     // Uneven as it looks: goods taken back inwards lower what was sold, outwards what was received.
-    if (hareket == 1) alinan += yon == 1 ? miktar : -std::int64_t{miktar};
-    if (hareket == 2) satilan += miktar;
-    if (hareket == 3) (yon == 1 ? satilan : alinan) -= miktar;
+    const bool giris = yon == StokYonu::Giris;
+    if (hareket == StokHareketi::Alis) alinan += giris ? miktar : -std::int64_t{miktar};
+    if (hareket == StokHareketi::Satis) satilan += miktar;
+    if (hareket == StokHareketi::GeriAlma) (giris ? satilan : alinan) -= miktar;
 
     const std::int32_t a = in32Bits(alinan);
     const std::int32_t s = in32Bits(satilan);

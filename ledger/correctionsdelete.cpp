@@ -23,11 +23,9 @@ bool putStockBack(FrmMainVeldona& f, std::int32_t islemno) {
                 "SELECT URUNAL.URKOD, Sum(URUNAL.ADET) AS Miktar From URUNAL WHERE (((URUNAL.ISLEMNO) =" +
                     std::to_string(islemno) + "))GROUP BY URUNAL.URKOD",
                 adodb::CursorLocation::Client);
-    constexpr int kGeriAlinan = 3;
-    constexpr int kIceri = 1;
     for (; !rs->eof(); rs->moveNext())
         if (!StokGuncelle(f.session, joinText(rs->value("URKOD")), toInteger(rs->value("Miktar")),
-                          kGeriAlinan, kIceri))
+                          StokHareketi::GeriAlma, StokYonu::Giris))
             return false;
     return true;
 }

@@ -3,6 +3,7 @@
 #include "core/database.h"
 #include "core/money.h"
 #include "ledger/loading.h"
+#include "platform/runtime/columntype.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"
@@ -11,8 +12,6 @@ namespace veldona {
 
 namespace {
 
-constexpr int kNumberColumn = 5;
-constexpr int kNoteColumn = 203;
 constexpr int kUntilWritten = 1000; // milliseconds before the ledger reads through its own recordsets
 
 bool run(FrmMainVeldona& f, const std::string& sql) {
@@ -22,7 +21,7 @@ bool run(FrmMainVeldona& f, const std::string& sql) {
 // The stored form of a shown amount, as a statement takes it.
 std::string stored(const FrmMainVeldona& f, const Value& amount) {
     Value text = ParaOku(f.session, amount, {}, ParaKipi::Deger);
-    return DegerYaz(kNumberColumn, text);
+    return DegerYaz(columntype::kNumber, text);
 }
 
 // What cannot be read counts as nothing.
@@ -60,7 +59,7 @@ std::string insertLine(FrmMainVeldona& f) {
     return "INSERT INTO URUNAL  ( MUSTNO,ISLEMNO,URKOD,TRH,FIYAT,ADET,ACIKLAMA,KDV,KDV_DAHIL_HARIC,DEPO_ID) "
            "values ('" +
            trim(f.Text1.text()) + "'," + f.Text5.text() + ",'1','" + toText(f.session.desktop.clock.today()) +
-           "'," + stored(f, amount) + ",1," + DegerYaz(kNoteColumn, note) + ",0,1,-1)";
+           "'," + stored(f, amount) + ",1," + DegerYaz(columntype::kMemo, note) + ",0,1,-1)";
 }
 
 } // namespace

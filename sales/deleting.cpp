@@ -10,9 +10,6 @@ namespace veldona {
 
 namespace {
 
-constexpr int kGeriAlma = 3; // the stock movement of goods taken back
-constexpr int kGiris = 1;
-
 // False where a product is missing, or the sale has no line.
 bool takeBackFromStock(Session& session, const std::string& islemno) {
     KayitSeti rs;
@@ -22,8 +19,8 @@ bool takeBackFromStock(Session& session, const std::string& islemno) {
                 adodb::CursorLocation::Client);
     if (rs->eof()) return false;
     for (; !rs->eof(); rs->moveNext())
-        if (!StokGuncelle(session, joinText(rs->value("URKOD")), toLong(rs->value("Miktar")), kGeriAlma,
-                          kGiris))
+        if (!StokGuncelle(session, joinText(rs->value("URKOD")), toLong(rs->value("Miktar")),
+                          StokHareketi::GeriAlma, StokYonu::Giris))
             return false;
     return true;
 }

@@ -11,8 +11,6 @@ namespace {
 
 constexpr const char* kTekUrun = "1"; // the one product that a sale sells
 constexpr int kYok = -1;
-constexpr int kSatis = 2; // the stock movement of a sale
-constexpr int kCikis = 2;
 
 std::string scaled(const FrmSatis& f, const Value& tutar) {
     return ParaOku(f.session, tutar, {}, ParaKipi::Deger);
@@ -119,7 +117,8 @@ bool SatisSatiriEkle(FrmSatis& f) {
     rec.ekle("TESLIM_EDILDI", VarsayilanDeger(f, SatisAlani::TeslimEdildi));
     rec.ekle("DEPO_ID", VarsayilanDeger(f, SatisAlani::DepoId));
     rec.ekle("SATIS_ELEMANI_ID", VarsayilanDeger(f, SatisAlani::SatisElemaniId));
-    return KayitYaz(f.session, rec) && StokGuncelle(f.session, kTekUrun, 1, kSatis, kCikis);
+    return KayitYaz(f.session, rec) &&
+           StokGuncelle(f.session, kTekUrun, 1, StokHareketi::Satis, StokYonu::Cikis);
 }
 
 bool PesinatEkle(FrmSatis& f, const std::string& tablo) {

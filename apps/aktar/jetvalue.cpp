@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "apps/aktar/jettext.h"
+#include "platform/runtime/datetime.h"
 
 namespace veldona::aktar {
 namespace {
@@ -15,8 +16,9 @@ std::optional<Value> dateOf(double days) {
     constexpr double kFirst = -657434, kBehindLast = 2958466; // 1.1.100 to 31.12.9999
     if (!(days >= kFirst && days < kBehindLast)) return std::nullopt;
     const double day = std::trunc(days);
-    const double seconds = std::round(std::abs(days - day) * 86400);
-    return DateTime::ofSeconds(static_cast<std::int64_t>(day) * 86400 + static_cast<std::int64_t>(seconds));
+    const double seconds = std::round(std::abs(days - day) * kSecondsADay);
+    return DateTime::ofSeconds(static_cast<std::int64_t>(day) * kSecondsADay +
+                               static_cast<std::int64_t>(seconds));
 }
 
 std::optional<Value> numberOf(double number) {

@@ -3,6 +3,7 @@
 #include "apps/hazirla/random.h"
 #include "apps/hazirla/shop.h"
 #include "apps/hazirla/words.h"
+#include "platform/runtime/datetime.h"
 
 namespace veldona::hazirla {
 namespace {
@@ -14,7 +15,7 @@ constexpr int kGuarantorGroup = 6;
 // Sales as they come in, in the order of their times; the last on the day before today.
 std::vector<DateTime> saleTimes(Random& random, const ShopPlan& plan) {
     const DateTime first = addMonths(plan.today, -12 * plan.years);
-    const int days = static_cast<int>((plan.today.seconds() - first.seconds()) / 86400) - 1;
+    const int days = static_cast<int>((plan.today.seconds() - first.seconds()) / kSecondsADay) - 1;
     std::vector<DateTime> times;
     times.reserve(static_cast<std::size_t>(plan.sales));
     for (int i = 0; i < plan.sales; ++i) {
@@ -148,7 +149,7 @@ private:
     // Most goods leave with the customer. Some of the last weeks' are still to be brought, and few were
     // forgotten.
     void deliver(Sale& sale) {
-        const bool recent = plan_.today.seconds() - sale.at.seconds() < 45 * 86400;
+        const bool recent = plan_.today.seconds() - sale.at.seconds() < 45 * kSecondsADay;
         if (!random_.chance(recent ? 30 : 1)) return;
         sale.promised = openDay(sale.at.date().plusDays(random_.between(3, 30)));
         sale.delivered = false;
@@ -177,7 +178,7 @@ void buyStock(Shop& shop, const ShopPlan& plan) {
 
 DateTime openDay(DateTime day) {
     constexpr std::int64_t sunday = 1; // day zero is a Saturday
-    return day.seconds() / 86400 % 7 == sunday ? day.plusDays(1) : day;
+    return day.seconds() / kSecondsADay % 7 == sunday ? day.plusDays(1) : day;
 }
 
 void addSales(Shop& shop, const ShopPlan& plan) {

@@ -1,6 +1,7 @@
 #include "apps/hazirla/shop.h"
 
 #include "apps/hazirla/random.h"
+#include "platform/runtime/datetime.h"
 
 namespace veldona::hazirla {
 namespace {
@@ -9,7 +10,7 @@ namespace {
 void addDesk(Shop& shop, const ShopPlan& plan) {
     Random random(plan.seed, 5);
     const DateTime first = addMonths(plan.today, -12 * plan.years);
-    const int days = static_cast<int>((plan.today.seconds() - first.seconds()) / 86400);
+    const int days = static_cast<int>((plan.today.seconds() - first.seconds()) / kSecondsADay);
     for (std::size_t i = 3; i < shop.customers.size(); ++i) {
         const Customer& customer = shop.customers[i];
         if (random.below(150) == 0)

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/report/pagetext.h"
+#include "platform/runtime/columntype.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
 #include "platform/runtime/unicode.h"
@@ -70,7 +71,7 @@ report::DataSet linesOf(const report::Document& document, const TextChoice& chos
         columns = std::max(columns, line.items.size());
     report::DataSet made;
     for (std::size_t i = 1; i <= columns; ++i)
-        made.columns.push_back({"ALAN_" + std::to_string(i), 202});
+        made.columns.push_back({"ALAN_" + std::to_string(i), columntype::kText});
     for (const ChosenLine& line : lines)
         for (std::string& cell : cellsOf(line, starts, columns))
             made.cells.emplace_back(std::move(cell));

@@ -6,6 +6,7 @@
 
 #include "platform/export/cells.h"
 #include "platform/report/pagetext.h"
+#include "platform/runtime/columntype.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"
 #include "platform/runtime/unicode.h"
@@ -40,16 +41,16 @@ template <class LineOf> std::string pages(const report::Document& document, cons
     return out;
 }
 
-const char* typeName(int type) {
+const char* typeName(std::int32_t type) {
     switch (type) {
-    case 2:
-    case 3:
+    case columntype::kSmall:
+    case columntype::kWhole:
         return "whole";
-    case 5:
+    case columntype::kNumber:
         return "number";
-    case 11:
+    case columntype::kBoolean:
         return "boolean";
-    case 135:
+    case columntype::kDate:
         return "date";
     default:
         return "text";

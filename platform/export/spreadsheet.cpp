@@ -9,6 +9,7 @@
 
 #include "platform/export/cells.h"
 #include "platform/runtime/conversion.h"
+#include "platform/runtime/datetime.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/text.h"
 
@@ -90,7 +91,7 @@ void Spreadsheet::write(int row, int column, const Value& value, const CellStyle
     case Value::Kind::Null:
         return;
     case Value::Kind::Date: {
-        const double days = static_cast<double>(value.get<DateTime>().seconds()) / 86400;
+        const double days = static_cast<double>(value.get<DateTime>().seconds()) / kSecondsADay;
         error = worksheet_write_number(state_->sheet, at, in, days, look);
         break;
     }

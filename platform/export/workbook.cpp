@@ -6,6 +6,7 @@
 #include "platform/export/cells.h"
 #include "platform/export/compoundfile.h"
 #include "platform/runtime/conversion.h"
+#include "platform/runtime/datetime.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/text.h"
 
@@ -163,7 +164,7 @@ void Sheet::cell(unsigned row, unsigned column, const Value& value) {
     if (value.kind() == Value::Kind::Date) {
         const auto date = value.get<DateTime>();
         if (!styled) return text(row, column, toText(value), kPlain);
-        return number(row, column, static_cast<double>(date.seconds()) / 86400,
+        return number(row, column, static_cast<double>(date.seconds()) / kSecondsADay,
                       date.hasTime() ? kDateTime : kDate);
     }
     if (!isNumber(value)) return text(row, column, shownCell(value), kPlain);

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/runtime/columntype.h"
 #include "platform/runtime/value.h"
 
 namespace veldona::adodb {
@@ -19,7 +20,7 @@ namespace veldona::report {
 
 struct Column {
     std::string name;
-    int type = 202;      // the store's number: 3, 2, 5, 202, 203, 135, 11
+    std::int32_t type = columntype::kText;
     bool summed = false; // the report shows what it adds up to
 };
 

@@ -15,7 +15,7 @@ namespace {
 
 using Kind = Value::Kind;
 
-constexpr double secondsADay = 86'400;
+constexpr double kDayInSeconds = kSecondsADay;
 constexpr int truth = -1; // what True counts as a number
 
 template <class T> T orOverflow(std::optional<T> number) {
@@ -24,14 +24,14 @@ template <class T> T orOverflow(std::optional<T> number) {
 }
 
 double days(DateTime date) {
-    return static_cast<double>(date.seconds()) / secondsADay;
+    return static_cast<double>(date.seconds()) / kDayInSeconds;
 }
 
 DateTime dateOfDays(double count) {
     static const DateTime first = DateTime::of(100, 1, 1);
     static const DateTime last = DateTime::of(9999, 12, 31, 23, 59, 59);
     if (!(std::fabs(count) < 1e7)) raise(ErrorNumber::Overflow);
-    const DateTime date = DateTime::ofSeconds(std::llround(count * secondsADay));
+    const DateTime date = DateTime::ofSeconds(std::llround(count * kDayInSeconds));
     if (date < first || date > last) raise(ErrorNumber::Overflow);
     return date;
 }

@@ -15,18 +15,17 @@ using std::chrono::sys_days;
 using std::chrono::year;
 using std::chrono::year_month_day;
 
-constexpr std::int64_t secondsADay = 86'400;
 constexpr sys_days dayZero = year{1899} / month{12} / day{30};
 constexpr int firstYear = 100;
 constexpr int lastYear = 9999;
 
 // Days since day zero; a moment before midnight of a day belongs to the day before, also before day zero.
 std::int64_t dayNumber(std::int64_t seconds) {
-    return seconds >= 0 ? seconds / secondsADay : -((-seconds + secondsADay - 1) / secondsADay);
+    return seconds >= 0 ? seconds / kSecondsADay : -((-seconds + kSecondsADay - 1) / kSecondsADay);
 }
 
 int secondOfDay(std::int64_t seconds) {
-    return static_cast<int>(seconds - dayNumber(seconds) * secondsADay);
+    return static_cast<int>(seconds - dayNumber(seconds) * kSecondsADay);
 }
 
 year_month_day calendar(std::int64_t seconds) {
@@ -39,7 +38,7 @@ year_month_day calendarDay(int yearNumber, int monthNumber, int dayNumber) {
 }
 
 std::int64_t secondsOf(const year_month_day& date) {
-    return std::int64_t{(sys_days{date} - dayZero).count()} * secondsADay;
+    return std::int64_t{(sys_days{date} - dayZero).count()} * kSecondsADay;
 }
 
 } // namespace
@@ -84,7 +83,7 @@ DateTime DateTime::date() const {
 }
 
 DateTime DateTime::plusDays(int days) const {
-    const DateTime later = ofSeconds(seconds_ + days * secondsADay);
+    const DateTime later = ofSeconds(seconds_ + days * kSecondsADay);
     if (later < of(firstYear, 1, 1) || later > of(lastYear, 12, 31, 23, 59, 59))
         raise(ErrorNumber::InvalidCall);
     return later;

@@ -6,6 +6,8 @@
 
 namespace veldona {
 
+inline constexpr std::int64_t kSecondsADay = 86'400;
+
 class DateTime {
 public:
     // Midnight of 30/12/1899, the platform's day zero.

@@ -136,20 +136,24 @@ TEST_F(Core, TransactionsWrapWholeRecords) {
 
 TEST_F(Core, StokGuncelleMovesTotalsUnevenly) {
     struct Case {
-        int hareket, yon;
+        StokHareketi hareket;
+        StokYonu yon;
         const char* totals;
     };
-    const Case cases[] = {{1, 1, "103|50|53"}, {1, 0, "97|50|47"},  {2, 1, "100|53|47"},
-                          {2, 0, "100|53|47"}, {3, 1, "100|47|53"}, {3, 0, "97|50|47"}};
+    using enum StokHareketi;
+    using enum StokYonu;
+    const Case cases[] = {{Alis, Giris, "103|50|53"},     {Alis, Cikis, "97|50|47"},
+                          {Satis, Giris, "100|53|47"},    {Satis, Cikis, "100|53|47"},
+                          {GeriAlma, Giris, "100|47|53"}, {GeriAlma, Cikis, "97|50|47"}};
     for (const Case& c : cases) {
         shop.run("UPDATE URUNTANITIM SET TOPLAM_ALINAN=100,TOPLAM_SATILAN=50,KALAN=50");
         EXPECT_TRUE(StokGuncelle(session, "1", 3, c.hareket, c.yon));
         EXPECT_EQ(shop.rows("SELECT TOPLAM_ALINAN,TOPLAM_SATILAN,KALAN FROM URUNTANITIM"), Rows{c.totals})
-            << c.hareket << " " << c.yon;
+            << static_cast<int>(c.hareket) << " " << static_cast<int>(c.yon);
     }
-    EXPECT_FALSE(StokGuncelle(session, "yok", 1, 2, 1));
+    EXPECT_FALSE(StokGuncelle(session, "yok", 1, Satis, Giris));
     shop.run("UPDATE URUNTANITIM SET TOPLAM_SATILAN=2147483647");
-    EXPECT_THROW(StokGuncelle(session, "1", 1, 2, 1), RuntimeError);
+    EXPECT_THROW(StokGuncelle(session, "1", 1, Satis, Giris), RuntimeError);
 }
 
 TEST_F(Core, LookUpsAndNumbers) {
