@@ -6,9 +6,11 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 
+# What is read from the cache does not depend on when a header was written, nor on where the checkout lies.
 find_program(CCACHE ccache)
 if(CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE}")
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env "CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}" CCACHE_NOHASHDIR=1
+      CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime "${CCACHE}")
 endif()
 
 add_library(veldona_warnings INTERFACE)
@@ -28,12 +30,23 @@ if(VELDONA_SANITIZE)
   target_compile_options(veldona_warnings INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
 
-# veldona_library(NAME FOLDER SOURCES … LINKS … [PRIVATE_LINKS …])
+# Headers of others, read once and not in every source. None of ours is among them: a touched header would rebuild all.
+set(VELDONA_STANDARD_HEADERS <algorithm> <chrono> <functional> <map> <memory> <optional> <set> <string>
+    <string_view> <unordered_map> <variant> <vector>)
+function(veldona_header_set name)
+  file(CONFIGURE OUTPUT "${CMAKE_BINARY_DIR}/headers/${name}.cpp" CONTENT "")
+  add_library(${name} OBJECT "${CMAKE_BINARY_DIR}/headers/${name}.cpp")
+  target_precompile_headers(${name} PRIVATE ${VELDONA_STANDARD_HEADERS} ${ARGN})
+endfunction()
+veldona_header_set(standard_headers)
+
+# veldona_library(NAME FOLDER SOURCES … LINKS … [PRIVATE_LINKS …] [HEADERS …])
 #
 # A library of the house. Its headers are reached as "FOLDER/header.h", through a link of that name in a folder of its
 # own, so that a target sees the headers of exactly those libraries that it links, directly or through one of them.
+# HEADERS: further headers of others to be read once for this library.
 function(veldona_library name folder)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;PRIVATE_LINKS;HEADERS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
   set(view "${CMAKE_BINARY_DIR}/include/${name}")
   get_filename_component(parent "${view}/${folder}" DIRECTORY)
@@ -44,6 +57,11 @@ function(veldona_library name folder)
   file(CREATE_LINK "${CMAKE_SOURCE_DIR}/${folder}" "${view}/${folder}" SYMBOLIC)
   target_include_directories(${name} PUBLIC "${view}")
   target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE veldona_warnings ${ARG_PRIVATE_LINKS})
+  if(ARG_HEADERS)
+    target_precompile_headers(${name} PRIVATE ${VELDONA_STANDARD_HEADERS} ${ARG_HEADERS})
+  else()
+    target_precompile_headers(${name} REUSE_FROM standard_headers)
+  endif()
 endfunction()
 
 # veldona_program(NAME SOURCES … LINKS …)

@@ -2,7 +2,6 @@
 
 #include "platform/runtime/unicode.h"
 
-
 namespace veldona::report {
 
 namespace {
