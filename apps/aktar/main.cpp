@@ -17,10 +17,10 @@
 #include "apps/aktar/movein.h"
 #include "apps/aktar/options.h"
 #include "apps/denetle/check.h"
+#include "apps/tool/toolmain.h"
 #include "core/books.h"
 #include "core/reporting.h"
 #include "core/session.h"
-#include "platform/desktop/ownfiles.h"
 #include "platform/desktop/paths.h"
 #include "platform/runtime/text.h"
 
@@ -130,14 +130,8 @@ void hidePassword(const Options& options, std::span<char*> arguments) {
 } // namespace
 
 int main(int count, char** arguments) {
-    keepToOwner();
-    try {
-        const std::span<const char* const> given(arguments, static_cast<std::size_t>(count));
-        Options options = readOptions(given.subspan(1));
-        if (options.help) {
-            std::cout << usage();
-            return 0;
-        }
+    return toolMain({"vorel-aktar", usage()}, count, arguments, [&](std::span<const char* const> given) {
+        Options options = readOptions(given);
         hidePassword(options, std::span(arguments, static_cast<std::size_t>(count)));
         if (options.passwordFromInput) std::getline(std::cin, options.password);
         std::error_code missing; // is told of by the child
@@ -146,8 +140,5 @@ int main(int count, char** arguments) {
         if (!ending.why.empty())
             std::cerr << visibleText(options.source) << ending.why << " Hiçbir şey aktarılmadı.\n";
         return ending.code;
-    } catch (const std::exception& failure) {
-        std::cerr << failure.what() << '\n';
-        return 1;
-    }
+    });
 }

@@ -28,8 +28,6 @@ Options readOptions(std::span<const char* const> arguments) {
         const std::string_view word = arguments[i];
         if (word == "--dene") {
             options.trial = true;
-        } else if (word == "--yardim") {
-            options.help = true;
         } else if (word == "--kok" || word == "--parola") {
             readValue(options, word, i + 1 < arguments.size() ? arguments[i + 1] : "");
             ++i;
@@ -41,8 +39,7 @@ Options readOptions(std::span<const char* const> arguments) {
             options.source = word;
         }
     }
-    if (options.source.empty() && !options.help)
-        throw Refusal(std::string("Aktarılacak dosya verilmedi.\n") + usage());
+    if (options.source.empty()) throw Refusal(std::string("Aktarılacak dosya verilmedi.\n") + usage());
     return options;
 }
 
@@ -50,10 +47,11 @@ const char* usage() {
     return "Kullanım: vorel-aktar DOSYA [seçenekler]\n"
            "Eski bir Jet dosyasını (.mdb) boş bir dükkân defterine aktarır; dolu bir deftere dokunmaz.\n"
            "\n"
-           "  --dene         yalnızca rapor: satırlar, sığmayanlar, her müşterinin bakiyesi\n"
-           "  --parola P     dosyanın parolası; P yerine - denirse ilk satır girişten okunur\n"
-           "  --kok KLASÖR   C: sürücüsünün yerine geçen klasör\n"
-           "  --yardim       bu sayfa\n";
+           "  --dene              yalnızca rapor: satırlar, sığmayanlar, her müşterinin bakiyesi\n"
+           "  --parola P          dosyanın parolası; P yerine - denirse ilk satır girişten okunur\n"
+           "  --kok KLASÖR        C: sürücüsünün yerine geçen klasör\n"
+           "  --yardim, --help    bu sayfa\n"
+           "  --surum, --version  programın sürümü\n";
 }
 
 } // namespace veldona::aktar

@@ -13,7 +13,6 @@ struct Options {
     std::string password;
     bool passwordFromInput = false; // "--parola -": it is the first line of the standard input
     bool trial = false;
-    bool help = false;
 };
 
 // Raises hazirla::Refusal, with a sentence that names what cannot be read.

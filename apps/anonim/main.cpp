@@ -23,12 +23,8 @@ void run(const Options& options) {
 } // namespace
 
 int main(int count, char** arguments) {
-    return toolMain(count, arguments, [](std::span<const char* const> given) {
-        const Options options = readOptions(given);
-        if (options.help)
-            std::cout << usage();
-        else
-            run(options);
+    return toolMain({"vorel-anonim", usage()}, count, arguments, [](std::span<const char* const> given) {
+        run(readOptions(given));
         return 0;
     });
 }

@@ -12,9 +12,7 @@ Options readOptions(std::span<const char* const> arguments) {
     Options options;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string option = arguments[i];
-        if (option == "--yardim") {
-            options.help = true;
-        } else if (option == "--kok") {
+        if (option == "--kok") {
             if (++i == arguments.size() || std::string_view(arguments[i]).empty())
                 throw Refusal("--kok bir klasör ister.");
             options.root = arguments[i];
@@ -24,8 +22,7 @@ Options readOptions(std::span<const char* const> arguments) {
             options.target = option;
         }
     }
-    if (options.target.empty() && !options.help)
-        throw Refusal(std::string("Kopyanın adı verilmedi.\n") + usage());
+    if (options.target.empty()) throw Refusal(std::string("Kopyanın adı verilmedi.\n") + usage());
     return options;
 }
 
@@ -35,8 +32,9 @@ const char* usage() {
            "bütün metinler değişir; hesap ve ürün numaraları, tutarlar, sayılar ve tarihler kalır, doğum\n"
            "tarihinin yalnız yılı kalır. Defterin kendisine dokunulmaz.\n"
            "\n"
-           "  --kok KLASÖR   C: sürücüsünün yerine geçen klasör\n"
-           "  --yardim       bu sayfa\n";
+           "  --kok KLASÖR        C: sürücüsünün yerine geçen klasör\n"
+           "  --yardim, --help    bu sayfa\n"
+           "  --surum, --version  programın sürümü\n";
 }
 
 } // namespace veldona::anonim

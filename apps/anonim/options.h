@@ -10,7 +10,6 @@ namespace veldona::anonim {
 struct Options {
     std::optional<std::string> root; // the folder that stands for drive C:
     std::string target;
-    bool help = false;
 };
 
 // Raises Refusal, with a sentence that names what cannot be read.

@@ -1,6 +1,5 @@
 // vorel-denetle: looks whether the books add up, and says account by account what does not.
 #include <chrono>
-#include <exception>
 #include <iostream>
 #include <span>
 #include <string>
@@ -8,9 +7,9 @@
 #include "apps/denetle/check.h"
 #include "apps/denetle/options.h"
 #include "apps/denetle/report.h"
+#include "apps/tool/toolmain.h"
 #include "core/books.h"
 #include "core/session.h"
-#include "platform/desktop/ownfiles.h"
 #include "platform/desktop/paths.h"
 
 namespace {
@@ -37,16 +36,6 @@ int check(const Options& options) {
 } // namespace
 
 int main(int count, char** arguments) {
-    keepToOwner();
-    try {
-        const std::span<const char* const> given(arguments, static_cast<std::size_t>(count));
-        const Options options = readOptions(given.subspan(1));
-        if (!options.help) return check(options);
-        std::cout << usage();
-        return kNothingFound;
-    } catch (const std::exception& failure) {
-        // Refusals, errors of the store and of the platform: each tells its own sentence.
-        std::cerr << failure.what() << '\n';
-        return kFailed;
-    }
+    return toolMain({"vorel-denetle", usage(), kFailed}, count, arguments,
+                    [](std::span<const char* const> given) { return check(readOptions(given)); });
 }

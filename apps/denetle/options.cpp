@@ -10,8 +10,6 @@ Options readOptions(std::span<const char* const> arguments) {
         const std::string option = arguments[i];
         if (option == "--csv") {
             options.csv = true;
-        } else if (option == "--yardim") {
-            options.help = true;
         } else if (option == "--kok" || option == "--dosya") {
             if (++i == arguments.size() || std::string_view(arguments[i]).empty())
                 throw Refusal(option + " bir değer ister.");
@@ -28,10 +26,11 @@ const char* usage() {
     return "Kullanım: vorel-denetle [seçenekler]\n"
            "Defterdeki kayıtların birbirini tutup tutmadığına bakar; deftere hiçbir şey yazmaz.\n"
            "\n"
-           "  --kok KLASÖR   C: sürücüsünün yerine geçen klasör\n"
-           "  --dosya DOSYA  başka bir yerdeki defter, örneğin bir yedek\n"
-           "  --csv          bulguları hesap tablosu için yazar\n"
-           "  --yardim       bu sayfa\n"
+           "  --kok KLASÖR        C: sürücüsünün yerine geçen klasör\n"
+           "  --dosya DOSYA       başka bir yerdeki defter, örneğin bir yedek\n"
+           "  --csv               bulguları hesap tablosu için yazar\n"
+           "  --yardim, --help    bu sayfa\n"
+           "  --surum, --version  programın sürümü\n"
            "\n"
            "Sonuç: 0 defter tutuyor, 1 bulgu var, 2 bakılamadı.\n";
 }

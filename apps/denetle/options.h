@@ -18,7 +18,6 @@ struct Options {
     std::optional<std::string> root; // the folder that stands for drive C:
     std::optional<std::string> file; // books that lie elsewhere, a backup
     bool csv = false;
-    bool help = false;
 };
 
 [[nodiscard]] Options readOptions(std::span<const char* const> arguments);

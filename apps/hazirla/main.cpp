@@ -1,5 +1,4 @@
 // vorel-hazirla: makes the database that the program opens, empty as delivered or filled with a sample shop.
-#include <exception>
 #include <iostream>
 #include <span>
 #include <string>
@@ -7,10 +6,10 @@
 #include "apps/hazirla/delivered.h"
 #include "apps/hazirla/options.h"
 #include "apps/hazirla/writeshop.h"
+#include "apps/tool/toolmain.h"
 #include "core/reporting.h"
 #include "core/session.h"
 #include "platform/desktop/clock.h"
-#include "platform/desktop/ownfiles.h"
 #include "platform/desktop/paths.h"
 #include "platform/store/dialect/storeerror.h"
 
@@ -45,19 +44,8 @@ void prepare(const Options& options) {
 } // namespace
 
 int main(int count, char** arguments) {
-    keepToOwner();
-    try {
-        const std::span<const char* const> given(arguments, static_cast<std::size_t>(count));
-        const Options options = readOptions(given.subspan(1), SystemClock().today());
-        if (options.help) {
-            std::cout << usage();
-            return 0;
-        }
-        prepare(options);
+    return toolMain({"vorel-hazirla", usage()}, count, arguments, [](std::span<const char* const> given) {
+        prepare(readOptions(given, SystemClock().today()));
         return 0;
-    } catch (const std::exception& failure) {
-        // Refusals, errors of the store and of the platform: each tells its own sentence.
-        std::cerr << failure.what() << '\n';
-        return 1;
-    }
+    });
 }

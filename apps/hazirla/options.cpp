@@ -55,7 +55,6 @@ private:
     bool readSwitch(std::string_view option) {
         bool* const flag = option == "--ornek"         ? &options_.sample
                            : option == "--uzerine-yaz" ? &options_.overwrite
-                           : option == "--yardim"      ? &options_.help
                                                        : nullptr;
         if (flag != nullptr) *flag = true;
         return flag != nullptr;
@@ -95,15 +94,16 @@ const char* usage() {
     return "Kullanım: vorel-hazirla [seçenekler]\n"
            "Boş bir dükkân defterini (vorel.mdb) hazırlar; var olan bir dosyanın üzerine yazmaz.\n"
            "\n"
-           "  --kok KLASÖR       C: sürücüsünün yerine geçen klasör\n"
-           "  --uzerine-yaz      var olan defterin yerine yenisini koyar\n"
-           "  --ornek            defteri örnek bir dükkânla doldurur\n"
-           "  --musteri SAYI     örnek dükkânın müşterileri (300)\n"
-           "  --satis SAYI       örnek dükkânın satışları (1500)\n"
-           "  --yil SAYI         satışların yayıldığı yıllar (5)\n"
-           "  --tohum SAYI       aynı tohum aynı dükkânı verir (1)\n"
-           "  --bugun GG/AA/YYYY örnek dükkânın bugünü; verilmezse bu bilgisayarınki\n"
-           "  --yardim           bu sayfa\n";
+           "  --kok KLASÖR        C: sürücüsünün yerine geçen klasör\n"
+           "  --uzerine-yaz       var olan defterin yerine yenisini koyar\n"
+           "  --ornek             defteri örnek bir dükkânla doldurur\n"
+           "  --musteri SAYI      örnek dükkânın müşterileri (300)\n"
+           "  --satis SAYI        örnek dükkânın satışları (1500)\n"
+           "  --yil SAYI          satışların yayıldığı yıllar (5)\n"
+           "  --tohum SAYI        aynı tohum aynı dükkânı verir (1)\n"
+           "  --bugun GG/AA/YYYY  örnek dükkânın bugünü; verilmezse bu bilgisayarınki\n"
+           "  --yardim, --help    bu sayfa\n"
+           "  --surum, --version  programın sürümü\n";
 }
 
 } // namespace veldona::hazirla

@@ -13,7 +13,6 @@ struct Options {
     std::optional<std::string> root; // the folder that stands for drive C:
     bool sample = false;
     bool overwrite = false;
-    bool help = false;
     ShopPlan plan;
 };
 

@@ -1,10 +1,10 @@
 #include <cerrno>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,7 +14,7 @@
 #include "apps/operator/runner.h"
 #include "apps/operator/windowsystem.h"
 #include "apps/screens.h"
-#include "platform/desktop/ownfiles.h"
+#include "apps/tool/toolmain.h"
 
 namespace veldona::console {
 
@@ -22,8 +22,11 @@ namespace {
 
 enum Exit { AllHeld = 0, FellShort = 1, CouldNotRead = 2 };
 
-constexpr const char* kUsage = "usage: vorel-operator [--kok DIR] [--pencere] [FILE ...]\n"
-                               "FILE: lines for the operator; none, or \"-\": standard input\n";
+constexpr Tool kTool = {"vorel-operator",
+                        "usage: vorel-operator [--kok DIR] [--pencere] [FILE ...]\n"
+                        "FILE: lines for the operator; none, or \"-\": standard input\n"
+                        "--yardim, --help: this page; --surum, --version: the version\n",
+                        CouldNotRead};
 
 struct Options {
     std::optional<std::string> drive;
@@ -74,10 +77,10 @@ Tally runAll(const Options& options, const OpenWindows& windows, const WritePdf&
     return tally;
 }
 
-int run(int count, char** arguments) {
-    const auto options = readOptions({arguments + 1, arguments + count});
+int run(int count, char** arguments, std::span<const char* const> given) {
+    const auto options = readOptions({given.begin(), given.end()});
     if (!options) {
-        std::cerr << kUsage;
+        std::cerr << kTool.usage;
         return CouldNotRead;
     }
     std::optional<WindowSystem> system;
@@ -101,11 +104,7 @@ int run(int count, char** arguments) {
 } // namespace veldona::console
 
 int main(int count, char** arguments) {
-    veldona::keepToOwner();
-    try {
-        return veldona::console::run(count, arguments);
-    } catch (const std::filesystem::filesystem_error& error) {
-        std::cerr << error.what() << '\n';
-        return 2;
-    }
+    return veldona::toolMain(
+        veldona::console::kTool, count, arguments,
+        [&](std::span<const char* const> given) { return veldona::console::run(count, arguments, given); });
 }

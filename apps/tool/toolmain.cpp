@@ -3,20 +3,35 @@
 #include <cstddef>
 #include <exception>
 #include <iostream>
+#include <string_view>
 
 #include "platform/desktop/ownfiles.h"
 
 namespace veldona {
 
-int toolMain(int count, const char* const* arguments,
+bool tellsAboutItself(const Tool& tool, std::span<const char* const> arguments) {
+    for (const std::string_view word : arguments) {
+        const bool asksVersion = word == "--surum" || word == "--version";
+        if (!asksVersion && word != "--yardim" && word != "--help" && word != "-h") continue;
+        if (asksVersion)
+            std::cout << tool.name << " " VELDONA_VERSION "\n";
+        else
+            std::cout << tool.usage;
+        return true;
+    }
+    return false;
+}
+
+int toolMain(const Tool& tool, int count, const char* const* arguments,
              const std::function<int(std::span<const char* const>)>& run) {
     keepToOwner();
     try {
-        return run(std::span(arguments, static_cast<std::size_t>(count)).subspan(1));
+        const auto given = std::span(arguments, static_cast<std::size_t>(count)).subspan(1);
+        return tellsAboutItself(tool, given) ? 0 : run(given);
     } catch (const std::exception& failure) {
         // Refusals, errors of the store and of the platform: each tells its own sentence.
         std::cerr << failure.what() << '\n';
-        return 1;
+        return tool.failure;
     }
 }
 

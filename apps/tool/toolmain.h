@@ -1,4 +1,4 @@
-// How a tool of the command line begins and ends.
+// How a command begins and ends, and what each tells about itself.
 #pragma once
 
 #include <functional>
@@ -6,9 +6,19 @@
 
 namespace veldona {
 
-// The exit code of `run`, which gets the arguments behind the program's name; 1 where an exception left it,
-// whose sentence has then gone to the standard error. What the tool writes is its owner's alone.
-int toolMain(int count, const char* const* arguments,
+struct Tool {
+    const char* name;
+    const char* usage; // a page, its last line ended
+    int failure = 1;   // the exit code where an exception left it
+};
+
+// True where a word asks for the page or the version: --yardim, --help, -h, --surum, --version. It has been
+// told on the standard output, and the command is over.
+[[nodiscard]] bool tellsAboutItself(const Tool& tool, std::span<const char* const> arguments);
+
+// The exit code of `run`, which gets the arguments behind the program's name. The sentence of an exception
+// that left it goes to the standard error. What the tool writes is its owner's alone.
+int toolMain(const Tool& tool, int count, const char* const* arguments,
              const std::function<int(std::span<const char* const>)>& run);
 
 } // namespace veldona

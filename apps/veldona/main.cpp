@@ -1,6 +1,7 @@
 // The program: the screens behind real windows, on the folder that stands for drive C:.
 #include <filesystem>
 #include <optional>
+#include <span>
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -10,6 +11,7 @@
 
 #include "apps/hazirla/firstbooks.h"
 #include "apps/screens.h"
+#include "apps/tool/toolmain.h"
 #include "apps/veldona/backupmenu.h"
 #include "apps/veldona/menus.h"
 #include "core/reporting.h"
@@ -28,14 +30,18 @@ namespace veldona {
 
 namespace {
 
+constexpr Tool kTool = {"veldona", "Kullanım: veldona [seçenekler]\n"
+                                   "Taksitle satış yapan bir dükkânın defterini tutar.\n"
+                                   "\n"
+                                   "  --kok KLASÖR        C: sürücüsünün yerine geçen klasör\n"
+                                   "  --yardim, --help    bu sayfa\n"
+                                   "  --surum, --version  programın sürümü\n"};
+
 std::string readRoot(const QApplication& application) {
     QCommandLineParser parser;
-    parser.setApplicationDescription("Veldona: taksitli satış takibi");
-    const QCommandLineOption help({"h", "yardim"}, "Bu açıklamayı gösterir.");
-    const QCommandLineOption root("kok", "C: sürücüsünün yerine geçen klasör.", "KLASÖR");
-    parser.addOptions({help, root});
+    const QCommandLineOption root("kok", "", "KLASÖR");
+    parser.addOption(root);
     parser.process(application);
-    if (parser.isSet(help)) parser.showHelp();
     if (parser.isSet(root)) return std::filesystem::absolute(parser.value(root).toStdString()).string();
     return chooseRoot(executableFolder(), userDataFolder());
 }
@@ -121,9 +127,13 @@ int run(const std::string& root) {
 
 } // namespace veldona
 
-int main(int argc, char** argv) {
+int main(int count, char** arguments) {
     veldona::keepToOwner();
-    QApplication application(argc, argv);
+    // Before there is a display, which neither answer needs.
+    if (veldona::tellsAboutItself(veldona::kTool,
+                                  std::span(arguments, static_cast<std::size_t>(count)).subspan(1)))
+        return 0;
+    QApplication application(count, arguments);
     QApplication::setApplicationName("veldona");
     QApplication::setDesktopFileName("arpa.home.veldona.taksit");
     QApplication::setWindowIcon(veldona::windowIcon());

@@ -11,10 +11,9 @@ using backup::Refusal;
 namespace {
 
 bool readSwitch(const std::string& option, Options& options) {
-    bool* const flag = option == "--evet"     ? &options.confirmed
-                       : option == "--liste"  ? &options.list
-                       : option == "--yardim" ? &options.help
-                                              : nullptr;
+    bool* const flag = option == "--evet"    ? &options.confirmed
+                       : option == "--liste" ? &options.list
+                                             : nullptr;
     if (flag != nullptr) *flag = true;
     return flag != nullptr;
 }
@@ -56,7 +55,8 @@ const char* usage() {
            "  --liste             alınmış yedekleri sıralar\n"
            "  --geri-yukle DOSYA  bu yedek yerine konursa ne kaybolacağını gösterir\n"
            "  --evet              gösterir ve yedeği yerine koyar; değişen defter yanında saklanır\n"
-           "  --yardim            bu sayfa\n";
+           "  --yardim, --help    bu sayfa\n"
+           "  --surum, --version  programın sürümü\n";
 }
 
 } // namespace veldona::yedek

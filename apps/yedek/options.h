@@ -13,7 +13,6 @@ struct Options {
     std::optional<std::string> restore; // a backup to put back
     bool confirmed = false;             // else a restoring is only shown
     bool list = false;
-    bool help = false;
 };
 
 // Raises Refusal, with a sentence that names what cannot be read.
