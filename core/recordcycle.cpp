@@ -136,7 +136,7 @@ void KayitVazgec(KayitDongusu& k) {
 void KayitSil(KayitDongusu& k) {
     if (!hasRow(k) || k.KayitID <= 0) return;
     const Mesgul mesgul(k.form);
-    if (!k.session.desktop.dialogs.confirm(kSilinsinMi, kSilBasligi)) return;
+    if (!k.session.desktop.dialogs.confirmDeleting(kSilinsinMi, kSilBasligi)) return;
     const int position = k.rs->absolutePosition();
     if (!IslemIcinde(k.session, [&] { return k.sil && k.sil(k.KayitID); })) return;
     DurumaGec(k, k.bakisDurumu);

@@ -88,4 +88,9 @@ void HucreDuzenlemeyiBagla(FrmSatis& f) {
         grid->onClick = [&f, grid] { gridClicked(f, *grid); };
 }
 
+void HucreDuzenlemeyiKapat(FrmSatis& f) {
+    for (const Hucre& h : kHucreler)
+        editorOf(f, h).setVisible(false);
+}
+
 } // namespace veldona

@@ -8,5 +8,7 @@
 namespace veldona {
 
 void HucreDuzenlemeyiBagla(FrmSatis& f);
+// The rows under them are made anew: what stands in an open editor belongs to none of them.
+void HucreDuzenlemeyiKapat(FrmSatis& f);
 
 } // namespace veldona

@@ -26,8 +26,8 @@ bool takeBackFromStock(Session& session, const std::string& islemno) {
 }
 
 bool isConfirmed(Dialogs& dialogs) {
-    return dialogs.confirm("Bu Kaydı Silmek İstediğinizden Eminmisiniz") &&
-           dialogs.confirm("Bu Kaydı silmek İstediğinizden Eminmisiniz", "Kayıt Sil");
+    return dialogs.confirmDeleting("Bu Kaydı Silmek İstediğinizden Eminmisiniz") &&
+           dialogs.confirmDeleting("Bu Kaydı silmek İstediğinizden Eminmisiniz", "Kayıt Sil");
 }
 
 } // namespace

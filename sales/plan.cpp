@@ -5,6 +5,7 @@
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"
+#include "sales/celledit.h"
 #include "sales/planarithmetic.h"
 
 namespace veldona {
@@ -44,6 +45,7 @@ bool isAboveLimit(FrmSatis& f, int adet) {
 }
 
 void emptyGrids(FrmSatis& f) {
+    HucreDuzenlemeyiKapat(f);
     f.grdYapilanOdeme.setRows(1);
     f.grdYapilacakOdeme.setRows(1);
     f.grdYapilacakOdeme.setRows(2);

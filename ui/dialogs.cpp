@@ -47,7 +47,7 @@ Answer WindowDialogs::show(const Message& message) {
     }
     QPushButton* yes = box.addButton("&Evet", QMessageBox::YesRole);
     QPushButton* no = box.addButton("&Hayır", QMessageBox::NoRole);
-    box.setDefaultButton(yes);
+    box.setDefaultButton(message.proposed == Answer::Yes ? yes : no);
     box.setEscapeButton(no);
     host_.run(box);
     return box.clickedButton() == yes ? Answer::Yes : Answer::No;

@@ -22,6 +22,7 @@ struct Message {
     std::string title = kProgramTitle;
     Icon icon = Icon::None;
     Buttons buttons = Buttons::Ok;
+    Answer proposed = Answer::Yes; // of a question: what Enter gives
 };
 
 class Dialogs {
@@ -37,6 +38,12 @@ public:
     }
     [[nodiscard]] bool confirm(std::string text, std::string title = kProgramTitle) {
         return show({std::move(text), std::move(title), Icon::Question, Buttons::YesNo}) == Answer::Yes;
+    }
+
+    // What is deleted doesn't come back, so that Enter alone deletes nothing.
+    [[nodiscard]] bool confirmDeleting(std::string text, std::string title = kProgramTitle) {
+        return show({std::move(text), std::move(title), Icon::Question, Buttons::YesNo, Answer::No}) ==
+               Answer::Yes;
     }
 
     // Whether a box since forgetTold() held these words.

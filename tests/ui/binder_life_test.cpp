@@ -116,6 +116,8 @@ TEST_F(Life, IletiEvetHayir) {
     EXPECT_EQ(dialogs.show({"Eminmisiniz", "Kayıt Sil", Icon::Question, Buttons::YesNo}), Answer::No);
     answerWith("&Evet");
     EXPECT_EQ(dialogs.show({"Eminmisiniz", "Kayıt Sil", Icon::Question, Buttons::YesNo}), Answer::Yes);
+    QTimer::singleShot(0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
+    EXPECT_FALSE(dialogs.confirmDeleting("Silinsin mi"));
     QString text;
     QTimer::singleShot(0, [&text] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
