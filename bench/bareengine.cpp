@@ -9,6 +9,7 @@ BareEngine::BareEngine(store::Engine& engine, DateTime now)
       firstOfMonth_(store::storedDate(DateTime::of(now.year(), now.month(), 1).plusSeconds(1))),
       endOfToday_(store::storedDate(now.date().plusSeconds(86399))),
       customer_(engine.prepare("SELECT * FROM MUSTKAYIT WHERE HSTNO = ?1")),
+      warning_(engine.prepare("SELECT ID, UYARI FROM MUSTKAYIT WHERE HSTNO = ?1")),
       customerSales_(
           engine.prepare("SELECT DISTINCT ISLEMNO FROM URUNAL WHERE MUSTNO = ?1 ORDER BY ISLEMNO DESC")),
       fallenDue_(engine.prepare("SELECT MUSTNO, ISLEMNO, sum(ODMIKTAR), max(ODTRH), min(ODTRH) FROM URUNSAT "
@@ -67,6 +68,7 @@ void BareEngine::fetchOverdue(const std::string& account) {
 void BareEngine::load(const std::string& account) {
     fetch(customer_, {account});
     fetch(customerSales_, {account});
+    fetch(warning_, {account});
     fetchOverdue(account);
 }
 

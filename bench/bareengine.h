@@ -53,8 +53,8 @@ private:
     std::vector<std::string> firstCells_;         // of the rows of the last fetch
     std::vector<std::string> secondCells_;
     std::int64_t rowsRead_ = 0;
-    Statement customer_, customerSales_, fallenDue_, paid_, name_, lines_, product_, schedule_, received_,
-        header_, downPayment_, insert_, update_, updatePayment_, insertHeader_, insertLine_,
+    Statement customer_, warning_, customerSales_, fallenDue_, paid_, name_, lines_, product_, schedule_,
+        received_, header_, downPayment_, insert_, update_, updatePayment_, insertHeader_, insertLine_,
         insertInstallment_;
 };
 

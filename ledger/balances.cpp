@@ -107,12 +107,14 @@ void TAKSITLENDIRILMEMIS_MIKTAR(FrmMainVeldona& f) {
         f.Label15.setCaption(toText(total - planned));
 }
 
-void TaksitKontrol(FrmMainVeldona& f) {
+bool TaksitKontrol(FrmMainVeldona& f) {
     Err passedOver;
     Currency sum;
     Value indirim;
     bool found = false;
-    if (f.List6.count() == 0) attempt(passedOver, [&] { ISLEMNUMARALARI_YUKLE(f); });
+    bool isNewest = true;
+    if (f.List6.count() == 0) attempt(passedOver, [&] { isNewest = ISLEMNUMARALARI_YUKLE(f); });
+    if (!isNewest) return false;
     attempt(passedOver, [&] { sumSchedule(f, sum); });
     attempt(passedOver, [&] {
         KayitSeti rs;
@@ -133,10 +135,11 @@ void TaksitKontrol(FrmMainVeldona& f) {
                                         "Eksik Taksitlendirme", Icon::Exclamation, Buttons::Ok});
     });
     f.bTaksitKontrol = true;
+    return true;
 }
 
-void TAKSIT_KONTROL(FrmMainVeldona& f) {
-    TaksitKontrol(f);
+bool TAKSIT_KONTROL(FrmMainVeldona& f) {
+    return TaksitKontrol(f);
 }
 
 void RENK_AYARLA(FrmMainVeldona& f) {

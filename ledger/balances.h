@@ -18,9 +18,9 @@ void GECIKEN_ODM(FrmMainVeldona& f);
 // Label15: what the schedule does not cover, where paid and total differ.
 void TAKSITLENDIRILMEMIS_MIKTAR(FrmMainVeldona& f);
 // Reads the discount into lblIndirim and warns where the schedule does not add up to the total.
-void TaksitKontrol(FrmMainVeldona& f);
+bool TaksitKontrol(FrmMainVeldona& f);
 // The same check under its other name.
-void TAKSIT_KONTROL(FrmMainVeldona& f);
+bool TAKSIT_KONTROL(FrmMainVeldona& f);
 // Marks the lists once the installments up to the collection's date pass what was paid. No load runs it.
 void RENK_AYARLA(FrmMainVeldona& f);
 

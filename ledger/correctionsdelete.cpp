@@ -49,10 +49,13 @@ void reportFailure(FrmMainVeldona& f, const Err& err) {
     f.session.desktop.dialogs.show({words, f.name(), Icon::None, Buttons::Ok});
 }
 
+// What the operator opened during the wait was read behind the write.
 void reloadSale(FrmMainVeldona& f, Err& err, int sale) {
+    const unsigned before = f.loadsRun;
+    attempt(err, [&] { f.session.desktop.clock.wait(kUntilWritten); });
+    if (f.loadsRun != before) return;
     resumeNext(
-        err, [&] { f.session.desktop.clock.wait(kUntilWritten); }, [&] { f.L3.setListIndex(sale); },
-        [&] { L3_DblClick(f); });
+        err, [&] { f.L3.setListIndex(sale); }, [&] { L3_DblClick(f); });
 }
 
 // The row's ID; nothing where the lists hold none.
@@ -76,14 +79,13 @@ void cmdIslemNoSil_Click(FrmMainVeldona& f) {
         dialogs.tell("İşlem Numarası Şeçiniz", Icon::Information);
         return;
     }
-    if (dialogs.confirm("Bu Satışı silmek İstediğinizden Eminmisiniz", "Kayıt Sil")) {
+    if (dialogs.confirmDeleting("Bu Satışı silmek İstediğinizden Eminmisiniz", "Kayıt Sil")) {
         Err err;
         if (!deleteSale(f, err)) {
             reportFailure(f, err);
             return;
         }
-        f.session.desktop.events.doEvents();
-        ISLEMNUMARALARI_YUKLE(f);
+        if (!letEventsIntoLoad(f) || !ISLEMNUMARALARI_YUKLE(f)) return;
         f.Text6.setText("");
     }
     f.Text1.setText(f.Text1.text());
@@ -103,7 +105,7 @@ void mnuSatirSil_Click(FrmMainVeldona& f) {
     if (f.List2.count() == 1)
         return dialogs.tell("Tek satır olduğu için bu satırı silmemeniz önerilir.", Icon::Information);
     if (row < 0) return dialogs.tell(kSatirSeciniz, Icon::Exclamation);
-    if (!dialogs.confirm(kSatirSorusu)) return;
+    if (!dialogs.confirmDeleting(kSatirSorusu)) return;
 
     Err err;
     std::string n, debt;
@@ -131,7 +133,7 @@ void mnuYapilacakOdmSatirSil_Click(FrmMainVeldona& f) {
     const int row = f.L5.listIndex();
     if (trim(f.Text5.text()).empty()) return dialogs.tell(kIslemNoSeciniz, Icon::Information);
     if (row < 0) return dialogs.tell(kSatirSeciniz, Icon::Exclamation);
-    if (!dialogs.confirm(kSatirSorusu)) return;
+    if (!dialogs.confirmDeleting(kSatirSorusu)) return;
 
     Err passedOver;
     const std::int32_t id = idOf(passedOver, f.lstYapilacakOdmID, row).value_or(0);

@@ -142,8 +142,9 @@ void cmdCariSec_Click(FrmMainVeldona& f) {
                 adodb::CursorLocation::Client);
     if (rs->eof()) return;
     const std::string hstno = joinText(rs->value("HSTNO"));
-    f.Text1.setText(hstno);
+    // Before the load, in the middle of which another customer may be typed.
     if (!trim(hstno).empty()) session.gHSTNO = trim(hstno);
+    f.Text1.setText(hstno);
 }
 
 } // namespace veldona

@@ -1,5 +1,3 @@
-#include <optional>
-
 #include "core/database.h"
 #include "ledger/balances.h"
 #include "ledger/customergrid.h"
@@ -31,22 +29,41 @@ void showCustomer(FrmMainVeldona& f) {
     f.session.gHSTNO = trim(joinText(f.rsBul->value("HSTNO")));
 }
 
-struct CariUyari {
-    std::string UYARI;
-    double ID = 0;
-};
-
-void showWarning(FrmMainVeldona& f, const std::optional<CariUyari>& uyari) {
+void showWarning(FrmMainVeldona& f, const std::string& hstno) {
+    KayitSetiAc(f.session, f.rsBul, "SELECT ID,UYARI From MUSTKAYIT  WHERE HSTNO = '" + hstno + "'",
+                adodb::CursorLocation::Client);
     f.m_Uyari.clear();
-    if (uyari) {
-        f.m_Uyari = uyari->UYARI;
-        f.m_CariID = uyari->ID;
+    if (!f.rsBul->eof()) {
+        f.m_Uyari = joinText(f.rsBul->value("UYARI"));
+        f.m_CariID = toDouble(f.rsBul->value("ID"));
     }
     // The label of the customer before must not stand over one without a warning.
     if (trim(f.m_Uyari).empty()) f.lbluyari.setVisible(false);
 }
 
+// Another number was loaded meanwhile, with all that goes with it; an emptied field loads nothing.
+bool isPast(const FrmMainVeldona& f, const std::string& hstno) {
+    const std::string now = trim(f.Text1.text());
+    return f.isUnloaded() || (!now.empty() && now != hstno);
+}
+
+void blankSale(FrmMainVeldona& f) {
+    for (ListBox* list : {&f.L1, &f.L2, &f.L4, &f.L5, &f.lstOdemeTip, &f.lstYapilacakOdmID, &f.L6, &f.lstID,
+                          &f.List1, &f.List2, &f.List3, &f.List4, &f.List5, &f.List6, &f.List7})
+        list->clear();
+    f.lblToplamOdenecek.setCaption("0");
+    f.Text5.setText("");
+    for (Label* label : {&f.Label8, &f.Label9, &f.Label11, &f.Label21})
+        label->setCaption("");
+}
+
 } // namespace
+
+bool letEventsIntoLoad(FrmMainVeldona& f) {
+    const unsigned before = f.loadsRun;
+    f.session.desktop.events.doEvents();
+    return f.loadsRun == before && !f.isUnloaded();
+}
 
 void MusteriYukle(FrmMainVeldona& f) {
     f.dbMain = f.session.dbEngine.openDatabase(f.session.gVeritabaniYolu, f.session.connectText());
@@ -59,26 +76,27 @@ void MusteriYukle(FrmMainVeldona& f) {
     }
     KayitSetiAc(f.session, f.rsBul, "SELECT * From MUSTKAYIT WHERE HSTNO = '" + hstno + "'",
                 adodb::CursorLocation::Client);
-    // Loading the sale numbers lets waiting keys through, and one of them may put another customer into
-    // rsBul.
-    std::optional<CariUyari> uyari;
+    bool isNewest = true;
     if (!f.rsBul->eof()) {
-        uyari = CariUyari{joinText(f.rsBul->value("UYARI")), toDouble(f.rsBul->value("ID"))};
         showCustomer(f);
-        ISLEMNUMARALARI_YUKLE(f);
+        isNewest = ISLEMNUMARALARI_YUKLE(f);
     }
-    showWarning(f, uyari);
-    YAKIN_CAGIR(f);
-    GECIKEN_ODM(f);
+    if (isPast(f, hstno)) return;
+    showWarning(f, hstno);
+    // A sale that was opened meanwhile stays open.
+    if (isNewest && YAKIN_CAGIR(f)) GECIKEN_ODM(f);
+    if (isPast(f, hstno)) return;
     GECIKME_UYARI(f);
     GrideGit(f, f.m_CariID);
     KayitSetiKapat(f.rsBul);
 }
 
-void ISLEMNUMARALARI_YUKLE(FrmMainVeldona& f) {
+bool ISLEMNUMARALARI_YUKLE(FrmMainVeldona& f) {
     f.dbMain = f.session.dbEngine.openDatabase(f.session.gVeritabaniYolu, f.session.connectText());
-    f.session.desktop.events.doEvents();
     f.L3.clear();
+    blankSale(f);
+    if (!letEventsIntoLoad(f)) return false;
+    f.L3.clear(); // a screen that closed meanwhile has filled it
     if (const std::string hstno = trim(f.Text1.text()); !hstno.empty()) {
         KayitSeti rs;
         KayitSetiAc(f.session, rs,
@@ -88,13 +106,8 @@ void ISLEMNUMARALARI_YUKLE(FrmMainVeldona& f) {
         for (; !rs->eof(); rs->moveNext())
             f.L3.add(joinText(rs->value("ISLEMNO")));
     }
-    for (ListBox* list : {&f.L1, &f.L2, &f.L4, &f.L5, &f.lstOdemeTip, &f.lstYapilacakOdmID, &f.L6, &f.lstID,
-                          &f.List1, &f.List2, &f.List3, &f.List4, &f.List5, &f.List6, &f.List7})
-        list->clear();
-    f.lblToplamOdenecek.setCaption("0");
-    f.Text5.setText("");
-    for (Label* label : {&f.Label8, &f.Label9, &f.Label11, &f.Label21})
-        label->setCaption("");
+    ++f.loadsRun;
+    return true;
 }
 
 } // namespace veldona

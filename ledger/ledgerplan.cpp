@@ -96,8 +96,9 @@ void rebuild(FrmMainVeldona& f, void (&olustur)(FrmMainVeldona&)) {
     Err passedOver;
     f.PlanYapildi = false;
     f.bTaksitKontrol = false;
-    attempt(passedOver, [&] { L3_DblClick(f); });
-    if (!isBlank(f.mskBorc)) olustur(f);
+    bool isNewest = true;
+    attempt(passedOver, [&] { isNewest = L3_DblClick(f); });
+    if (isNewest && !isBlank(f.mskBorc)) olustur(f);
 }
 
 void closePanel(FrmMainVeldona& f) {

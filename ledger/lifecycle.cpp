@@ -3,6 +3,7 @@
 #include "core/database.h"
 #include "ledger/collection.h"
 #include "ledger/customergrid.h"
+#include "ledger/loading.h"
 #include "ledger/overdue.h"
 #include "ledger/panes.h"
 #include "platform/runtime/conversion.h"
@@ -87,6 +88,7 @@ void Form_Load(FrmMainVeldona& f) {
 
 void Form_Activate(FrmMainVeldona& f) {
     Err passedOver;
+    bool isNewest = true;
     resumeNext(
         passedOver, [&] { fillSaleNumbers(f); },
         [&] {
@@ -94,8 +96,13 @@ void Form_Activate(FrmMainVeldona& f) {
                  {&f.mnuYapilacakOdmSatirSil, &f.mnuSatirSil, &f.mnuUrunEkle, &f.mnuTaksitlendirmeYap})
                 item->setVisible(true);
         },
-        [&] { f.session.desktop.events.doEvents(); }, [&] { GECIKME_UYARI(f); },
-        [&] { f.cmdSozlesme.setVisible(false); }, [&] { f.L3.setFocus(); }, [&] { FrmCmdBul(f); });
+        [&] { isNewest = letEventsIntoLoad(f); }, [&] { GECIKME_UYARI(f); });
+    if (f.isUnloaded()) return;
+    // What the operator turned to meanwhile keeps its command and the focus.
+    if (isNewest)
+        resumeNext(
+            passedOver, [&] { f.cmdSozlesme.setVisible(false); }, [&] { f.L3.setFocus(); });
+    attempt(passedOver, [&] { FrmCmdBul(f); });
 }
 
 void Form_Unload(FrmMainVeldona& f) {

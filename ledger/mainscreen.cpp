@@ -106,7 +106,7 @@ void bindLedgerEvents(FrmMainVeldona& f) {
     f.L3.onDblClick = [&f] { L3_DblClick(f); };
     f.L3.onKeyDown = [&f](KeyEvent& event) {
         if (event.key != Key::Enter) return;
-        L3_DblClick(f);
+        if (!L3_DblClick(f)) return;
         f.mskOdenenPara.setFocus();
         f.mskOdenenPara.selectAll();
     };

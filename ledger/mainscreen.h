@@ -183,6 +183,7 @@ struct FrmMainVeldona : Form {
     std::uint8_t PlanBaslangicSatiri = 0; // the first row of L4 that the plan touched
     bool YeniDuzen = true;                // keys in the plan's fields build it
     std::int32_t gKayitSayaci = 0;
+    unsigned loadsRun = 0; // loads of sale numbers and of a sale that came to their end
     std::vector<GecikmeSatisi> gecikmeler;
     Currency gecikmeToplami; // what is overdue over all of them
 };

@@ -86,7 +86,6 @@ void sumLines(FrmMainVeldona& f) {
 
 void loadLines(FrmMainVeldona& f, const std::string& islemno) {
     Err passedOver;
-    f.session.desktop.events.doEvents();
     f.gKayitSayaci = 1;
     for (ListBox* list : {&f.lstID, &f.List1, &f.List2, &f.List3, &f.List4, &f.List5, &f.List6, &f.List7})
         list->clear();
@@ -138,7 +137,9 @@ void goster(FrmMainVeldona& f) {
     });
 }
 
-void YAKIN_CAGIR(FrmMainVeldona& f) {
+bool YAKIN_CAGIR(FrmMainVeldona& f) {
+    f.Text5.setText("");
+    if (!letEventsIntoLoad(f)) return false;
     const std::string islemno = f.L3.text();
     openLedgerTables(f, islemno);
     Err passedOver;
@@ -153,9 +154,13 @@ void YAKIN_CAGIR(FrmMainVeldona& f) {
     bool found = true; // nothing is selected: nothing to look for, and the balances become 0
     if (!islemno.empty()) attempt(passedOver, [&] { found = findHeader(f, islemno, indirim, topborc); });
     if (found) BAKIYE_HESAPLA(f, indirim);
+    if (!islemno.empty()) ++f.loadsRun;
+    return true;
 }
 
 void UZAK_CAGIR(FrmMainVeldona& f) {
+    f.Text5.setText("");
+    if (!letEventsIntoLoad(f)) return;
     const std::string islemno = std::to_string(f.session.gISLEMNO);
     openLedgerTables(f, islemno);
     Err passedOver;
@@ -198,18 +203,19 @@ void L3_Click(FrmMainVeldona& f) {
     f.Text5.setText(f.L3.text());
 }
 
-void L3_DblClick(FrmMainVeldona& f) {
+bool L3_DblClick(FrmMainVeldona& f) {
     f.lblVadeFarki.setCaption("");
-    YAKIN_CAGIR(f);
+    if (!YAKIN_CAGIR(f)) return false;
     GECIKEN_ODM(f);
-    TaksitKontrol(f);
+    if (!TaksitKontrol(f)) return false;
     showHeader(f);
     GECIKME_UYARI(f);
-    if (f.Text5.text().empty()) return; // nothing was opened: there are no totals to refresh
+    if (f.Text5.text().empty()) return true; // nothing was opened: there are no totals to refresh
     Err passedOver;
     attempt(passedOver, [&] { TAHSILAT_TOPLAM_YENILE(f); });
     f.cmdSozlesme.setVisible(true);
     f.frmTahsilatMakbuzu.setVisible(true);
+    return true;
 }
 
 } // namespace veldona
