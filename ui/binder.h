@@ -39,6 +39,8 @@ public:
     [[nodiscard]] virtual QWidget* focusTarget() const { return widget_; }
     // The control that answers for the operator's act on this widget.
     [[nodiscard]] virtual Control& target() { return control_; }
+    // Where digits go that this widget has no use for just now; nullptr: nowhere else.
+    [[nodiscard]] virtual QWidget* takerOfDigits() { return nullptr; }
     // A key that no handler swallowed, before the widget gets it. True: it doesn't.
     virtual bool keyPassed(const QKeyEvent&) { return false; }
     // The operator's mouse or key is about to work on the widget.

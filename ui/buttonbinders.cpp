@@ -5,6 +5,8 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QToolBar>
+#include <QToolButton>
+#include <QVariant>
 
 #include "platform/controls/controls.h"
 #include "platform/controls/lists.h"
@@ -108,10 +110,20 @@ public:
         }
     }
 
+    bool keyPassed(const QKeyEvent& event) override {
+        auto* tool = qobject_cast<QToolButton*>(view.focusWidget());
+        if (isEnter(event) && tool && tool->hasFocus()) tool->click();
+        return isEnter(event) || isArrow(event);
+    }
+
 private:
     QAction* addTool(const ToolBar::Tool& tool) {
         QAction* action = view.addAction(toQt(tool.caption));
         action->setObjectName(toQt(tool.key));
+        // Drawn with the bar: which keys press its tools, and whether Tab comes by.
+        if (const QVariant key = view.property(tool.key.c_str()); key.isValid())
+            action->setShortcut(QKeySequence(key.toString()));
+        if (view.property("takesTab").toBool()) view.widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
         QObject::connect(action, &QAction::triggered, action, [this, key = tool.key] {
             if (listens()) act([&] { user::clickTool(bound, key); });
         });

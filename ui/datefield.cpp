@@ -9,8 +9,10 @@
 #include <QLineEdit>
 #include <QRegularExpression>
 #include <QScreen>
+#include <QStyle>
 #include <QTextCharFormat>
 #include <QToolButton>
+#include <QVariant>
 
 #include "ui/housestyle.h"
 
@@ -45,6 +47,7 @@ DateField::DateField(QWidget* parent)
     edit_->setPlaceholderText("gg/aa/yyyy");
     keepReadable();
     setFocusProxy(edit_);
+    setFocusPolicy(Qt::ClickFocus); // without one the letter of its label would pass it over
     edit_->installEventFilter(this);
     connect(edit_, &QLineEdit::textEdited, this, [this](const QString& text) { typed(text); });
     connect(button_, &QToolButton::clicked, this, [this] { openCalendar(); });
@@ -68,12 +71,25 @@ void DateField::changeEvent(QEvent* event) {
 void DateField::setCheckable(bool checkable) {
     checkable_ = checkable;
     check_->setVisible(checkable);
+    showState();
 }
 
 void DateField::setReadOnly(bool readOnly) {
-    edit_->setReadOnly(readOnly);
+    readOnly_ = readOnly;
     button_->setVisible(!readOnly);
     edit_->setFocusPolicy(readOnly ? Qt::ClickFocus : Qt::StrongFocus);
+    showState();
+}
+
+// Unchecked it is passive to look at, and still takes the keyboard, so that it can be checked by it.
+void DateField::showState() {
+    const bool unset = checkable_ && !check_->isChecked();
+    edit_->setReadOnly(readOnly_ || unset);
+    button_->setEnabled(!unset);
+    if (edit_->property("unset").toBool() == unset) return;
+    edit_->setProperty("unset", unset);
+    edit_->style()->unpolish(edit_);
+    edit_->style()->polish(edit_);
 }
 
 std::optional<QDate> DateField::date() const {
@@ -83,8 +99,7 @@ std::optional<QDate> DateField::date() const {
 void DateField::setDate(std::optional<QDate> date) {
     if (checkable_) {
         check_->setChecked(date.has_value());
-        edit_->setEnabled(date.has_value());
-        button_->setEnabled(date.has_value());
+        showState();
         if (!date) return;
     }
     if (date == date_ && (edit_->hasFocus() || edit_->text() == (date ? date->toString(kFormat) : QString())))
@@ -148,6 +163,11 @@ bool DateField::eventFilter(QObject* watched, QEvent* event) {
         const auto* key = static_cast<QKeyEvent*>(event);
         if (key->key() == Qt::Key_Down && key->modifiers() == Qt::AltModifier && !edit_->isReadOnly()) {
             openCalendar();
+            return true;
+        }
+        if (key->key() == Qt::Key_Space && checkable_ && !readOnly_) {
+            check_->click();
+            edit_->selectAll();
             return true;
         }
         if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) leave();

@@ -2,7 +2,7 @@
 //
 // Digits are enough: the slashes come by themselves. A day counts as entered when its text is whole; what is
 // left unreadable when the field is left goes back to the day before. Unchecked, the field holds none and
-// shows its last day.
+// shows its last day. Space takes the check away and puts it back.
 #pragma once
 
 #include <functional>
@@ -51,6 +51,7 @@ private:
     void typed(const QString& text);
     void leave();
     void pick(std::optional<QDate> date);
+    void showState();
     void showDate(std::optional<QDate> date);
 
     QCheckBox* check_;
@@ -59,6 +60,7 @@ private:
     std::optional<QDate> date_; // the last one entered, also while unchecked
     bool checkable_ = false;
     bool clearable_ = false;
+    bool readOnly_ = false;
     qsizetype typedLength_ = 0;
 };
 

@@ -9,6 +9,7 @@
 #include "platform/controls/forms.h"
 #include "ui/binder.h"
 #include "ui/host.h"
+#include "ui/mnemonics.h"
 #include "ui/parallellists.h"
 #include "ui/spokennames.h"
 #include "ui/tightgrid.h"
@@ -124,8 +125,10 @@ void FormWindow::touchForm() {
 void FormWindow::refresh() {
     if (!listens()) return;
     refreshing_ = true;
-    for (Binder* each : std::exchange(touched_, {}))
+    const std::vector<Binder*> touched = std::exchange(touched_, {});
+    for (Binder* each : touched)
         each->refresh();
+    if (!touched.empty()) shareLetters(*this);
     if (std::exchange(focusMoved_, false)) showFocus();
     refreshing_ = false;
 }
@@ -152,6 +155,8 @@ void FormWindow::showFocus() {
 void FormWindow::act(Control& control, const std::function<void()>& event) {
     if (!listens()) return;
     const Busy busy(*this);
+    std::optional<WindowHost::KeyUnderWay> underWay;
+    if (keyWorks_) underWay.emplace(host_);
     event();
     // A refused act is shown as refused.
     touch(control);

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -100,6 +101,9 @@ private:
     void followLetters();
     void showFocus();
     bool keyPressed(QKeyEvent& event);
+    bool sentOn(QKeyEvent& event, const KeyEvent& key);
+    bool pressedByEnter();
+    bool toldOfKey(Control* control, const KeyEvent& key, const std::optional<KeyPress>& press);
     void keyReleased(const QKeyEvent& event);
     void focusEntered(QWidget& widget, const QFocusEvent& event);
     bool mouseEvent(QWidget& receiver, const QEvent& event);
@@ -119,6 +123,7 @@ private:
     bool prepared_ = false;
     bool refreshing_ = false;
     bool focusMoved_ = false;
+    bool keyWorks_ = false; // the widget has got a key and works on it
 };
 
 } // namespace veldona

@@ -4,8 +4,11 @@
 #include <QContextMenuEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
+#include <QVariant>
 
 #include "platform/controls/controls.h"
 #include "platform/controls/forms.h"
@@ -33,6 +36,12 @@ bool isStrayWheel(const QWidget& receiver) {
     return qobject_cast<const QComboBox*>(&receiver) && !receiver.hasFocus();
 }
 
+// The widget is through with the key before.
+bool endsKey(QEvent::Type type) {
+    return type == QEvent::KeyPress || type == QEvent::KeyRelease || type == QEvent::Shortcut ||
+           type == QEvent::MouseButtonPress || type == QEvent::MouseButtonRelease;
+}
+
 } // namespace
 
 bool FormWindow::filter(QWidget& receiver, QEvent& event) {
@@ -41,12 +50,16 @@ bool FormWindow::filter(QWidget& receiver, QEvent& event) {
     if (!bound_ || qobject_cast<QMenuBar*>(&receiver)) return false;
     const Busy busy(*this);
     const QWidget* focused = focusWidget() ? focusWidget() : this;
+    if (endsKey(event.type())) keyWorks_ = false;
     switch (event.type()) {
     case QEvent::KeyPress:
         // One that a widget leaves alone comes again for each that holds it; it has been told once.
         return &receiver == focused && keyPressed(static_cast<QKeyEvent&>(event));
     case QEvent::KeyRelease:
         if (&receiver == focused) keyReleased(static_cast<QKeyEvent&>(event));
+        return false;
+    case QEvent::InputMethod:
+        keyWorks_ = true;
         return false;
     case QEvent::FocusIn:
         focusEntered(receiver, static_cast<QFocusEvent&>(event));
@@ -72,15 +85,10 @@ bool FormWindow::keyPressed(QKeyEvent& event) {
     const KeyEvent key = keyOf(event);
     // Shift alone and its like are no key to anybody but the widget, nor are its own commands.
     if (key.key == Key::None && key.character == 0) return false;
-    // Until the widget has got this key, no other may run past it.
-    const WindowHost::KeyUnderWay underWay(host_);
+    if (sentOn(event, key)) return true;
     Binder* binder = binderAt(focusWidget());
     Control* control = binder ? &binder->control() : nullptr;
-    bool goesOn = user::keyDown(form_, control, key);
-    if (goesOn)
-        if (const auto press = characterOf(event)) goesOn = user::keyPress(form_, control, *press);
-    host_.flush();
-    if (!goesOn || !isBound()) return true;
+    if (!toldOfKey(control, key, characterOf(event)) || !isBound()) return true;
     // No rule has a use for it; one that had would have swallowed it.
     if (key.key == Key::F1) {
         showKeysOfScreen();
@@ -89,13 +97,54 @@ bool FormWindow::keyPressed(QKeyEvent& event) {
     if (!binder) return false;
     if (!control->isShown() || !control->isUsable()) return true;
     binder->handOn();
-    return binder->keyPassed(event);
+    // A button that it presses may start something long, which other keys reach.
+    if (binder->keyPassed(event) || (key.key == Key::Enter && pressedByEnter())) return true;
+    keyWorks_ = true;
+    return false;
+}
+
+// A digit that the widget has no use for goes to the field that waits for one, in the place of its text.
+bool FormWindow::sentOn(QKeyEvent& event, const KeyEvent& key) {
+    const bool isDigit = key.character >= U'0' && key.character <= U'9' && !key.control && !key.alt;
+    Binder* binder = isDigit ? binderAt(focusWidget()) : nullptr;
+    auto* field = binder ? qobject_cast<QLineEdit*>(binder->takerOfDigits()) : nullptr;
+    if (!field || !field->isEnabled() || !field->isVisible()) return false;
+    field->setFocus(Qt::OtherFocusReason);
+    followFocus();
+    if (focusWidget() != field) return false;
+    field->selectAll();
+    QCoreApplication::sendEvent(field, &event);
+    return true;
+}
+
+// The button that answers Enter in the fields around it. It takes the focus first, so that a date typed so
+// far is read.
+bool FormWindow::pressedByEnter() {
+    for (const QWidget* around = focusWidget(); around; around = around->parentWidget()) {
+        const QString name = around->property("enterPresses").toString();
+        auto* button = name.isEmpty() ? nullptr : findChild<QPushButton*>(name);
+        if (!button || !button->isVisible() || !button->isEnabled()) continue;
+        button->setFocus(Qt::OtherFocusReason);
+        button->click();
+        return true;
+    }
+    return false;
+}
+
+// True: the widget is to get it, too. Until then no other key may run past it.
+bool FormWindow::toldOfKey(Control* control, const KeyEvent& key, const std::optional<KeyPress>& press) {
+    const WindowHost::KeyUnderWay underWay(host_);
+    const bool goesOn =
+        user::keyDown(form_, control, key) && (!press || user::keyPress(form_, control, *press));
+    host_.flush();
+    return goesOn;
 }
 
 void FormWindow::showKeysOfScreen() {
     if (!listens()) return;
     const Busy busy(*this);
-    form_.forms().dispatch([this] { showKeys(host_, this, windowTitle(), keysOfScreen(form_.name())); });
+    form_.forms().dispatch(
+        [this] { showKeys(host_, this, windowTitle(), keysOfScreen(form_.name()), form_.name()); });
 }
 
 void FormWindow::keyReleased(const QKeyEvent& event) {
@@ -103,6 +152,7 @@ void FormWindow::keyReleased(const QKeyEvent& event) {
     if (event.isAutoRepeat() || !listens() || (key.key == Key::None && key.character == 0)) return;
     const Binder* binder = binderAt(focusWidget());
     Control* control = binder ? &binder->control() : form_.activeControl();
+    const WindowHost::KeyUnderWay underWay(host_);
     user::keyUp(form_, control, key);
     host_.flush();
 }

@@ -172,7 +172,9 @@ void WindowHost::runModal(Form& form) {
     const Listed<Modal> listed(modals_, {&form, &loop});
     const Scoped<int> keys(keysUnderWay_, 0);
     const Scoped<bool> letting(lettingEventsRun_, false);
+    const Scoped<bool> keptOut(inputKeptOut_, false);
     flush();
+    giveHeldSoon();
     runLoop([&loop] { loop.exec(); });
 }
 
@@ -238,12 +240,16 @@ bool WindowHost::typeKey(Form& form, const KeyEvent& key) {
 
 void WindowHost::letEventsRun() {
     flush();
-    const bool keepsInputOut = keysUnderWay_ > 0 || lettingEventsRun_;
-    const Scoped<bool> letting(lettingEventsRun_, true);
-    runLoop([keepsInputOut] {
-        QCoreApplication::processEvents(keepsInputOut ? QEventLoop::ExcludeUserInputEvents
-                                                      : QEventLoop::AllEvents);
-    });
+    const bool keepsInputOut = keysUnderWay_ > 0 || lettingEventsRun_ || !held_.isEmpty();
+    {
+        const Scoped<bool> letting(lettingEventsRun_, true);
+        const Scoped<bool> keptOut(inputKeptOut_, keepsInputOut);
+        runLoop([keepsInputOut] {
+            QCoreApplication::processEvents(keepsInputOut ? QEventLoop::ExcludeUserInputEvents
+                                                          : QEventLoop::AllEvents);
+        });
+    }
+    giveHeldSoon();
     flush();
 }
 
@@ -252,13 +258,29 @@ void WindowHost::letFilteredEventsRun() {
     runLoop([] { QCoreApplication::processEvents(); });
 }
 
+void WindowHost::giveHeldSoon() {
+    if (held_.isEmpty()) return;
+    // Behind the pause that it waits for, which tries again at its own end.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            while (!inputKeptOut_ && !held_.isEmpty())
+                held_.giveOne();
+        },
+        Qt::QueuedConnection);
+}
+
 void WindowHost::standStill(int milliseconds) {
     flush();
     const Cursor cursor(Qt::WaitCursor);
     const Scoped<bool> standing(standingStill_, true);
     QEventLoop loop;
     QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-    runLoop([&loop] { loop.exec(QEventLoop::ExcludeUserInputEvents); });
+    {
+        const Scoped<bool> keptOut(inputKeptOut_, true);
+        runLoop([&loop] { loop.exec(QEventLoop::ExcludeUserInputEvents); });
+    }
+    giveHeldSoon();
 }
 
 bool WindowHost::goOnWaiting(std::chrono::milliseconds waited) {
@@ -273,6 +295,8 @@ int WindowHost::run(QDialog& dialog) {
     const Listed<QDialog*> listed(dialogs_, &dialog);
     const Scoped<int> keys(keysUnderWay_, 0);
     const Scoped<bool> letting(lettingEventsRun_, false);
+    const Scoped<bool> keptOut(inputKeptOut_, false);
+    giveHeldSoon();
     int result = QDialog::Rejected;
     QWidget* origin = dialog.parentWidget();
     const QString name = dialog.objectName();
@@ -294,6 +318,7 @@ bool WindowHost::eventFilter(QObject* watched, QEvent* event) {
     if (lockNote_.keeps(*watched, *event)) return true;
     if (!watched->isWidgetType()) return false;
     auto* widget = static_cast<QWidget*>(watched);
+    if (inputKeptOut_ && held_.take(*widget, *event)) return true;
     auto* formWindow = dynamic_cast<FormWindow*>(widget->window());
     return formWindow && formWindow->filter(*widget, *event);
 }

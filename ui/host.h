@@ -17,6 +17,7 @@
 #include "platform/controls/forms.h"
 #include "platform/desktop/clock.h"
 #include "ui/formwindow.h"
+#include "ui/heldinput.h"
 #include "ui/locknote.h"
 #include "ui/usersettings.h"
 #include "ui/windowmemory.h"
@@ -42,6 +43,8 @@ public:
     bool timersRun = true;             // false: timers tick only when told by somebody else
     std::function<void()> onAllClosed; // the last form has unloaded
     std::function<void()> onProcessEnded;
+    // Shows the user's guide over a window, at the chapter of a screen; empty: there is none to show.
+    std::function<void(QWidget* over, const std::string& screen)> showGuide;
 
     // FormHost
     void formLoaded(Form& form) override;
@@ -63,7 +66,8 @@ public:
     bool typeKey(Form& form, const KeyEvent& key);
 
     // Lets what waits run, in the middle of a long procedure. The operator's input is let in only where it
-    // cannot run past a key that is still on its way, nor pile up inside itself.
+    // cannot run past a key that is still on its way, what the key does to its widget included, nor pile up
+    // inside itself; what is kept out waits for its turn.
     void letEventsRun();
     // The same with all of the input: for who has put a filter before it that takes it away.
     void letFilteredEventsRun();
@@ -105,6 +109,7 @@ private:
     // Runs a loop of Qt's, which no exception may cross.
     void runLoop(const std::function<void()>& loop);
     void followPointer();
+    void giveHeldSoon();
 
     Clock& clock_;
     LockNote lockNote_{*this};
@@ -117,6 +122,8 @@ private:
     int keysUnderWay_ = 0;
     bool lettingEventsRun_ = false;
     bool standingStill_ = false;
+    bool inputKeptOut_ = false;
+    HeldInput held_;
     bool flushing_ = false;
     bool flushWaits_ = false;
     bool waitCursor_ = false;

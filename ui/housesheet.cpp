@@ -48,6 +48,7 @@ QLineEdit {
 QLineEdit:focus { border: 1px solid #2c6e9b; background: #fffdf0; }
 QLineEdit:disabled { background: #f1f3f6; color: #98a2ad; }
 QLineEdit:read-only { background: #f4f7fa; border-color: #dde3ea; }
+QLineEdit[unset="true"] { background: #f1f3f6; color: #98a2ad; }
 QComboBox QLineEdit { border: 0; background: transparent; }
 QLineEdit[role="idle"] { background: transparent; border: 0; color: #5b6875; }
 QLineEdit[role="amount"] { font-size: 16pt; font-weight: bold; color: #0f3d63; }

@@ -5,6 +5,7 @@
 
 #include <QDialog>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
@@ -20,9 +21,12 @@ namespace {
 
 using Lines = std::vector<KeyLine>;
 
+constexpr int kGuideAsked = 2; // how the dialog ends
+
 const std::map<std::string_view, Lines> kScreens = {
     {"frmMainVeldona",
-     {{Key::F2, "F2", "Yazılan tutarı tahsil eder"},
+     {{Key::None, "Rakam (boş satış listesinde)", "Müşteri numarasına yazılır"},
+      {Key::F2, "F2", "Yazılan tutarı tahsil eder"},
       {Key::F6, "F6", "Açık satışı siler"},
       {Key::F9, "F9", "Tahsilat makbuzunu hazırlar"},
       {Key::F10, "F10", "Müşteriyi ayrıntılı arar"},
@@ -60,11 +64,16 @@ const std::map<std::string_view, Lines> kScreens = {
     {"frmCrNesne",
      {{Key::None, "Page Up  Page Down", "Sayfayı kaydırır; sonunda öteki sayfaya geçer"},
       {Key::None, "Enter (büyütmede)", "Yazılan büyütmeyi uygular"},
+      {Key::None, "Ctrl+P", "Yazdırır"},
       {Key::None, "Ctrl+S", "PDF olarak kaydeder"},
+      {Key::None, "Ctrl+F", "Raporda arar"},
       {Key::Escape, "Esc", "Raporu kapatır"}}},
-    {"rprbeklenentahsilat", {{Key::Escape, "Esc", "Ekranı kapatır"}}},
-    {"rprodemesigecen", {{Key::Escape, "Esc", "Ekranı kapatır"}}},
-    {"rptGelirGider", {{Key::Enter, "Enter (tarihte)", "Sonraki alana geçer"}}},
+    {"rprbeklenentahsilat",
+     {{Key::None, "Enter", "Raporu hazırlar"}, {Key::Escape, "Esc", "Ekranı kapatır"}}},
+    {"rprodemesigecen", {{Key::None, "Enter", "Raporu hazırlar"}, {Key::Escape, "Esc", "Ekranı kapatır"}}},
+    {"rptGelirGider",
+     {{Key::Enter, "Enter (tarihte)", "Sonraki alana geçer"},
+      {Key::None, "Enter (öteki alanlarda)", "Listeyi hazırlar"}}},
 };
 
 void addLines(QGridLayout& grid, const QString& heading, const Lines& lines) {
@@ -98,15 +107,18 @@ const Lines& keysOfPreview() {
 }
 
 const Lines& keysOfEveryWindow() {
-    static const Lines lines = {{Key::F1, "F1", "Bu listeyi gösterir"},
-                                {Key::None, "Tab  Shift+Tab", "Sonraki ve önceki alana geçer"},
-                                {Key::None, "Alt + altı çizili harf", "O alana geçer, o düğmeye basar"},
-                                {Key::None, "Boşluk", "Kutuyu işaretler, düğmeye basar"},
-                                {Key::None, "Alt+↓ (tarihte)", "Takvimi açar"}};
+    static const Lines lines = {
+        {Key::F1, "F1", "Bu listeyi gösterir"},
+        {Key::None, "Tab  Shift+Tab", "Sonraki ve önceki alana geçer"},
+        {Key::None, "Alt + altı çizili harf", "O alana geçer, o düğmeye basar"},
+        {Key::None, "Boşluk", "Kutuyu işaretler, düğmeye basar"},
+        {Key::None, "Boşluk (kutulu tarihte)", "Tarihin işaretini koyar ya da kaldırır"},
+        {Key::None, "Alt+↓ (tarihte)", "Takvimi açar"}};
     return lines;
 }
 
-void showKeys(WindowHost& host, QWidget* parent, const QString& windowTitle, const Lines& own) {
+void showKeys(WindowHost& host, QWidget* parent, const QString& windowTitle, const Lines& own,
+              const std::string& screen) {
     QDialog dialog(parent);
     dialog.setWindowTitle("Tuşlar");
     auto* page = new QWidget;
@@ -125,13 +137,21 @@ void showKeys(WindowHost& host, QWidget* parent, const QString& windowTitle, con
     auto* close = new QPushButton("&Kapat");
     close->setDefault(true);
     QObject::connect(close, &QPushButton::clicked, &dialog, &QDialog::accept);
+    auto* guide = new QPushButton("K&ılavuz");
+    guide->setVisible(static_cast<bool>(host.showGuide));
+    guide->setAutoDefault(false);
+    QObject::connect(guide, &QPushButton::clicked, &dialog, [&dialog] { dialog.done(kGuideAsked); });
+    auto* row = new QHBoxLayout;
+    row->addWidget(guide);
+    row->addStretch();
+    row->addWidget(close);
     auto* column = new QVBoxLayout(&dialog);
     column->addWidget(area, 1);
-    column->addWidget(close, 0, Qt::AlignRight);
+    column->addLayout(row);
     const int rest = column->contentsMargins().top() * 3 + close->sizeHint().height();
     const int room = dialog.screen()->availableSize().height() * 4 / 5;
     dialog.resize(dialog.minimumSizeHint().width(), std::min(page->sizeHint().height() + rest, room));
-    host.run(dialog);
+    if (host.run(dialog) == kGuideAsked) host.showGuide(parent, screen);
 }
 
 } // namespace veldona

@@ -4,6 +4,7 @@
 // against what happens.
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -28,7 +29,9 @@ struct KeyLine {
 [[nodiscard]] const std::vector<KeyLine>& keysOfPreview();
 [[nodiscard]] const std::vector<KeyLine>& keysOfEveryWindow();
 
-// Shows `own` and the keys of every window, until the operator closes it.
-void showKeys(WindowHost& host, QWidget* parent, const QString& windowTitle, const std::vector<KeyLine>& own);
+// Shows `own` and the keys of every window, until the operator closes it or goes on to the guide's chapter of
+// the screen.
+void showKeys(WindowHost& host, QWidget* parent, const QString& windowTitle, const std::vector<KeyLine>& own,
+              const std::string& screen = {});
 
 } // namespace veldona

@@ -60,6 +60,7 @@ void ReportPreview::addTools(QToolBar& bar) {
     const auto add = [&](const QString& words, const QKeySequence& key, auto act) {
         QAction* action = bar.addAction(words);
         action->setShortcut(key);
+        bar.widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
         QObject::connect(action, &QAction::triggered, this, act);
         return action;
     };
@@ -81,7 +82,7 @@ void ReportPreview::addTools(QToolBar& bar) {
     auto* keys = new QAction(this);
     keys->setShortcut(QKeySequence::HelpContents);
     QObject::connect(keys, &QAction::triggered, this,
-                     [this] { showKeys(host_, this, windowTitle(), keysOfPreview()); });
+                     [this] { showKeys(host_, this, windowTitle(), keysOfPreview(), "frmCrNesne"); });
     addAction(keys);
 }
 

@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QListView>
 #include <QTableView>
 
@@ -112,6 +113,10 @@ public:
 
     [[nodiscard]] Control& target() override { return leader()->bound; }
     [[nodiscard]] QWidget* focusTarget() const override { return &view; }
+    [[nodiscard]] QWidget* takerOfDigits() override {
+        return bound.count() > 0 ? nullptr
+                                 : window().findChild<QLineEdit*>(view.property("digitsGoTo").toString());
+    }
 
 protected:
     void selected(const QModelIndex& index) override {

@@ -100,12 +100,22 @@ TEST_F(Reports, TheViewerShowsThePageTheZoomAndTheMark) {
                          pressKey(host, viewer, Key::Enter);
                          EXPECT_EQ(zoom.currentText(), "320 %");
                          EXPECT_GT(pages.horizontalScrollBar()->maximum(), 0);
-                         RaporAra(viewer, "şükrü");
-                         host.flush();
+                         shop.dialogs.answers.emplace_back("şükrü");
+                         QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
                          EXPECT_EQ(widgetOf<QLabel>(host, viewer, "lblBookmark").text(), "3 / 3");
                          leavePicture(host, viewer, "rapor-gosterici");
                      });
     EXPECT_EQ(forms.loaded("frmCrNesne"), nullptr);
+}
+
+TEST_F(Reports, EnterPressesTheBlueButton) {
+    OturumBaslat(session);
+    forms.show("rprodemesigecen", Kip::Modeless);
+    Form& screen = *forms.loaded("rprodemesigecen");
+    dynamic_cast<DateBox&>(*screen.find("dtRaporTarihiSon")).setValue(Null{});
+    screen.find("cboSiralamaKriteri")->setFocus();
+    pressKey(host, screen, Key::Enter);
+    EXPECT_EQ(shop.said(), std::vector<std::string>{" Tarih Aralığı Seçmelisiniz "});
 }
 
 TEST_F(Reports, ThePreviewPagesAndZooms) {
