@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -49,7 +50,9 @@ struct Session {
     std::vector<Message> heldBoxes; // to be told behind the end of the open transaction
 
     report::ReportDesk* reportDesk = nullptr; // set before the start where there is anybody to show reports
-    std::optional<report::Document> rapor;    // what the viewer shows, as long as it is loaded
+    // The user's guide at the chapter of a screen; set before the start where there is anybody to show it.
+    std::function<void(const std::string& screen)> showGuide;
+    std::optional<report::Document> rapor; // what the viewer shows, as long as it is loaded
 
     // "MS Access;PWD=" and the password: what the file face wants to hear.
     [[nodiscard]] std::string connectText() const { return "MS Access;PWD=" + gSifre; }

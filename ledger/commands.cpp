@@ -62,7 +62,10 @@ void cmdOnlineYardimIste_Click(FrmMainVeldona& f) {
     Desktop& desktop = f.session.desktop;
     const std::string program = desktop.paths.appPath() + "\\YARDIM.exe";
     const std::string file = desktop.paths.toNative(program);
-    if (!std::filesystem::exists(file))
+    const bool isThere = std::filesystem::exists(file);
+    if (!isThere && f.session.showGuide)
+        f.session.showGuide(f.name());
+    else if (!isThere)
         desktop.dialogs.tell("Yardım programı bulunamadı: " + program, Icon::Exclamation);
     else if (!desktop.opener.open(file))
         desktop.dialogs.tell("Yardım programı açılamadı: " + program, Icon::Exclamation);

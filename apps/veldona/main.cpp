@@ -13,6 +13,7 @@
 #include "apps/screens.h"
 #include "apps/tool/toolmain.h"
 #include "apps/veldona/backupmenu.h"
+#include "apps/veldona/guide.h"
 #include "apps/veldona/menus.h"
 #include "core/reporting.h"
 #include "core/session.h"
@@ -87,6 +88,10 @@ Ended runBooks(const std::string& root, std::optional<std::string>& backup) {
     Forms forms(windows);
     Session session(desktop, forms);
     session.reportDesk = &reports;
+    offerGuide(windows);
+    session.showGuide = [&windows](const std::string& screen) {
+        windows.showGuide(windows.frontWindow(), screen);
+    };
     registerScreens(forms, session);
     BackupMenu backups(windows, clock, desktop.paths);
     windows.addTo("frmMainVeldona", [&](FormWindow& window) {

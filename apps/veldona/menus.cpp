@@ -7,6 +7,7 @@
 #include "apps/veldona/backupmenu.h"
 #include "ui/dialogs.h"
 #include "ui/formwindow.h"
+#include "ui/host.h"
 
 namespace veldona {
 
@@ -27,12 +28,15 @@ void addMenus(FormWindow& window, BackupMenu& backups, const std::function<void(
             if (window.listens()) window.form().forms().dispatch(act);
         });
     };
-    QMenu* backup = bar->addMenu("&Yedek");
+    QMenu* backup = bar->addMenu("Ye&dek");
     add(backup, "Yedek &Al…", [&backups] { backups.take(); });
     add(backup, "Yedekten &Dön…", [&backups, onRestore] {
         if (backups.choose()) onRestore();
     });
-    QMenu* help = bar->addMenu("Yardı&m");
+    QMenu* help = bar->addMenu("Y&ardım");
+    add(help, "&Kılavuz", [&window] {
+        if (const auto& show = window.host().showGuide) show(&window, window.form().name());
+    });
     add(help, "&Tuşlar\tF1", [&window] { window.showKeysOfScreen(); });
     add(help, "&Hakkında", [&window] {
         WindowDialogs(window.host()).show({kAbout, "Hakkında", Icon::Information, Buttons::Ok});

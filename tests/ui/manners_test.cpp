@@ -2,17 +2,22 @@
 // screen, or in large letters. It is run on each of the screens in screens/.
 #include <QApplication>
 #include <QCalendarWidget>
+#include <QDialog>
+#include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
 #include <QTest>
+#include <QTextBrowser>
 #include <QTimer>
 
 #include <gtest/gtest.h>
 
 #include "apps/screens.h"
 #include "apps/veldona/backupmenu.h"
+#include "apps/veldona/guide.h"
 #include "apps/veldona/menus.h"
 #include "core/formframe.h"
 #include "ledger/mainscreen.h"
@@ -95,6 +100,21 @@ protected:
         none("too large", overSize(window, room()));
         none("cut words", clippedWords(window));
     }
+    // The letter of each label brings the keyboard to its field.
+    void expectLettersLead(QWidget& window, const std::string& what) {
+        for (const auto* label : window.findChildren<QLabel*>()) {
+            const int letter = QKeySequence::mnemonic(label->text())[0].key();
+            QWidget* field = label->buddy();
+            // The test's keyboard has no Turkish letters.
+            if (!field || !label->isVisible() || !field->isEnabled() || letter < Qt::Key_0 ||
+                letter > Qt::Key_Z)
+                continue;
+            QTest::keyClick(&window, static_cast<Qt::Key>(letter), Qt::AltModifier);
+            const QWidget* at = window.focusWidget();
+            EXPECT_TRUE(at == field || field->isAncestorOf(at))
+                << what << ": " << label->text().toStdString();
+        }
+    }
     // Does `open`, and looks at the dialog that comes up.
     void expectGoodDialog(const std::function<void()>& open, const std::string& what) {
         bool seen = false;
@@ -133,6 +153,7 @@ TEST_F(Manners, EveryScreen) {
         picture(window, name);
         const QStringList tabs = tabFaults(window);
         EXPECT_TRUE(tabs.isEmpty()) << name << ", tabs:\n  " << tabs.join("\n  ").toStdString();
+        expectLettersLead(window, name);
         if (std::string(name) != "frmMainVeldona") forms.unload(*forms.loaded(name));
     }
 }
@@ -140,6 +161,7 @@ TEST_F(Manners, EveryScreen) {
 TEST_F(Manners, EveryPanelOfTheMainScreen) {
     QWidget& window = open("frmMainVeldona");
     auto& form = dynamic_cast<FormWindow&>(window).form();
+    form.find("frmTahsilatMakbuzu")->setVisible(true);
     for (const auto* panel : window.findChildren<FloatingPanel*>()) {
         const std::string name = panel->objectName().toStdString();
         form.find(name)->setVisible(true);
@@ -150,6 +172,10 @@ TEST_F(Manners, EveryPanelOfTheMainScreen) {
         form.find(name)->setVisible(false);
         host.flush();
     }
+    for (const auto* panel : window.findChildren<FloatingPanel*>())
+        form.find(panel->objectName().toStdString())->setVisible(true);
+    host.flush();
+    EXPECT_TRUE(mnemonicClashes(window).isEmpty()) << mnemonicClashes(window).join("\n").toStdString();
 }
 
 TEST_F(Manners, TheExportPanelOfTheViewer) {
@@ -197,6 +223,23 @@ TEST_F(Manners, TheCalendarOpensOnTheScreenAndOnTheProgramsDay) {
     EXPECT_EQ(dynamic_cast<QCalendarWidget*>(QApplication::activePopupWidget())->selectedDate(),
               QDate(day.year(), day.month(), day.day()));
     QApplication::activePopupWidget()->close();
+}
+
+TEST_F(Manners, TheGuideHasAChapterForEveryScreen) {
+    offerGuide(host);
+    QWidget& window = open("frmMainVeldona");
+    for (const char* name : kScreens) {
+        host.showGuide(&window, name);
+        settle();
+        auto* page = window.findChild<QTextBrowser*>("kilavuz");
+        ASSERT_NE(page, nullptr);
+        EXPECT_GT(page->verticalScrollBar()->value(), 0) << name << ": " << chapterOf(name).toStdString();
+        EXPECT_TRUE(
+            page->loadResource(QTextDocument::ImageResource, QUrl("resimler/ana-ekran.png")).isValid());
+        page->verticalScrollBar()->setValue(0);
+    }
+    expectGood(*window.findChild<QDialog*>(), "Kılavuz");
+    leavePicture(*window.findChild<QDialog*>(), "pencere-kilavuz");
 }
 
 // A window that owes everything, so that no check can be one that never fails.
