@@ -4,8 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/store/engine/alphabet.h"
 #include "platform/store/engine/sqlcipher/definitionsql.h"
-#include "platform/store/engine/sqlcipher/functions.h"
 
 namespace veldona::store {
 namespace {
@@ -81,12 +81,12 @@ void writeSortOrder(Engine& engine) {
     engine.execute("CREATE TABLE IF NOT EXISTS MSysSIRALAMA (SURUM TEXT)");
     engine.execute("DELETE FROM MSysSIRALAMA");
     auto statement = engine.prepare("INSERT INTO MSysSIRALAMA (SURUM) VALUES (?1)");
-    statement->bind(1, collationVersion());
+    statement->bind(1, Alphabet::turkish().version());
     statement->step();
 }
 
 void renewSortOrder(Engine& engine) {
-    if (writtenSortOrder(engine) == collationVersion()) return;
+    if (writtenSortOrder(engine) == Alphabet::turkish().version()) return;
     engine.begin();
     engine.execute("REINDEX TURKISH");
     writeSortOrder(engine);

@@ -141,7 +141,7 @@ void Recordset::find(std::string_view criteria) {
     State& state = opened();
     asStatement([&] {
         const store::Criteria sought(criteria, state.fields());
-        state.position = sought.findRow(state.rows(), std::max(0, state.position), state.answer.engine());
+        state.position = sought.findRow(state.rows(), std::max(0, state.position));
     });
 }
 

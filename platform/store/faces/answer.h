@@ -22,7 +22,6 @@ public:
     [[nodiscard]] bool isAsked() const { return isAsked_; }
     [[nodiscard]] const Plan& plan() const { return query_.plan(); }
     [[nodiscard]] const RowSet& rows() const { return rows_; }
-    [[nodiscard]] Engine& engine() { return database_->engine(); }
     // A value written through the rows stands in them too.
     void put(int row, int column, Value value) { rows_.put(row, column, std::move(value)); }
 

@@ -1,12 +1,12 @@
 #include "platform/store/faces/criteria.h"
 
-#include <array>
 #include <string>
 
 #include "platform/store/dialect/lexer.h"
 #include "platform/store/dialect/literal.h"
 #include "platform/store/dialect/names.h"
 #include "platform/store/dialect/storeerror.h"
+#include "platform/store/engine/alphabet.h"
 
 namespace veldona::store {
 namespace {
@@ -90,27 +90,32 @@ std::optional<Criteria::Relation> Criteria::relationOf(const Token& token) {
     }
 }
 
-bool Criteria::fits(const Value& cell) const {
-    const bool isDate = cell.kind() == Value::Kind::Date;
-    const auto held = numberOf(cell), sought = numberOf(sought_);
-    if (!held || !sought || isDate != (sought_.kind() == Value::Kind::Date)) return false;
-    switch (relation_) {
+// `order`: of what is found beside what is sought, below, equal to or above zero.
+bool Criteria::isAs(Relation relation, int order) {
+    switch (relation) {
     case Relation::Equal:
-        return *held == *sought;
+        return order == 0;
     case Relation::Unequal:
-        return *held != *sought;
+        return order != 0;
     case Relation::Less:
-        return *held < *sought;
+        return order < 0;
     case Relation::LessOrEqual:
-        return *held <= *sought;
+        return order <= 0;
     case Relation::Greater:
-        return *held > *sought;
+        return order > 0;
     case Relation::GreaterOrEqual:
-        return *held >= *sought;
+        return order >= 0;
     case Relation::Like:
         break;
     }
     return false;
+}
+
+bool Criteria::fits(const Value& cell) const {
+    const bool isDate = cell.kind() == Value::Kind::Date;
+    const auto held = numberOf(cell), sought = numberOf(sought_);
+    if (!held || !sought || isDate != (sought_.kind() == Value::Kind::Date)) return false;
+    return isAs(relation_, *held < *sought ? -1 : *held > *sought ? 1 : 0);
 }
 
 // The look-up by key that every grid does, over all of its rows.
@@ -125,28 +130,24 @@ int Criteria::findKey(const RowSet& rows, int from) const {
     return row;
 }
 
-// The alphabet is the engine's, so that a search agrees with the statements.
-int Criteria::findText(const RowSet& rows, int from, Engine& engine) const {
-    constexpr std::array<std::string_view, 7> tests = {"?1 = ?2 COLLATE TURKISH",  "?1 < ?2 COLLATE TURKISH",
-                                                       "?1 > ?2 COLLATE TURKISH",  "?1 <= ?2 COLLATE TURKISH",
-                                                       "?1 >= ?2 COLLATE TURKISH", "?1 <> ?2 COLLATE TURKISH",
-                                                       "vd_like(?2, ?1)"};
-    const auto test = engine.prepare("SELECT " + std::string(tests[static_cast<std::size_t>(relation_)]));
+// By the alphabet, so that a search agrees with the statements.
+int Criteria::findText(const RowSet& rows, int from) const {
+    const std::string& sought = sought_.get<std::string>();
+    const LikePattern pattern(relation_ == Relation::Like ? std::string_view(sought) : std::string_view());
+    const auto holds = [&](std::string_view text) {
+        if (relation_ == Relation::Like) return pattern.fits(text);
+        return isAs(relation_, Alphabet::turkish().compare(text, sought));
+    };
     int row = from;
     for (; row < rows.rowCount(); ++row) {
         const Value& cell = rows.at(row, column_);
-        if (cell.kind() != Value::Kind::Text) continue;
-        test->bind(1, cell);
-        test->bind(2, sought_);
-        const bool holds = test->step() && test->whole(0) != 0;
-        test->reset();
-        if (holds) break;
+        if (cell.kind() == Value::Kind::Text && holds(cell.get<std::string>())) break;
     }
     return row;
 }
 
-int Criteria::findRow(const RowSet& rows, int from, Engine& engine) const {
-    if (sought_.kind() == Value::Kind::Text) return findText(rows, from, engine);
+int Criteria::findRow(const RowSet& rows, int from) const {
+    if (sought_.kind() == Value::Kind::Text) return findText(rows, from);
     if (relation_ == Relation::Equal && sought_.kind() == Value::Kind::Whole) return findKey(rows, from);
     int row = from;
     while (row < rows.rowCount() && !fits(rows.at(row, column_)))

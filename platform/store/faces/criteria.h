@@ -21,15 +21,16 @@ public:
     Criteria(std::string_view text, const std::vector<ResultColumn>& columns);
 
     // The first row from `from` on that fits; the row count where none does. Null fits nothing.
-    [[nodiscard]] int findRow(const RowSet& rows, int from, Engine& engine) const;
+    [[nodiscard]] int findRow(const RowSet& rows, int from) const;
 
 private:
     enum class Relation { Equal, Less, Greater, LessOrEqual, GreaterOrEqual, Unequal, Like };
 
     [[nodiscard]] static std::optional<Relation> relationOf(const sql::Token& token);
+    [[nodiscard]] static bool isAs(Relation relation, int order);
     [[nodiscard]] bool fits(const Value& cell) const; // of all kinds but text
     [[nodiscard]] int findKey(const RowSet& rows, int from) const;
-    [[nodiscard]] int findText(const RowSet& rows, int from, Engine& engine) const;
+    [[nodiscard]] int findText(const RowSet& rows, int from) const;
 
     int column_ = 0;
     Relation relation_ = Relation::Equal;

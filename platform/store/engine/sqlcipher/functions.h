@@ -18,7 +18,4 @@ namespace veldona::store {
 // empty.
 void registerFunctions(sqlite3* connection, std::function<DateTime()> clock = {});
 
-// The version of the alphabet's order; indexes written under another one must be built anew.
-[[nodiscard]] const char* collationVersion();
-
 } // namespace veldona::store

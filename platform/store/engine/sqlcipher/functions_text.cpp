@@ -3,7 +3,7 @@
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"
-#include "platform/store/engine/fold.h"
+#include "platform/store/engine/alphabet.h"
 #include "platform/store/engine/sqlcipher/functions_engine.h"
 
 namespace veldona::store::sql {
@@ -76,7 +76,7 @@ void replaced(const Arguments& arguments, Answer& answer) {
 void place(const Arguments& arguments, Answer& answer) {
     const std::size_t start = countOf(arguments, 0);
     if (start == 0) raise(ErrorNumber::InvalidCall);
-    const auto text = folded(arguments.text(1)), wanted = folded(arguments.text(2));
+    const auto text = Alphabet::folded(arguments.text(1)), wanted = Alphabet::folded(arguments.text(2));
     if (start > text.size()) return answer.whole(0);
     const auto from = text.begin() + static_cast<std::ptrdiff_t>(start - 1);
     const auto found = std::search(from, text.end(), wanted.begin(), wanted.end());
