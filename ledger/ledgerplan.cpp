@@ -25,8 +25,9 @@ bool isBlank(const TextBox& box) {
     return trim(box.text()).empty();
 }
 
-bool isOpenWithDate(const FrmMainVeldona& f) {
-    return f.fraTaksitlendir.visible() && !f.dtBaslangicTarihi.value().isNull();
+// Both ways of the plan ask for the count, also the one that reckons its own.
+bool canBuild(const FrmMainVeldona& f) {
+    return f.fraTaksitlendir.visible() && !f.dtBaslangicTarihi.value().isNull() && !isBlank(f.MskTaksitAdedi);
 }
 
 // A count beyond a byte loses its last digit; the caret stays behind the digits.
@@ -143,7 +144,7 @@ void mskTaksitTutari_KeyUp(FrmMainVeldona& f) {
 }
 
 void TAKSIT_OLUSTUR_ADET(FrmMainVeldona& f) {
-    if (!isOpenWithDate(f) || isBlank(f.MskTaksitAdedi)) return;
+    if (!canBuild(f)) return;
     Err passedOver;
     int count = 0;
     attempt(passedOver, [&] { cutCount(f); });
@@ -163,7 +164,7 @@ void TAKSIT_OLUSTUR_TUTAR(FrmMainVeldona& f) {
     int count = 0;
     if (!isBlank(f.mskTaksitTutari))
         attempt(passedOver, [&] { amount = toCurrency(f.mskTaksitTutari.text()); });
-    if (amount.isZero() || !isOpenWithDate(f) || isBlank(f.Text5)) return;
+    if (amount.isZero() || !canBuild(f) || isBlank(f.Text5)) return;
     resumeNext(
         passedOver, [&] { debt = toCurrency(f.mskBorc.text()); },
         [&] { count = toByte(roundHalfEven(divide(debt.toDouble(), amount.toDouble()))); },

@@ -95,7 +95,7 @@ TableDef schedule() {
                                            {"ISLEMNO", Whole},
                                            {"ODTRH", Date},
                                            {"ODMIKTAR", Number},
-                                           {"PESINAT", Small}} +
+                                           {"PESINAT", Small, 0}} + // 1 is a down payment
                     audit),
             {{"MUSTNO", "ISLEMNO", "ODTRH", "ODMIKTAR"}, {"ISLEMNO", "ODTRH"}, {"ODTRH"}}};
 }

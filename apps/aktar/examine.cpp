@@ -210,7 +210,7 @@ void examineTable(const JetFile& file, const Match& match, Report& report, Gathe
         for (std::size_t i = 0; i < fitting.size(); ++i) {
             const Value& value = values[match.columns[i]];
             const ColumnDef& column = match.target.columns[i];
-            const std::optional<Value> fits = fitted(value, column.type);
+            const std::optional<Value> fits = fitted(value, column);
             fitting[i] = fits.value_or(Value());
             if (!fits) note(gathered.problems, column, "", value);
             const std::string doubt = doubtOf(value, sorts[i]);
@@ -238,6 +238,11 @@ std::optional<Value> fitted(const Value& value, ColumnType type) {
     } catch (const store::StoreError&) {
         return std::nullopt;
     }
+}
+
+std::optional<Value> fitted(const Value& value, const ColumnDef& column) {
+    const std::optional<Value> fits = fitted(value, column.type);
+    return fits && fits->isNull() && column.defaultValue ? Value(*column.defaultValue) : fits;
 }
 
 Examination examine(const JetFile& file, const Progress& progress) {

@@ -34,6 +34,8 @@ struct Examination {
 
 // A value as the store keeps it in a column of `type`; nothing where it does not fit without a loss.
 [[nodiscard]] std::optional<Value> fitted(const Value& value, store::ColumnType type);
+// The same, with the column's default for Null.
+[[nodiscard]] std::optional<Value> fitted(const Value& value, const store::ColumnDef& column);
 
 // `file` must outlive the examination. Raises Damaged, Refusal.
 [[nodiscard]] Examination examine(const JetFile& file, const Progress& progress);

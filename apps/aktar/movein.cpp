@@ -37,7 +37,7 @@ void writeTable(store::BulkLoad& load, const JetFile& file, const Match& match, 
     std::uint64_t done = 0;
     file.read(*match.source, [&](std::span<const Value> values) {
         for (std::size_t i = 0; i < row.size(); ++i) {
-            const std::optional<Value> fits = fitted(values[match.columns[i]], match.target.columns[i].type);
+            const std::optional<Value> fits = fitted(values[match.columns[i]], match.target.columns[i]);
             if (!fits) throw Refusal("Dosya aktarılırken değişti. Hiçbir şey aktarılmadı.");
             row[i] = *fits;
         }

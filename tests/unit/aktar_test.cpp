@@ -276,6 +276,8 @@ TEST(JetMetni, TurkceWindowstaOlmayanHarfBulunur) {
 
 TEST(Sigma, KayipsizOlanSigar) {
     using enum store::ColumnType;
+    EXPECT_EQ(fitted(Value(), {"PESINAT", Small, 0}), Value(0));
+    EXPECT_EQ(fitted(-1, {"PESINAT", Small, 0}), Value(-1));
     struct Case {
         Value value;
         store::ColumnType type;

@@ -324,6 +324,39 @@ TEST_F(Opening, IndexesOfAnotherAlphabetAreSortedAnew) {
     EXPECT_EQ(database->catalog().find("MSysSIRALAMA"), nullptr);
 }
 
+// A file of an earlier release, beside a till that has it open and knows nothing of the default.
+TEST_F(Opening, AnOlderFileGetsTheDefaultsOfTodayOnce) {
+    create();
+    const auto other = workspace()->open(path, kPassword);
+    other->execute("INSERT INTO ODEME (MUSTNO) VALUES ('7')");
+    other->execute("INSERT INTO ODEME (MUSTNO,PESIN) VALUES ('7',1)");
+    const auto marks = [&] {
+        const auto reader = openSqlcipherToRead(path, kPassword, std::chrono::seconds(1));
+        const auto rows = reader->prepare("SELECT PESIN FROM ODEME ORDER BY ID");
+        std::string all;
+        while (rows->step())
+            all += rows->storage(0) == Statement::Storage::Null ? "-" : std::to_string(rows->whole(0));
+        return all;
+    };
+    EXPECT_EQ(marks(), "-1") << "who only reads takes it as it is";
+    Delivered today{tables(), queries(), {}};
+    today.tables.at(1).columns.at(5).defaultValue = 0;
+    today.tables.push_back({"YENI", {{"ID", ColumnType::Counter}, {"BAYRAK", ColumnType::Small, 0}}, {}});
+    other->begin();
+    static_cast<void>(workspace(today)->open(path, kPassword, std::chrono::seconds(0)));
+    EXPECT_EQ(marks(), "-1") << "while somebody writes, the books open as they are";
+    other->rollback();
+    workspace(today)->open(path, kPassword)->execute("INSERT INTO ODEME (MUSTNO) VALUES ('8')");
+    other->execute("INSERT INTO ODEME (MUSTNO) VALUES ('9')");
+    EXPECT_EQ(marks(), "0100");
+    other->execute("UPDATE ODEME SET PESIN = NULL WHERE ID = 1");
+    static_cast<void>(workspace(today)->open(path, kPassword));
+    EXPECT_EQ(marks(), "-100") << "touched once";
+    auto check = other->engine().prepare("PRAGMA integrity_check");
+    ASSERT_TRUE(check->step());
+    EXPECT_EQ(check->text(0), "ok");
+}
+
 TEST_F(Opening, TheFileKnowsItsColumnsAgain) {
     create();
     const auto store = workspace();

@@ -50,16 +50,16 @@ protected:
                   {"ISLENDI", ColumnType::Boolean}},
                  {{"MUSTNO", "ISLEMNO"}}}};
     }
-    void create() const {
-        createDatabase(
-            path, kPassword, tables(),
-            {{"S_ODEME", "SELECT ODEME.ID, MUSTERI.AD AS UNVAN, ODEME.TUTAR, ODEME.TARIH FROM ODEME "
-                         "INNER JOIN MUSTERI ON ODEME.MUSTNO = MUSTERI.HSTNO"}});
+    static std::vector<SavedQueryDef> queries() {
+        return {{"S_ODEME", "SELECT ODEME.ID, MUSTERI.AD AS UNVAN, ODEME.TUTAR, ODEME.TARIH FROM ODEME "
+                            "INNER JOIN MUSTERI ON ODEME.MUSTNO = MUSTERI.HSTNO"}};
     }
+    void create() const { createDatabase(path, kPassword, tables(), queries()); }
 
     // A process of its own, as far as the store is concerned.
-    std::unique_ptr<Workspace> workspace() const {
+    std::unique_ptr<Workspace> workspace(Delivered delivered = {}) const {
         WorkspaceConfig config;
+        config.delivered = std::move(delivered);
         config.toNativePath = [](std::string_view asWritten) { return std::string(asWritten); };
         config.dataSource = [this](std::string_view name) {
             return name == "dukkan" ? std::optional(path) : std::nullopt;

@@ -1,6 +1,7 @@
 // What a database is made of, in no engine's words: the delivered schema is written in these terms.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,8 @@ enum class ColumnType {
 struct ColumnDef {
     std::string name;
     ColumnType type;
+    std::optional<int> defaultValue =
+        {}; // of a row whose statement does not name the column; else it is Null
 };
 
 // Each table has a column ID of type Counter first: the order of equal rows and of a table opened by name.

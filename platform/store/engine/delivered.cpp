@@ -47,8 +47,12 @@ public:
         tables.insert(tables.end(), delivered.scratch.begin(), delivered.scratch.end());
         for (const std::string& statement : definitionStatements(tables, delivered.queries))
             add(statement);
-        for (const TableDef& table : tables) // as it stood in books before the key was unique
+        for (TableDef& table : tables) { // as they stood in older books: no unique key, no default
             if (!table.key.empty()) whole_.insert(indexStatement(table, table.key, Unique::No));
+            for (ColumnDef& column : table.columns)
+                column.defaultValue.reset();
+            add(tableStatement(table, Lifetime::File));
+        }
         whole_.insert("CREATE TABLE MSysSIRALAMA (SURUM TEXT)");
         whole_.insert("CREATE TABLE sqlite_sequence(name,seq)");
     }

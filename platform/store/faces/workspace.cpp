@@ -10,6 +10,7 @@
 #include "platform/store/engine/delivered.h"
 #include "platform/store/engine/filecatalog.h"
 #include "platform/store/engine/networkdisk.h"
+#include "platform/store/engine/sqlcipher/olderfile.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "platform/store/faces/database.h"
 
@@ -65,12 +66,19 @@ struct Workspace::State {
                                                      std::chrono::seconds timeout) {
         refuseNetworkDisk(native);
         const Delivered& delivered = config.delivered;
-        auto engine = openSqlcipher(native, password, timeout, config.clock, [&](Engine& opened) {
-            if (!delivered.tables.empty()) requireDelivered(opened, delivered, native);
-        });
+        const auto opened = [&] {
+            return openSqlcipher(native, password, timeout, config.clock, [&](Engine& made) {
+                if (!delivered.tables.empty()) requireDelivered(made, delivered, native);
+            });
+        };
+        auto engine = opened();
         renewSortOrder(*engine);
         engine->setBusyTimeout(std::min(std::chrono::milliseconds(timeout), kForKeys));
         completeKeys(*engine, delivered.tables);
+        if (addMissingDefaults(*engine, delivered.tables)) {
+            engine.reset(); // the connection knows the columns as they were
+            engine = opened();
+        }
         engine->setBusyTimeout(timeout);
         engine->setLockWait(lockWait);
         makeScratchTables(*engine, delivered.scratch);

@@ -59,12 +59,17 @@ std::string queryStatement(const SavedQueryDef& query, Catalog& catalog) {
 
 } // namespace
 
+std::string columnDefinition(const ColumnDef& column) {
+    const std::string typed = quoted(column.name) + ' ' + declaration(column.type);
+    return column.defaultValue ? typed + " DEFAULT " + std::to_string(*column.defaultValue) : typed;
+}
+
 std::string tableStatement(const TableDef& table, Lifetime lifetime) {
     std::string sql = lifetime == Lifetime::File ? "CREATE TABLE " : "CREATE TEMP TABLE ";
     sql += quoted(table.name) + " (";
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
         if (i > 0) sql += ", ";
-        sql += quoted(table.columns[i].name) + ' ' + declaration(table.columns[i].type);
+        sql += columnDefinition(table.columns[i]);
     }
     return sql + ')';
 }

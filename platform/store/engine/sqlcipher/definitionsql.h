@@ -20,6 +20,8 @@ enum class Unique { No, Yes };
 [[nodiscard]] std::string indexStatement(const TableDef& table, const std::vector<std::string>& columns,
                                          Unique unique);
 [[nodiscard]] std::string indexName(const TableDef& table, const std::vector<std::string>& columns);
+// A column as its table's statement declares it.
+[[nodiscard]] std::string columnDefinition(const ColumnDef& column);
 // The type of a column that was declared so by definitionStatements, as the engine tells it back; nothing for
 // another declaration, and for "" (an expression of a query). A Counter reads as Whole: the table's key tells
 // the two apart.
