@@ -12,6 +12,7 @@
 #include "platform/report/pagetext.h"
 #include "platform/report/reporterror.h"
 #include "platform/runtime/format.h"
+#include "platform/runtime/text.h"
 
 namespace veldona {
 
@@ -112,12 +113,36 @@ void bekle(EventPump& events, const ReportView& viewer) {
         events.doEvents();
 }
 
+// The column that a text's name means behind `onek`; nothing where the rows have none such.
+std::optional<std::string> adlandirilanSutun(const std::string& ad, std::string_view onek,
+                                             const adodb::Recordset& rows) {
+    if (!ad.starts_with(onek)) return std::nullopt;
+    const std::string sutun = ad.substr(onek.size());
+    for (int i = 0; i < rows.fieldCount(); ++i) {
+        const std::string name = rows.fieldName(i);
+        if (sutun == std::to_string(i + 1) || upperTurkish(sutun) == upperTurkish(name)) return name;
+    }
+    return std::nullopt;
+}
+
 } // namespace
+
+void RaporAlanBagla(report::Layout& layout, const adodb::Recordset& rows) {
+    using report::Piece;
+    for (report::TextElement* text : layout.texts()) {
+        const std::string mask = text->pieces.empty() ? std::string() : text->pieces.front().mask;
+        if (const auto sutun = adlandirilanSutun(text->name, "vAlan", rows))
+            text->pieces.assign(1, Piece{Piece::Kind::Column, {}, {"", *sutun}, mask});
+        else if (const auto baslik = adlandirilanSutun(text->name, "sBaslik", rows))
+            text->pieces.assign(1, Piece{Piece::Kind::Words, *baslik, {}, {}});
+    }
+}
 
 void BantliRaporGoster(Session& session, std::string_view duzen, const adodb::Recordset* rows,
                        const std::function<void(report::Layout&)>& hazirla,
                        const std::function<void()>& bitince) {
     report::Layout layout = report::bandedLayout(raporKlasoru(session.desktop.paths), std::string(duzen));
+    if (rows) RaporAlanBagla(layout, *rows);
     if (hazirla) hazirla(layout);
     const DateTime now = session.desktop.clock.now();
     adiTamamla(layout, now);

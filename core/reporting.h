@@ -14,6 +14,11 @@
 
 namespace veldona {
 
+// Ties the layout's texts to the columns of `rows` that their names say, by place or by name: "vAlan2" and
+// "vAlanTUTAR" show the value, "sBaslik2" the name of the column. A shop puts columns of its own on the paper
+// so.
+void RaporAlanBagla(report::Layout& layout, const adodb::Recordset& rows);
+
 // A banded report: lays `rows` (nullptr: none) out by the layout of this name, after `hazirla` has set the
 // layout's named texts, and shows it in its own preview. `bitince` runs when that has ended.
 void BantliRaporGoster(Session& session, std::string_view duzen, const adodb::Recordset* rows,

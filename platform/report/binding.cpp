@@ -70,18 +70,19 @@ BoundPiece Binding::piece(const Piece& piece, const Section& around, int line) c
     return made;
 }
 
-// Taken as money, so that twenty thousand addends lose nothing; Null counts for nothing.
+// The addends are taken as they are stored, finer than a kuruş, and summed wide, so that twenty thousand of
+// them lose nothing; Null counts for nothing.
 std::string Binding::sumOf(const DataSet& data, std::size_t column, const Piece& piece, int line) const {
     allowance_.goOn();
-    Currency sum;
     try {
+        long double sum = 0;
         for (std::size_t row = 0; row < data.rowCount(); ++row)
-            if (const Value& value = data.at(row, column); !value.isNull()) sum += toCurrency(value);
+            if (const Value& value = data.at(row, column); !value.isNull()) sum += toDouble(value);
+        return format(static_cast<double>(sum), piece.mask);
     } catch (const RuntimeError& error) {
         throw ReportError(layout_.file, line,
                           "\"" + piece.from.column + "\" sütunu toplanamadı: " + error.description());
     }
-    return format(sum, piece.mask);
 }
 
 } // namespace veldona::report

@@ -41,6 +41,14 @@ bool Layout::setText(std::string_view section, std::string_view name, std::strin
     return false;
 }
 
+std::vector<TextElement*> Layout::texts() {
+    std::vector<TextElement*> all;
+    for (Section* section : sectionsOf(*this))
+        for (TextElement& element : section->texts)
+            all.push_back(&element);
+    return all;
+}
+
 bool Layout::setQuery(std::string_view name, std::string sql) {
     for (Query& query : queries) {
         if (query.name != name) continue;

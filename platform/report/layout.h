@@ -113,6 +113,8 @@ struct Layout {
     // Puts a text in the place of the layout's own, as it stands: no sign in it means anything. False where
     // the layout has no such element, as a shop may have taken it out.
     bool setText(std::string_view section, std::string_view name, std::string text);
+    // Every text of every section.
+    [[nodiscard]] std::vector<TextElement*> texts();
     // Puts a statement in the place of the layout's own. False where there is no such query.
     bool setQuery(std::string_view name, std::string sql);
 };

@@ -289,6 +289,15 @@ TEST(ReportPages, SearchGoesOnFromTheLastPlaceAndRoundByTheTurkishAlphabet) {
     EXPECT_FALSE(findText(document, ""));
 }
 
+TEST(ReportPages, ATotalAddsItsAddendsUnrounded) {
+    const DataSet data{"", {{"TUTAR", 5}}, {1.004999, 1.004999, 1.004999}};
+    EXPECT_NE(documentText(compose(inReport("<detail height='6'/><reportFooter height='6'><sum x='0' y='0' "
+                                            "width='30' column='TUTAR' format='#.##0,00'/></reportFooter>"),
+                                   {data}))
+                  .find("3,01"),
+              std::string::npos);
+}
+
 TEST(ReportPages, DataThatDoesNotFitTheLayoutNamesFileAndLine) {
     const std::pair<const char*, const char*> cases[] = {
         {"<detail height='6'>\n<field x='0' y='0' width='9' column='YOK'/></detail>",
