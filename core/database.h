@@ -8,6 +8,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -93,9 +94,10 @@ struct TekilAlan {
     AlanTuru tur;
 };
 // True where no other row holds these values. An existing row names itself by `anahtar` and `id`; a new one
-// gives "". A question that fails is shown in a plain box and counts as not unique.
-bool TekilMi(Session& session, const std::string& tablo, const std::vector<TekilAlan>& alanlar,
-             const std::string& anahtar = {}, const std::string& id = {});
+// gives "". A question that fails is shown in a plain box and has no answer.
+[[nodiscard]] std::optional<bool> TekilMi(Session& session, const std::string& tablo,
+                                          const std::vector<TekilAlan>& alanlar,
+                                          const std::string& anahtar = {}, const std::string& id = {});
 
 // Opens a connection of its own on the data source, which becomes the shared one, and runs `sql` on it into
 // `rs`.

@@ -126,8 +126,8 @@ std::string YeniNo(Session& session, const std::string& alan, const std::string&
     return no;
 }
 
-bool TekilMi(Session& session, const std::string& tablo, const std::vector<TekilAlan>& alanlar,
-             const std::string& anahtar, const std::string& id) {
+std::optional<bool> TekilMi(Session& session, const std::string& tablo, const std::vector<TekilAlan>& alanlar,
+                            const std::string& anahtar, const std::string& id) {
     std::string kosul;
     for (const TekilAlan& a : alanlar) {
         if (!kosul.empty()) kosul += " And ";
@@ -136,17 +136,14 @@ bool TekilMi(Session& session, const std::string& tablo, const std::vector<Tekil
     if (!id.empty()) kosul += " And Not " + anahtar + " = " + id;
 
     Err err;
-    bool tekil = false;
+    std::optional<bool> tekil;
     attempt(err, [&] {
         KayitSeti rs;
         KayitSetiAc(session, rs, "Select " + alanlar.front().alan + " FROM " + tablo + " Where " + kosul,
                     adodb::CursorLocation::Client);
         tekil = rs->eof();
     });
-    if (err.number != 0) {
-        session.desktop.dialogs.tell("Tekil İndex Kontrolü Yapılırken " + err.description);
-        return false;
-    }
+    if (!tekil) session.desktop.dialogs.tell("Tekil İndex Kontrolü Yapılırken " + err.description);
     return tekil;
 }
 

@@ -124,6 +124,20 @@ std::int32_t in32Bits(std::int64_t deger) {
     return static_cast<std::int32_t>(deger);
 }
 
+// SqlCalistir, which leaves what a failed statement raised in `err`.
+bool calistir(Session& session, adodb::Connection& baglanti, const std::string& sql,
+              const std::string& baslik, Err& err) {
+    if (sql.empty()) return true;
+    if (attempt(err, [&] { baglanti.execute(sql); })) return true;
+    if (const std::string metin = relationMessage(baglanti, err); !metin.empty()) {
+        tell(session, {metin, "İlişkili Kayıt Hatası", Icon::Exclamation, Buttons::Ok});
+        return false;
+    }
+    tell(session, {std::to_string(err.number) + " " + err.description,
+                   baslik.empty() ? kProgramTitle : baslik, Icon::None, Buttons::Ok});
+    return false;
+}
+
 } // namespace
 
 void KayitYapisi::ekle(std::string alan, Value deger) {
@@ -192,7 +206,9 @@ bool KayitYaz(Session& session, KayitYapisi& rec) {
             TipleriAl(rec, *rs);
         }
         sql = statementOf(rec);
-        yazildi = SqlCalistir(session, *session.gBaglanti, sql);
+        Err told; // by the runner's own box
+        yazildi = calistir(session, *session.gBaglanti, sql, {}, told);
+        hata = told.description;
     });
     if (yazildi) return true;
     const std::string metin =
@@ -215,16 +231,8 @@ std::string IliskiHatasi(const std::array<std::string, 4>& satir, bool silme) {
 
 bool SqlCalistir(Session& session, adodb::Connection& baglanti, const std::string& sql,
                  const std::string& baslik) {
-    if (sql.empty()) return true;
     Err err;
-    if (attempt(err, [&] { baglanti.execute(sql); })) return true;
-    if (const std::string metin = relationMessage(baglanti, err); !metin.empty()) {
-        tell(session, {metin, "İlişkili Kayıt Hatası", Icon::Exclamation, Buttons::Ok});
-        return false;
-    }
-    tell(session, {std::to_string(err.number) + " " + err.description,
-                   baslik.empty() ? kProgramTitle : baslik, Icon::None, Buttons::Ok});
-    return false;
+    return calistir(session, baglanti, sql, baslik, err);
 }
 
 bool StokGuncelle(Session& session, const std::string& urkod, std::int32_t miktar, StokHareketi hareket,

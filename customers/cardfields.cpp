@@ -34,6 +34,18 @@ void showGroup(FrmCariEkle& f) {
     if (!rs->eof()) f.cboGrup.setText(joinText(rs->value("GRUP_ADI")));
 }
 
+// While a record fills the fields, their changes are not the operator's.
+class Doluyor {
+public:
+    explicit Doluyor(FrmCariEkle& f) : f_(f) { f_.alanlarDoluyor = true; }
+    ~Doluyor() { f_.alanlarDoluyor = false; }
+    Doluyor(const Doluyor&) = delete;
+    Doluyor& operator=(const Doluyor&) = delete;
+
+private:
+    FrmCariEkle& f_;
+};
+
 } // namespace
 
 const std::vector<CariSutunu>& cariSutunlari() {
@@ -81,6 +93,7 @@ Value CariAlanDegeri(const FrmCariEkle& f, int kod) {
 }
 
 void AlanlariTemizle(FrmCariEkle& f) {
+    const Doluyor doluyor(f);
     for (const CariSutunu& s : cariSutunlari())
         if (s.kod != CariAlan::HSTNO || f.kayit.durum != FormModu::Yeni) setText(f, s, "");
     f.cboGrup.setText("");
@@ -88,6 +101,7 @@ void AlanlariTemizle(FrmCariEkle& f) {
 }
 
 void AlanlariGoster(FrmCariEkle& f) {
+    const Doluyor doluyor(f);
     const adodb::Recordset& rs = *f.kayit.rs;
     for (const CariSutunu& s : cariSutunlari())
         setText(f, s, joinText(rs.value(s.sutun)));

@@ -66,10 +66,9 @@ bool MinimumInputKontrolu(FrmCariEkle& f) {
 bool MantikliInputKontrolu(FrmCariEkle& f) {
     if (f.kayit.durum == FormModu::Degistir) return true;
     const std::string kod = trim(f.txtKod.text());
-    if (!TekilMi(f.session, kTablo, {{"HSTNO", kod, AlanTuru::Metin}})) {
-        warn(f, "Dikkat,   " + kod + "   ,Kaydı Daha Önce Yapılmış");
-        return false;
-    }
+    const std::optional<bool> tekil = TekilMi(f.session, kTablo, {{"HSTNO", kod, AlanTuru::Metin}});
+    if (tekil == false) warn(f, "Dikkat,   " + kod + "   ,Kaydı Daha Önce Yapılmış");
+    if (tekil != true) return false;
     // Barcodes may repeat; asked is only whether the books can be asked for them.
     Err err;
     return attempt(err, [&] {

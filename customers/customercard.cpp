@@ -4,6 +4,7 @@
 
 #include "customers/cardfields.h"
 #include "customers/cardrecord.h"
+#include "platform/controls/handlers.h"
 
 namespace veldona {
 
@@ -45,12 +46,29 @@ void bindCycle(FrmCariEkle& f) {
     f.BarIslemler.onToolClick = [&k](const std::string& arac) { BarTiklandi(k, arac); };
 }
 
+// What is typed on a card that is looked at begins its change, as F5 does: F2 saves it, and no key drops it.
+void beginChangesByTyping(FrmCariEkle& f) {
+    const auto also = [&f](std::function<void()>& event) {
+        event = [&f, before = std::move(event)] {
+            call(before);
+            if (!f.alanlarDoluyor && f.kayit.durum == FormModu::Gezinme) KayitDegistir(f.kayit);
+        };
+    };
+    for (const CariSutunu& s : cariSutunlari()) {
+        if (s.metin) also((f.*s.metin).onChange);
+        if (s.liste) also((f.*s.liste).onChange);
+        if (s.liste) also((f.*s.liste).onClick);
+    }
+    also(f.dtYas.onChange);
+}
+
 void Form_Load(FrmCariEkle& f) {
     const FormKayit& given = f.session.gFormKayit;
     f.kayit.secici = given.Sonuc == Currency::ofWhole(FormSonucu::Istendi);
     if (given.KayitID > 0) f.kartlar.push_back(given.KayitID);
     const bool isNew = given.Kip == FormModu::Yeni;
     ListeleriYukle(f);
+    beginChangesByTyping(f);
     kartlariAc(f);
     if (isNew) {
         YeniKayit(f.kayit);

@@ -63,6 +63,7 @@ struct FrmCariEkle : Form {
     KayitDongusu kayit{*this, session, &BarIslemler};
     std::vector<std::int32_t> kartlar; // the IDs that the recordset is restricted to
     bool sonKayitYeniydi = false;
+    bool alanlarDoluyor = false; // by a record, not by the operator
 };
 
 [[nodiscard]] std::unique_ptr<Form> makeFrmCariEkle(Forms& forms, Session& session);

@@ -68,7 +68,12 @@ void showRemaining(FrmMainVeldona& f, const char* mask) {
 
 void DuzeltmeKutusuAc(FrmMainVeldona& f, std::string_view kutu, const DuzeltilecekSatir& satir) {
     Form& form = f.forms().load(kutu);
-    dynamic_cast<DuzeltmeKutusu&>(form).al(satir);
+    try {
+        dynamic_cast<DuzeltmeKutusu&>(form).al(satir);
+    } catch (const RuntimeError&) {
+        f.forms().unload(form); // it has opened the sale of this moment
+        throw;
+    }
     EkranGoster(f.session, kutu, Kip::Modal);
 }
 

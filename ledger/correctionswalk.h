@@ -65,7 +65,8 @@ public:
     virtual ~DuzeltmeKutusu() = default;
     virtual void al(const DuzeltilecekSatir& satir) = 0;
 };
-// Loads the dialog, hands it the row, and shows it until it is closed.
+// Loads the dialog, hands it the row, and shows it until it is closed. A row that it cannot take raises, and
+// nothing is left open.
 void DuzeltmeKutusuAc(FrmMainVeldona& f, std::string_view kutu, const DuzeltilecekSatir& satir);
 
 } // namespace veldona

@@ -94,7 +94,10 @@ void GrideGit(FrmMainVeldona& f, double id) {
     else
         f.rsCari->requery();
     Err ignored;
-    if (id > 0) f.rsCari->find("ID = " + toText(id));
+    if (id > 0) {
+        f.rsCari->find("ID = " + toText(id));
+        if (f.rsCari->eof()) f.session.desktop.dialogs.beep(); // a filter hides the customer
+    }
     if (id <= 0 || f.rsCari->eof()) attempt(ignored, [&] { f.rsCari->moveFirst(); });
     f.grdList.refresh();
 }

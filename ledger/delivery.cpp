@@ -32,8 +32,20 @@ bool isZero(const std::string& amount) {
     return read.isZero();
 }
 
+// A failure is told by whoever asks, in a word of its own.
+bool runUntold(FrmMainVeldona& f, const std::string& sql) {
+    Err untold;
+    return attempt(untold, [&] { f.session.gBaglanti->execute(sql); });
+}
+
+// The dot of a typed amount is its decimal sign here ("12.50"), unless it can only be a group's ("1.050,00").
+std::string shownAmount(const std::string& typed) {
+    const std::string withComma = replaceAll(typed, ".", ",");
+    return format(isNumeric(withComma) ? withComma : typed, kParaMaskesi);
+}
+
 void addToLists(FrmMainVeldona& f) {
-    const std::string amount = format(replaceAll(f.MskToplamUcret.text(), ".", ","), kParaMaskesi);
+    const std::string amount = shownAmount(f.MskToplamUcret.text());
     f.List1.add("1");
     f.lstID.add("1");
     f.List2.add("Ürün");
@@ -52,7 +64,7 @@ Currency totalLessDiscount(const FrmMainVeldona& f) {
     return discount.empty() ? total : total - toCurrency(discount);
 }
 
-// The new line as the lists show it: of a typed amount the dot is the decimal sign there.
+// The new line as the lists show it.
 std::string insertLine(FrmMainVeldona& f) {
     const std::string& amount = f.List6.list(f.List6.count() - 1);
     Value note = f.txtUrunAdi.text();
@@ -94,8 +106,8 @@ void cmdUrunKaydet_Click(FrmMainVeldona& f) {
         return;
     }
     const std::string total = stored(f, totalLessDiscount(f));
-    if (!run(f, insertLine(f))) dialogs.tell(" URUNAL");
-    if (!run(f, "UPDATE ISLEMNOTABLO SET TOPBORC= " + total + " Where ISLEMNO = " + f.Text5.text()))
+    if (!runUntold(f, insertLine(f))) dialogs.tell(" URUNAL");
+    if (!runUntold(f, "UPDATE ISLEMNOTABLO SET TOPBORC= " + total + " Where ISLEMNO = " + f.Text5.text()))
         dialogs.tell(" ISLEMNOTABLO ");
     f.session.desktop.clock.wait(kUntilWritten);
     L3_DblClick(f);

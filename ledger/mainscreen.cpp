@@ -46,8 +46,7 @@ void placeControls(FrmMainVeldona& f) {
 }
 
 void setProperties(FrmMainVeldona& f) {
-    for (Control* control :
-         Controls{&f.lstID, &f.lstYapilacakOdmID, &f.lstOdemeTip, &f.txtYaziIle, &f.Text6, &f.txtKasaID})
+    for (Control* control : Controls{&f.lstID, &f.lstYapilacakOdmID, &f.txtYaziIle, &f.Text6})
         control->setVisible(false);
     for (Control* control :
          Controls{&f.txtAdres, &f.txtTel, &f.Text5, &f.txtOdemeTipi, &f.txtAciklama, &f.dtTeslimatTarihi})

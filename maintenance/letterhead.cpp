@@ -63,12 +63,12 @@ bool writeRecord(FrmAntetBilgisi& f) {
     return KayitYaz(f.session, rec);
 }
 
-// The end of the first use; later the main screen stands behind this one already.
-void openMainScreen(FrmAntetBilgisi& f) {
+// The first use ends here; later the main screen stands behind this one, which gives way to it.
+void showMainScreen(FrmAntetBilgisi& f) {
     KayitSeti rs;
     KayitSetiAc(f.session, rs, "SELECT DEGER FROM  FIRMABILGISI", adodb::CursorLocation::Client);
-    if (rs->eof() || joinText(rs->value("DEGER")) != "1" || FormAcikMi(f.forms(), "frmMainVeldona")) return;
-    EkranGoster(f.session, "frmMainVeldona", Kip::Modeless);
+    if (rs->eof() || joinText(rs->value("DEGER")) != "1") return;
+    if (!FormAcikMi(f.forms(), "frmMainVeldona")) EkranGoster(f.session, "frmMainVeldona", Kip::Modeless);
     f.forms().unload(f);
 }
 
@@ -80,7 +80,7 @@ void cmdKaydet_Click(FrmAntetBilgisi& f) {
         showRecord(f);
     }
     IsaretGoster(f, true);
-    openMainScreen(f);
+    if (saved) showMainScreen(f);
 }
 
 } // namespace
@@ -98,6 +98,9 @@ FrmAntetBilgisi::FrmAntetBilgisi(Forms& itsForms, Session& itsSession)
     onActivate = [this] { showRecord(*this); };
     onUnload = [this] { KayitSetiKapat(rs); };
     cmdKaydet.onClick = [this] { cmdKaydet_Click(*this); };
+    onKeyDown = [this](KeyEvent& event) {
+        if (event.key == Key::F2) cmdKaydet_Click(*this);
+    };
     cmdsil.onClick = [this] { forms().unload(*this); };
 }
 

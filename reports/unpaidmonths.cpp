@@ -40,13 +40,6 @@ Pencere ayi(DateTime date) {
     return {bas, addMonths(bas, 1)};
 }
 
-// The cumulative sums take the walk's date into the statement as it stands, and the store reads a day that
-// could pass for a month as one.
-DateTime deponunOkudugu(DateTime date) {
-    if (date.day() > 12) return date;
-    return DateTime::of(date.year(), date.day(), date.month(), date.hour(), date.minute(), date.second());
-}
-
 const Hareket* ilki(Hareketler rows, const Pencere& pencere) {
     const auto found = std::ranges::find_if(
         rows, [&](const Hareket& row) { return row.ODTRH && pencere.holds(*row.ODTRH); });
@@ -82,8 +75,7 @@ std::vector<AcikAy> acikAylar(std::span<const Hareket> taksit, std::span<const H
     const int aySayisi = toByte(monthsBetween(*uclar.ilk, *uclar.son));
     DateTime tarih = *uclar.ilk;
     for (int i = 0; i <= aySayisi; ++i, tarih = addMonths(tarih, 1)) {
-        const DateTime sinir = deponunOkudugu(tarih);
-        const double borc = tariheKadar(taksit, sinir), odeme = tariheKadar(odenen, sinir);
+        const double borc = tariheKadar(taksit, tarih), odeme = tariheKadar(odenen, tarih);
         if (borc == odeme) break;
         if (odeme > borc) continue;
         const Pencere ay = ayi(tarih);

@@ -36,22 +36,32 @@ void metinYaz(FrmCrNesne& f, const std::string& metin) {
     f.zoomDegisti = false;
 }
 
+// Typed text is read as a number, also where it is the same as an entry of the list.
+void yazilaniUygula(FrmCrNesne& f) {
+    const double yazilan = val(f.cboZoom.text());
+    f.zoomDegisti = false;
+    if (yazilan <= 10 || yazilan >= 400) return;
+    const int zoom = static_cast<int>(std::trunc(yazilan));
+    f.CRViewer1.zoom(zoom);
+    metinYaz(f, std::to_string(zoom) + " %");
+}
+
 void cboZoom_Change(FrmCrNesne& f) {
     if (f.zoomYaziliyor) return;
     f.zoomDegisti = true;
-    if (!f.zoomTusu) SetZoomFactor(f);
+    if (!f.zoomTusu) yazilaniUygula(f);
 }
 
 void cboZoom_KeyDown(FrmCrNesne& f, KeyEvent& event) {
     f.zoomTusu = true;
     if (event.key != Key::Enter) return;
     event.swallowed = true;
-    SetZoomFactor(f);
+    yazilaniUygula(f);
 }
 
 void cboZoom_LostFocus(FrmCrNesne& f) {
     f.zoomTusu = false;
-    if (f.zoomDegisti) SetZoomFactor(f);
+    if (f.zoomDegisti) yazilaniUygula(f);
 }
 
 } // namespace
@@ -66,17 +76,10 @@ void FillZoomFactor(FrmCrNesne& f) {
 
 void SetZoomFactor(FrmCrNesne& f) {
     const int secilen = f.cboZoom.listIndex();
-    if (secilen >= 0) {
-        const Olcek& olcek = kOlcekler[static_cast<std::size_t>(secilen)];
-        f.CRViewer1.zoom(olcek.zoom);
-        return metinYaz(f, olcek.metin);
-    }
-    const double yazilan = val(f.cboZoom.text());
-    f.zoomDegisti = false;
-    if (yazilan <= 10 || yazilan >= 400) return;
-    const int zoom = static_cast<int>(std::trunc(yazilan));
-    f.CRViewer1.zoom(zoom);
-    metinYaz(f, std::to_string(zoom) + " %");
+    if (secilen < 0) return yazilaniUygula(f);
+    const Olcek& olcek = kOlcekler[static_cast<std::size_t>(secilen)];
+    f.CRViewer1.zoom(olcek.zoom);
+    metinYaz(f, olcek.metin);
 }
 
 void zoomBagla(FrmCrNesne& f) {

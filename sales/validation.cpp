@@ -12,7 +12,8 @@ std::vector<std::string> missingFields(const FrmSatis& f) {
     if (trim(f.txtIslemNo.text()).empty()) etiketler.push_back(f.lblInfo0.caption());
     if (trim(f.txtKod.text()).empty()) etiketler.push_back(f.lblInfo2.caption());
     if (!f.chkOtomatikTaksitHesapla.checked()) return etiketler;
-    if (f.chkTaksitAdetGir.checked() && val(f.MskTaksitAdedi.text()) < 1) etiketler.push_back("Taksit Adeti");
+    const std::string& adet = f.MskTaksitAdedi.text();
+    if ((f.chkTaksitAdetGir.checked() && val(adet) < 1) || adet.empty()) etiketler.push_back("Taksit Adeti");
     if (f.dtTaksitBaslangicTarihi.value().isNull()) etiketler.push_back("Taksit Başlangıç Tarihi ");
     return etiketler;
 }

@@ -1,5 +1,6 @@
 #include "ui/dialogs.h"
 
+#include <QApplication>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -72,6 +73,10 @@ void WindowDialogs::runtimeError(const RuntimeError& error) {
     box.setInformativeText(toQt(error.description()));
     box.addButton("&Tamam", QMessageBox::AcceptRole);
     host_.run(box);
+}
+
+void WindowDialogs::beep() {
+    QApplication::beep();
 }
 
 } // namespace veldona

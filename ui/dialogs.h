@@ -14,6 +14,7 @@ public:
     Answer show(const Message& message) override;
     std::optional<std::string> input(const std::string& prompt, const std::string& title) override;
     void runtimeError(const RuntimeError& error) override;
+    void beep() override;
 
 private:
     WindowHost& host_;

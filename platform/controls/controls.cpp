@@ -4,6 +4,7 @@
 
 #include "platform/controls/form.h"
 #include "platform/runtime/conversion.h"
+#include "platform/runtime/error.h"
 #include "platform/runtime/text.h"
 
 namespace veldona {
@@ -58,6 +59,7 @@ void OptionButton::setValue(bool value) {
 
 void DateBox::setValue(const Value& value) {
     const bool isEmpty = value.isNull() || (value.isText() && trim(value.get<std::string>()).empty());
+    if (isEmpty && style_ == Style::Picker) raise(ErrorNumber::TypeMismatch);
     value_ = isEmpty ? Value() : Value(toDate(value).date());
     if (!isEmpty) lastDate_ = value_;
     changed();

@@ -107,7 +107,7 @@ public:
     [[nodiscard]] Style style() const { return style_; }
     [[nodiscard]] const Value& value() const { return value_; } // Null or a date at midnight
     // Null, a date (its time is dropped) or a text read as one; "" is Null. Raises onChange. Error 13 for
-    // other texts.
+    // other texts, and for Null in a plain picker.
     void setValue(const Value& value);
     [[nodiscard]] std::string text() const; // "dd/mm/yyyy", or ""
     [[nodiscard]] std::string shownText() const override { return text(); }

@@ -32,6 +32,7 @@ public:
     // Nothing where the box was cancelled.
     virtual std::optional<std::string> input(const std::string& prompt, const std::string& title) = 0;
     virtual void runtimeError(const RuntimeError& error) = 0;
+    virtual void beep() = 0;
 
     void tell(std::string text, Icon icon = Icon::None) {
         show({std::move(text), kProgramTitle, icon, Buttons::Ok});
@@ -72,10 +73,12 @@ public:
     Answer show(const Message& message) override;
     std::optional<std::string> input(const std::string& prompt, const std::string& title) override;
     void runtimeError(const RuntimeError& error) override;
+    void beep() override { ++beeps; }
 
     std::deque<Said> said;           // oldest first; the reader takes them away
     std::deque<std::string> answers; // "yes", "no", "ok", or a text for an input box
-    int unanswered = 0;              // questions that found no answer and were answered No, or empty
+    int beeps = 0;
+    int unanswered = 0; // questions that found no answer and were answered No, or empty
 };
 
 } // namespace veldona

@@ -2,6 +2,10 @@
 #include <gtest/gtest.h>
 
 #include "core/money.h"
+#include "core/reporting.h"
+#include "platform/report/compose.h"
+#include "platform/report/layoutreader.h"
+#include "platform/report/pagetext.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 #include "tests/support/shop.h"
@@ -97,9 +101,11 @@ TEST_F(Core, KayitYazTellsWhatFailedAndWritesNothing) {
     KayitYapisi empty = customer("1");
     empty.ekle("GURUP_ID", ""); // an empty value for a number leaves a hole in the statement
     EXPECT_FALSE(KayitYaz(session, empty));
-    ASSERT_EQ(shop.dialogs.said.size(), 2u);
-    EXPECT_EQ(shop.dialogs.said[1].title, "vorelHata");
-    EXPECT_EQ(shop.dialogs.said[1].text, "\nSQL: INSERT INTO MUSTKAYIT (HSTNO,GURUP_ID ) VALUES ('1',)");
+    ASSERT_EQ(shop.dialogs.said.size(), 2u); // the statement runner's, and the record's
+    const auto& [text, title, number, isPrompt] = shop.dialogs.said[1];
+    EXPECT_EQ(title, "vorelHata");
+    EXPECT_EQ(text.substr(text.find('\n')), "\nSQL: INSERT INTO MUSTKAYIT (HSTNO,GURUP_ID ) VALUES ('1',)");
+    EXPECT_TRUE(shop.dialogs.said[0].text.ends_with(" " + text.substr(0, text.find('\n')))) << text;
     shop.dialogs.said.clear();
 
     KayitYapisi unknown = customer("1");
@@ -164,18 +170,33 @@ TEST_F(Core, LookUpsAndNumbers) {
     EXPECT_EQ(AlanDegeriOku(session, "AD", "MUSTKAYIT", "HSTNO", "10"), Value("Can"));
     EXPECT_EQ(KayitDegeri(session, "ID", "MUSTKAYIT", "HSTNO", "yok"), Value(true));
 
-    EXPECT_FALSE(TekilMi(session, "MUSTKAYIT", {{"HSTNO", "9", AlanTuru::Metin}}));
-    EXPECT_TRUE(TekilMi(session, "MUSTKAYIT", {{"HSTNO", "9", AlanTuru::Metin}}, "ID", "1")) << "its own row";
-    EXPECT_TRUE(
-        TekilMi(session, "MUSTKAYIT", {{"HSTNO", "9", AlanTuru::Metin}, {"AD", "Can", AlanTuru::Metin}}));
+    EXPECT_EQ(TekilMi(session, "MUSTKAYIT", {{"HSTNO", "9", AlanTuru::Metin}}), false);
+    EXPECT_EQ(TekilMi(session, "MUSTKAYIT", {{"HSTNO", "9", AlanTuru::Metin}}, "ID", "1"), true) << "its own";
+    EXPECT_EQ(
+        TekilMi(session, "MUSTKAYIT", {{"HSTNO", "9", AlanTuru::Metin}, {"AD", "Can", AlanTuru::Metin}}),
+        true);
     EXPECT_TRUE(shop.said().empty());
-    EXPECT_FALSE(TekilMi(session, "MUSTKAYIT", {{"YOK", "9", AlanTuru::Metin}}));
+    EXPECT_EQ(TekilMi(session, "MUSTKAYIT", {{"YOK", "9", AlanTuru::Metin}}), std::nullopt);
     ASSERT_EQ(shop.dialogs.said.size(), 1u);
     EXPECT_EQ(shop.dialogs.said[0].text.find("Tekil İndex Kontrolü Yapılırken "), 0u);
 
     shop.run("INSERT INTO MUSTKAYIT (HSTNO) VALUES ('G3')");
     EXPECT_EQ(YeniNo(session, "HSTNO", "MUSTKAYIT", "", AlanTuru::Sayi), "") << "a text among the numbers";
     EXPECT_EQ(YeniNo(session, "HSTNO", "MUSTKAYIT", "", AlanTuru::Metin), "11");
+}
+
+TEST_F(Core, TextsOfALayoutShowTheColumnsThatTheirNamesSay) {
+    shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD) VALUES ('7','Ayşe')");
+    KayitSeti rs;
+    KayitSetiAc(session, rs, "SELECT HSTNO,AD FROM MUSTKAYIT", adodb::CursorLocation::Client);
+    std::string labels;
+    for (const char* name : {"vAlan2", "sBaslik2", "vAlanHSTNO", "vAlan3", "sBaslikad"})
+        labels += "<label x='" + std::to_string(labels.size() / 4) + "' y='0' width='20' name='" + name +
+                  "' text='-'/>";
+    report::Layout layout =
+        report::parseLayout("<report title='t'><detail height='6'>" + labels + "</detail></report>", "t.xml");
+    RaporAlanBagla(layout, *rs);
+    EXPECT_EQ(report::documentText(report::composeRows(layout, *rs, shop.clock.now())), "Ayşe AD 7 - AD\n");
 }
 
 TEST_F(Core, BookmarksAreKeptAsText) {

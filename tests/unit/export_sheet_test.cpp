@@ -169,7 +169,7 @@ void Clerk::sale(const std::string& n) {
                                                  joinText(rs.value("SOYAD"))};
     const int months = monthsBetween(*first, *last);
     for (int i = 0; i <= months; ++i, first = addMonths(*first, 1)) {
-        const std::string until = " AND ODTRH <=   # " + toText(*first) + " # ";
+        const std::string until = " AND ODTRH <=   # " + format(*first, "mm,dd,yyyy hh:nn:ss") + " # ";
         const double due = sum("URUNSAT", n, until), paid = sum("TAKSITODENEN", n, until);
         if (due == paid) return;
         if (paid < due) month(n, *first, customer);

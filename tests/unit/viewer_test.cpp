@@ -129,20 +129,20 @@ TEST_F(Viewer, ZoomTakesTheListAndNumbersBetweenTenAndFourHundred) {
         const char* shown;
     };
     constexpr Case kCases[] = {
-        {"400%", 400, "400 %"},
-        {"10", 400, "10"}, // passed over
-        {"400", 400, "400"},
-        {"yarım", 400, "yarım"},
-        {"", 400, ""},
+        {"10", 300, "10"},     // passed over
+        {"400%", 300, "400%"}, // also where the list has it
+        {"yarım", 300, "yarım"},
+        {"", 300, ""},
         {"11", 11, "11 %"},
         {"10.01", 10, "10 %"},
         {"399.99", 399, "399 %"},
         {"95,7", 95, "95 %"},
-        {"Tüm Sayfa", ReportView::kWholePage, "40 %"},
-        {"40 %", 40, "40 %"}, // typed over the text that stood for the whole page
+        {"Tüm Sayfa", 95, "Tüm Sayfa"},
+        {"40 %", 40, "40 %"}, // the text that stands for the whole page, typed
         {" 1 2 0", 120, "120 %"},
         {"25%", 25, "25 %"},
     };
+    ASSERT_TRUE(user::choose(f.cboZoom, "300%"));
     for (const Case& each : kCases) {
         ASSERT_TRUE(user::put(f.cboZoom, each.typed));
         EXPECT_EQ(f.CRViewer1.zoomLevel(), each.zoom) << each.typed;
