@@ -45,8 +45,10 @@ bool KayitSetiAcKontrollu(Session& session, KayitSeti& rs, std::string_view sql,
 }
 
 bool IslemBaslat(Session& session) {
-    std::string hata;
-    return shown(session, hata, [&] { session.gBaglanti->beginTrans(); });
+    Err err;
+    if (attempt(err, [&] { session.gBaglanti->beginTrans(); })) return true;
+    session.desktop.dialogs.tell(err.description, Icon::None); // there is no end of its own to wait for
+    return false;
 }
 
 bool IslemOnayla(Session& session) {

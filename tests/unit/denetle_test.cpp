@@ -35,11 +35,12 @@ public:
     SampleBooks& operator=(const SampleBooks&) = delete;
 
     [[nodiscard]] std::string file() const { return folder_ + "/vorel.mdb"; }
-    // A copy on which one statement was run.
+    // A copy on which one statement was run, in the form that books have which hold a sale's number twice.
     [[nodiscard]] std::string spoiled(const std::string& sql) const {
         const std::string copy = folder_ + "/bozuk.mdb";
         fs::copy_file(file(), copy, fs::copy_options::overwrite_existing);
         const auto books = store::openSqlcipher(copy, kDeliveredPassword, 1s);
+        books->execute("DROP INDEX ISLEMNOTABLO_ISLEMNO");
         books->execute(sql);
         EXPECT_GT(books->rowsChanged(), 0) << sql;
         return copy;
