@@ -1,7 +1,8 @@
 // The backups of a folder: their names, and which of them are kept.
 //
-// A name carries day and time, so that names sort by age: vorel-2026-11-22_143005.mdb. Files of any other
-// name are nobody's business here.
+// A name carries day and time, so that names sort by age: vorel-2026-11-22_143005.mdb. Books that a backup
+// took the place of stand beside them, under the same name behind "degistirilen-". Files of any other name
+// are nobody's business here.
 #pragma once
 
 #include <string>
@@ -15,8 +16,21 @@ namespace veldona::backup {
 [[nodiscard]] std::string backupName(DateTime at);
 [[nodiscard]] bool isBackupName(std::string_view name);
 
-// The backups in `folder`, the oldest first.
+// The name of books that are replaced at `at`.
+[[nodiscard]] std::string replacedName(DateTime at);
+
+// The backups in `folder`, the oldest first. Raises Refusal.
 [[nodiscard]] std::vector<std::string> listBackups(const std::string& folder);
+
+struct Restorable {
+    std::string file;
+    std::string stamp; // 2026-11-22_143005
+    bool isReplaced;   // books that a backup took the place of
+};
+
+// All that can be put in the place of `books`, the oldest first. Neither folder need be there. Raises
+// Refusal.
+[[nodiscard]] std::vector<Restorable> listRestorable(const std::string& folder, const std::string& books);
 
 // Takes away the unfinished copies that killed runs left; only while no other backup is being made there.
 void clearUnfinished(const std::string& folder);

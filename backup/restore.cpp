@@ -1,19 +1,20 @@
 #include "backup/restore.h"
 
-#include <unistd.h>
-
-#include <cerrno>
+#include <algorithm>
 #include <chrono>
-#include <cstdio>
-#include <cstring>
 #include <filesystem>
+#include <iterator>
 
 #include "backup/copy.h"
 #include "backup/keeping.h"
+#include "backup/place.h"
+#include "backup/proof.h"
 #include "backup/refusal.h"
+#include "core/books.h"
 #include "core/session.h"
 #include "platform/runtime/format.h"
 #include "platform/store/dialect/storeerror.h"
+#include "platform/store/engine/draft.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace veldona::backup {
@@ -62,39 +63,39 @@ std::string differences(const Picture& backup, const Picture& now) {
     return text.empty() ? "Satır sayıları aynı.\n" : "Satır sayıları:\n" + text;
 }
 
-// A log beside the file means that a program has it open, or was not closed well.
-void requireClosed(const std::string& books) {
-    if (!stands(books + "-wal")) return;
-    throw Refusal(books +
-                  " şu anda açık görünüyor ve olduğu gibi bırakıldı. Programı kapatıp yeniden deneyin.");
+bool hasJournal(const std::string& books) {
+    return std::any_of(std::begin(kJournals), std::end(kJournals),
+                       [&](const char* journal) { return stands(books + journal); });
 }
 
-// The name changes hands in one step where the disk knows links.
-void exchange(const std::string& arrived, const std::string& books, const std::string& kept) {
-    const bool linked = ::link(books.c_str(), kept.c_str()) == 0;
-    if (!linked && std::rename(books.c_str(), kept.c_str()) != 0)
-        throw Refusal(books + " kenara konamadı: " + std::strerror(errno));
-    if (std::rename(arrived.c_str(), books.c_str()) == 0) return;
-    const int failure = errno;
-    if (!linked) static_cast<void>(std::rename(kept.c_str(), books.c_str()));
-    throw Refusal(books + " yerine yedek konamadı: " + std::strerror(failure));
-}
-
-class Arrival {
-public:
-    explicit Arrival(std::string path) : path_(std::move(path)) { remove(); }
-    ~Arrival() { remove(); }
-    Arrival(const Arrival&) = delete;
-    Arrival& operator=(const Arrival&) = delete;
-    [[nodiscard]] const std::string& path() const { return path_; }
-
-private:
-    void remove() {
-        std::error_code ignored; // it is not there where all went well
-        fs::remove(path_, ignored);
+// A journal that a killed program left holds the last payments: it goes into the books, so that what is set
+// aside is one file. False where the two can't be read, or only the books without it.
+bool takeJournalIn(const std::string& books) {
+    if (!stands(books) || !hasJournal(books)) return true;
+    try {
+        store::settleJournal(books, kDeliveredPassword);
+        return true;
+    } catch (const store::StoreError& failure) {
+        using Kind = store::StoreError::Kind;
+        if (failure.kind() == Kind::Locked || failure.kind() == Kind::DiskFull) throw;
+        return false;
     }
-    std::string path_;
-};
+}
+
+bool areSoundAlone(const std::string& books) {
+    try {
+        static_cast<void>(openBooksAlone(books));
+        return true;
+    } catch (const store::StoreError&) {
+        return false;
+    }
+}
+
+// A journal under the name of a file is read as that file's; one that isn't gets a name of its own.
+SetAside namesFor(const std::string& books, DateTime now, bool isJournalForeign) {
+    const std::string kept = (fs::path(books).parent_path() / replacedName(now)).string();
+    return {kept, kept + (isJournalForeign ? ".uymayan" : "")};
+}
 
 } // namespace
 
@@ -108,7 +109,7 @@ Loss lossOfRestoring(const std::string& backup, const std::string& books) {
         return loss;
     }
     try {
-        const auto present = store::openSqlcipherToRead(books, kDeliveredPassword, std::chrono::seconds(15));
+        const auto present = openBooksToRead(books, std::chrono::seconds(15));
         const Picture now = pictureOf(*present);
         loss.text += "Defterdeki son ödeme: " + shownDate(now.newestPayment) + "\n" +
                      newRows(*present, kept) + differences(kept, now) +
@@ -125,30 +126,32 @@ bool areDamaged(const std::string& books) {
     using Kind = store::StoreError::Kind;
     if (!stands(books)) return false;
     try {
-        static_cast<void>(store::openSqlcipherToRead(books, kDeliveredPassword, std::chrono::seconds(15)));
+        static_cast<void>(openBooksToRead(books, std::chrono::seconds(15)));
         return false;
     } catch (const store::StoreError& failure) {
         return failure.kind() == Kind::WrongPassword || failure.kind() == Kind::Damaged;
     }
 }
 
-std::optional<std::string> restore(const std::string& backup, const std::string& books, DateTime now) {
+std::vector<std::string> restore(const std::string& backup, const std::string& books, DateTime now) {
     requireClosed(books);
-    const fs::path folder = fs::path(books).parent_path();
-    fs::create_directories(folder);
-    const Arrival arrived(books + ".geri");
-    copyBooks(backup, arrived.path());
-    requireClosed(books);
-    std::optional<std::string> kept;
-    if (stands(books)) {
-        kept = (folder / ("degistirilen-" + backupName(now))).string();
-        if (stands(*kept)) throw Refusal(*kept + " zaten var. Biraz sonra yeniden deneyin.");
-        exchange(arrived.path(), books, *kept);
-    } else if (std::rename(arrived.path().c_str(), books.c_str()) != 0) {
-        throw Refusal(books + " yerine konamadı: " + std::strerror(errno));
+    const std::string folder = fs::path(books).parent_path().string();
+    makeFolder(folder);
+    const FolderLock lock(folder, "Bir yedek zaten yerine konuyor. Bitmesini bekleyip yeniden deneyin.");
+    const store::Draft arrived(books + ".geri");
+    const Picture proven = copyToDraft(backup, arrived.path());
+    const bool isJournalForeign = !takeJournalIn(books) && areSoundAlone(books);
+    return exchange(arrived.path(), proven, books, namesFor(books, now, isJournalForeign));
+}
+
+std::string toldOf(const std::vector<std::string>& setAside) {
+    std::string text;
+    for (const std::string& file : setAside) {
+        const bool isJournal = !file.ends_with(".mdb");
+        text += (text.empty() ? "" : "\n") +
+                std::string(isJournal ? "Yanında kalmış günlük burada: " : "Değişen defter burada: ") + file;
     }
-    syncFolder(folder.string());
-    return kept;
+    return text;
 }
 
 } // namespace veldona::backup

@@ -1,8 +1,8 @@
 // Putting a backup back in the place of the books.
 #pragma once
 
-#include <optional>
 #include <string>
+#include <vector>
 
 #include "backup/picture.h"
 #include "platform/runtime/datetime.h"
@@ -21,9 +21,12 @@ struct Loss {
 // The books stand and cannot be opened for what is in the file, not for a lock or a right that lacks.
 [[nodiscard]] bool areDamaged(const std::string& books);
 
-// Puts a checked copy of `backup` in the place of `books` and answers where the replaced file was kept
-// (nothing where there was none). Raises Refusal where a program has the books open; they then stay as they
-// are.
-std::optional<std::string> restore(const std::string& backup, const std::string& books, DateTime now);
+// Puts a proven copy of `backup` in the place of `books` and answers what was set aside: the replaced file,
+// and a journal beside it that could not be taken in. Raises Refusal where a program has the books open, or
+// StoreError; the books then stay as they are.
+std::vector<std::string> restore(const std::string& backup, const std::string& books, DateTime now);
+
+// Where they are, in a sentence; "" where nothing was set aside.
+[[nodiscard]] std::string toldOf(const std::vector<std::string>& setAside);
 
 } // namespace veldona::backup

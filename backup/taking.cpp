@@ -1,14 +1,11 @@
 #include "backup/taking.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <unistd.h>
-
 #include <filesystem>
 #include <system_error>
 
 #include "backup/copy.h"
 #include "backup/keeping.h"
+#include "backup/place.h"
 #include "backup/refusal.h"
 
 namespace veldona::backup {
@@ -16,31 +13,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Two at once would take each other's unfinished copy away.
-class FolderLock {
-public:
-    explicit FolderLock(const std::string& folder)
-        : descriptor_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-        if (descriptor_ >= 0 && flock(descriptor_, LOCK_EX | LOCK_NB) == 0) return;
-        if (descriptor_ >= 0) ::close(descriptor_);
-        throw Refusal(folder + " klasöründe başka bir yedekleme sürüyor.");
-    }
-    ~FolderLock() { ::close(descriptor_); }
-    FolderLock(const FolderLock&) = delete;
-    FolderLock& operator=(const FolderLock&) = delete;
-
-private:
-    int descriptor_;
-};
-
-void prepare(const std::string& folder) {
-    const bool isNew = fs::create_directories(folder);
-    if (isNew) fs::permissions(folder, fs::perms::owner_all);
-}
-
 // One that cannot be removed is no failure of the new backup; the next one tries again.
-void dropExpired(const std::string& folder) {
-    for (const std::string& old : expired(listBackups(folder))) {
+void dropExpired(const std::string& folder, const std::vector<std::string>& names) {
+    for (const std::string& old : expired(names)) {
         std::error_code stays;
         fs::remove(fs::path(folder) / old, stays);
     }
@@ -54,14 +29,26 @@ std::string usualFolder(const Paths& paths) {
 
 Taken takeBackup(const std::string& books, const std::string& folder, DateTime now) {
     if (!stands(books)) throw Refusal(books + " yok; yedeklenecek defter bulunamadı.");
-    prepare(folder);
-    const FolderLock lock(folder);
+    makeFolder(folder);
+    const FolderLock lock(folder, folder + " klasöründe başka bir yedekleme sürüyor.");
     clearUnfinished(folder);
+    const std::string name = backupName(now);
     Taken taken;
-    taken.file = (fs::path(folder) / backupName(now)).string();
+    taken.file = (fs::path(folder) / name).string();
     taken.picture = copyBooks(books, taken.file);
-    dropExpired(folder);
+    const std::vector<std::string> names = listBackups(folder);
+    if (names.back() == name)
+        dropExpired(folder, names);
+    else
+        taken.newer = names.back();
     return taken;
+}
+
+std::string warningOf(const Taken& taken) {
+    if (!taken.newer) return {};
+    return "Dikkat: klasörde adı bundan daha yeni bir yedek var: " + *taken.newer +
+           "\nBilgisayarın saati geri kalmış olabilir; tarihi ve saati denetleyin. Saat doğruysa o dosyayı "
+           "başka bir klasöre taşıyın. O zamana kadar hiçbir eski yedek silinmez.";
 }
 
 } // namespace veldona::backup

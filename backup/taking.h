@@ -1,6 +1,7 @@
 // Taking a backup into a folder that keeps many.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "backup/picture.h"
@@ -15,12 +16,16 @@ namespace veldona::backup {
 struct Taken {
     std::string file;
     Picture picture;
+    std::optional<std::string> newer; // the newest backup, where its name is a later one
 };
 
-// Copies `books`, which may be in use, into `folder` under the name of `now`, checks the copy, and lets go of
-// the backups that need not be kept any longer. The folder is made where it is not there, for its owner
-// alone; while another backup is being made in it, a Refusal. Raises Refusal, StoreError or
-// std::filesystem::filesystem_error; what fails leaves no file.
+// Copies `books`, which may be in use, into `folder` under the name of `now`, proves the copy, and lets go of
+// the backups that need not be kept any longer: of none where one is named later than `now`, since a clock
+// that fell back says nothing about age. The folder is made where it is not there, for its owner alone; while
+// another backup is being made in it, a Refusal. Raises Refusal or StoreError; what fails leaves no file.
 Taken takeBackup(const std::string& books, const std::string& folder, DateTime now);
+
+// For the operator; "" where all is as it should be.
+[[nodiscard]] std::string warningOf(const Taken& taken);
 
 } // namespace veldona::backup

@@ -15,4 +15,8 @@ std::unique_ptr<store::Engine> openBooksToRead(const std::string& nativePath,
     return store::openFileToRead(nativePath, kDeliveredPassword, wait, schema::delivered());
 }
 
+std::unique_ptr<store::Engine> openBooksAlone(const std::string& nativePath) {
+    return store::openFileAlone(nativePath, kDeliveredPassword, schema::delivered());
+}
+
 } // namespace veldona

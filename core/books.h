@@ -15,5 +15,7 @@ namespace veldona {
 // Leaves the file as it is, also beside a program at work on it.
 [[nodiscard]] std::unique_ptr<store::Engine> openBooksToRead(const std::string& nativePath,
                                                              std::chrono::milliseconds wait);
+// The file as it stands by itself, which nobody has open: nothing beside it is looked at or made.
+[[nodiscard]] std::unique_ptr<store::Engine> openBooksAlone(const std::string& nativePath);
 
 } // namespace veldona

@@ -1,16 +1,14 @@
 #include "apps/anonim/nameless.h"
 
-#include <cerrno>
 #include <chrono>
-#include <cstdio>
-#include <cstring>
 #include <filesystem>
 
 #include "apps/anonim/mapping.h"
 #include "backup/copy.h"
+#include "backup/place.h"
+#include "backup/proof.h"
 #include "backup/refusal.h"
 #include "core/books.h"
-#include "core/session.h"
 #include "platform/store/engine/draft.h"
 
 namespace veldona::anonim {
@@ -22,6 +20,7 @@ using backup::Refusal;
 // Rewritten at the end, since the place of a longer text that was replaced keeps a part of it.
 void disguiseBooks(const std::string& file, Disguise& disguise, Outcome& outcome) {
     const auto books = openBooks(file, std::chrono::seconds(1));
+    books->execute("PRAGMA journal_mode = OFF"); // a copy that fails is thrown away
     outcome.replaced = takeNamesOut(*books, disguise);
     outcome.picture.newestPayment = backup::pictureOf(*books).newestPayment; // its date is another now
     books->execute("VACUUM");
@@ -34,12 +33,12 @@ Outcome copyWithoutNames(const std::string& books, const std::string& named, Dis
     if (backup::stands(file)) throw Refusal(file + " zaten var ve olduğu gibi bırakıldı.");
     const store::Draft draft(file + ".adli"); // it still carries the names of the shop
     Outcome outcome;
-    outcome.picture = backup::copyBooks(books, draft.path());
+    outcome.picture = backup::copyToDraft(books, draft.path());
     disguiseBooks(draft.path(), disguise, outcome);
-    if (backup::inspect(draft.path()) != outcome.picture)
+    backup::syncFile(draft.path());
+    if (backup::prove(draft.path()) != outcome.picture)
         throw Refusal("Adsız kopya defterin sayılarını taşımıyor ve silindi.");
-    if (std::rename(draft.path().c_str(), file.c_str()) != 0)
-        throw Refusal(file + " yazılamadı: " + std::strerror(errno));
+    backup::giveName(draft.path(), file, outcome.picture);
     return outcome;
 }
 

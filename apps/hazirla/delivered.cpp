@@ -4,16 +4,16 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-#include <cerrno>
-#include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
 
+#include "backup/place.h"
+#include "backup/proof.h"
 #include "core/session.h"
 #include "platform/store/engine/createdatabase.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "platform/store/faces/dao.h"
 #include "platform/store/faces/workspace.h"
 #include "schema/tables.h"
@@ -22,6 +22,7 @@ namespace veldona::hazirla {
 namespace {
 
 namespace fs = std::filesystem;
+using backup::stands;
 
 constexpr std::string_view kSitePrefix = ".hazirla-";
 
@@ -52,7 +53,7 @@ public:
         : folder_((folder / (std::string(kSitePrefix) + "XXXXXX")).string()) {
         clearAbandonedSites(folder);
         if (mkdtemp(folder_.data()) == nullptr)
-            throw Refusal(folder.string() + " klasörüne yazılamıyor: " + std::strerror(errno));
+            throw Refusal(folder.string() + " klasörüne yazılamıyor: " + backup::lastReason());
         lock_ = lockFolder(folder_);
     }
     ~BuildingSite() {
@@ -64,6 +65,7 @@ public:
     BuildingSite& operator=(const BuildingSite&) = delete;
 
     [[nodiscard]] std::string file() const { return folder_ + "/vorel.mdb"; }
+    [[nodiscard]] std::string replaced() const { return folder_ + "/eski.mdb"; } // gone with the site
 
 private:
     std::string folder_;
@@ -74,13 +76,7 @@ private:
     throw Refusal(target + " zaten var ve olduğu gibi bırakıldı. Üzerine yazmak için --uzerine-yaz deyin.");
 }
 
-bool stands(const std::string& path) {
-    std::error_code unreachable; // its folder may not be there yet
-    return fs::exists(fs::symlink_status(path, unreachable));
-}
-
-// A file with a log beside it is open somewhere, or was not closed well: the log belongs to it and would be
-// taken for the new file's own.
+// The journal of books that are gone: whose it is is not known, and it would be taken for the new file's own.
 void lookAtTarget(const std::string& target, Existing existing) {
     if (!stands(target)) {
         if (!stands(target + "-wal")) return;
@@ -90,27 +86,7 @@ void lookAtTarget(const std::string& target, Existing existing) {
     if (existing == Existing::Keep) refuseExisting(target);
     if (!fs::is_regular_file(fs::symlink_status(target)))
         throw Refusal(target + " bir dosya değil, üzerine yazılamaz.");
-    if (stands(target + "-wal"))
-        throw Refusal(target +
-                      " şu anda açık görünüyor ve olduğu gibi bırakıldı. Programı kapatıp yeniden deneyin.");
-}
-
-void moveIn(const std::string& file, const std::string& target, Existing existing) {
-    const unsigned flags = existing == Existing::Keep ? RENAME_NOREPLACE : 0;
-    int code = renameat2(AT_FDCWD, file.c_str(), AT_FDCWD, target.c_str(), flags);
-    // Some shared disks know no such rename; the look at the target just before must do there.
-    if (code != 0 && errno == EINVAL) code = std::rename(file.c_str(), target.c_str());
-    if (code == 0) return;
-    if (errno == EEXIST) refuseExisting(target);
-    throw Refusal(target + " yerine konamadı: " + std::strerror(errno));
-}
-
-void syncFolder(const fs::path& folder) {
-    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    const bool synced = descriptor >= 0 && fsync(descriptor) == 0;
-    const int failure = errno;
-    if (descriptor >= 0) ::close(descriptor);
-    if (!synced) throw Refusal(folder.string() + " diske yazılamadı: " + std::strerror(failure));
+    backup::requireClosed(target);
 }
 
 } // namespace
@@ -131,17 +107,19 @@ void deliver(const std::string& target, Existing existing,
              const std::function<void(const std::string& file)>& fill) {
     lookAtTarget(target, existing);
     const fs::path folder = fs::path(target).parent_path();
-    std::error_code failed;
-    fs::create_directories(folder, failed);
-    if (failed) throw Refusal(folder.string() + " klasörü açılamadı: " + failed.message());
+    backup::makeFolder(folder.string());
     const BuildingSite site(folder);
     store::createDatabase(site.file(), kDeliveredPassword, schema::tables(), schema::savedQueries());
     runStatements(site.file(), {schema::firstRows().begin(), schema::firstRows().end()});
     fill(site.file());
-    if (stands(site.file() + "-wal")) throw std::logic_error("the new database was not closed");
+    store::settleJournal(site.file(), kDeliveredPassword);
+    backup::syncFile(site.file());
+    const backup::Picture proven = backup::prove(site.file());
     lookAtTarget(target, existing);
-    moveIn(site.file(), target, existing);
-    syncFolder(folder);
+    if (stands(target))
+        backup::exchange(site.file(), proven, target, {site.replaced(), site.replaced()});
+    else
+        backup::giveName(site.file(), target, proven);
 }
 
 } // namespace veldona::hazirla

@@ -2,22 +2,19 @@
 #pragma once
 
 #include <functional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "backup/refusal.h"
+
 namespace veldona::hazirla {
 
-// Why nothing was written, in a sentence for the operator.
-class Refusal : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
+using backup::Refusal;
 
 enum class Existing { Keep, Replace };
 
 // Makes `target` with the tables, the saved queries and the first rows, lets `fill` write on, and gives the
-// file its name only when it is complete and on the disk; until then an existing one stays as it is. Raises
+// file its name only when it is proven and on the disk; until then an existing one stays as it is. Raises
 // Refusal, StoreError or RuntimeError.
 void deliver(const std::string& target, Existing existing,
              const std::function<void(const std::string& file)>& fill);

@@ -24,20 +24,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string reasonOf(const std::error_code& code) {
-    if (code == std::errc::permission_denied || code == std::errc::operation_not_permitted)
-        return "buraya yazma izniniz yok";
-    if (code == std::errc::no_space_on_device) return "diskte yer kalmadı";
-    if (code == std::errc::read_only_file_system) return "disk yazmaya kapalı";
-    if (code == std::errc::not_a_directory || code == std::errc::file_exists)
-        return "bu adda bir klasör değil, bir dosya var";
-    return code.message();
-}
-
-std::string sentenceOf(const fs::filesystem_error& failure) {
-    return "Yedek klasörü kullanılamıyor: " + failure.path1().string() + ": " + reasonOf(failure.code());
-}
-
 std::string countsOf(const backup::Picture& picture) {
     const auto count = [&picture](const char* table, const char* word) {
         const auto found = picture.rows.find(table);
@@ -70,8 +56,6 @@ template <class Act> bool BackupMenu::attemptTold(Act act, const char* kept) {
         failure = refusal.what();
     } catch (const store::StoreError& error) {
         failure = error.description();
-    } catch (const fs::filesystem_error& error) {
-        failure = sentenceOf(error);
     }
     tell(failure + "\n\n" + kept, true);
     return false;
@@ -87,27 +71,25 @@ void BackupMenu::take() {
         },
         "Yedek alınmadı; defter olduğu gibi duruyor.");
     if (!done) return;
+    const std::string warning = backup::warningOf(taken);
     tell("Yedek alındı ve denetlendi.\n\nDosya: " + taken.file + "\nZaman: " + timeText(now) + "\nİçinde: " +
-             countsOf(taken.picture) + "\nSon ödeme: " + backup::shownDate(taken.picture.newestPayment),
-         false);
+             countsOf(taken.picture) + "\nSon ödeme: " + backup::shownDate(taken.picture.newestPayment) +
+             (warning.empty() ? "" : "\n\n" + warning),
+         !warning.empty());
 }
 
 bool BackupMenu::choose() {
     chosen_.reset();
-    std::vector<std::string> names;
-    if (!attemptTold(
-            [&] {
-                if (fs::exists(folder_)) names = backup::listBackups(folder_);
-            },
-            "Hiçbir şey değişmedi."))
+    std::vector<backup::Restorable> all;
+    if (!attemptTold([&] { all = backup::listRestorable(folder_, books_); }, "Hiçbir şey değişmedi."))
         return false;
-    if (names.empty()) {
+    if (all.empty()) {
         tell("Alınmış yedek yok: " + folder_, false);
         return false;
     }
     std::optional<std::string> wanted;
     {
-        RestoreDialog dialog(host_.frontWindow(), folder_, names);
+        RestoreDialog dialog(host_.frontWindow(), folder_, std::move(all));
         if (host_.run(dialog) == QDialog::Accepted) wanted = dialog.chosen();
     }
     if (wanted && agrees(*wanted)) chosen_ = wanted;
@@ -139,22 +121,29 @@ bool BackupMenu::agrees(const std::string& backup) {
 
 void BackupMenu::putBack() {
     const std::string from = *std::exchange(chosen_, std::nullopt);
-    std::optional<std::string> kept;
+    std::vector<std::string> setAside;
     const DateTime now = clock_.now();
     const bool done = attemptTold(
         [&] {
-            runBeside(host_, "Yedek yerine konuyor…", [&] { kept = backup::restore(from, books_, now); });
+            runBeside(host_, "Yedek yerine konuyor…", [&] { setAside = backup::restore(from, books_, now); });
         },
         "Yedeğe dönülmedi; defter olduğu gibi duruyor.");
     if (!done) return;
-    tell("Yedek yerine kondu: " + fs::path(from).filename().string() +
-             (kept ? "\n\nDeğişen defter burada saklandı:\n" + *kept : std::string()),
+    tell("Yedek yerine kondu ve denetlendi: " + fs::path(from).filename().string() +
+             (setAside.empty() ? "" : "\n\n" + backup::toldOf(setAside)),
          false);
 }
 
+bool BackupMenu::hasBackups() const {
+    try {
+        return !backup::listRestorable(folder_, books_).empty();
+    } catch (const backup::Refusal&) {
+        return false; // the start has told of the books, and there is nothing to offer
+    }
+}
+
 bool BackupMenu::offerAfterFailedStart() {
-    std::error_code unreachable;
-    if (!backup::areDamaged(books_) || !fs::exists(folder_, unreachable)) return false;
+    if (!backup::areDamaged(books_) || !hasBackups()) return false;
     QMessageBox box(QMessageBox::Warning, kProgramTitle,
                     "Defter okunamıyor. Alınmış yedeklerden birine dönülsün mü?", QMessageBox::NoButton);
     const QPushButton* yes = box.addButton("&Yedekleri Göster", QMessageBox::YesRole);

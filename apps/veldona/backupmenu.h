@@ -30,6 +30,7 @@ public:
     [[nodiscard]] bool offerAfterFailedStart();
 
 private:
+    [[nodiscard]] bool hasBackups() const;
     [[nodiscard]] bool agrees(const std::string& backup);
     void tell(const std::string& text, bool isFailure);
     // False where `act` failed; it has been told of, with `kept`: what the failure left as it was.

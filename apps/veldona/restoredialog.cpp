@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
-#include <filesystem>
 
-#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -14,10 +12,8 @@
 #include <QThread>
 #include <QVBoxLayout>
 
-#include "backup/keeping.h"
 #include "backup/picture.h"
 #include "core/books.h"
-#include "core/session.h"
 #include "platform/store/dialect/storeerror.h"
 #include "ui/housestyle.h"
 
@@ -25,11 +21,12 @@ namespace veldona {
 
 namespace {
 
-// vorel-2026-11-22_143005.mdb
-QString timeOf(const std::string& name) {
-    const QString at = QString::fromStdString(name);
-    return at.mid(14, 2) + '/' + at.mid(11, 2) + '/' + at.mid(6, 4) + ' ' + at.mid(17, 2) + ':' +
-           at.mid(19, 2);
+constexpr int kKind = 1, kFirstCount = 2, kLastPayment = 5; // columns
+
+QStringList firstCells(const backup::Restorable& each) {
+    const QString at = QString::fromStdString(each.stamp); // 2026-11-22_143005
+    return {at.mid(8, 2) + '/' + at.mid(5, 2) + '/' + at.left(4) + ' ' + at.mid(11, 2) + ':' + at.mid(13, 2),
+            each.isReplaced ? "Değişen defter" : "Yedek"};
 }
 
 QString count(const backup::Picture& picture, const char* table) {
@@ -39,13 +36,14 @@ QString count(const backup::Picture& picture, const char* table) {
 
 } // namespace
 
-RestoreDialog::RestoreDialog(QWidget* parent, std::string folder, const std::vector<std::string>& names)
-    : QDialog(parent), folder_(std::move(folder)), names_(names.rbegin(), names.rend()),
-      table_(new QTableWidget(static_cast<int>(names.size()), 5)), go_(new QPushButton("Yedekten &Dön")) {
+RestoreDialog::RestoreDialog(QWidget* parent, const std::string& folder, std::vector<backup::Restorable> all)
+    : QDialog(parent), all_(std::move(all)), table_(new QTableWidget(static_cast<int>(all_.size()), 6)),
+      go_(new QPushButton("Yedekten &Dön")) {
+    std::reverse(all_.begin(), all_.end());
     setWindowTitle("Yedekten Dön");
     auto* words = new QLabel("Dönülecek &yedek:");
     words->setBuddy(table_);
-    auto* folderLine = new QLabel("Klasör: " + QString::fromStdString(folder_));
+    auto* folderLine = new QLabel("Klasör: " + QString::fromStdString(folder));
     folderLine->setProperty("role", "hint");
     folderLine->setWordWrap(true);
     auto* cancel = new QPushButton("&Vazgeç");
@@ -63,7 +61,7 @@ RestoreDialog::RestoreDialog(QWidget* parent, std::string folder, const std::vec
     column->addWidget(folderLine);
     column->addLayout(buttons);
     fill();
-    resize(scaled(640), scaled(420));
+    resize(scaled(760), scaled(420));
     reader_.reset(QThread::create([this] { readAll(); }));
     reader_->start();
 }
@@ -76,11 +74,11 @@ RestoreDialog::~RestoreDialog() {
 std::optional<std::string> RestoreDialog::chosen() const {
     const int row = table_->currentRow();
     if (row < 0) return std::nullopt;
-    return (std::filesystem::path(folder_) / names_[static_cast<std::size_t>(row)]).string();
+    return all_[static_cast<std::size_t>(row)].file;
 }
 
 void RestoreDialog::fill() {
-    table_->setHorizontalHeaderLabels({"Tarih", "Müşteri", "Satış", "Ödeme", "Son Ödeme"});
+    table_->setHorizontalHeaderLabels({"Tarih", "Tür", "Müşteri", "Satış", "Ödeme", "Son Ödeme"});
     table_->setAccessibleName("Yedekler");
     table_->verticalHeader()->hide();
     table_->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -91,20 +89,19 @@ void RestoreDialog::fill() {
     table_->setAlternatingRowColors(true);
     table_->horizontalHeader()->setStretchLastSection(true);
     table_->horizontalHeader()->setHighlightSections(false);
-    for (const int column : {0, 4})
-        table_->setColumnWidth(column, scaled(150));
+    for (const int column : {0, kKind, kLastPayment})
+        table_->setColumnWidth(column, scaled(140));
     for (int row = 0; row < table_->rowCount(); ++row)
-        showRow(row, {timeOf(names_[static_cast<std::size_t>(row)]), "…"});
+        showRow(row, firstCells(all_[static_cast<std::size_t>(row)]) << "…");
     table_->setCurrentCell(0, 0);
 }
 
 // A backup that cannot be read stays in the list: its absence would be a riddle.
 void RestoreDialog::readAll() {
-    for (std::size_t i = 0; i < names_.size() && !stopped_; ++i) {
-        QStringList cells{timeOf(names_[i])};
+    for (std::size_t i = 0; i < all_.size() && !stopped_; ++i) {
+        QStringList cells = firstCells(all_[i]);
         try {
-            const auto file = openBooksToRead((std::filesystem::path(folder_) / names_[i]).string(),
-                                              std::chrono::seconds(1));
+            const auto file = openBooksToRead(all_[i].file, std::chrono::seconds(1));
             const backup::Picture picture = backup::pictureOf(*file);
             for (const char* table : {"MUSTKAYIT", "ISLEMNOTABLO", "TAKSITODENEN"})
                 cells << count(picture, table);
@@ -120,7 +117,8 @@ void RestoreDialog::readAll() {
 void RestoreDialog::showRow(int row, const QStringList& cells) {
     for (int column = 0; column < cells.size(); ++column) {
         auto* item = new QTableWidgetItem(cells[column]);
-        if (column > 0 && column < 4) item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        if (column >= kFirstCount && column < kLastPayment)
+            item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
         table_->setItem(row, column, item);
     }
 }

@@ -1,4 +1,4 @@
-// The kept backups, of which the operator chooses one.
+// The kept backups and the books that one took the place of, of which the operator chooses one.
 #pragma once
 
 #include <atomic>
@@ -9,17 +9,19 @@
 
 #include <QDialog>
 
+#include "backup/keeping.h"
+
 class QPushButton;
 class QTableWidget;
 class QThread;
 
 namespace veldona {
 
-// What the backups hold is read on a thread of its own and appears row by row, the newest first.
+// What they hold is read on a thread of its own and appears row by row, the newest first.
 class RestoreDialog : public QDialog {
 public:
-    // `names`: of the backups in `folder`, the oldest first.
-    RestoreDialog(QWidget* parent, std::string folder, const std::vector<std::string>& names);
+    // `all`: the oldest first. `folder`: of the backups, which is told.
+    RestoreDialog(QWidget* parent, const std::string& folder, std::vector<backup::Restorable> all);
     ~RestoreDialog() override;
 
     // The whole path; nothing where no row is chosen.
@@ -30,8 +32,7 @@ private:
     void readAll();
     void showRow(int row, const QStringList& cells);
 
-    std::string folder_;
-    std::vector<std::string> names_; // the newest first, as the rows
+    std::vector<backup::Restorable> all_; // the newest first, as the rows
     QTableWidget* table_;
     QPushButton* go_;
     std::atomic<bool> stopped_ = false;

@@ -1,12 +1,13 @@
 // vorel-yedek: a checked backup of the books while the program runs, and the way back.
-#include <filesystem>
 #include <iostream>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "apps/tool/toolmain.h"
 #include "apps/yedek/options.h"
 #include "backup/keeping.h"
+#include "backup/place.h"
 #include "backup/refusal.h"
 #include "backup/restore.h"
 #include "backup/taking.h"
@@ -19,18 +20,19 @@ namespace {
 using namespace veldona;
 using namespace veldona::backup;
 using namespace veldona::yedek;
-namespace fs = std::filesystem;
 
 void takeNow(const std::string& books, const std::string& folder) {
     const Taken taken = takeBackup(books, folder, SystemClock().now());
     std::cout << "Yedeklendi ve denetlendi: " << taken.file
               << "\nSon ödeme: " << shownDate(taken.picture.newestPayment) << '\n';
+    if (taken.newer) std::cerr << warningOf(taken) << '\n';
 }
 
-void list(const std::string& folder) {
-    if (!fs::exists(folder)) throw Refusal(folder + " klasörü yok, hiç yedek alınmamış.");
-    for (const std::string& name : listBackups(folder))
-        std::cout << (fs::path(folder) / name).string() << '\n';
+void list(const std::string& folder, const std::string& books) {
+    const std::vector<Restorable> all = listRestorable(folder, books);
+    if (all.empty() && !stands(folder)) throw Refusal(folder + " klasörü yok, hiç yedek alınmamış.");
+    for (const Restorable& each : all)
+        std::cout << each.file << '\n';
 }
 
 void putBack(const std::string& backup, const std::string& books, bool confirmed) {
@@ -39,9 +41,9 @@ void putBack(const std::string& backup, const std::string& books, bool confirmed
         std::cout << "Hiçbir şey değiştirilmedi. Yerine koymak için --evet ekleyin.\n";
         return;
     }
-    const std::optional<std::string> kept = restore(backup, books, SystemClock().now());
-    std::cout << "Yedek yerine kondu: " << books << '\n';
-    if (kept) std::cout << "Değişen defter burada: " << *kept << '\n';
+    const std::vector<std::string> setAside = restore(backup, books, SystemClock().now());
+    std::cout << "Yedek yerine kondu ve denetlendi: " << books << '\n';
+    if (!setAside.empty()) std::cout << toldOf(setAside) << '\n';
 }
 
 void run(const Options& options) {
@@ -49,7 +51,7 @@ void run(const Options& options) {
     const Paths paths(root);
     const std::string books = paths.toNative(kDatabasePath);
     const std::string folder = options.folder ? *options.folder : usualFolder(paths);
-    if (options.list) return list(folder);
+    if (options.list) return list(folder, books);
     if (options.restore) return putBack(*options.restore, books, options.confirmed);
     takeNow(books, folder);
 }

@@ -52,7 +52,7 @@ const char* usage() {
            "\n"
            "  --kok KLASÖR        C: sürücüsünün yerine geçen klasör\n"
            "  --klasor KLASÖR     yedeklerin klasörü; verilmezse C: sürücüsünde VELDONA/Yedek\n"
-           "  --liste             alınmış yedekleri sıralar\n"
+           "  --liste             alınmış yedekleri ve değişen defterleri sıralar\n"
            "  --geri-yukle DOSYA  bu yedek yerine konursa ne kaybolacağını gösterir\n"
            "  --evet              gösterir ve yedeği yerine koyar; değişen defter yanında saklanır\n"
            "  --yardim, --help    bu sayfa\n"

@@ -1,10 +1,19 @@
 // Backups while a till posts: each one is the books at one moment, not earlier than what its beginning found
 // confirmed, and can be worked on where it is put back.
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <iostream>
+#include <set>
 
 #include <gtest/gtest.h>
 
+#include "backup/keeping.h"
+#include "backup/refusal.h"
+#include "backup/restore.h"
 #include "platform/runtime/format.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "tests/faults/day.h"
@@ -125,6 +134,94 @@ TEST(Backup, TakenWhileATillPostsIsOneMomentOfTheBooks) {
     }
     std::cout << whileAtWork << " of " << backups << " backups were taken while the till posted\n";
     EXPECT_GT(whileAtWork, 0);
+}
+
+// Opens the books, posts one payment and closes them, over and over, and tells each that was confirmed. The
+// exit says whether it always got in.
+[[noreturn]] void comeAndGo(const Drive& drive, int till, int confirmed) {
+    for (int i = 0;; ++i) {
+        const int payment = till * 100'000 + i;
+        try {
+            const auto engine =
+                store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(60));
+            engine->execute("INSERT INTO TAKSITODENEN (MUSTNO, ODMIKTAR) VALUES ('7', " +
+                            std::to_string(payment) + ")");
+        } catch (const store::StoreError& failure) {
+            std::cerr << failure.description() << '\n';
+            _exit(1);
+        }
+        if (write(confirmed, &payment, sizeof payment) != sizeof payment) _exit(0); // nobody listens any more
+        usleep(static_cast<useconds_t>(i * 7919 % 40'000));
+    }
+}
+
+std::multiset<std::int64_t> paymentsIn(const fs::path& file) {
+    std::multiset<std::int64_t> payments;
+    const auto engine =
+        store::openSqlcipherToRead(file.string(), kDeliveredPassword, std::chrono::seconds(60));
+    const auto rows = engine->prepare("SELECT ODMIKTAR FROM TAKSITODENEN WHERE ODMIKTAR >= 100000");
+    while (rows->step())
+        payments.insert(rows->whole(0));
+    return payments;
+}
+
+TEST(Backup, PutBackWhileTillsComeAndGoLosesNothing) {
+    const Drive drive;
+    copyShop(drive);
+    const fs::path backup = backUp(drive, 0);
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    std::vector<pid_t> tills;
+    for (const int till : {1, 2}) {
+        tills.push_back(fork());
+        ASSERT_GE(tills.back(), 0);
+        if (tills.back() > 0) continue;
+        signal(SIGPIPE, SIG_IGN);
+        close(ends[0]);
+        comeAndGo(drive, till, ends[1]);
+    }
+    close(ends[1]);
+    fcntl(ends[0], F_SETFL, O_NONBLOCK);
+    std::multiset<std::int64_t> confirmed;
+    const auto listen = [&] {
+        for (int payment = 0; read(ends[0], &payment, sizeof payment) == sizeof payment;)
+            confirmed.insert(payment);
+    };
+    const int rounds = effort() > 1 ? 100 : 8;
+    int done = 0, refused = 0;
+    DateTime now = DateTime::of(2026, 11, 22, 10, 30, 0);
+    for (int tries = 0; done < rounds && tries < rounds * 20; ++tries) {
+        listen();
+        try {
+            backup::restore(backup.string(), drive.books().string(), now);
+            now = now.plusSeconds(1);
+            ++done;
+        } catch (const backup::Refusal&) {
+            ++refused; // a till was at work
+        }
+    }
+    EXPECT_EQ(done, rounds);
+    listen();
+    close(ends[0]);
+    for (const pid_t till : tills) {
+        int status = 0;
+        waitpid(till, &status, 0);
+        EXPECT_EQ(status, 0) << "a till did not get in";
+    }
+    std::multiset<std::int64_t> held = paymentsIn(drive.books());
+    std::string faults;
+    static_cast<void>(contentOf(drive, faults));
+    for (const backup::Restorable& kept : backup::listRestorable("", drive.books().string())) {
+        const auto there = paymentsIn(kept.file);
+        held.insert(there.begin(), there.end());
+        static_cast<void>(contentOf(fs::path(kept.file), faults));
+    }
+    EXPECT_EQ(faults, "");
+    EXPECT_TRUE(std::includes(held.begin(), held.end(), confirmed.begin(), confirmed.end()))
+        << confirmed.size() << " confirmed, " << held.size() << " there";
+    std::cout << confirmed.size() << " payments around " << done << " restorings, " << refused
+              << " refused\n";
+    EXPECT_GT(confirmed.size(), 10U);
 }
 
 } // namespace

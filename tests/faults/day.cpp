@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <stdexcept>
 
 #include "platform/store/dialect/storeerror.h"
@@ -142,6 +144,16 @@ std::string contentOf(const std::filesystem::path& file, std::string& faults) {
         faults += "the file does not open: " + error.description();
         return {};
     }
+}
+
+Files filesBelow(const std::filesystem::path& folder) {
+    Files files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+        if (!entry.is_regular_file()) continue;
+        std::ifstream file(entry.path(), std::ios::binary);
+        files[std::filesystem::relative(entry.path(), folder)] = {std::istreambuf_iterator<char>(file), {}};
+    }
+    return files;
 }
 
 Day::Day(std::vector<Act> acts) : acts_(std::move(acts)) {

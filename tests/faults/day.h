@@ -6,6 +6,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -36,6 +37,9 @@ void copyShop(const Drive& drive);
 // Everything in the books, row by row. Adds to `faults` what the engine's own check finds.
 [[nodiscard]] std::string contentOf(const Drive& drive, std::string& faults);
 [[nodiscard]] std::string contentOf(const std::filesystem::path& file, std::string& faults);
+
+using Files = std::map<std::string, std::string>; // names and bytes
+[[nodiscard]] Files filesBelow(const std::filesystem::path& folder);
 
 class Day {
 public:

@@ -1,19 +1,15 @@
 // No room from the start: for the opening, for the engine's files beside the books. And a file system that is
 // really small.
-#include <sched.h>
-#include <sys/mount.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <fstream>
 #include <functional>
 #include <iostream>
+#include <optional>
 
 #include <gtest/gtest.h>
 
 #include "tests/faults/day.h"
 #include "tests/faults/faultvfs.h"
+#include "tests/faults/smalldisk.h"
 
 namespace veldona::faults {
 namespace {
@@ -113,33 +109,14 @@ TEST(DiskFromTheStart, IsToldAndTheNextStartWorks) {
     EXPECT_GT(tried, 5);
 }
 
-// A file system of our own that only this process and its children see.
-bool mountSmall(const fs::path& at) {
-    const int own = geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER;
-    return unshare(own) == 0 && mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-           mount("none", at.c_str(), "tmpfs", 0, "size=2m") == 0;
-}
-
-constexpr std::size_t kPage = 4096;
-
-// Takes all room but so many pages.
-void fill(const fs::path& file, std::size_t pagesLeft) {
-    std::ofstream filler(file, std::ios::binary);
-    const std::string page(kPage, 'x');
-    std::size_t pages = 0;
-    while (filler.write(page.data(), static_cast<std::streamsize>(page.size())).flush())
-        ++pages;
-    filler.close();
-    fs::resize_file(file, (pages - std::min(pages, pagesLeft)) * kPage);
-}
-
 std::string wrongOnSmallDisk(const Drive& drive, const std::string& saved) {
     for (const std::size_t pagesLeft : {0, 1, 4, 8, 9, 10, 12, 16, 20, 32, 64}) {
         fs::create_directories(drive.books().parent_path());
         copyShop(drive);
-        const fs::path filler = drive.path() / "dolgu";
+        std::optional<NoRoom> full;
         const std::string wrong = wrongWithoutRoom(
-            drive, [&] { fill(filler, pagesLeft); }, [&] { fs::remove(filler); }, saved);
+            drive, [&] { full.emplace(DiskKind::Own, drive.path(), pagesLeft); }, [&] { full.reset(); },
+            saved);
         if (!wrong.empty()) return std::to_string(pagesLeft) + " pages left: " + wrong;
         for (const auto& entry : fs::directory_iterator(drive.path()))
             fs::remove_all(entry.path());
@@ -148,31 +125,11 @@ std::string wrongOnSmallDisk(const Drive& drive, const std::string& saved) {
 }
 
 TEST(DiskFromTheStart, ASmallFileSystemIsNoOtherThing) {
-    enum Exit { Right, Wrong, NoFileSystem };
     const std::string saved = contentOfSaved();
     const Drive drive;
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-        if (!mountSmall(drive.path())) _exit(NoFileSystem);
-        std::string wrong;
-        try {
-            wrong = wrongOnSmallDisk(drive, saved);
-        } catch (const std::exception& failure) {
-            wrong = failure.what();
-        }
-        std::cerr << wrong << (wrong.empty() ? "" : "\n");
-        _exit(wrong.empty() ? Right : Wrong);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    ASSERT_TRUE(WIFEXITED(status)) << "ended by signal " << WTERMSIG(status);
-    if (WEXITSTATUS(status) == NoFileSystem) {
-        std::cout
-            << "SKIPPED: no small file system is to be had here, neither by root nor by a user namespace\n";
-        GTEST_SKIP();
-    }
-    EXPECT_EQ(WEXITSTATUS(status), Right);
+    const auto wrong = onDisk(DiskKind::Own, drive.path(), [&] { return wrongOnSmallDisk(drive, saved); });
+    if (!wrong) GTEST_SKIP() << "no file system is to be had here, neither by root nor by a user namespace";
+    EXPECT_EQ(*wrong, "");
 }
 
 } // namespace

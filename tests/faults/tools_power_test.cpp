@@ -8,7 +8,6 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
-#include <map>
 
 #include <gtest/gtest.h>
 
@@ -77,18 +76,6 @@ public:
     // Behind the next run, which nothing disturbs.
     [[nodiscard]] virtual std::string wrongBehindNext(const Drive& drive) const = 0;
 };
-
-using Files = std::map<std::string, std::string>; // names and bytes
-
-Files filesBelow(const fs::path& folder) {
-    Files files;
-    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-        if (!entry.is_regular_file()) continue;
-        std::ifstream file(entry.path(), std::ios::binary);
-        files[fs::relative(entry.path(), folder)] = {std::istreambuf_iterator<char>(file), {}};
-    }
-    return files;
-}
 
 class Making : public Scene {
 public:

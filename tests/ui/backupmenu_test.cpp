@@ -13,8 +13,7 @@
 
 #include "apps/veldona/backupmenu.h"
 #include "apps/veldona/restoredialog.h"
-#include "backup/copy.h"
-#include "backup/keeping.h"
+#include "backup/proof.h"
 #include "tests/support/shop.h"
 #include "tests/ui/manners.h"
 #include "tests/ui/window_tests.h"
@@ -45,10 +44,10 @@ protected:
                     return button->click();
         } else if (auto* list = dynamic_cast<RestoreDialog*>(front)) {
             const auto* table = list->findChild<QTableWidget*>();
-            if (table->item(0, 1)->text() == "…") return; // still being read
+            if (table->item(0, 2)->text() == "…") return; // still being read
             rows = table->rowCount();
-            firstRow = table->item(0, 1)->text();
-            if (const auto* payments = table->item(0, 3)) firstRow += "/" + payments->text();
+            firstRow = table->item(0, 1)->text() + ": " + table->item(0, 2)->text();
+            if (const auto* payments = table->item(0, 4)) firstRow += "/" + payments->text();
             manners << mnemonicClashes(*list) << namelessControls(*list) << clippedWords(*list)
                     << tabFaults(*list);
             list->accept();
@@ -81,7 +80,7 @@ TEST_F(Backups, TakenWhileTheBooksAreOpenAndGoneBackToByConsent) {
 
     EXPECT_FALSE(menu.choose());
     EXPECT_EQ(rows, 1);
-    EXPECT_EQ(firstRow, "1/0");
+    EXPECT_EQ(firstRow, "Yedek: 1/0");
     ASSERT_EQ(said.size(), 2);
     EXPECT_TRUE(said[1].contains("1 ödeme, toplam 125,50, kaybolur")) << said[1].toStdString();
     EXPECT_EQ(defaults[1], "&Hayır");
@@ -100,6 +99,10 @@ TEST_F(Backups, TakenWhileTheBooksAreOpenAndGoneBackToByConsent) {
     EXPECT_TRUE(said.back().contains("degistirilen-vorel-2026-11-22_103000.mdb"))
         << said.back().toStdString();
     EXPECT_EQ(backup::inspect(books()).rows.at("TAKSITODENEN"), 0);
+
+    EXPECT_TRUE(menu.choose());
+    EXPECT_EQ(rows, 2);
+    EXPECT_EQ(firstRow, "Değişen defter: 1/1");
     EXPECT_TRUE(manners.isEmpty()) << manners.join("\n").toStdString();
 }
 
@@ -114,7 +117,7 @@ TEST_F(Backups, WhatFailsIsToldAndChangesNothing) {
     fs::resize_file(folder() / "vorel-2026-11-22_103000.mdb", 9000);
     saysYes = true;
     EXPECT_FALSE(menu.choose());
-    EXPECT_EQ(firstRow, "okunamıyor") << firstRow.toStdString();
+    EXPECT_EQ(firstRow, "Yedek: okunamıyor") << firstRow.toStdString();
     EXPECT_TRUE(said.back().contains("Bu yedeğe dönülemez")) << said.back().toStdString();
 }
 

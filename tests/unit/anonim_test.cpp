@@ -11,7 +11,7 @@
 #include "apps/denetle/check.h"
 #include "apps/hazirla/delivered.h"
 #include "apps/hazirla/writeshop.h"
-#include "backup/copy.h"
+#include "backup/proof.h"
 #include "backup/refusal.h"
 #include "core/session.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"

@@ -237,11 +237,13 @@ TEST(Teslim, VarOlanDefterSoylenmedenEzilmez) {
     EXPECT_THROW(deliver(folder.target(), Existing::Replace, failing), store::StoreError);
     EXPECT_EQ(bytesOf(folder.target()), before);
 
-    std::ofstream(folder.target() + "-wal") << "another program's";
-    EXPECT_THROW(deliverShop(folder.target(), plan(5, 5, 2), Existing::Replace), Refusal);
+    {
+        const Books open(folder.target());
+        EXPECT_THROW(deliverShop(folder.target(), plan(5, 5, 2), Existing::Replace), Refusal);
+    }
     EXPECT_EQ(bytesOf(folder.target()), before);
-    fs::remove(folder.target() + "-wal");
 
+    std::ofstream(folder.target() + "-wal") << "what a killed program left";
     fs::create_directories(fs::path(folder.target()).parent_path() / ".hazirla-killed/half");
     deliverShop(folder.target(), plan(5, 6, 2), Existing::Replace);
     EXPECT_EQ(Books(folder.target()).number("SELECT count(*) FROM ISLEMNOTABLO"), 6);

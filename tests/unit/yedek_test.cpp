@@ -10,8 +10,10 @@
 #include "apps/yedek/options.h"
 #include "backup/copy.h"
 #include "backup/keeping.h"
+#include "backup/proof.h"
 #include "backup/refusal.h"
 #include "backup/restore.h"
+#include "backup/taking.h"
 #include "core/session.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
@@ -44,11 +46,27 @@ protected:
     static std::unique_ptr<store::Engine> open(const std::string& file) {
         return store::openSqlcipher(file, kDeliveredPassword, 1s);
     }
-    void payTwice() const {
-        const auto program = open(books());
+    [[nodiscard]] static std::string bytesOf(const std::string& path) {
+        std::ifstream file(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    // As a killed program leaves the books: its last two payments stand in the journal alone.
+    void payTwiceAndBeKilled() const {
+        const std::string file = bytesOf(books());
+        std::string journal;
+        {
+            const auto program = open(books());
+            pay(*program);
+            journal = bytesOf(books() + "-wal");
+        }
+        std::ofstream(books(), std::ios::binary) << file;
+        std::ofstream(books() + "-wal", std::ios::binary) << journal;
+    }
+    void payTwice() const { pay(*open(books())); }
+    static void pay(store::Engine& program) {
         for (int i = 0; i < 2; ++i)
-            program->execute("INSERT INTO TAKSITODENEN (MUSTNO, ISLEMNO, ODTRH, ODMIKTAR) "
-                             "VALUES ('1', 1, '2026-11-22 10:00:00', 125500000)");
+            program.execute("INSERT INTO TAKSITODENEN (MUSTNO, ISLEMNO, ODTRH, ODMIKTAR) "
+                            "VALUES ('1', 1, '2026-11-22 10:00:00', 125500000)");
     }
 
 private:
@@ -91,14 +109,19 @@ TEST_F(Yedek, GeriYuklemeKaybolaniSoylerVeDegiseniSaklar) {
     EXPECT_NE(loss.find("Defterdeki son ödeme: 22/11/2026 10:00:00"), std::string::npos) << loss;
     EXPECT_EQ(inspect(books()), after) << "looking changed the books";
 
-    const std::optional<std::string> kept = restore(backup(), books(), kNow);
-    ASSERT_TRUE(kept);
+    const std::vector<std::string> kept = restore(backup(), books(), kNow);
+    ASSERT_EQ(kept.size(), 1U);
     EXPECT_EQ(inspect(books()), before);
-    EXPECT_EQ(inspect(*kept), after);
+    EXPECT_EQ(inspect(kept[0]), after);
     EXPECT_EQ(inspect(backup()), before);
     EXPECT_EQ(filesInside(), 3) << "something was left beside the books";
     EXPECT_THROW(restore(backup(), books(), kNow), Refusal) << "the kept file would be overwritten";
-    EXPECT_EQ(inspect(*kept), after);
+    const auto all = listRestorable(fs::path(books()).parent_path().string(), books());
+    ASSERT_EQ(all.size(), 1U);
+    EXPECT_EQ(all[0].file, kept[0]);
+    EXPECT_TRUE(all[0].isReplaced);
+    restore(kept[0], books(), kNow.plusSeconds(1));
+    EXPECT_EQ(inspect(books()), after) << "the way back";
 }
 
 TEST_F(Yedek, AcikDefterDegistirilmezBozukYedekKonmaz) {
@@ -119,11 +142,75 @@ TEST_F(Yedek, OkunamayanDefterinYerineYedekKonur) {
     const Picture before = copyBooks(books(), backup());
     std::ofstream(books(), std::ios::binary) << std::string(8192, 'x');
     EXPECT_NE(lossOfRestoring(backup(), books()).text.find("okunamıyor"), std::string::npos);
-    EXPECT_TRUE(restore(backup(), books(), kNow));
+    EXPECT_EQ(restore(backup(), books(), kNow).size(), 1U);
     EXPECT_EQ(inspect(books()), before);
     fs::remove(books());
-    EXPECT_FALSE(restore(backup(), books(), kNow));
+    EXPECT_TRUE(restore(backup(), books(), kNow).empty());
     EXPECT_EQ(inspect(books()), before);
+}
+
+TEST_F(Yedek, OldurulmusPrograminGunluguSaklananDeftereGirer) {
+    const Picture before = copyBooks(books(), backup());
+    payTwiceAndBeKilled();
+    const std::vector<std::string> kept = restore(backup(), books(), kNow);
+    ASSERT_EQ(kept.size(), 1U) << toldOf(kept);
+    EXPECT_EQ(prove(books()), before);
+    EXPECT_EQ(prove(kept[0]).rows.at("TAKSITODENEN"), before.rows.at("TAKSITODENEN") + 2);
+}
+
+// After a power cut over damaged books: neither is lost, and the way back is open.
+TEST_F(Yedek, BozukDefterinGunluguYanindaSaklanir) {
+    const Picture before = copyBooks(books(), backup());
+    payTwiceAndBeKilled();
+    const std::string journal = bytesOf(books() + "-wal");
+    const std::string damaged(8192, 'x');
+    std::ofstream(books(), std::ios::binary) << damaged;
+    EXPECT_TRUE(areDamaged(books()));
+    const std::vector<std::string> kept = restore(backup(), books(), kNow);
+    ASSERT_EQ(kept.size(), 2U) << toldOf(kept);
+    EXPECT_EQ(prove(books()), before);
+    EXPECT_EQ(bytesOf(kept[0]), damaged);
+    EXPECT_EQ(kept[1], kept[0] + "-wal");
+    EXPECT_EQ(bytesOf(kept[1]), journal);
+}
+
+TEST_F(Yedek, ElleKopyalananYedekBaskasininGunluguyleBozulmaz) {
+    const Picture before = copyBooks(books(), backup());
+    payTwiceAndBeKilled();
+    const std::string journal = bytesOf(books() + "-wal");
+    fs::copy_file(backup(), books(), fs::copy_options::overwrite_existing);
+    try {
+        static_cast<void>(open(books()));
+        FAIL() << "opened with a journal of other books";
+    } catch (const store::StoreError& failure) {
+        EXPECT_NE(failure.description().find("-wal günlüğü bu dosyayla uyuşmuyor"), std::string::npos)
+            << failure.description();
+    }
+    EXPECT_EQ(bytesOf(books()), bytesOf(backup()));
+    EXPECT_EQ(bytesOf(books() + "-wal"), journal);
+    EXPECT_TRUE(areDamaged(books())) << "the start would not offer the backups";
+
+    const std::vector<std::string> kept = restore(backup(), books(), kNow);
+    ASSERT_EQ(kept.size(), 2U) << toldOf(kept);
+    EXPECT_EQ(prove(kept[0]), before);
+    EXPECT_EQ(bytesOf(kept[1]), journal);
+    EXPECT_EQ(prove(books()), before);
+}
+
+TEST_F(Yedek, GeriKalanSaatHicbirYedegiSilmez) {
+    const std::string folder = fs::path(books()).parent_path().string() + "/Yedek";
+    fs::create_directory(folder);
+    for (int day = 0; day < 50; ++day)
+        std::ofstream(folder + '/' + backupName(kNow.plusDays(-day))) << "x";
+    const Taken old = takeBackup(books(), folder, kNow.plusDays(-400));
+    EXPECT_EQ(prove(old.file), old.picture);
+    EXPECT_NE(warningOf(old).find(backupName(kNow)), std::string::npos) << warningOf(old);
+    EXPECT_EQ(listBackups(folder).size(), 51U);
+
+    const Taken newest = takeBackup(books(), folder, kNow.plusDays(1));
+    EXPECT_EQ(warningOf(newest), "");
+    EXPECT_EQ(fs::path(newest.file).filename(), listBackups(folder).back());
+    EXPECT_LT(listBackups(folder).size(), 40U) << "nothing was let go of";
 }
 
 TEST(YedekSaklama, OtuzGunOnIkiAyKalir) {

@@ -22,4 +22,9 @@ std::unique_ptr<Engine> openFileToRead(const std::string& nativePath, std::strin
     return openSqlcipherToRead(nativePath, password, wait, requireOurs(nativePath, delivered));
 }
 
+std::unique_ptr<Engine> openFileAlone(const std::string& nativePath, std::string_view password,
+                                      const Delivered& delivered) {
+    return openSqlcipherAlone(nativePath, password, requireOurs(nativePath, delivered));
+}
+
 } // namespace veldona::store

@@ -20,5 +20,8 @@ namespace veldona::store {
 [[nodiscard]] std::unique_ptr<Engine> openFileToRead(const std::string& nativePath, std::string_view password,
                                                      std::chrono::milliseconds wait,
                                                      const Delivered& delivered);
+// The file as it stands by itself, which nobody has open: nothing beside it is looked at or made.
+[[nodiscard]] std::unique_ptr<Engine> openFileAlone(const std::string& nativePath, std::string_view password,
+                                                    const Delivered& delivered);
 
 } // namespace veldona::store

@@ -16,6 +16,7 @@
 
 #include <sqlcipher/sqlite3.h>
 
+#include "platform/store/engine/sqlcipher/filelock.h"
 #include "platform/store/engine/sqlcipher/functions.h"
 #include "platform/store/engine/sqlcipher/sqlcipherfailure.h"
 
@@ -136,29 +137,6 @@ bool hasJournal(const std::string& path) {
     return stat((path + "-wal").c_str(), &journal) == 0 && journal.st_size > 0;
 }
 
-// Keeps a journal that stands beside the file where it is. The last connection that closes would move its
-// rows into the file and delete it, also where it could not read a word of either; a shared lock on the file
-// hinders that.
-class JournalKept {
-public:
-    explicit JournalKept(const std::string& path) {
-        if (!hasJournal(path)) return;
-        sqlite3_open_v2(path.c_str(), &connection_, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
-        sqlite3_file_control(connection_, "main", SQLITE_FCNTL_FILE_POINTER, &file_);
-        if (file_ != nullptr && file_->pMethods != nullptr) file_->pMethods->xLock(file_, SQLITE_LOCK_SHARED);
-    }
-    ~JournalKept() {
-        if (file_ != nullptr && file_->pMethods != nullptr) file_->pMethods->xUnlock(file_, SQLITE_LOCK_NONE);
-        sqlite3_close_v2(connection_);
-    }
-    JournalKept(const JournalKept&) = delete;
-    JournalKept& operator=(const JournalKept&) = delete;
-
-private:
-    sqlite3* connection_ = nullptr;
-    sqlite3_file* file_ = nullptr;
-};
-
 class SqlcipherEngine final : public Engine {
 public:
     // `flags` without the create flag: a mistyped path must not leave an empty file that any password opens.
@@ -222,12 +200,12 @@ public:
     // file without a key would be a plain one, and one of another page size a damaged one.
     void copyInto(Engine& target) override {
         auto& copy = dynamic_cast<SqlcipherEngine&>(target);
-        if (copy.hasPlainHeader()) throw std::logic_error("a copy of the books must be encrypted");
         sqlite3_backup* backup = sqlite3_backup_init(copy.connection_, "main", connection_, "main");
         if (backup == nullptr) failEngine(copy.connection_);
         const int code = sqlite3_backup_step(backup, -1);
         sqlite3_backup_finish(backup); // repeats the code of the step
         if (code != SQLITE_DONE) throw engineFailure(code, "");
+        if (copy.hasPlainHeader()) throw std::logic_error("a copy of the books must be encrypted");
     }
 
     // Read through the engine's own descriptor: closing another one would drop the locks that this process
@@ -242,7 +220,7 @@ public:
         return std::memcmp(header, kPlainHeader, sizeof header) == 0;
     }
     // To the end, behind the closing.
-    void keepJournal(std::unique_ptr<JournalKept> kept) { kept_ = std::move(kept); }
+    void keep(std::unique_ptr<FileLock> lock) { kept_ = std::move(lock); }
     [[nodiscard]] bool isReadOnly() const { return sqlite3_db_readonly(connection_, "main") == 1; }
 
 private:
@@ -283,7 +261,7 @@ private:
     }
 
     sqlite3* connection_ = nullptr;
-    std::unique_ptr<JournalKept> kept_;
+    std::unique_ptr<FileLock> kept_;
     std::shared_ptr<Failures> failures_ = std::make_shared<Failures>();
     const ReadBounds* bounds_ = nullptr;
     std::int64_t memoryBefore_ = 0;
@@ -313,6 +291,16 @@ void configure(SqlcipherEngine& engine) {
     engine.execute("PRAGMA cache_size = -65536");
     engine.execute("PRAGMA temp_store = MEMORY");
     engine.execute("PRAGMA foreign_keys = OFF");
+}
+
+// All in the one file from the first page on: a journal would be moved into it at the closing, whose failure
+// on a full disk nobody hears of.
+void configureUnfinished(SqlcipherEngine& engine) {
+    if (answerOf(engine, "PRAGMA journal_mode = OFF") != "off")
+        throw std::logic_error("the engine keeps a journal of a file that nobody needs yet");
+    engine.execute("PRAGMA synchronous = FULL");
+    engine.execute("PRAGMA cache_size = -65536");
+    engine.execute("PRAGMA temp_store = MEMORY");
 }
 
 // Raises where the path can be no database, before the engine makes one of it.
@@ -355,6 +343,8 @@ std::string pathOfUnchanging(const std::string& path) {
     return uri + "?immutable=1";
 }
 
+constexpr int kUnchanging = SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI;
+
 std::unique_ptr<SqlcipherEngine> openKeyed(const std::string& path, int flags, std::string_view password,
                                            std::chrono::milliseconds busyTimeout,
                                            std::function<DateTime()> clock) {
@@ -373,12 +363,45 @@ void requireTables(SqlcipherEngine& engine, const std::string& path) {
         throw notADatabase(path, "içinde hiç tablo yok");
 }
 
+void requireSound(SqlcipherEngine& engine, const std::string& path) {
+    requireTables(engine, path);
+    if (answerOf(engine, "PRAGMA quick_check") != "ok") throw engineFailure(SQLITE_CORRUPT, "");
+}
+
+bool isSoundAlone(const std::string& path, std::string_view password) {
+    try {
+        const auto engine = openKeyed(path, kUnchanging, password, std::chrono::milliseconds(0), {});
+        prepareCipher(*engine);
+        requireSound(*engine, path);
+        return true;
+    } catch (const StoreError&) {
+        return false;
+    }
+}
+
+// A journal that nobody is at work with was left by a killed program, and need not be this file's: a backup
+// may have been copied over the books by hand. Its pages would break the file at the next closing, so it is
+// read through with the file before anything may happen to either.
+void requireOwnJournal(SqlcipherEngine& engine, const std::string& path, std::string_view password) {
+    try {
+        requireSound(engine, path);
+    } catch (const StoreError& failure) {
+        const bool isUnsound =
+            failure.kind() == StoreError::Kind::Damaged || failure.kind() == StoreError::Kind::WrongPassword;
+        if (isUnsound && isSoundAlone(path, password)) throw foreignJournal(path);
+        throw;
+    }
+}
+
+// `lock` is held to the end where a journal stands, so that who only looks leaves it.
 std::unique_ptr<Engine> openToRead(const std::string& path, int flags, std::string_view password,
-                                   std::chrono::milliseconds busyTimeout, const Inspection& inspect) {
-    auto kept = std::make_unique<JournalKept>(path);
-    auto engine = openKeyed(path, flags, password, busyTimeout, {});
+                                   std::chrono::milliseconds busyTimeout, const Inspection& inspect,
+                                   std::unique_ptr<FileLock> given) {
+    std::unique_ptr<SqlcipherEngine> engine;
+    std::unique_ptr<FileLock> lock = std::move(given); // gone before an engine that made a journal of its own
+    engine = openKeyed(path, flags, password, busyTimeout, {});
+    if (hasJournal(path) || flags == kUnchanging) engine->keep(std::move(lock));
     prepareCipher(*engine);
-    engine->keepJournal(std::move(kept));
     engine->execute("PRAGMA query_only = ON");
     requireTables(*engine, path);
     if (inspect) inspect(*engine);
@@ -394,47 +417,84 @@ std::unique_ptr<Engine> openSqlcipher(const std::string& nativePath, std::string
                                       const Inspection& inspect) {
     const struct stat status = inspectFile(nativePath);
     // Until the file has proved sound: the journal may be all that is left of the last payments.
-    const JournalKept kept(nativePath);
-    auto engine = openKeyed(nativePath, SQLITE_OPEN_READWRITE, password, busyTimeout, std::move(clock));
+    std::unique_ptr<FileLock> kept;
+    std::unique_ptr<SqlcipherEngine> engine;
+    std::unique_ptr<FileLock> lock = FileLock::share(nativePath, busyTimeout);
+    const bool stands = hasJournal(nativePath);
+    const bool isLeftBehind = stands && lock->isAlone();
+    if (stands) kept = std::move(lock);
+    engine = openKeyed(nativePath, SQLITE_OPEN_READWRITE, password, busyTimeout, clock);
     if (engine->isReadOnly()) throw readOnlyFile(nativePath);
     prepareCipher(*engine);
-    requireTables(*engine, nativePath);
+    if (isLeftBehind)
+        requireOwnJournal(*engine, nativePath, password);
+    else
+        requireTables(*engine, nativePath);
     if (inspect) inspect(*engine);
     tightenRights(nativePath, status);
+    const bool isFirstOpening = answerOf(*engine, "PRAGMA journal_mode") != "wal";
+    if (isFirstOpening) lock.reset(); // the change needs the file alone
     configure(*engine);
-    return engine;
+    if (!isFirstOpening) return engine;
+    engine.reset();
+    return openSqlcipher(nativePath, password, busyTimeout, std::move(clock), inspect);
 }
 
 std::unique_ptr<Engine> openSqlcipherToRead(const std::string& nativePath, std::string_view password,
                                             std::chrono::milliseconds busyTimeout,
                                             const Inspection& inspect) {
     static_cast<void>(inspectFile(nativePath));
-    if (hasJournal(nativePath) || canHaveIndex(nativePath))
-        return openToRead(nativePath, SQLITE_OPEN_READWRITE, password, busyTimeout, inspect);
-    constexpr int kUnchanging = SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI;
-    if (access((nativePath + "-shm").c_str(), F_OK) != 0)
-        return openToRead(nativePath, kUnchanging, password, busyTimeout, inspect);
-    // The index is that of a till at work, which may write its first row in the next moment, or of one that
-    // was killed: nobody keeps that up any more, and the engine cannot read by it.
+    const auto open = [&](int flags, std::unique_ptr<FileLock> lock) {
+        return openToRead(nativePath, flags, password, busyTimeout, inspect, std::move(lock));
+    };
+    const auto share = [&] { return FileLock::share(nativePath, busyTimeout); };
+    const bool canWriteBeside = canHaveIndex(nativePath);
+    const bool hasIndex = access((nativePath + "-shm").c_str(), F_OK) == 0;
+    if (!hasJournal(nativePath) && !canWriteBeside && !hasIndex) return open(kUnchanging, share());
+    // A full disk has no room for the index, and in a folder that this user may not write to it can be that
+    // of a till that was killed: nobody keeps it up any more, and the engine cannot read by it.
     try {
-        return openToRead(nativePath, SQLITE_OPEN_READWRITE, password, busyTimeout, inspect);
+        return open(SQLITE_OPEN_READWRITE, share());
     } catch (const StoreError& failure) {
-        if (failure.kind() != StoreError::Kind::InputOutput) throw;
+        const bool isOfTheIndex =
+            failure.kind() == StoreError::Kind::InputOutput || failure.kind() == StoreError::Kind::DiskFull;
+        if (!isOfTheIndex || hasJournal(nativePath)) throw;
+        // Nobody may begin to write while it is read without one, where this user can hinder that.
+        auto lock = canWriteBeside ? FileLock::takeAlone(nativePath) : share();
+        if (lock == nullptr) throw;
+        // The attempt left them, empty.
+        for (const char* suffix : {"-wal", "-shm"})
+            if (canWriteBeside) ::unlink((nativePath + suffix).c_str());
+        return open(kUnchanging, std::move(lock));
     }
-    return openToRead(nativePath, kUnchanging, password, busyTimeout, inspect);
+}
+
+std::unique_ptr<Engine> openSqlcipherAlone(const std::string& nativePath, std::string_view password,
+                                           const Inspection& inspect) {
+    static_cast<void>(inspectFile(nativePath));
+    return openToRead(nativePath, kUnchanging, password, std::chrono::milliseconds(0), inspect, nullptr);
+}
+
+void settleJournal(const std::string& nativePath, std::string_view password) {
+    {
+        const auto engine = openSqlcipher(nativePath, password, std::chrono::seconds(1));
+        const auto checkpoint = engine->prepare("PRAGMA wal_checkpoint(TRUNCATE)");
+        if (!checkpoint->step() || checkpoint->whole(0) != 0) throw engineFailure(SQLITE_BUSY, "");
+    }
+    if (hasJournal(nativePath)) throw engineFailure(SQLITE_IOERR, "");
 }
 
 std::unique_ptr<Engine> createSqlcipher(const std::string& nativePath, std::string_view password) {
     if (password.empty()) throw wrongPassword();
-    // Made here, so that it has its owner's rights from the first byte on; journal files take them over.
+    // Made here, so that it has its owner's rights from the first byte on.
     const int file = ::open(nativePath.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (file < 0 && errno == ENOSPC) throw engineFailure(SQLITE_FULL, "");
     if (file < 0) throw errno == EEXIST ? fileExists(nativePath) : unreachableFile(nativePath);
     ::close(file);
     auto engine = std::make_unique<SqlcipherEngine>(nativePath, SQLITE_OPEN_READWRITE, password,
                                                     std::chrono::seconds(1), std::function<DateTime()>());
     prepareCipher(*engine);
-    configure(*engine);
-    if (engine->hasPlainHeader()) throw std::logic_error("the engine wrote a file that is not encrypted");
+    configureUnfinished(*engine);
     return engine;
 }
 

@@ -17,7 +17,9 @@ namespace veldona::store {
 using Inspection = std::function<void(Engine&)>;
 
 // Opens an existing file and proves that the password fits by reading from it. The file becomes readable by
-// its owner alone where it was not. Raises StoreError: FileMissing, WrongPassword, Damaged, Locked …
+// its owner alone where it was not. A journal that a killed program left beside it is read through with it
+// first, and both are left as they are where they don't go together. Raises StoreError: FileMissing,
+// WrongPassword, Damaged, Locked …
 [[nodiscard]] std::unique_ptr<Engine> openSqlcipher(const std::string& nativePath, std::string_view password,
                                                     std::chrono::milliseconds busyTimeout,
                                                     std::function<DateTime()> clock = {},
@@ -30,7 +32,17 @@ using Inspection = std::function<void(Engine&)>;
                                                           std::chrono::milliseconds busyTimeout,
                                                           const Inspection& inspect = {});
 
-// Makes an empty encrypted file, readable by its owner alone, where there is none.
+// The same of a file that nobody has open, as it stands in this one file: a journal beside it is not looked
+// at, and nothing is made there.
+[[nodiscard]] std::unique_ptr<Engine>
+openSqlcipherAlone(const std::string& nativePath, std::string_view password, const Inspection& inspect = {});
+
+// Moves what a journal beside the file holds into the file, so that it is whole by itself. Raises StoreError,
+// also where somebody else has the file open.
+void settleJournal(const std::string& nativePath, std::string_view password);
+
+// Makes an empty encrypted file, readable by its owner alone, where there is none. It is written without a
+// journal: only for a file that is thrown away where its making fails.
 [[nodiscard]] std::unique_ptr<Engine> createSqlcipher(const std::string& nativePath,
                                                       std::string_view password);
 

@@ -89,6 +89,14 @@ StoreError notADatabase(const std::string& path, std::string_view why) {
                                std::string(why) + "). Yolu denetleyin ya da son yedeği geri yükleyin."};
 }
 
+StoreError foreignJournal(const std::string& path) {
+    return {Kind::Damaged,
+            "Veritabanı açılamadı: yanında duran " + path +
+                "-wal günlüğü bu dosyayla uyuşmuyor; dosya elle değiştirilmiş olabilir. İkisine de "
+                "dokunulmadı. Dosya doğruysa günlüğü silmeden başka bir klasöre taşıyıp yeniden başlatın; "
+                "değilse bir yedeğe dönün."};
+}
+
 StoreError wrongPassword() {
     return {Kind::WrongPassword,
             "Veritabanı açılamadı: parola yanlış ya da dosyanın başı bozuk. Parolayı denetleyin; "

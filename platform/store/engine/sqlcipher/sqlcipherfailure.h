@@ -21,6 +21,7 @@ namespace veldona::store {
 [[nodiscard]] StoreError readOnlyFile(const std::string& path);
 [[nodiscard]] StoreError fileExists(const std::string& path);
 [[nodiscard]] StoreError notADatabase(const std::string& path, std::string_view why);
+[[nodiscard]] StoreError foreignJournal(const std::string& path);
 [[nodiscard]] StoreError wrongPassword();
 
 } // namespace veldona::store

@@ -1,0 +1,62 @@
+#include "backup/proof.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+
+#include "backup/place.h"
+#include "backup/refusal.h"
+#include "core/books.h"
+
+namespace veldona::backup {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::chrono::seconds kWait(15); // for another workstation's lock
+
+std::int64_t numberOf(store::Engine& books, const char* pragma) {
+    const auto answer = books.prepare(pragma);
+    return answer->step() ? answer->whole(0) : 0;
+}
+
+Picture lookThrough(store::Engine& books, const std::string& file) {
+    const auto check = books.prepare("PRAGMA integrity_check");
+    if (!check->step() || check->text(0) != "ok") throw Refusal(file + " bozuk.");
+    return pictureOf(books);
+}
+
+} // namespace
+
+Picture inspect(const std::string& file) {
+    return lookThrough(*openBooksToRead(file, kWait), file);
+}
+
+Picture prove(const std::string& file) {
+    for (const char* journal : kJournals)
+        if (stands(file + journal)) throw Refusal(file + " yarım kaldı: " + journal + " günlüğü duruyor.");
+    const auto books = openBooksAlone(file);
+    const std::int64_t size = numberOf(*books, "PRAGMA page_count") * numberOf(*books, "PRAGMA page_size");
+    if (size != static_cast<std::int64_t>(fs::file_size(file))) throw Refusal(file + " yarım kaldı.");
+    return lookThrough(*books, file);
+}
+
+void requireProved(const std::string& file, const Picture& expected) {
+    if (prove(file) != expected)
+        throw Refusal("Kopya defterin aynısı çıkmadı ve silindi. Diski denetleyip yeniden deneyin.");
+}
+
+void syncFile(const std::string& file) {
+    const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0 || fsync(descriptor) != 0) {
+        const std::string reason = lastReason();
+        if (descriptor >= 0) ::close(descriptor);
+        throw Refusal(file + " diske yazılamadı: " + reason);
+    }
+    posix_fadvise(descriptor, 0, 0, POSIX_FADV_DONTNEED);
+    ::close(descriptor);
+}
+
+} // namespace veldona::backup
