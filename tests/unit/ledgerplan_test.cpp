@@ -123,25 +123,6 @@ TEST_F(LedgerPlan, TheLastRowIsThe255th) {
         << "stepping past row 255 takes the whole plan back";
 }
 
-TEST_F(LedgerPlan, TheStartIsReadTwoWays) {
-    struct Case {
-        const char* start;
-        Rows days;
-    };
-    const Case cases[] = {
-        {"31/01/2027", {"31/01/2027", "28/02/2027", "31/03/2027"}},
-        {"31/12/2027", {"31/12/2027", "31/01/2028", "29/02/2028"}},
-        {"13/01/2027", {"13/01/2027", "13/02/2027", "13/03/2027"}},
-        {"12/01/2027", {"01/12/2027", "01/01/2028", "01/02/2028"}},
-        {"05/05/2027", {"05/05/2027", "05/06/2027", "05/07/2027"}},
-    };
-    for (const Case& c : cases) {
-        f().dtBaslangicTarihi.setValue(c.start);
-        byCount("300", "3");
-        EXPECT_EQ(f().L4.rows(), c.days) << c.start;
-    }
-}
-
 TEST_F(LedgerPlan, TheWalkOfACorrectionKnowsRowsBySaleDayAndAmount) {
     shop.run("INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('2',40,'05/03/2027',10000000)");
     shop.run(

@@ -58,14 +58,6 @@ TEST(PlanArithmetic, SonTaksitFarkiUstlenir) {
         }
 }
 
-TEST(PlanArithmetic, AyinSonGunuKisaAylardanSonraGeriGelir) {
-    const DateTime start = DateTime::of(2028, 1, 31);
-    EXPECT_EQ(toText(TaksitVadesi(start, 0)), "31/01/2028");
-    EXPECT_EQ(toText(TaksitVadesi(start, 1)), "29/02/2028");
-    EXPECT_EQ(toText(TaksitVadesi(start, 2)), "31/03/2028");
-    EXPECT_EQ(toText(TaksitVadesi(start, 254)), "31/03/2049");
-}
-
 // Rows and blank rows of the grid for every count, with and without a down payment.
 TEST_F(Plan, RowsByCount) {
     FrmSatis& f = open();

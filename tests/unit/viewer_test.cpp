@@ -150,22 +150,6 @@ TEST_F(Viewer, ZoomTakesTheListAndNumbersBetweenTenAndFourHundred) {
     }
 }
 
-TEST_F(Viewer, AZoomBeingTypedWaitsForEnterOrForTheFieldToBeLeft) {
-    FrmCrNesne& f = openTrial();
-    ASSERT_TRUE(user::type(f.cboZoom, "250"));
-    EXPECT_EQ(f.CRViewer1.zoomLevel(), ReportView::kPageWidth);
-    user::pressKey(f, {.key = Key::Enter});
-    EXPECT_EQ(f.CRViewer1.zoomLevel(), 250);
-    user::type(f.cboZoom, "33");
-    user::focus(f.CRViewer1);
-    EXPECT_EQ(f.CRViewer1.zoomLevel(), 33);
-    // Leaving the field unchanged applies nothing: the text for the page's width is no 95 per cent.
-    user::choose(f.cboZoom, "Sayfa Genişliği");
-    user::focus(f.cboZoom);
-    user::focus(f.CRViewer1);
-    EXPECT_EQ(f.CRViewer1.zoomLevel(), ReportView::kPageWidth);
-}
-
 TEST_F(Viewer, ASearchGoesOnBehindItsHitAndElseFromThePageOnShow) {
     FrmCrNesne& f = openTrial();
     RaporSonrakiSayfa(f);
