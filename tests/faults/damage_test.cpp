@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "backup/restore.h"
 #include "core/books.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/createdatabase.h"
@@ -87,6 +88,10 @@ TEST(Damage, WhatAStrangerPutIntoTheBooksIsRefused) {
         EXPECT_TRUE(isHelpful(said[0])) << said[0];
         EXPECT_THROW(static_cast<void>(openBooksToRead(drive.books().string(), std::chrono::seconds(1))),
                      store::StoreError);
+        const std::string elsewhere = (drive.path() / "yok.mdb").string();
+        EXPECT_THROW(static_cast<void>(backup::lossOfRestoring(drive.books().string(), elsewhere)),
+                     store::StoreError);
+        EXPECT_TRUE(backup::areDamaged(drive.books().string())) << "the start offers the last backup";
         EXPECT_EQ(bytesOf(drive.books()), bytes) << "the file was touched";
     }
 }

@@ -10,6 +10,7 @@
 #include <functional>
 #include <iterator>
 
+#include "platform/store/engine/bulkload.h"
 #include "platform/store/engine/networkdisk.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "storefile.h"
@@ -47,6 +48,25 @@ void flipByte(const std::string& path, std::size_t at) {
 mode_t rightsOf(const std::string& path) {
     struct stat status {};
     return stat(path.c_str(), &status) == 0 ? status.st_mode & 0777 : 0;
+}
+
+// Rows of an old file may bring a key twice: the books stand, the key is no unique one.
+TEST_F(Opening, AKeyThatComesTwiceIsLoadedWithoutBeingUnique) {
+    TableDef sales{"SATIS", {{"ID", ColumnType::Counter}, {"NO", ColumnType::Whole}}, {}, {"NO"}};
+    createDatabase(path, kPassword, {sales}, {});
+    {
+        BulkLoad load(path, kPassword);
+        {
+            auto rows = load.into(sales, {"NO"});
+            for (const int number : {1, 1, 2})
+                rows.add({Value(number)});
+        }
+        load.finish();
+    }
+    const auto database = workspace()->open(path, kPassword);
+    database->execute("INSERT INTO SATIS (NO) VALUES (2)");
+    const auto index = database->engine().prepare("SELECT sql FROM sqlite_master WHERE name = 'SATIS_NO'");
+    EXPECT_TRUE(index->step());
 }
 
 TEST_F(Opening, ANetworkFolderIsRefusedUntouchedAndALocalDiskIsNot) {
