@@ -38,77 +38,78 @@ struct FrmMainVeldona : Form {
 
     // Customer
     Frame fraMusteri{*this, "fraMusteri", "Müşteri"};
-    TextBox Text1{*this, "Text1"};
-    TextBox txtSoyad{*this, "txtSoyad"};
-    TextBox txtAd{*this, "txtAd"};
+    TextBox Text1{*this, "Text1"};       // account number (HSTNO); each change loads the customer
+    TextBox txtSoyad{*this, "txtSoyad"}; // filters of the grid: surnames that begin so
+    TextBox txtAd{*this, "txtAd"};       // and first names
     CommandButton cmdCariSec{*this, "cmdCariSec", "Detaylı Ara"};
-    Label Label7{*this, "Label7"};
-    Label lbluyari{*this, "lbluyari", "İSTİHBARAT"};
-    Label lblVadeFarki{*this, "lblVadeFarki"};
+    Label Label7{*this, "Label7"};                   // first name and surname of the customer on show
+    Label lbluyari{*this, "lbluyari", "İSTİHBARAT"}; // blinks while the customer's card holds a warning
+    Label lblVadeFarki{*this, "lblVadeFarki"};       // what is overdue, in a sentence
     TextBox txtAdres{*this, "txtAdres"};
     TextBox txtTel{*this, "txtTel"};
-    DataGrid grdList{*this, "grdList"};
+    DataGrid grdList{*this, "grdList"}; // the customers of the shop
 
     // Sales and the sale on show
     Frame fraSatislar{*this, "fraSatislar", "Satışlar"};
-    ListBox L3{*this, "L3"};
-    TextBox Text5{*this, "Text5"};
-    TextBox Text6{*this, "Text6"};
+    ListBox L3{*this, "L3"};       // the customer's sale numbers, highest first
+    TextBox Text5{*this, "Text5"}; // number of the sale on show; a click in L3 already sets it
+    TextBox Text6{*this, "Text6"}; // hidden and empty
     TextBox txtOdemeTipi{*this, "txtOdemeTipi"};
     TextBox txtAciklama{*this, "txtAciklama"};
     DateBox dtTeslimatTarihi{*this, "dtTeslimatTarihi", DateBox::Style::Combo};
     DateBox dtTeslimEdildigiTarih{*this, "dtTeslimEdildigiTarih", DateBox::Style::PickerWithCheck};
     CommandButton Command4{*this, "Command4", "Teslim Kaydet"};
 
-    // Sale lines
+    // Sale lines, a list a column; named in the order of the screen
     Frame fraSatirlar{*this, "fraSatirlar", "Satış Satırları"};
-    ListBox lstID{*this, "lstID"};
-    ListBox List1{*this, "List1"};
-    ListBox List2{*this, "List2"};
-    ListBox List3{*this, "List3"};
-    ListBox List5{*this, "List5"};
-    ListBox List6{*this, "List6"};
-    ListBox List4{*this, "List4"};
-    ListBox List7{*this, "List7"};
+    ListBox lstID{*this, "lstID"}; // URUNAL.ID, hidden
+    ListBox List1{*this, "List1"}; // product code
+    ListBox List2{*this, "List2"}; // product name; slips up a row for a code without a product
+    ListBox List3{*this, "List3"}; // unit price
+    ListBox List5{*this, "List5"}; // quantity
+    ListBox List6{*this, "List6"}; // line total
+    ListBox List4{*this, "List4"}; // date of the line; Enter corrects it
+    ListBox List7{*this, "List7"}; // note
 
     // Schedule beside payments
     Frame fraYapilacakOdemeler{*this, "fraYapilacakOdemeler", "Yapılacak Ödemeler"};
-    ListBox L4{*this, "L4"};
-    ListBox L5{*this, "L5"};
-    ListBox lstYapilacakOdmID{*this, "lstYapilacakOdmID"};
-    ListBox L6{*this, "L6"};
-    Label Label21{*this, "Label21"};
-    Label lblToplamOdenecek{*this, "lblToplamOdenecek"};
-    CommandButton Command3{*this, "Command3", "Düzelt"};
+    ListBox L4{*this, "L4"};                               // due date
+    ListBox L5{*this, "L5"};                               // amount due
+    ListBox lstYapilacakOdmID{*this, "lstYapilacakOdmID"}; // URUNSAT.ID, hidden; -1: a row not saved yet
+    ListBox L6{*this, "L6"};                               // L2 less L5, by position, or "Peşinat"
+    Label Label21{*this, "Label21"};                       // sum of L6
+    Label lblToplamOdenecek{*this, "lblToplamOdenecek"};   // schedule less payments, set by the plan
+    CommandButton Command3{*this, "Command3", "Düzelt"};   // the older way to correct a row
     Frame fraYapilanOdemeler{*this, "fraYapilanOdemeler", "Yapılan Ödemeler"};
-    ListBox L1{*this, "L1"};
-    ListBox L2{*this, "L2"};
-    ListBox lstOdemeTip{*this, "lstOdemeTip"};
+    ListBox L1{*this, "L1"};                   // date of the payment
+    ListBox L2{*this, "L2"};                   // amount paid
+    ListBox lstOdemeTip{*this, "lstOdemeTip"}; // "T" payment; "K" cash-box receipt and "Ç" cheque never load
 
     // Balances
     Frame fraBakiye{*this, "fraBakiye", "Hesap Durumu"};
-    Label Label11{*this, "Label11"};
-    Label Label8{*this, "Label8"};
-    Label Label9{*this, "Label9"};
-    Label lblIndirim{*this, "lblIndirim"};
-    Label Label15{*this, "Label15"};
+    Label Label11{*this, "Label11"};       // to pay: lines less discount
+    Label Label8{*this, "Label8"};         // paid: sum of L2
+    Label Label9{*this, "Label9"};         // remaining: Label11 less Label8
+    Label lblIndirim{*this, "lblIndirim"}; // discount of the sale
+    Label Label15{*this, "Label15"};       // what the schedule does not cover
     CommandButton Command6{*this, "Command6", "Gecikme Hesapla"};
+    // Due dates that the overdue warning counts; each reckoning sets the end to today.
     DateBox dtRaporTarihi{*this, "dtRaporTarihi", DateBox::Style::PickerWithCheck};
     DateBox dtRaporTarihiSon{*this, "dtRaporTarihiSon", DateBox::Style::PickerWithCheck};
 
     // Collection
     Frame fraTahsilat{*this, "fraTahsilat", "Tahsilat Yap"};
-    TextBox mskOdenenPara{*this, "mskOdenenPara"};
-    DateBox DTPicker1{*this, "DTPicker1"};
+    TextBox mskOdenenPara{*this, "mskOdenenPara"}; // the amount to be posted
+    DateBox DTPicker1{*this, "DTPicker1"};         // the day it was paid
     ComboBox cboKasa{*this, "cboKasa"};
-    TextBox txtKasaID{*this, "txtKasaID"};
-    CommandButton Command1{*this, "Command1", "Tahsilat"};
+    TextBox txtKasaID{*this, "txtKasaID"};                 // T_KASA_TANITIM.ID of cboKasa
+    CommandButton Command1{*this, "Command1", "Tahsilat"}; // posts the payment
     Frame frmTahsilatMakbuzu{*this, "frmTahsilatMakbuzu", "Tahsilat Makbuzu"};
     OptionButton Option1{*this, "Option1", "Yeni Oluştur"};
     OptionButton Option2{*this, "Option2", "Hazır Form"};
     CommandButton cmdMakbuzYazdir{*this, "cmdMakbuzYazdir", "Makbuz"};
     CommandButton cmdVazgec{*this, "cmdVazgec", "Vazgeç"};
-    TextBox txtYaziIle{*this, "txtYaziIle"};
+    TextBox txtYaziIle{*this, "txtYaziIle"}; // the amount in words, hidden
 
     // Panels that open over the lists
     Frame fraDuzelt{*this, "fraDuzelt", "Taksit Düzelt"};
