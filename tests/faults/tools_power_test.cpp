@@ -307,11 +307,11 @@ TEST(Tools, AFirstStartIsStartedAgain) {
 }
 
 TEST(Tools, ABackupIsSoundOrNoBackup) {
-    expectWholeOrNotThere(BackingUp(), 19);
+    expectWholeOrNotThere(BackingUp(), 9);
 }
 
 TEST(Tools, ABackupIsPutBackOrTheBooksStay) {
-    expectWholeOrNotThere(PuttingBack(), 23);
+    expectWholeOrNotThere(PuttingBack(), 13);
 }
 
 } // namespace
