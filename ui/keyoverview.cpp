@@ -45,6 +45,7 @@ const std::map<std::string_view, Lines> kScreens = {
       {Key::F6, "F6", "Kartı siler"},
       {Key::Enter, "Enter", "Sonraki alana geçer"},
       {Key::Escape, "Esc", "Ekranı kapatır; kart yazılırken vazgeçer"}}},
+    {"frmAntetBilgisi", {{Key::F2, "F2", "Antedi kaydeder"}}},
     {"frmCarihesapSec",
      {{Key::F3, "F3", "Yeni müşteri kartı açar"},
       {Key::F5, "F5", "Seçili müşterinin kartını değiştirmeye açar"},
