@@ -102,7 +102,9 @@ void fraDuzelt_Ac(FrmMainVeldona& f, int row) {
 }
 
 void fraIslemTarihi_Ac(FrmMainVeldona& f) {
-    f.dtIslemTarihi.setValue(f.List4.text());
+    const std::string& date = f.List4.text();
+    // A line without a day is given one here.
+    f.dtIslemTarihi.setValue(trim(date).empty() ? Value(f.session.desktop.clock.today()) : Value(date));
     f.fraIslemTarihi.setVisible(true);
     f.dtIslemTarihi.setFocus();
 }
