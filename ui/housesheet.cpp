@@ -107,7 +107,8 @@ QHeaderView::section {
 }
 QCalendarWidget QWidget#qt_calendar_navigationbar { background: #2c6e9b; }
 QCalendarWidget QToolButton {
-    color: #ffffff; background: transparent; border: 0; border-radius: 3px; padding: 4px 8px; font-weight: bold;
+    color: #ffffff; background: transparent; border: 0; border-radius: 3px; padding: 4px 8px;
+    font-weight: bold;
 }
 QCalendarWidget QToolButton:hover { background: #337db0; }
 QCalendarWidget QToolButton::menu-indicator { image: none; }
