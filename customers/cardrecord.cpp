@@ -89,7 +89,11 @@ void kartlariAc(FrmCariEkle& f) {
 
 void YeniCariBaslat(FrmCariEkle& f) {
     if (f.sonKayitYeniydi) f.chkKaydiKopyala.setChecked(false);
-    f.txtKod.setText(YeniNo(f.session, "HSTNO", kTablo, "", AlanTuru::Sayi));
+    const std::string no = YeniNo(f.session, "HSTNO", kTablo, "", AlanTuru::Sayi);
+    // Among numbers with letters there is none to fill in; the highest of the others is a hint.
+    if (no.empty())
+        f.txtKod.placeholder = "sıradaki: " + YeniNo(f.session, "HSTNO", kTablo, "", AlanTuru::Metin);
+    f.txtKod.setText(no);
     f.SSTab1.setTab(0);
     f.txtAd.setFocus();
 }

@@ -1,6 +1,7 @@
 #include "ui/datefield.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QCalendarWidget>
 #include <QCheckBox>
@@ -125,6 +126,12 @@ void DateField::openCalendar() {
     for (const Qt::DayOfWeek each : {Qt::Saturday, Qt::Sunday})
         calendar->setWeekdayTextFormat(each, weekend);
     calendar->setSelectedDate(date_.value_or(now));
+    for (const auto& [name, arrow] :
+         {std::pair("qt_calendar_prevmonth", "◀"), {"qt_calendar_nextmonth", "▶"}})
+        if (auto* turn = calendar->findChild<QToolButton*>(name)) {
+            turn->setIcon({});
+            turn->setText(arrow);
+        }
     const auto take = [this, calendar](const QDate& day) {
         calendar->close();
         pick(day);

@@ -73,6 +73,7 @@ public:
     void refresh() override {
         Binder::refresh();
         view.setReadOnly(bound.locked);
+        if (!bound.placeholder.empty()) view.setPlaceholderText(toQt(bound.placeholder));
         view.setMaxLength(bound.maxLength > 0 ? bound.maxLength : 32767);
         if (const QString text = toQt(bound.text()); text != view.text()) view.setText(text);
         showSelection(view, bound.selStart(), bound.selLength());

@@ -12,6 +12,8 @@
 #include <QStyleFactory>
 #include <QWidget>
 
+#include "ui/signs.h"
+
 namespace veldona {
 
 namespace {
@@ -42,9 +44,27 @@ public:
         case PM_ExclusiveIndicatorWidth:
         case PM_ExclusiveIndicatorHeight:
             return grown(15);
+        case PM_MessageBoxIconSize:
+            return grown(36);
         default:
             return QProxyStyle::pixelMetric(metric, option, widget);
         }
+    }
+
+    QIcon standardIcon(StandardPixmap which, const QStyleOption* option,
+                       const QWidget* widget) const override {
+        const QIcon sign = messageSign(which);
+        return sign.isNull() ? QProxyStyle::standardIcon(which, option, widget) : sign;
+    }
+
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                         const QWidget* widget) const override {
+        QRect rect = QProxyStyle::subControlRect(control, option, part, widget);
+        if (control != CC_ComboBox || scale_ <= 1) return rect;
+        const int more = grown(rect.width()) - rect.width();
+        if (part == SC_ComboBoxArrow) rect.setLeft(rect.left() - more);
+        if (part == SC_ComboBoxEditField) rect.setRight(rect.right() - (grown(18) - 18));
+        return rect;
     }
 
     // As high as a text field, whatever the base style thinks of its letters.

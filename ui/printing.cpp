@@ -17,6 +17,7 @@
 #include "platform/report/reporterror.h"
 #include "ui/host.h"
 #include "ui/pagepainter.h"
+#include "ui/turkishtexts.h"
 
 namespace veldona {
 
@@ -173,6 +174,7 @@ bool askAndPrint(WindowHost& host, QWidget* parent, const report::Document& docu
 bool askAndWritePdf(WindowHost& host, QWidget* parent, const report::Document& document) {
     QFileDialog dialog(parent, "PDF olarak kaydet");
     dialog.setOption(QFileDialog::DontUseNativeDialog);
+    showTurkishTimes(dialog);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setNameFilter("PDF belgesi (*.pdf)");
     dialog.setDefaultSuffix("pdf");

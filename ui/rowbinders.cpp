@@ -12,6 +12,7 @@
 #include "platform/controls/userinput.h"
 #include "ui/binder.h"
 #include "ui/celleditors.h"
+#include "ui/emptynote.h"
 #include "ui/formwindow.h"
 #include "ui/host.h"
 #include "ui/housestyle.h"
@@ -194,6 +195,7 @@ public:
         : RowsBinder(window, grid, widget), rows_(new GridRows(&widget, grid)),
           widths_(window, grid, widget) {
         widget.setModel(rows_);
+        new EmptyNote(widget); // belongs to the widget
         widget.setSelectionBehavior(QAbstractItemView::SelectRows);
         widget.setAlternatingRowColors(true);
         widget.setShowGrid(false);

@@ -3,6 +3,15 @@
 #include <map>
 #include <string_view>
 
+#include <QDateTime>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFileSystemModel>
+#include <QHeaderView>
+#include <QLibraryInfo>
+#include <QStyledItemDelegate>
+#include <QTreeView>
+
 namespace veldona {
 
 namespace {
@@ -89,11 +98,38 @@ const std::map<std::string_view, const char*> kTexts = {
     {"Unexpected value after '%1'.", "%1 değer almaz."},
 };
 
+constexpr int kTimeColumn = 3;
+
+class TurkishTimes : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (index.column() != kTimeColumn) return;
+        const QFileInfo file(index.data(QFileSystemModel::FilePathRole).toString());
+        option->text = file.lastModified().toString("dd/MM/yyyy HH:mm");
+    }
+};
+
 } // namespace
 
-QString TurkishTexts::translate(const char*, const char* source, const char*, int) const {
+void showTurkishTimes(QFileDialog& dialog) {
+    dialog.setItemDelegate(new TurkishTimes(&dialog));
+    if (auto* details = dialog.findChild<QTreeView*>("treeView"))
+        details->header()->setSectionResizeMode(kTimeColumn, QHeaderView::ResizeToContents);
+}
+
+TurkishTexts::TurkishTexts(QObject* parent) : QTranslator(parent) {
+    static_cast<void>(toolkit_.load("qtbase_tr", QLibraryInfo::path(QLibraryInfo::TranslationsPath)));
+}
+
+QString TurkishTexts::translate(const char* context, const char* source, const char* disambiguation,
+                                int n) const {
     const auto found = kTexts.find(source);
-    return found == kTexts.end() ? QString() : QString::fromUtf8(found->second);
+    return found == kTexts.end() ? toolkit_.translate(context, source, disambiguation, n)
+                                 : QString::fromUtf8(found->second);
 }
 
 } // namespace veldona

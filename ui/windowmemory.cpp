@@ -22,14 +22,9 @@ constexpr const char* kFilled = "/tam";
 constexpr const char* kOpenedAs = "openedAs";
 constexpr int kTitleBar = 32; // about; a window that has not been shown doesn't know its own
 
-QSize middleOf(const QSize& size) {
-    return size / 2;
-}
-
-// The middle of a window; its frame above and below is left out, since it isn't known before the first show.
+// Without its frame, which isn't known before the first show.
 QPoint middleOf(const QWidget& window) {
-    const QSize half = middleOf(window.size());
-    return window.pos() + QPoint(half.width(), half.height());
+    return window.geometry().center();
 }
 
 QRect roomAt(const QPoint& point, const QWidget& window) {
@@ -51,11 +46,12 @@ void WindowMemory::place(QWidget& window, const QString& name, const QWidget* ow
     const QPoint shift = settings_.value(name + kPlace).toPoint();
     const QPoint middle = origin + (QPointF(shift) * houseScale()).toPoint();
     const QRect room = roomAt(QGuiApplication::screenAt(middle) ? middle : origin, window);
-    const QSize half = middleOf(window.size());
-    const QPoint corner = middle - QPoint(half.width(), half.height());
-    const QPoint last(room.right() - window.width(), room.bottom() - window.height() - scaled(kTitleBar));
-    window.move(std::clamp(corner.x(), room.left(), std::max(room.left(), last.x())),
-                std::clamp(corner.y(), room.top(), std::max(room.top(), last.y())));
+    QRect place(QPoint(), window.size());
+    place.moveCenter(middle);
+    const int top = room.top() + scaled(kTitleBar);
+    place.moveTo(std::clamp(place.left(), room.left(), std::max(room.left(), room.right() - place.width())),
+                 std::clamp(place.top(), top, std::max(top, room.bottom() - place.height())));
+    window.setGeometry(place);
     window.setProperty(kOpenedAs, window.size());
 }
 

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QIcon>
+#include <QLocale>
 #include <QScreen>
 #include <QStandardPaths>
 
@@ -145,6 +146,7 @@ int main(int count, char** arguments) {
     QApplication::setQuitOnLastWindowClosed(false);
     veldona::TurkishTexts texts;
     QCoreApplication::installTranslator(&texts);
+    QLocale::setDefault(QLocale(QLocale::Turkish, QLocale::Turkey));
     const auto fitScreen = [&application] { veldona::followScreen(application); };
     fitScreen();
     QObject::connect(&application, &QApplication::primaryScreenChanged, &application, fitScreen);

@@ -62,7 +62,8 @@ public:
     // As setText, by the operator's hand: the caret is put first. (Assigning by code puts it before the
     // text.)
     void edit(std::string text, int caret);
-    int maxLength = 0; // characters the operator may type; 0: no limit
+    int maxLength = 0;       // characters the operator may type; 0: no limit
+    std::string placeholder; // shown faded in the empty field, which it does not fill
 
 private:
     std::string text_;

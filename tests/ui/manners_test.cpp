@@ -1,14 +1,21 @@
 // A walk through every window of the program: what each owes to whoever works by keyboard, by ear, on a small
 // screen, or in large letters. It is run on each of the screens in screens/.
+#include <set>
+
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QDialog>
+#include <QFileDialog>
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
+#include <QTabWidget>
 #include <QTest>
 #include <QTextBrowser>
 #include <QTimer>
@@ -30,6 +37,7 @@
 #include "ui/housestyle.h"
 #include "ui/keyoverview.h"
 #include "ui/screens.h"
+#include "ui/turkishtexts.h"
 #include "ui/windowdesktop.h"
 
 namespace veldona::test {
@@ -240,6 +248,60 @@ TEST_F(Manners, TheGuideHasAChapterForEveryScreen) {
     }
     expectGood(*window.findChild<QDialog*>(), "Kılavuz");
     leavePicture(*window.findChild<QDialog*>(), "pencere-kilavuz");
+}
+
+// Hears what nobody before it had a Turkish word for.
+class Untranslated : public QTranslator {
+public:
+    [[nodiscard]] bool isEmpty() const override { return false; }
+    QString translate(const char* context, const char* source, const char*, int) const override {
+        heard.insert(std::string(context) + ": " + source);
+        return {};
+    }
+    mutable std::set<std::string> heard;
+};
+
+// With everything that is reached from them: the menu of a field, the printer's properties.
+TEST_F(Manners, NoDialogOfTheToolkitSpeaksEnglish) {
+    Untranslated rest;
+    TurkishTexts texts;
+    QCoreApplication::installTranslator(&rest);
+    QCoreApplication::installTranslator(&texts);
+    const auto look = [](QDialog& dialog, const char* name) {
+        dialog.show();
+        settle();
+        leavePicture(dialog, pictureName(name));
+    };
+    QFileDialog file(nullptr, "PDF olarak kaydet");
+    file.setOption(QFileDialog::DontUseNativeDialog);
+    file.setAcceptMode(QFileDialog::AcceptSave);
+    showTurkishTimes(file);
+    look(file, "dosya");
+    QPrinter printer;
+    QPrintDialog print(&printer);
+    look(print, "yazici");
+    QTimer::singleShot(0, &print, [&] {
+        auto* properties = dynamic_cast<QDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(properties, nullptr);
+        for (int tab = 0; auto* tabs = properties->findChild<QTabWidget*>(); ++tab) {
+            if (tab == tabs->count()) break;
+            tabs->setCurrentIndex(tab);
+            look(*properties, ("yazici-ozellikleri-" + std::to_string(tab)).c_str());
+        }
+        properties->close();
+    });
+    print.findChild<QAbstractButton*>("properties")->click();
+    QLineEdit edit("söz");
+    delete edit.createStandardContextMenu();
+    QTextBrowser browser;
+    delete browser.createStandardContextMenu();
+    QCoreApplication::removeTranslator(&texts);
+    QCoreApplication::removeTranslator(&rest);
+    // No word, and the name of a key.
+    for (const char* each : {"QGuiApplication: QT_LAYOUT_DIRECTION", "QShortcut: Control"})
+        rest.heard.erase(each);
+    for (const std::string& each : rest.heard)
+        ADD_FAILURE() << each;
 }
 
 // A window that owes everything, so that no check can be one that never fails.
