@@ -46,12 +46,19 @@ void bindCycle(FrmCariEkle& f) {
     f.BarIslemler.onToolClick = [&k](const std::string& arac) { BarTiklandi(k, arac); };
 }
 
-// What is typed on a card that is looked at begins its change, as F5 does: F2 saves it, and no key drops it.
+void fieldChanged(FrmCariEkle& f) {
+    if (f.alanlarDoluyor || f.kayit.durum != FormModu::Gezinme) return;
+    KayitDegistir(f.kayit);
+    if (f.kayit.durum == FormModu::Gezinme) DurumaGec(f.kayit, FormModu::Yeni); // the last card was deleted
+}
+
+// What is typed on a card that is looked at begins its change, as F5 does, and on an empty one a new card: F2
+// saves it, and no key drops it.
 void beginChangesByTyping(FrmCariEkle& f) {
     const auto also = [&f](std::function<void()>& event) {
         event = [&f, before = std::move(event)] {
             call(before);
-            if (!f.alanlarDoluyor && f.kayit.durum == FormModu::Gezinme) KayitDegistir(f.kayit);
+            fieldChanged(f);
         };
     };
     for (const CariSutunu& s : cariSutunlari()) {
