@@ -68,20 +68,6 @@ bool hasJournal(const std::string& books) {
                        [&](const char* journal) { return stands(books + journal); });
 }
 
-// A journal that a killed program left holds the last payments: it goes into the books, so that what is set
-// aside is one file. False where the two can't be read, or only the books without it.
-bool takeJournalIn(const std::string& books) {
-    if (!stands(books) || !hasJournal(books)) return true;
-    try {
-        store::settleJournal(books, kDeliveredPassword);
-        return true;
-    } catch (const store::StoreError& failure) {
-        using Kind = store::StoreError::Kind;
-        if (failure.kind() == Kind::Locked || failure.kind() == Kind::DiskFull) throw;
-        return false;
-    }
-}
-
 bool areSoundAlone(const std::string& books) {
     try {
         static_cast<void>(openBooksAlone(books));
@@ -91,10 +77,25 @@ bool areSoundAlone(const std::string& books) {
     }
 }
 
+// A journal that a killed program left holds the last payments: it goes into the books, so that what is set
+// aside is one file. What can't be read stays with them, unless it is other books' journal.
+bool isJournalForeign(const std::string& books) {
+    if (!stands(books) || !hasJournal(books)) return false;
+    using Kind = store::StoreError::Kind;
+    try {
+        store::settleJournal(books, kDeliveredPassword);
+        return false;
+    } catch (const store::StoreError& failure) {
+        if (failure.kind() == Kind::Locked || failure.kind() == Kind::DiskFull) throw;
+        const bool isUnsound = failure.kind() == Kind::Damaged || failure.kind() == Kind::WrongPassword;
+        return isUnsound && areSoundAlone(books);
+    }
+}
+
 // A journal under the name of a file is read as that file's; one that isn't gets a name of its own.
-SetAside namesFor(const std::string& books, DateTime now, bool isJournalForeign) {
+SetAside namesFor(const std::string& books, DateTime now, bool isForeign) {
     const std::string kept = (fs::path(books).parent_path() / replacedName(now)).string();
-    return {kept, kept + (isJournalForeign ? ".uymayan" : "")};
+    return {kept, kept + (isForeign ? ".uymayan" : "")};
 }
 
 } // namespace
@@ -140,8 +141,8 @@ std::vector<std::string> restore(const std::string& backup, const std::string& b
     const FolderLock lock(folder, "Bir yedek zaten yerine konuyor. Bitmesini bekleyip yeniden deneyin.");
     const store::Draft arrived(books + ".geri");
     const Picture proven = copyToDraft(backup, arrived.path());
-    const bool isJournalForeign = !takeJournalIn(books) && areSoundAlone(books);
-    return exchange(arrived.path(), proven, books, namesFor(books, now, isJournalForeign));
+    const SetAside names = namesFor(books, now, isJournalForeign(books));
+    return exchange(arrived.path(), proven, books, names);
 }
 
 std::string toldOf(const std::vector<std::string>& setAside) {

@@ -159,7 +159,8 @@ std::multiset<std::int64_t> paymentsIn(const fs::path& file) {
     std::multiset<std::int64_t> payments;
     const auto engine =
         store::openSqlcipherToRead(file.string(), kDeliveredPassword, std::chrono::seconds(60));
-    const auto rows = engine->prepare("SELECT ODMIKTAR FROM TAKSITODENEN WHERE ODMIKTAR >= 100000");
+    const auto rows =
+        engine->prepare("SELECT ODMIKTAR FROM TAKSITODENEN WHERE ODMIKTAR BETWEEN 100000 AND 999999");
     while (rows->step())
         payments.insert(rows->whole(0));
     return payments;

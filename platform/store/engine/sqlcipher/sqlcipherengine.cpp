@@ -476,12 +476,9 @@ std::unique_ptr<Engine> openSqlcipherAlone(const std::string& nativePath, std::s
 }
 
 void settleJournal(const std::string& nativePath, std::string_view password) {
-    {
-        const auto engine = openSqlcipher(nativePath, password, std::chrono::seconds(1));
-        const auto checkpoint = engine->prepare("PRAGMA wal_checkpoint(TRUNCATE)");
-        if (!checkpoint->step() || checkpoint->whole(0) != 0) throw engineFailure(SQLITE_BUSY, "");
-    }
-    if (hasJournal(nativePath)) throw engineFailure(SQLITE_IOERR, "");
+    const auto engine = openSqlcipher(nativePath, password, std::chrono::seconds(1));
+    const auto checkpoint = engine->prepare("PRAGMA wal_checkpoint(TRUNCATE)");
+    if (!checkpoint->step() || checkpoint->whole(0) != 0) throw engineFailure(SQLITE_BUSY, "");
 }
 
 std::unique_ptr<Engine> createSqlcipher(const std::string& nativePath, std::string_view password) {
