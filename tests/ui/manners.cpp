@@ -14,6 +14,7 @@
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QMenuBar>
 #include <QTabBar>
 #include <QTest>
@@ -160,6 +161,13 @@ QStringList clippedWords(const QWidget& window) {
                 checkWidth(faults, *each, tabs->tabText(i),
                            tabs->fontMetrics().horizontalAdvance(plain(tabs->tabText(i))),
                            tabs->tabRect(i).width());
+        if (const auto* edit = qobject_cast<QLineEdit*>(each); edit && !isPart(*each))
+            checkWidth(faults, *each, edit->text(), edit->fontMetrics().horizontalAdvance(edit->text()) + 6,
+                       each->width());
+        // A name may end in dots, an amount may not.
+        if (const auto* list = qobject_cast<QListView*>(each);
+            list && list->property("rightAligned").toBool())
+            checkWidth(faults, *each, "an amount", list->sizeHintForColumn(0), list->viewport()->width());
         if (const auto* combo = qobject_cast<QComboBox*>(each); combo && !combo->currentText().isEmpty())
             checkWidth(faults, *each, combo->currentText(),
                        combo->fontMetrics().horizontalAdvance(combo->currentText()) + combo->height(),

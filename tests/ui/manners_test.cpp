@@ -19,6 +19,7 @@
 #include <QTest>
 #include <QTextBrowser>
 #include <QTimer>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -65,6 +66,14 @@ protected:
         shop.run(
             "INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD,EVMH,EVCD,EVTEL,GSM,UYARI) VALUES "
             "('7','Ayşe','Yılmaz','Çınar Mah.','Gülşen Cad.','0216 333 22 11','0532 444 55 66','Dikkat')");
+        for (const char* row :
+             {"ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC,ODEME_TIPI) VALUES ('7',5,123456000000,'Taksitli')",
+              "URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT,TRH,ACIKLAMA) VALUES "
+              "('7',5,'1',1,123456000000,'20/11/2025 10:30:00','Buzdolabı')",
+              "URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR,PESINAT) VALUES ('7',5,'20/10/2026',99999990000,0)",
+              "TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES "
+              "('7',5,'20/10/2026 09:00:00',12345670000)"})
+            shop.run(std::string("INSERT INTO ") + row);
         shop.session.gBaglanti.reset();
         followScreen(*qApp);
         drawScreens(host);
@@ -153,6 +162,36 @@ protected:
     Session session{desktop, forms};
     BackupMenu backups{host, shop.clock, shop.desktop.paths};
 };
+
+// The main screen with a customer whose amounts are long.
+TEST_F(Manners, TheMainScreenWithASale) {
+    QWidget& window = open("frmMainVeldona");
+    auto& form = dynamic_cast<FormWindow&>(window).form();
+    window.findChild<QLineEdit*>("Text1")->setFocus();
+    typeText(host, form, "7");
+    for (const Key key : {Key::Down, Key::Down, Key::Enter})
+        pressKey(host, form, key);
+    settle();
+    EXPECT_EQ(window.findChild<QLabel*>("Label9")->text(), "111.110,33");
+    expectGood(window, "frmMainVeldona with a sale");
+    picture(window, "satis-acik");
+}
+
+// What was moved off the screens that there are comes back; what was resized keeps its size.
+TEST_F(Manners, AWindowIsFoundAgainWhereItIsSeen) {
+    QWidget& first = open("frmCarihesapSec");
+    const QRect screen = first.screen()->availableGeometry();
+    const QSize size = first.size() - QSize(scaled(20), scaled(20));
+    EXPECT_TRUE(screen.contains(first.geometry()));
+    first.setGeometry(QRect(QPoint(-9000, 9000), size));
+    forms.unload(*forms.loaded("frmCarihesapSec"));
+    settle();
+    QWidget& again = open("frmCarihesapSec");
+    EXPECT_TRUE(screen.contains(again.geometry()));
+    EXPECT_NEAR(again.width(), size.width(), 1);
+    EXPECT_EQ(again.windowHandle()->transientParent(),
+              host.window(*forms.loaded("frmMainVeldona"))->windowHandle());
+}
 
 TEST_F(Manners, EveryScreen) {
     for (const char* name : kScreens) {
