@@ -1,24 +1,10 @@
 #include "tests/faults/damagedfiles.h"
 
-#include <fstream>
-#include <iterator>
-
 #include "core/session.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "tests/faults/day.h"
 
 namespace veldona::faults {
-
-namespace fs = std::filesystem;
-
-std::string bytesOf(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-void writeBytes(const fs::path& path, const std::string& bytes) {
-    std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
-}
 
 std::string plainFile() {
     std::string bytes = std::string("SQLite format 3") + '\0';

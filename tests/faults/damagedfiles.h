@@ -11,8 +11,8 @@ namespace veldona::faults {
 
 inline constexpr std::size_t kPage = 4096;
 
-[[nodiscard]] std::string bytesOf(const std::filesystem::path& path);
-void writeBytes(const std::filesystem::path& path, const std::string& bytes);
+using test::bytesOf;
+using test::writeBytes;
 
 [[nodiscard]] std::string plainFile(); // of the engine, without a password
 // One bit of each page, from the byte `from` on.

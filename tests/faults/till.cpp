@@ -1,7 +1,5 @@
 #include "tests/faults/till.h"
 
-#include <stdlib.h>
-
 #include <sstream>
 #include <stdexcept>
 
@@ -10,21 +8,6 @@
 #include "platform/store/faces/database.h"
 
 namespace veldona::faults {
-
-Drive::Drive() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "veldona-faults-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    path_ = pattern;
-    std::filesystem::create_directories(books().parent_path());
-}
-
-Drive::~Drive() {
-    std::filesystem::remove_all(path_);
-}
-
-std::filesystem::path Drive::books() const {
-    return path_ / "VELDONA/Veldona_Taksit/vorel.mdb";
-}
 
 Till::Till(const Drive& drive) : stage_({drive.path().string(), registerScreens, nullptr, nullptr}, *this) {}
 

@@ -9,22 +9,16 @@
 
 #include "apps/operator/stage.h"
 #include "platform/controls/forms.h"
+#include "tests/support/files.h"
 
 namespace veldona::faults {
 
 // A temporary folder that goes again, standing for drive C:.
-class Drive {
+class Drive : public test::TemporaryFolder {
 public:
-    Drive();
-    ~Drive();
-    Drive(const Drive&) = delete;
-    Drive& operator=(const Drive&) = delete;
+    Drive() { std::filesystem::create_directories(books().parent_path()); }
 
-    [[nodiscard]] const std::filesystem::path& path() const { return path_; }
-    [[nodiscard]] std::filesystem::path books() const;
-
-private:
-    std::filesystem::path path_;
+    [[nodiscard]] std::filesystem::path books() const { return path() / "VELDONA/Veldona_Taksit/vorel.mdb"; }
 };
 
 class Till : public FormHost {

@@ -1,36 +1,24 @@
 #include "tests/support/shop.h"
 
-#include <stdlib.h>
-
 #include "platform/runtime/conversion.h"
 #include "platform/store/engine/createdatabase.h"
 #include "schema/tables.h"
 
 namespace veldona::test {
 
-namespace {
-
-std::filesystem::path freshFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "veldona-test-XXXXXX").string();
-    if (!mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
-    std::filesystem::create_directories(name + "/VELDONA/Veldona_Taksit");
-    return name;
-}
-
-} // namespace
-
 Shop::Shop()
-    : folder_(freshFolder()), desktop{clock,
-                                      dialogs,
-                                      pump,
-                                      opener,
-                                      Paths(folder_.string()),
-                                      {},
-                                      DataSources((folder_ / "ODBC.INI").string())},
+    : desktop{clock,
+              dialogs,
+              pump,
+              opener,
+              Paths(folder_.path().string()),
+              {},
+              DataSources(folder_ / "ODBC.INI")},
       forms(host), session(desktop, forms) {
     clock.set(DateTime::of(2026, 11, 22, 10, 30));
-    store::createDatabase((folder_ / "VELDONA/Veldona_Taksit/vorel.mdb").string(), kDeliveredPassword,
-                          schema::tables(), schema::savedQueries());
+    const std::string books = folder_ / "VELDONA/Veldona_Taksit/vorel.mdb";
+    std::filesystem::create_directories(std::filesystem::path(books).parent_path());
+    store::createDatabase(books, kDeliveredPassword, schema::tables(), schema::savedQueries());
     OturumBaslat(session);
     for (const char* statement : schema::firstRows())
         run(statement);
@@ -39,7 +27,6 @@ Shop::Shop()
 
 Shop::~Shop() {
     session.gBaglanti.reset();
-    std::filesystem::remove_all(folder_);
 }
 
 std::vector<std::string> Shop::rows(const std::string& sql) {

@@ -1,13 +1,13 @@
 // A shop of its own for one test: an empty delivered database in a fresh folder, a session without windows.
 #pragma once
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "core/database.h"
 #include "core/session.h"
 #include "platform/desktop/desktop.h"
+#include "tests/support/files.h"
 
 namespace veldona::test {
 
@@ -33,7 +33,7 @@ public:
     [[nodiscard]] std::vector<std::string> said();
 
 private:
-    std::filesystem::path folder_;
+    TemporaryFolder folder_;
 
 public:
     ManualClock clock;

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <filesystem>
 #include <map>
 #include <set>
@@ -9,40 +8,21 @@
 #include "apps/anonim/nameless.h"
 #include "apps/anonim/options.h"
 #include "apps/denetle/check.h"
-#include "apps/hazirla/delivered.h"
-#include "apps/hazirla/writeshop.h"
 #include "backup/proof.h"
 #include "backup/refusal.h"
-#include "core/session.h"
-#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "schema/tables.h"
+#include "tests/support/sampleshop.h"
 
 namespace veldona::anonim {
 namespace {
 
 namespace fs = std::filesystem;
-using namespace std::chrono_literals;
 using store::ColumnType;
 
 class Anonim : public ::testing::Test {
 protected:
-    Anonim() : folder_((fs::temp_directory_path() / "anonim-test-XXXXXX").string()) {
-        if (mkdtemp(folder_.data()) == nullptr) throw std::runtime_error("no temporary folder");
-        const hazirla::ShopPlan plan{60, 120, 2, 1, DateTime::of(2026, 11, 22)};
-        hazirla::deliver(books(), hazirla::Existing::Keep, [&](const std::string& target) {
-            hazirla::writeShop(target, hazirla::makeShop(plan));
-        });
-    }
-    ~Anonim() override { fs::remove_all(folder_); }
-
-    [[nodiscard]] std::string books() const { return folder_ + "/vorel.mdb"; }
-    [[nodiscard]] std::string copy() const { return folder_ + "/adsiz.mdb"; }
-    [[nodiscard]] std::ptrdiff_t filesInside() const {
-        return std::distance(fs::directory_iterator(folder_), fs::directory_iterator());
-    }
-    static std::unique_ptr<store::Engine> open(const std::string& file) {
-        return store::openSqlcipher(file, kDeliveredPassword, 1s);
-    }
+    [[nodiscard]] std::string books() const { return shop.books(); }
+    [[nodiscard]] std::string copy() const { return shop / "adsiz.mdb"; }
     static std::vector<std::string> cells(store::Engine& engine, const std::string& column,
                                           const std::string& table) {
         std::vector<std::string> read;
@@ -52,8 +32,7 @@ protected:
         return read;
     }
 
-private:
-    std::string folder_;
+    test::SampleShop shop{60, 120};
 };
 
 using Names = std::set<std::string>;
@@ -62,10 +41,10 @@ const Names kKept = {"URKOD",     "KASA_NO", "GRUP_KOD",        "ODEME_TIPI",
                      "ISLEM_TUR", "DEGER",   "CARI_HESAP_ISLE", "YAS"};
 
 TEST_F(Anonim, HesaplarHerYerdeAyniDegisirTutarlarKalir) {
-    open(books())->execute("UPDATE MUSTKAYIT SET EVAPT = 'No: 12/4' WHERE ID < 9");
+    test::openBooks(books())->execute("UPDATE MUSTKAYIT SET EVAPT = 'No: 12/4' WHERE ID < 9");
     EXPECT_GT(copyWithoutNames(books(), copy(), Disguise(1)).replaced, 500);
-    const auto original = open(books());
-    const auto nameless = open(copy());
+    const auto original = test::openBooks(books());
+    const auto nameless = test::openBooks(copy());
     std::map<std::string, Names> accounts, accountsBefore;
     Names flat, shifts;
     for (const store::TableDef& table : schema::tables()) {
@@ -123,7 +102,7 @@ TEST_F(Anonim, HesaplarHerYerdeAyniDegisirTutarlarKalir) {
 // headers that are gone.
 TEST_F(Anonim, DenetimKopyadaAyniniBulur) {
     {
-        const auto program = open(books());
+        const auto program = test::openBooks(books());
         for (const char* sql :
              {"DELETE FROM MUSTKAYIT WHERE ID = 5", "DELETE FROM ISLEMNOTABLO WHERE ID = 7",
               "UPDATE TAKSITODENEN SET MUSTNO = 'ab-1' WHERE ID = 3",
@@ -136,8 +115,8 @@ TEST_F(Anonim, DenetimKopyadaAyniniBulur) {
             program->execute(sql);
     }
     copyWithoutNames(books(), copy(), Disguise(2));
-    const auto original = open(books());
-    const auto nameless = open(copy());
+    const auto original = test::openBooks(books());
+    const auto nameless = test::openBooks(copy());
     const auto found = [](store::Engine& engine) {
         std::vector<std::string> lines;
         for (const denetle::Finding& each : denetle::checkBooks(engine).all)
@@ -169,14 +148,14 @@ TEST_F(Anonim, DenetimKopyadaAyniniBulur) {
 // name.
 TEST_F(Anonim, BosalanSayfalarKopyayaGecmez) {
     {
-        const auto program = open(books());
+        const auto program = test::openBooks(books());
         program->execute("INSERT INTO GRUPLAR (GRUP_ADI) SELECT AD || SOYAD || hex(zeroblob(1500)) "
                          "FROM MUSTKAYIT");
         program->execute("DELETE FROM GRUPLAR WHERE length(GRUP_ADI) > 1500");
     }
     copyWithoutNames(books(), copy(), Disguise(1));
     const auto freePages = [](const std::string& file) {
-        const auto engine = open(file);
+        const auto engine = test::openBooks(file);
         const auto answer = engine->prepare("PRAGMA freelist_count");
         return answer->step() ? answer->whole(0) : -1;
     };
@@ -187,7 +166,7 @@ TEST_F(Anonim, BosalanSayfalarKopyayaGecmez) {
 TEST_F(Anonim, DefterVeVarOlanDosyaKalir) {
     const backup::Picture before = backup::inspect(books());
     copyWithoutNames(books(), copy(), Disguise());
-    EXPECT_EQ(filesInside(), 2) << "a file with names was left";
+    EXPECT_EQ(shop.filesInside(), 2) << "a file with names was left";
     EXPECT_THROW(copyWithoutNames(books(), copy(), Disguise()), backup::Refusal);
     const fs::path startedIn = fs::current_path();
     fs::current_path(fs::path(copy()).parent_path());
@@ -200,7 +179,7 @@ TEST_F(Anonim, DefterVeVarOlanDosyaKalir) {
     fs::remove(copy());
     fs::resize_file(books(), fs::file_size(books()) / 2);
     EXPECT_ANY_THROW(copyWithoutNames(books(), copy(), Disguise()));
-    EXPECT_EQ(filesInside(), 1) << "a half copy was left";
+    EXPECT_EQ(shop.filesInside(), 1) << "a half copy was left";
 }
 
 TEST(AnonimMetin, BicimKalirHarflerDegisir) {

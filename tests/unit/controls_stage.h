@@ -56,8 +56,6 @@ struct Screen : Form {
     DateBox date{*this, "dt", DateBox::Style::PickerWithCheck};
     MenuItem menu{*this, "mnu", ""};
     MenuItem entry{*this, "mnuSil", ""};
-    ToolBar bar{*this, "bar"};
-    Timer timer{*this, "tmr", 500};
 };
 
 // Modal screens are run by the next step of `script`.

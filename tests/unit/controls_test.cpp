@@ -339,23 +339,6 @@ TEST(Acts, AHiddenMenuOpensOverTheControlThatNamesIt) {
     EXPECT_FALSE(user::clickMenu(screen.entry));
 }
 
-TEST(Acts, ToolsAndTimersAnswerOnlyWhereTheyAreOn) {
-    Stage stage;
-    Screen& screen = stage.shown();
-    screen.bar.add("cmdSil", "Sil");
-    screen.bar.onToolClick = [&](const std::string& key) { stage.host.log(key); };
-    screen.timer.onTimer = [&] { stage.host.log("tick"); };
-    EXPECT_TRUE(user::clickTool(screen.bar, "CMDSIL"));
-    user::tick(screen.timer);
-    EXPECT_EQ(stage.host.log.take(), "cmdSil tick");
-    screen.bar.setToolVisible("cmdsil", false);
-    screen.timer.setEnabled(false);
-    EXPECT_FALSE(user::clickTool(screen.bar, "cmdSil"));
-    user::tick(screen.timer);
-    EXPECT_EQ(stage.host.log.take(), "");
-    EXPECT_EQ(errorOf([&] { screen.bar.setToolEnabled("cmdYok", true); }), 5);
-}
-
 TEST(Choices, ClickOnceWhereTheyChange) {
     Stage stage;
     Screen& screen = stage.shown();
@@ -464,23 +447,6 @@ TEST(DataGrids, MoveTheirSource) {
     EXPECT_EQ(grid.shownText(), "HSTNO19|AD19");
     grid.bind(nullptr);
     EXPECT_EQ(grid.cell(0, 0), "");
-}
-
-TEST(Tabs, ShowTheirCurrentPageAlone) {
-    Stage stage;
-    Screen& screen = stage.shown();
-    TabControl tabs{screen, "tab"};
-    Frame first{screen, "sayfa1", "Genel"};
-    Frame second{screen, "sayfa2", "Kefil"};
-    TextBox inner{screen, "txtIc"};
-    inner.placeIn(second);
-    tabs.addPage(first);
-    tabs.addPage(second);
-    EXPECT_FALSE(user::focus(inner));
-    EXPECT_TRUE(user::clickRow(tabs, 1));
-    EXPECT_TRUE(user::focus(inner));
-    EXPECT_EQ(tabs.shownText(), "Kefil");
-    EXPECT_EQ(errorOf([&] { tabs.setTab(2); }), 380);
 }
 
 } // namespace

@@ -2,18 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <set>
 
 #include "apps/denetle/options.h"
 #include "apps/denetle/report.h"
-#include "apps/hazirla/delivered.h"
-#include "apps/hazirla/writeshop.h"
 #include "core/session.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
+#include "tests/support/sampleshop.h"
 
 namespace veldona::denetle {
 namespace {
@@ -21,42 +17,22 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
-class SampleBooks {
+class SampleBooks : public test::SampleShop {
 public:
-    SampleBooks() : folder_((fs::temp_directory_path() / "denetle-test-XXXXXX").string()) {
-        if (mkdtemp(folder_.data()) == nullptr) throw std::runtime_error("no temporary folder");
-        const hazirla::ShopPlan plan{40, 120, 3, 1, DateTime::of(2026, 11, 22)};
-        hazirla::deliver(file(), hazirla::Existing::Keep, [&](const std::string& target) {
-            hazirla::writeShop(target, hazirla::makeShop(plan));
-        });
-    }
-    ~SampleBooks() { fs::remove_all(folder_); }
-    SampleBooks(const SampleBooks&) = delete;
-    SampleBooks& operator=(const SampleBooks&) = delete;
-
-    [[nodiscard]] std::string file() const { return folder_ + "/vorel.mdb"; }
     // A copy on which one statement was run, in the form that books have which hold a sale's number twice.
     [[nodiscard]] std::string spoiled(const std::string& sql) const {
-        const std::string copy = folder_ + "/bozuk.mdb";
-        fs::copy_file(file(), copy, fs::copy_options::overwrite_existing);
-        const auto books = store::openSqlcipher(copy, kDeliveredPassword, 1s);
-        books->execute("DROP INDEX ISLEMNOTABLO_ISLEMNO");
-        books->execute(sql);
-        EXPECT_GT(books->rowsChanged(), 0) << sql;
+        const std::string copy = *this / "bozuk.mdb";
+        fs::copy_file(books(), copy, fs::copy_options::overwrite_existing);
+        const auto program = test::openBooks(copy);
+        program->execute("DROP INDEX ISLEMNOTABLO_ISLEMNO");
+        program->execute(sql);
+        EXPECT_GT(program->rowsChanged(), 0) << sql;
         return copy;
     }
-
-private:
-    std::string folder_;
 };
 
 Findings check(const std::string& file) {
     return checkBooks(*store::openSqlcipherToRead(file, kDeliveredPassword, 1s));
-}
-
-std::string bytesOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 struct Spoiled {
@@ -105,7 +81,7 @@ const Spoiled kSpoiled[] = {
 
 TEST(Denetle, HerBozuklukAdiylaBulunurBaskasiBulunmaz) {
     const SampleBooks sound;
-    EXPECT_TRUE(check(sound.file()).all.empty()) << asText(check(sound.file()));
+    EXPECT_TRUE(check(sound.books()).all.empty()) << asText(check(sound.books()));
     for (const Spoiled& spoiled : kSpoiled) {
         const Findings found = check(sound.spoiled(spoiled.sql));
         std::multiset<Fault> faults;
@@ -117,25 +93,26 @@ TEST(Denetle, HerBozuklukAdiylaBulunurBaskasiBulunmaz) {
 
 TEST(Denetle, DeftereDokunmaz) {
     const SampleBooks books;
-    const std::string before = bytesOf(books.file());
-    fs::permissions(books.file(), fs::perms(0644));
-    static_cast<void>(check(books.file()));
-    EXPECT_EQ(bytesOf(books.file()), before);
-    EXPECT_EQ(fs::status(books.file()).permissions(), fs::perms(0644));
-    const auto reading = store::openSqlcipherToRead(books.file(), kDeliveredPassword, 1s);
+    const std::string before = test::bytesOf(books.books());
+    fs::permissions(books.books(), fs::perms(0644));
+    static_cast<void>(check(books.books()));
+    EXPECT_EQ(test::bytesOf(books.books()), before);
+    EXPECT_EQ(fs::status(books.books()).permissions(), fs::perms(0644));
+    const auto reading = store::openSqlcipherToRead(books.books(), kDeliveredPassword, 1s);
     EXPECT_THROW(reading->execute("DELETE FROM MUSTKAYIT"), store::StoreError);
-    EXPECT_THROW(static_cast<void>(store::openSqlcipherToRead(books.file(), "baska", 1s)), store::StoreError);
+    EXPECT_THROW(static_cast<void>(store::openSqlcipherToRead(books.books(), "baska", 1s)),
+                 store::StoreError);
 }
 
 TEST(Denetle, ProgramYazarkenSonKaydedileneBakar) {
     const SampleBooks books;
-    const auto program = store::openSqlcipher(books.file(), kDeliveredPassword, 1s);
+    const auto program = test::openBooks(books.books());
     program->execute(kOneLineSaleEmptied);
     program->begin();
     program->execute("DELETE FROM URUNSAT");
-    EXPECT_EQ(check(books.file()).all.size(), 2U) << asText(check(books.file()));
+    EXPECT_EQ(check(books.books()).all.size(), 2U) << asText(check(books.books()));
     program->commit();
-    EXPECT_GT(check(books.file()).all.size(), 50U);
+    EXPECT_GT(check(books.books()).all.size(), 50U);
 }
 
 Findings twoAccounts() {

@@ -1,11 +1,11 @@
 #include "platform/desktop/desktop.h"
+#include "tests/support/files.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
 namespace veldona {
 namespace {
@@ -14,20 +14,14 @@ namespace fs = std::filesystem;
 
 class OnDisk : public testing::Test {
 protected:
-    OnDisk() {
-        std::string name = (fs::temp_directory_path() / "desktop-XXXXXX").string();
-        root = mkdtemp(name.data());
-    }
-    ~OnDisk() override { fs::remove_all(root); }
     void make(const std::string& path) const {
         fs::create_directories((root / path).parent_path());
         std::ofstream(root / path) << path;
     }
-    [[nodiscard]] std::string read(const std::string& path) const {
-        std::ifstream file(root / path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    fs::path root;
+    [[nodiscard]] std::string read(const std::string& path) const { return test::bytesOf(root / path); }
+
+    test::TemporaryFolder folder;
+    fs::path root = folder.path();
 };
 
 template <class Act> std::int32_t errorOf(Act&& act) {
@@ -106,27 +100,6 @@ TEST_F(OnDisk, ADataSourceIsRegisteredOnce) {
     make("ODBC.INI"); // empty, as a power cut may leave it
     EXPECT_TRUE(sources.configure(4, driver, "DSN=vorel;DBQ=" + path));
     EXPECT_EQ(sources.find("vorel"), path);
-}
-
-TEST(RecordingDialogs, AnswerFromTheQueueAndKeepWhatWasSaid) {
-    RecordingDialogs dialogs;
-    dialogs.answers = {"yes", "no"};
-    dialogs.tell("bilgi"); // takes no answer that is not its own
-    EXPECT_TRUE(dialogs.confirm("Silinsin mi"));
-    EXPECT_FALSE(dialogs.confirm("Silinsin mi"));
-    EXPECT_EQ(dialogs.unanswered, 0);
-    dialogs.answers = {"ok", "12,50"};
-    EXPECT_FALSE(dialogs.confirm("Silinsin mi", "Başlık"));
-    EXPECT_EQ(dialogs.unanswered, 1);
-    dialogs.tell("bilgi");
-    EXPECT_EQ(dialogs.input("Tutar", "Giriş"), "12,50");
-    EXPECT_EQ(dialogs.input("Tutar", "Giriş"), "");
-    EXPECT_EQ(dialogs.unanswered, 2);
-    dialogs.runtimeError(RuntimeError(3021, "Geçerli kayıt yok."));
-    EXPECT_EQ(dialogs.said.size(), 8u);
-    EXPECT_EQ(dialogs.said[3].title, "Başlık");
-    EXPECT_EQ(dialogs.said.back().errorNumber, 3021);
-    EXPECT_EQ(dialogs.said.back().text, "Geçerli kayıt yok.");
 }
 
 TEST(Clocks, TheSystemsOneShowsTheWallClock) {

@@ -114,42 +114,10 @@ TEST_F(FormCercevesi, BekleyenEkranKapalidir) {
     EXPECT_FALSE(FormAcikMi(shop.forms, "frmDenem"));
 }
 
-TEST(BosAlanSozu, EtiketlerIkiAyriBicimdeBaglanir) {
-    const struct {
-        Words etiketler;
-        const char* kart;
-        const char* satis;
-    } cases[] = {
-        {{"Adı "}, "Adı Alanını Boş Geçemezsiniz", "Adı Alanını Boş Geçemezsiniz"},
-        {{" Cari No ", "Adı "},
-         " Cari No ve Adı Alanını Boş Geçemezsiniz",
-         " Cari No  ve Adı Alanını Boş Geçemezsiniz"},
-        {{"A", "B", "C"}, "ABve CAlanını Boş Geçemezsiniz", "A, B ve CAlanını Boş Geçemezsiniz"},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(BosAlanSozu(c.etiketler, "", "ve "), c.kart);
-        EXPECT_EQ(BosAlanSozu(c.etiketler, ", ", " ve "), c.satis);
-    }
-}
-
 TEST(KayitDurumu, HatayiSozle) {
     EXPECT_EQ(KayitDurumu({3021, "x"}), "Geçersiz kayıt (bookmark) !");
     EXPECT_EQ(KayitDurumu({3167, "x"}), "Silinmiş kayıt !");
     EXPECT_EQ(KayitDurumu({3265, "Öğe yok"}), "Hatalı kayıt (3265, Öğe yok) !");
-}
-
-TEST_F(FormCercevesi, YaridaKalanIslemIzBirakmaz) {
-    const auto write = [this](bool kept) {
-        return IslemIcinde(shop.session, [&] {
-            shop.run("INSERT INTO GRUPLAR (GRUP_ADI) VALUES ('A')");
-            return kept;
-        });
-    };
-    EXPECT_FALSE(write(false));
-    EXPECT_EQ(shop.rows("SELECT GRUP_ADI FROM GRUPLAR"), Words{});
-    EXPECT_TRUE(write(true));
-    EXPECT_EQ(shop.rows("SELECT GRUP_ADI FROM GRUPLAR"), Words{"A"});
-    EXPECT_FALSE(shop.session.gBaglanti->inTransaction());
 }
 
 // A row whose key is 0 is none: nothing is asked and nothing deleted.
@@ -163,25 +131,6 @@ TEST_F(FormCercevesi, SifirAnahtarliSatirSilinmez) {
     KayitSil(k);
     EXPECT_EQ(deleted, 0);
     EXPECT_TRUE(shop.said().empty());
-}
-
-TEST(SQLOrderHazirla, YonDonerTekSonSiralamayaBakilir) {
-    const struct {
-        const char* alan;
-        const char* son;
-        const char* siralama;
-    } cases[] = {
-        {"AD", "", "AD ASC"},
-        {"AD", "AD ASC", "AD DESC"},
-        {"AD", "AD DESC", "AD ASC"},
-        {"HSTNO", "", "HSTNO ASC"},
-        {"HSTNO", "ad asc", "HSTNO DESC"},
-        {"AD", "HSTNO DESC", "AD ASC"},
-        {"SOYAD", "AD ASC", "SOYAD ASC"},
-        {"SOYAD", "SOYAD ASC", "SOYAD ASC"},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(SQLOrderHazirla(c.alan, c.son), c.siralama) << c.alan << " / " << c.son;
 }
 
 TEST_F(FormCercevesi, IzgaraBasligiSiralar) {

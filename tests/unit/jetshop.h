@@ -6,9 +6,6 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <stdexcept>
 #include <string>
 
 #include "apps/aktar/examine.h"
@@ -16,6 +13,7 @@
 #include "apps/aktar/movein.h"
 #include "core/session.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
+#include "tests/support/files.h"
 
 namespace veldona::aktar {
 
@@ -27,17 +25,10 @@ inline const Progress kQuiet = [](const std::string&, std::uint64_t, std::uint64
 // A folder with a copy of the small Jet shop, to be damaged and moved in.
 class Aktarma : public testing::Test {
 protected:
-    Aktarma() : folder_((fs::temp_directory_path() / "aktar-test-XXXXXX").string()) {
-        if (mkdtemp(folder_.data()) == nullptr) throw std::runtime_error("no temporary folder");
-        std::ifstream file(VELDONA_VERI "/dukkan-jet4.mdb", std::ios::binary);
-        bytes.assign(std::istreambuf_iterator<char>(file), {});
-    }
-    ~Aktarma() override { fs::remove_all(folder_); }
-
-    [[nodiscard]] std::string target() const { return folder_ + "/yeni/vorel.mdb"; }
+    [[nodiscard]] std::string target() const { return folder_ / "yeni/vorel.mdb"; }
     std::string source() {
-        std::ofstream(folder_ + "/eski.mdb", std::ios::binary | std::ios::trunc) << bytes;
-        return folder_ + "/eski.mdb";
+        test::writeBytes(folder_ / "eski.mdb", bytes);
+        return folder_ / "eski.mdb";
     }
     Examination look(const std::string& password = {}) {
         const std::string path = source();
@@ -76,10 +67,10 @@ protected:
         return text;
     }
 
-    std::string bytes;
+    std::string bytes = test::bytesOf(VELDONA_VERI "/dukkan-jet4.mdb");
 
 private:
-    std::string folder_;
+    test::TemporaryFolder folder_;
 };
 
 } // namespace veldona::aktar

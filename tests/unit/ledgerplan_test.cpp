@@ -123,26 +123,5 @@ TEST_F(LedgerPlan, TheLastRowIsThe255th) {
         << "stepping past row 255 takes the whole plan back";
 }
 
-TEST_F(LedgerPlan, TheWalkOfACorrectionKnowsRowsBySaleDayAndAmount) {
-    shop.run("INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('2',40,'05/03/2027',10000000)");
-    shop.run(
-        "INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('2',4,'05/03/2027 09:00:00',10004000)");
-    shop.run("INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('1',4,'05/03/2027',10000000)");
-    const auto idOf = [&](const std::string& sale, const std::string& day, const std::string& amount) {
-        dao::Recordset rs = openForSale(*f().dbMain, "Select * From URUNSAT Order By ODTRH ASC", sale);
-        const Currency wanted = toCurrency(amount);
-        const bool found = findRow(rs, {sale, onDay(day), [&](const Value& odmiktar) {
-                                            return shownAmount(shop.session, odmiktar) == wanted;
-                                        }});
-        return found ? toText(rs.value("ID")) : std::string();
-    };
-    EXPECT_EQ(idOf("4", "05/03/2027", "10"), "3") << "midnight comes before nine, whatever the ID";
-    EXPECT_EQ(idOf("40", "05/03/2027", "10"), "1");
-    EXPECT_EQ(idOf("4", "06/03/2027", "10"), "");
-    EXPECT_EQ(idOf("4", "05/03/2027", "10,01"), "");
-    EXPECT_EQ(idOf("", "05/03/2027", "10"), "");
-    EXPECT_EQ(idOf("04", "05/03/2027", "10"), "") << "the sale is compared by its letters";
-}
-
 } // namespace
 } // namespace veldona

@@ -61,14 +61,6 @@ TEST(OperatorSatiri, OkunamayaniReddeder) {
     EXPECT_THROW(static_cast<void>(keyNamed("")), UnreadableLine);
 }
 
-TEST(OperatorSatiri, TuslariAdiylaBulur) {
-    EXPECT_EQ(keyNamed("f12").key, Key::F12);
-    EXPECT_EQ(keyNamed("ESC").key, Key::Escape);
-    EXPECT_EQ(keyNamed("ş").character, U'ş');
-    EXPECT_EQ(keyNamed("ş").key, Key::None);
-    EXPECT_EQ(keyNamed("7").character, U'7');
-}
-
 TEST(OperatorHucresi, HerTuruTekBicimdeYazar) {
     const struct {
         Value value;
@@ -158,6 +150,109 @@ TEST_F(OperatorProgrami, CikisKoduNeOlduysaOnuSoyler) {
     }
     EXPECT_EQ(runOperator(folder() + "/yok.op").exitCode, 2);
     EXPECT_EQ(runOperator("--bilinmeyen").exitCode, 2);
+}
+
+// The main screen with a customer, and over it a new sale, whose lines follow.
+const std::string kOnASale = R"op(database
+sql "INSERT INTO MUSTKAYIT (HSTNO,AD) VALUES ('7','Ayşe')"
+start
+type Text1 "7"
+click cmdSatis
+)op";
+
+// Each of these lines is one failure, and none of them stops the next. That lines hold which should is what
+// every scenario shows.
+const std::vector<std::string> kFailing = {
+    "expect txtCariKod \"x\"",
+    "expect Yok \"x\"",
+    "expect frmCariEkle.txtAd \"\"",
+    "expect-list frmMainVeldona.cboKasa \"Şube\" \"Merkez\"",
+    "expect-list frmMainVeldona.cboKasa",
+    "expect-list txtCariKod \"\"",
+    "expect-selected frmMainVeldona.L3 0",
+    "expect-visible mskTaksitTutari yes",
+    "expect-enabled chkOtomatikTaksitHesapla yes",
+    "expect-tools \"cmdKaydet\"",
+    "expect-tools \"cmdKaydet\" \"cmdVazgec\" \"cmdSil\"",
+    "expect-rows grdYapilacakOdeme 3",
+    "expect-cell grdYapilacakOdeme 2 0 \"\"",
+    "expect-cell grdYapilacakOdeme 1 9 \"\"",
+    "expect-cell frmMainVeldona.grdList 2 0 \"\"",
+    "expect-cell frmMainVeldona.grdList 0 \"Yok\" \"\"",
+    "expect-message \"x\"",
+    "expect-error 13",
+    "expect-screen \"frmMainVeldona\"",
+    "expect-closed \"frmSatis\"",
+    "expect-sql \"SELECT DEGER FROM FIRMABILGISI\"",
+    "expect-sql \"SELECT DEGER FROM FIRMABILGISI\" \"1\" \"1\"",
+    "expect-sql \"SELECT\" \"1\"",
+    "expect-report \"x\"",
+    "expect-file \"yok.txt\"",
+    "expect-file \"..\\ust.txt\"",
+    "expect-file \"VELDONA\\Veldona_Taksit\\firma.txt\" \"başka\"",
+    "click mskTaksitTutari",          // hidden
+    "click chkOtomatikTaksitHesapla", // disabled
+    "click frmMainVeldona.cmdCikis",  // behind a modal screen
+    "click Yok",
+    "cell grdYapilacakOdeme 9 9",
+    "focus lblYapilanOdeme",
+    "type lblYapilanOdeme \"x\"",
+    "choose txtCariKod \"x\"",
+    "check txtCariKod on",
+    "date txtCariKod null",
+    "menu cmdKaydet",
+    "tool cmdSil",
+    "tool cmdYok",
+    "tick txtCariKod",
+    "database",
+    "report",
+};
+
+TEST_F(OperatorProgrami, TutmayaniVeReddedileniSayar) {
+    std::string all = kOnASale;
+    for (const std::string& line : kFailing)
+        all += line + "\nmessages\n";
+    const Outcome outcome = runOperator(file("denek.op", all));
+    for (std::size_t i = 0; i < kFailing.size(); ++i)
+        EXPECT_NE(outcome.printed.find("denek.op:" + std::to_string(6 + 2 * i) + ": "), std::string::npos)
+            << kFailing[i];
+    EXPECT_EQ(outcome.lastLine(), "0 passed, " + std::to_string(kFailing.size()) + " failed")
+        << outcome.printed;
+}
+
+TEST_F(OperatorProgrami, BirakilaniSayarVeBittiktenSonraYalnizBakar) {
+    const struct {
+        const char* lines;
+        const char* lastLine;
+    } cases[] = {
+        {"click cmdCikis\nclick Command1\nexpect-message \"ÖDENECEK MİKTAR 0 TL  OLAMAZ\"\n",
+         "1 passed, 0 failed"},
+        {"click cmdCikis\nclick Command1\n", "0 passed, 0 failed"}, // a box that is left is no failure
+        {"click cmdCikis\nclick Command1\nexpect-error 13\n", "0 passed, 1 failed"},
+        {"check chkTaksitAdetGir off\nput MskToplamUcret \"9\"\nput mskTaksitTutari \"on\"\n",
+         "0 passed, 1 failed"}, // a run-time error that is left
+        {"check chkTaksitAdetGir off\nput MskToplamUcret \"9\"\nput mskTaksitTutari \"on\"\n"
+         "expect-message \"Tür uyuşmazlığı\"\n",
+         "0 passed, 1 failed"},
+        {"click cmdCikis\ndblclick grdList 0\nkey F6\n",
+         "0 passed, 1 failed"}, // a question without an answer
+        {"click cmdCikis\nclick cmdCikis\nclick Command1\nkey F2\nexpect-closed \"frmMainVeldona\"\n",
+         "1 passed, 2 failed"},
+    };
+    for (const auto& each : cases) {
+        const Outcome outcome = runOperator(file("denek.op", kOnASale + each.lines));
+        EXPECT_EQ(outcome.lastLine(), each.lastLine) << each.lines << outcome.printed;
+    }
+    const Outcome shown =
+        runOperator(file("denek.op", kOnASale + "click cmdCikis\nclick Command1\nmessages\n"
+                                                "show cboKasa\nshow fraDuzelt\nshow L3\n"
+                                                "sql \"SELECT HSTNO,SOYAD FROM MUSTKAYIT\"\n"));
+    EXPECT_EQ(shown.printed, "\"ÖDENECEK MİKTAR 0 TL  OLAMAZ\" [Veldona]\n"
+                             "frmMainVeldona.cboKasa: \"\"\n    Merkez\n"
+                             "frmMainVeldona.fraDuzelt: \"Taksit Düzelt\" (hidden)\n"
+                             "frmMainVeldona.L3: \"\"\n"
+                             "7|NULL\n"
+                             "0 passed, 0 failed\n");
 }
 
 TEST_F(OperatorProgrami, HatayiDosyaVeSatirlaGosterir) {

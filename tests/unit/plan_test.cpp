@@ -1,4 +1,4 @@
-// The plan of a sale: its arithmetic, and the laws that hold for every total, down payment, count and amount.
+// The plan of a sale: the laws that hold for every total, down payment, count and amount.
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 #include "sales/plan.h"
@@ -8,14 +8,6 @@
 namespace veldona {
 
 namespace {
-
-Currency lira(double amount) {
-    return Currency::ofDouble(amount);
-}
-
-std::string shown(const Value& amount) {
-    return format(amount, "#,##0.00");
-}
 
 class Plan : public SaleScreen {
 protected:
@@ -35,28 +27,6 @@ protected:
         return total;
     }
 };
-
-TEST(PlanArithmetic, CountIsRoundedToTheEvenNeighbour) {
-    struct Case {
-        double kalan, tutar, adet;
-    };
-    for (const Case& c : {Case{1000, 400, 2}, Case{1400, 400, 4}, Case{1000, 300, 3}, Case{1100, 300, 4},
-                          Case{1000, 2000, 0}, Case{1000, 1999, 1}, Case{-300, 100, -3}})
-        EXPECT_EQ(TaksitSayisi(c.kalan, c.tutar), c.adet) << c.kalan << " / " << c.tutar;
-    EXPECT_THROW(static_cast<void>(TaksitSayisi(100, 0)), RuntimeError);
-}
-
-TEST(PlanArithmetic, SonTaksitFarkiUstlenir) {
-    for (const double tutar : {0.01, 0.05, 33.33, 99.99, 300.0, 1234.56})
-        for (const double kalan : {0.01, 99.99, 100.0, 1000.0, 8999.97, 54321.0}) {
-            const double sayi = TaksitSayisi(kalan, tutar);
-            if (sayi < 1 || sayi > 254) continue;
-            const auto adet = toByte(sayi);
-            const Currency others = Currency::ofWhole(adet - 1) * lira(tutar);
-            EXPECT_EQ(others + SonTaksit(lira(tutar), lira(kalan), adet), lira(kalan))
-                << shown(kalan) << " by " << shown(tutar);
-        }
-}
 
 // Rows and blank rows of the grid for every count, with and without a down payment.
 TEST_F(Plan, RowsByCount) {

@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 
 #include "platform/report/delivered.h"
 #include "platform/report/layoutreader.h"
+#include "tests/support/files.h"
 
 namespace veldona::report {
 namespace {
@@ -116,16 +116,10 @@ TEST(ReportFile, SizeAndNestingAreLimited) {
 
 class ReportFolder : public testing::Test {
 protected:
-    void SetUp() override {
-        std::string name = (std::filesystem::temp_directory_path() / "veldona-rapor-XXXXXX").string();
-        ASSERT_TRUE(mkdtemp(name.data()));
-        folder = name;
-    }
-    void TearDown() override { std::filesystem::remove_all(folder); }
-    void write(const std::string& file, const std::string& text) {
-        std::ofstream(folder / file, std::ios::binary) << text;
-    }
-    std::filesystem::path folder;
+    void write(const std::string& file, const std::string& text) { test::writeBytes(folder / file, text); }
+
+    test::TemporaryFolder place;
+    std::filesystem::path folder = place.path();
 };
 
 TEST_F(ReportFolder, MissingFileIsNamed) {
@@ -158,7 +152,6 @@ TEST_F(ReportFolder, MissingLayoutsAreWrittenAndOwnOnesKept) {
     write("CariListesi2.rpt", "<report title='Bizim'/>");
     writeMissingLayouts(rapor.string());
     EXPECT_EQ(readLayout((rapor / "CariListesi2.rpt").string()).title, "Bizim");
-    folder = rapor.parent_path().parent_path();
 }
 
 } // namespace

@@ -1,9 +1,6 @@
 // Laying out: what stands on which page, and that nothing is lost on the way.
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <iostream>
-
 #include "platform/report/compose.h"
 #include "platform/report/layoutreader.h"
 #include "platform/report/pagetext.h"
@@ -97,20 +94,6 @@ TEST(ReportPages, TotalIsExactAndStandsAfterTheLastRow) {
     ASSERT_NE(total, std::string::npos);
     EXPECT_GT(total, text.find("[12345]"));
     EXPECT_NE(documentText(compose(kList, {rows(0)})).find("\n0,00\n"), std::string::npos);
-}
-
-TEST(ReportPages, TwentyThousandRows) {
-    const auto start = std::chrono::steady_clock::now();
-    const Document document = compose(kList, {rows(20000)});
-    const auto laid = std::chrono::steady_clock::now();
-    const bool found = findText(document, "[20000]").has_value();
-    const auto end = std::chrono::steady_clock::now();
-    const auto ms = [](auto from, auto to) {
-        return std::chrono::duration_cast<std::chrono::milliseconds>(to - from).count();
-    };
-    EXPECT_TRUE(found);
-    std::cout << "20.000 rows: " << document.pages.size() << " pages in " << ms(start, laid)
-              << " ms, searched in " << ms(laid, end) << " ms\n";
 }
 
 TEST(ReportPages, WrappedTextLosesNoWordAndFits) {

@@ -124,15 +124,6 @@ TEST_F(Sales, WithoutARemainderTheTotalIsShared) {
     EXPECT_EQ(shop.rows("SELECT ODMIKTAR FROM URUNSAT"), Rows(4, "200000000"));
 }
 
-TEST_F(Sales, ThePaymentOfTheScheduleIsMarkedThePaymentTakenNamesTheCashBox) {
-    FrmSatis& f = open();
-    fill(f, "1000", "200", "1");
-    ASSERT_TRUE(PesinatEkle(f, "URUNSAT"));
-    ASSERT_TRUE(PesinatEkle(f, "TAKSITODENEN"));
-    EXPECT_EQ(shop.rows("SELECT ODMIKTAR,PESINAT FROM URUNSAT"), Rows{"200000000|1"});
-    EXPECT_EQ(shop.rows("SELECT ODMIKTAR,KASA_ID FROM TAKSITODENEN"), Rows{"200000000|-1"});
-}
-
 // A caller that waits for the sale gets its row, or learns that there is none.
 TEST_F(Sales, ForACallerTheScreenClosesWithItsAnswer) {
     session.gFormKayit.Sonuc = Currency::ofWhole(FormSonucu::Istendi);
@@ -151,14 +142,6 @@ TEST_F(Sales, ForACallerTheScreenClosesWithItsAnswer) {
     press(open(), Key::F4);
     EXPECT_EQ(shop.forms.loaded("frmSatis"), nullptr);
     EXPECT_EQ(session.gFormKayit.Sonuc, Currency::ofWhole(FormSonucu::Vazgecildi));
-}
-
-TEST_F(Sales, NumberFollowsTheHighestAndFailsQuietly) {
-    EXPECT_EQ(YeniIslemNo(session, "ISLEMNO", "ISLEMNOTABLO"), 1);
-    shop.run("INSERT INTO ISLEMNOTABLO (ISLEMNO) VALUES (9)");
-    shop.run("INSERT INTO ISLEMNOTABLO (ISLEMNO) VALUES (10)");
-    EXPECT_EQ(YeniIslemNo(session, "ISLEMNO", "ISLEMNOTABLO"), 11);
-    EXPECT_EQ(YeniIslemNo(session, "AD", "MUSTKAYIT"), 0);
 }
 
 TEST_F(Sales, CancellingReturnsToTheSaleSaved) {

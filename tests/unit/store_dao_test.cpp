@@ -231,14 +231,6 @@ TEST_F(Live, ASelectRunsAtTheFirstLookAndAgainAtMoveFirst) {
     EXPECT_EQ(numberRaised([&] { rows.edit(); }), 3027) << "the rows do not bring their keys";
 }
 
-TEST_F(Live, ASavedQueryIsReadLikeATable) {
-    connection.execute("INSERT INTO MUSTERI (HSTNO, AD) VALUES ('1', 'Ayşe')");
-    pay("1", 1, 10);
-    auto rows = dao().openRecordset("S_ODEME");
-    EXPECT_EQ(rows.value("UNVAN"), Value("Ayşe"));
-    EXPECT_EQ(numberRaised([&] { rows.edit(); }), 3027);
-}
-
 TEST_F(Live, FailuresCarryTheNumbersOfThisFace) {
     const auto open = [&](std::string_view source) {
         return numberRaised([&] { static_cast<void>(dao().openRecordset(source)); });

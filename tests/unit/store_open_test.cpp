@@ -8,7 +8,6 @@
 #include <array>
 #include <fstream>
 #include <functional>
-#include <iterator>
 
 #include "platform/store/engine/bulkload.h"
 #include "platform/store/engine/networkdisk.h"
@@ -33,13 +32,8 @@ namespace fs = std::filesystem;
 using Kind = StoreError::Kind;
 using Opening = StoreFile;
 
-std::string contentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 void flipByte(const std::string& path, std::size_t at) {
-    std::string content = contentOf(path);
+    std::string content = test::bytesOf(path);
     ASSERT_LT(at, content.size());
     content[at] = static_cast<char>(content[at] ^ 1);
     std::ofstream(path, std::ios::binary) << content;
@@ -71,7 +65,7 @@ TEST_F(Opening, AKeyThatComesTwiceIsLoadedWithoutBeingUnique) {
 
 TEST_F(Opening, ANetworkFolderIsRefusedUntouchedAndALocalDiskIsNot) {
     create();
-    const std::string before = contentOf(path);
+    const std::string before = test::bytesOf(path);
     const auto opened = [&](std::uint32_t type) {
         pretended = type;
         const auto refused = kindRaised([&] { static_cast<void>(workspace()->open(path, kPassword)); });
@@ -83,7 +77,7 @@ TEST_F(Opening, ANetworkFolderIsRefusedUntouchedAndALocalDiskIsNot) {
     };
     for (const std::uint32_t share : {0x6969U, 0x517bU, 0xff534d42U, 0xfe534d42U})
         EXPECT_EQ(opened(share), Kind::NetworkDisk) << std::hex << share;
-    EXPECT_EQ(contentOf(path), before);
+    EXPECT_EQ(test::bytesOf(path), before);
     // Ext4, overlay, tmpfs, NTFS; and a FUSE or 9p mount that is no share by its mount's own words.
     for (const std::uint32_t local :
          {0xef53U, 0x794c7630U, 0x01021994U, 0x5346544eU, 0x65735546U, 0x01021997U})
@@ -164,39 +158,11 @@ TEST_F(Opening, OneFileIsOpenOnceWhateverPathLeadsToIt) {
     EXPECT_EQ(store->openDataSource("dukkan", kPassword), first);
 }
 
-TEST_F(Opening, OnlyTheOwnerReadsTheFileAndItsJournal) {
-    const mode_t before = umask(0);
-    create();
-    const auto store = workspace();
-    const auto database = store->open(path, kPassword);
-    database->execute("INSERT INTO MUSTERI (HSTNO) VALUES ('1')");
-    umask(before);
-    for (const char* suffix : {"", "-wal", "-shm"})
-        EXPECT_EQ(rightsOf(path + suffix), 0600U) << suffix;
-}
-
 TEST_F(Opening, AFileThatOthersMightReadIsTakenBack) {
     create();
     chmod(path.c_str(), 0644);
     static_cast<void>(workspace()->open(path, kPassword));
     EXPECT_EQ(rightsOf(path), 0600U);
-}
-
-TEST_F(Opening, NothingReadableStandsOnTheDisk) {
-    const std::string name = "GizliMusteriAdi";
-    create();
-    const auto store = workspace();
-    auto database = store->open(path, kPassword);
-    database->execute("INSERT INTO MUSTERI (AD) VALUES ('" + name + "')");
-    const std::string journal = contentOf(path + "-wal");
-    EXPECT_GT(journal.size(), 4096U);
-    EXPECT_EQ(journal.find(name), std::string::npos);
-    database.reset(); // the journal goes into the file
-    EXPECT_FALSE(fs::exists(path + "-wal"));
-    const std::string content = contentOf(path);
-    EXPECT_EQ(content.find(name), std::string::npos);
-    EXPECT_EQ(content.find("MUSTERI"), std::string::npos);
-    EXPECT_NE(content.substr(0, 6), "SQLite");
 }
 
 // What a killed program leaves: the file, and beside it the journal with the last payment.
@@ -207,9 +173,9 @@ TEST_F(Opening, AnOpeningThatFailsLeavesFileAndJournalAlone) {
         const auto store = workspace();
         const auto database = store->open(path, kPassword);
         database->execute("INSERT INTO MUSTERI (HSTNO, AD) VALUES ('7', 'Ayşe')");
-        journal = contentOf(path + "-wal");
+        journal = test::bytesOf(path + "-wal");
     }
-    const std::string sound = contentOf(path);
+    const std::string sound = test::bytesOf(path);
     const auto leave = [&](const std::string& content) {
         std::ofstream(path, std::ios::binary) << content;
         std::ofstream(path + "-wal", std::ios::binary) << journal;
@@ -224,11 +190,11 @@ TEST_F(Opening, AnOpeningThatFailsLeavesFileAndJournalAlone) {
                       static_cast<void>(openSqlcipherToRead(path, password, std::chrono::seconds(1)));
                   }),
                   std::nullopt);
-        EXPECT_EQ(contentOf(path), content);
-        EXPECT_EQ(contentOf(path + "-wal"), journal);
+        EXPECT_EQ(test::bytesOf(path), content);
+        EXPECT_EQ(test::bytesOf(path + "-wal"), journal);
     }
     static_cast<void>(openSqlcipherToRead(path, kPassword, std::chrono::seconds(1)));
-    EXPECT_EQ(contentOf(path + "-wal"), journal) << "who only looks leaves the journal to the program";
+    EXPECT_EQ(test::bytesOf(path + "-wal"), journal) << "who only looks leaves the journal to the program";
     static_cast<void>(workspace()->open(path, kPassword));
     EXPECT_FALSE(fs::exists(path + "-wal")) << "the program takes it in";
 }
@@ -296,31 +262,11 @@ TEST_F(Opening, WhoMayNotWriteBesideTheFileReadsItBehindATillThatWasKilled) {
     EXPECT_EQ(rowsSeenByAReader(folder, path, [] {}), 0);
 }
 
-TEST_F(Opening, ADamagedLaterPageIsToldWhereItIsRead) {
-    create();
-    {
-        const auto store = workspace();
-        const auto database = store->open(path, kPassword);
-        database->begin();
-        for (int i = 0; i < 2000; ++i)
-            database->execute("INSERT INTO MUSTERI (HSTNO, AD) VALUES ('" + std::to_string(i) +
-                              "', 'Müşteri')");
-        database->commit();
-    }
-    const std::size_t pages = fs::file_size(path) / 4096;
-    ASSERT_GT(pages, 20U);
-    for (std::size_t page = pages / 2; page < pages; ++page)
-        flipByte(path, page * 4096 + 1000);
-    const auto store = workspace();
-    const auto database = store->open(path, kPassword);
-    EXPECT_EQ(kindRaised([&] { database->execute("SELECT * FROM MUSTERI"); }), Kind::Damaged);
-}
-
 TEST_F(Opening, CreatingNeverTouchesWhatStandsThere) {
     create();
-    const std::string before = contentOf(path);
+    const std::string before = test::bytesOf(path);
     EXPECT_EQ(kindRaised([&] { create(); }), Kind::Other);
-    EXPECT_EQ(contentOf(path), before);
+    EXPECT_EQ(test::bytesOf(path), before);
     const std::vector<SavedQueryDef> unreadable = {{"S", "SELECT FROM"}};
     EXPECT_EQ(kindRaised([&] { createDatabase(folder + "/yeni.mdb", kPassword, tables(), unreadable); }),
               Kind::Syntax);
@@ -375,25 +321,6 @@ TEST_F(Opening, AnOlderFileGetsTheDefaultsOfTodayOnce) {
     auto check = other->engine().prepare("PRAGMA integrity_check");
     ASSERT_TRUE(check->step());
     EXPECT_EQ(check->text(0), "ok");
-}
-
-TEST_F(Opening, TheFileKnowsItsColumnsAgain) {
-    create();
-    const auto store = workspace();
-    const auto database = store->open(path, kPassword);
-    for (const TableDef& table : tables()) {
-        const auto* relation = database->catalog().find(table.name);
-        ASSERT_NE(relation, nullptr);
-        ASSERT_EQ(relation->columns.size(), table.columns.size());
-        for (std::size_t i = 0; i < table.columns.size(); ++i) {
-            EXPECT_EQ(relation->columns[i].name, table.columns[i].name);
-            EXPECT_EQ(relation->columns[i].type, table.columns[i].type) << table.columns[i].name;
-        }
-    }
-    const auto* query = database->catalog().find("s_odeme");
-    ASSERT_NE(query, nullptr);
-    EXPECT_TRUE(query->isQuery);
-    EXPECT_EQ(query->baseTables, (std::vector<std::string>{"MUSTERI", "ODEME"}));
 }
 
 } // namespace

@@ -70,29 +70,5 @@ TEST_F(TwoWorkstations, WritesOfTheOtherAreSeenAtRequeryAndMoveFirst) {
     EXPECT_EQ(numberRaised([&] { table.update(); }), 3167);
 }
 
-TEST_F(StoreFile, WhatAnotherProcessWroteBeforeItWasKilledStands) {
-    create();
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-        const auto store = workspace();
-        const auto database = store->open(path, kPassword);
-        database->execute("INSERT INTO MUSTERI (HSTNO) VALUES ('kaydedildi')");
-        database->begin();
-        database->execute("INSERT INTO MUSTERI (HSTNO) VALUES ('yarım')");
-        _exit(0); // without closing anything, in the middle of a transaction
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    ASSERT_EQ(status, 0);
-    const auto store = workspace();
-    adodb::Connection connection(*store);
-    connection.open("dukkan", "", kPassword);
-    adodb::Recordset answer;
-    answer.open("SELECT HSTNO FROM MUSTERI", connection);
-    EXPECT_EQ(answer.recordCount(), 1);
-    EXPECT_EQ(answer.value("HSTNO"), Value("kaydedildi"));
-}
-
 } // namespace
 } // namespace veldona::store

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <chrono>
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -18,6 +17,7 @@
 #include "platform/store/faces/dao.h"
 #include "platform/store/faces/database.h"
 #include "platform/store/faces/workspace.h"
+#include "tests/support/files.h"
 
 namespace veldona::store {
 
@@ -25,13 +25,6 @@ inline constexpr const char* kPassword = "sınav.parolası";
 
 class StoreFile : public ::testing::Test {
 protected:
-    StoreFile() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "veldona-store-XXXXXX").string();
-        folder = mkdtemp(pattern.data());
-        path = folder + "/dukkan.mdb";
-    }
-    ~StoreFile() override { std::filesystem::remove_all(folder); }
-
     static std::vector<TableDef> tables() {
         return {{"MUSTERI",
                  {{"ID", ColumnType::Counter},
@@ -71,7 +64,8 @@ protected:
         return std::make_unique<Workspace>(std::move(config));
     }
 
-    std::string folder, path;
+    test::TemporaryFolder place;
+    std::string folder = place.path().string(), path = folder + "/dukkan.mdb";
     std::chrono::milliseconds givesUpAfter = std::chrono::hours(1);
     mutable std::chrono::milliseconds longestWait{0};
 };

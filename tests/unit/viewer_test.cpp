@@ -119,37 +119,6 @@ TEST_F(Viewer, PagingWaitsForAViewThatIsBusy) {
     EXPECT_EQ(f.lblBookmark.caption(), "2 / 12+");
 }
 
-TEST_F(Viewer, ZoomTakesTheListAndNumbersBetweenTenAndFourHundred) {
-    FrmCrNesne& f = openTrial();
-    EXPECT_EQ(f.cboZoom.text(), "95 %");
-    EXPECT_EQ(f.CRViewer1.zoomLevel(), ReportView::kPageWidth);
-    struct Case {
-        const char* typed;
-        int zoom;
-        const char* shown;
-    };
-    constexpr Case kCases[] = {
-        {"10", 300, "10"},     // passed over
-        {"400%", 300, "400%"}, // also where the list has it
-        {"yarım", 300, "yarım"},
-        {"", 300, ""},
-        {"11", 11, "11 %"},
-        {"10.01", 10, "10 %"},
-        {"399.99", 399, "399 %"},
-        {"95,7", 95, "95 %"},
-        {"Tüm Sayfa", 95, "Tüm Sayfa"},
-        {"40 %", 40, "40 %"}, // the text that stands for the whole page, typed
-        {" 1 2 0", 120, "120 %"},
-        {"25%", 25, "25 %"},
-    };
-    ASSERT_TRUE(user::choose(f.cboZoom, "300%"));
-    for (const Case& each : kCases) {
-        ASSERT_TRUE(user::put(f.cboZoom, each.typed));
-        EXPECT_EQ(f.CRViewer1.zoomLevel(), each.zoom) << each.typed;
-        EXPECT_EQ(f.cboZoom.text(), each.shown) << each.typed;
-    }
-}
-
 TEST_F(Viewer, ASearchGoesOnBehindItsHitAndElseFromThePageOnShow) {
     FrmCrNesne& f = openTrial();
     RaporSonrakiSayfa(f);
@@ -185,14 +154,6 @@ TEST_F(Viewer, TheReportLastsAsLongAsItsViewer) {
     EXPECT_EQ(forms.loaded("frmCrNesne"), nullptr);
     EXPECT_FALSE(session.rapor);
     EXPECT_TRUE(uncaught.empty());
-}
-
-TEST_F(Viewer, AReportWithoutRowsRaisesTheFailedQuestionAndIsShown) {
-    SablonRaporGoster(session, kMusteriListesi);
-    EXPECT_EQ(uncaught, (std::vector<std::int32_t>{13}));
-    EXPECT_TRUE(shop.said().empty());
-    ASSERT_NE(forms.active(), nullptr);
-    EXPECT_EQ(dynamic_cast<FrmCrNesne&>(*forms.active()).lblBookmark.caption(), "1 / 1");
 }
 
 TEST_F(Viewer, WithoutAReportItDoesNotStay) {
@@ -251,29 +212,6 @@ TEST_F(Viewer, AForgottenJoinIsTooLargeOrGivenUpAndTheShopGoesOn) {
     shop.desktop.waitNote = nullptr;
     SablonRaporGoster(session, kMusteriListesi, {"SELECT * FROM MUSTKAYIT"});
     EXPECT_EQ(desk.events, (Lines{"opened Müşteri Listesi"})) << "the bounds are gone, and so is the failure";
-}
-
-TEST_F(Viewer, DeliveredTemplatesNeverTakeThePlaceOfTheShopsOwn) {
-    std::ofstream(templateFile("CariListesi2.rpt")) << "dükkânın";
-    std::filesystem::remove(templateFile("SozlesmeAntetli.rpt"));
-    sablonlariKur(session.desktop.paths);
-    std::ostringstream kept;
-    kept << std::ifstream(templateFile("CariListesi2.rpt")).rdbuf();
-    EXPECT_EQ(kept.str(), "dükkânın");
-    EXPECT_TRUE(std::filesystem::exists(templateFile("SozlesmeAntetli.rpt")));
-}
-
-TEST_F(Viewer, ABandedReportIsShownWithItsTextsAndThenEnds) {
-    BantliRaporGoster(
-        session, "rprtahsilatmakbuzu", nullptr,
-        [](report::Layout& layout) { EXPECT_TRUE(layout.setText("Section1", "lblMustNo", "4711")); },
-        [this] { desk.events.push_back("ended"); });
-    ASSERT_EQ(desk.events.size(), 2U);
-    EXPECT_EQ(desk.events[0].substr(0, 7), "preview");
-    EXPECT_EQ(desk.events[1], "ended");
-    EXPECT_NE(desk.text.find("4711"), std::string::npos) << desk.text;
-    EXPECT_EQ(forms.active(), nullptr);
-    EXPECT_EQ(errorOf([this] { BantliRaporGoster(session, "yok", nullptr); }).substr(0, 2), "53");
 }
 
 } // namespace

@@ -1,12 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <filesystem>
 #include <fstream>
 
-#include "apps/hazirla/delivered.h"
-#include "apps/hazirla/writeshop.h"
 #include "apps/yedek/options.h"
 #include "backup/copy.h"
 #include "backup/keeping.h"
@@ -17,6 +14,7 @@
 #include "core/session.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
+#include "tests/support/sampleshop.h"
 
 namespace veldona::yedek {
 namespace {
@@ -29,52 +27,33 @@ const DateTime kNow = DateTime::of(2026, 11, 22, 14, 30, 5);
 
 class Yedek : public ::testing::Test {
 protected:
-    Yedek() : folder_((fs::temp_directory_path() / "yedek-test-XXXXXX").string()) {
-        if (mkdtemp(folder_.data()) == nullptr) throw std::runtime_error("no temporary folder");
-        const hazirla::ShopPlan plan{30, 60, 2, 1, DateTime::of(2026, 11, 22)};
-        hazirla::deliver(books(), hazirla::Existing::Keep, [&](const std::string& target) {
-            hazirla::writeShop(target, hazirla::makeShop(plan));
-        });
-    }
-    ~Yedek() override { fs::remove_all(folder_); }
+    [[nodiscard]] std::string books() const { return shop.books(); }
+    [[nodiscard]] std::string backup() const { return shop / "yedek.mdb"; }
 
-    [[nodiscard]] std::string books() const { return folder_ + "/vorel.mdb"; }
-    [[nodiscard]] std::string backup() const { return folder_ + "/yedek.mdb"; }
-    [[nodiscard]] std::ptrdiff_t filesInside() const {
-        return std::distance(fs::directory_iterator(folder_), fs::directory_iterator());
-    }
-    static std::unique_ptr<store::Engine> open(const std::string& file) {
-        return store::openSqlcipher(file, kDeliveredPassword, 1s);
-    }
-    [[nodiscard]] static std::string bytesOf(const std::string& path) {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
     // As a killed program leaves the books: its last two payments stand in the journal alone.
     void payTwiceAndBeKilled() const {
-        const std::string file = bytesOf(books());
+        const std::string file = test::bytesOf(books());
         std::string journal;
         {
-            const auto program = open(books());
+            const auto program = test::openBooks(books());
             pay(*program);
-            journal = bytesOf(books() + "-wal");
+            journal = test::bytesOf(books() + "-wal");
         }
-        std::ofstream(books(), std::ios::binary) << file;
-        std::ofstream(books() + "-wal", std::ios::binary) << journal;
+        test::writeBytes(books(), file);
+        test::writeBytes(books() + "-wal", journal);
     }
-    void payTwice() const { pay(*open(books())); }
+    void payTwice() const { pay(*test::openBooks(books())); }
     static void pay(store::Engine& program) {
         for (int i = 0; i < 2; ++i)
             program.execute("INSERT INTO TAKSITODENEN (MUSTNO, ISLEMNO, ODTRH, ODMIKTAR) "
                             "VALUES ('1', 1, '2026-11-22 10:00:00', 125500000)");
     }
 
-private:
-    std::string folder_;
+    test::SampleShop shop{30, 60};
 };
 
 TEST_F(Yedek, ProgramYazarkenAlinanYedekKaydedileniTasir) {
-    const auto program = open(books());
+    const auto program = test::openBooks(books());
     program->execute("UPDATE MUSTKAYIT SET AD = 'Şükrü' WHERE HSTNO = '1'"); // stands in the log alone
     program->begin();
     program->execute("DELETE FROM TAKSITODENEN");
@@ -83,7 +62,7 @@ TEST_F(Yedek, ProgramYazarkenAlinanYedekKaydedileniTasir) {
     EXPECT_GT(picture.rows.at("TAKSITODENEN"), 60);
     EXPECT_EQ(inspect(backup()), picture);
     EXPECT_NE(inspect(books()), picture);
-    const auto copy = open(backup());
+    const auto copy = test::openBooks(backup());
     const auto name = copy->prepare("SELECT AD FROM MUSTKAYIT WHERE HSTNO = '1'");
     ASSERT_TRUE(name->step());
     EXPECT_EQ(name->text(0), "Şükrü");
@@ -97,7 +76,7 @@ TEST_F(Yedek, BozukDefterdenYedekKalmaz) {
     file.write("bozuk", 5);
     file.close();
     EXPECT_ANY_THROW(copyBooks(books(), backup()));
-    EXPECT_EQ(filesInside(), 1) << "something was left beside the books";
+    EXPECT_EQ(shop.filesInside(), 1) << "something was left beside the books";
 }
 
 TEST_F(Yedek, GeriYuklemeKaybolaniSoylerVeDegiseniSaklar) {
@@ -114,7 +93,7 @@ TEST_F(Yedek, GeriYuklemeKaybolaniSoylerVeDegiseniSaklar) {
     EXPECT_EQ(inspect(books()), before);
     EXPECT_EQ(inspect(kept[0]), after);
     EXPECT_EQ(inspect(backup()), before);
-    EXPECT_EQ(filesInside(), 3) << "something was left beside the books";
+    EXPECT_EQ(shop.filesInside(), 3) << "something was left beside the books";
     EXPECT_THROW(restore(backup(), books(), kNow), Refusal) << "the kept file would be overwritten";
     const auto all = listRestorable(fs::path(books()).parent_path().string(), books());
     ASSERT_EQ(all.size(), 1U);
@@ -128,7 +107,7 @@ TEST_F(Yedek, AcikDefterDegistirilmezBozukYedekKonmaz) {
     const Picture before = copyBooks(books(), backup());
     payTwice();
     {
-        const auto program = open(books());
+        const auto program = test::openBooks(books());
         EXPECT_THROW(restore(backup(), books(), kNow), Refusal);
     }
     EXPECT_NE(inspect(books()), before);
@@ -162,38 +141,38 @@ TEST_F(Yedek, OldurulmusPrograminGunluguSaklananDeftereGirer) {
 TEST_F(Yedek, BozukDefterinGunluguYanindaSaklanir) {
     const Picture before = copyBooks(books(), backup());
     payTwiceAndBeKilled();
-    const std::string journal = bytesOf(books() + "-wal");
+    const std::string journal = test::bytesOf(books() + "-wal");
     const std::string damaged(8192, 'x');
     std::ofstream(books(), std::ios::binary) << damaged;
     EXPECT_TRUE(areDamaged(books()));
     const std::vector<std::string> kept = restore(backup(), books(), kNow);
     ASSERT_EQ(kept.size(), 2U) << toldOf(kept);
     EXPECT_EQ(prove(books()), before);
-    EXPECT_EQ(bytesOf(kept[0]), damaged);
+    EXPECT_EQ(test::bytesOf(kept[0]), damaged);
     EXPECT_EQ(kept[1], kept[0] + "-wal");
-    EXPECT_EQ(bytesOf(kept[1]), journal);
+    EXPECT_EQ(test::bytesOf(kept[1]), journal);
 }
 
 TEST_F(Yedek, ElleKopyalananYedekBaskasininGunluguyleBozulmaz) {
     const Picture before = copyBooks(books(), backup());
     payTwiceAndBeKilled();
-    const std::string journal = bytesOf(books() + "-wal");
+    const std::string journal = test::bytesOf(books() + "-wal");
     fs::copy_file(backup(), books(), fs::copy_options::overwrite_existing);
     try {
-        static_cast<void>(open(books()));
+        static_cast<void>(test::openBooks(books()));
         FAIL() << "opened with a journal of other books";
     } catch (const store::StoreError& failure) {
         EXPECT_NE(failure.description().find("-wal günlüğü bu dosyayla uyuşmuyor"), std::string::npos)
             << failure.description();
     }
-    EXPECT_EQ(bytesOf(books()), bytesOf(backup()));
-    EXPECT_EQ(bytesOf(books() + "-wal"), journal);
+    EXPECT_EQ(test::bytesOf(books()), test::bytesOf(backup()));
+    EXPECT_EQ(test::bytesOf(books() + "-wal"), journal);
     EXPECT_TRUE(areDamaged(books())) << "the start would not offer the backups";
 
     const std::vector<std::string> kept = restore(backup(), books(), kNow);
     ASSERT_EQ(kept.size(), 2U) << toldOf(kept);
     EXPECT_EQ(prove(kept[0]), before);
-    EXPECT_EQ(bytesOf(kept[1]), journal);
+    EXPECT_EQ(test::bytesOf(kept[1]), journal);
     EXPECT_EQ(prove(books()), before);
 }
 
@@ -244,7 +223,7 @@ TEST_F(Yedek, YarimKalanSilinirBaskasinaDokunulmaz) {
     for (const std::string& name : {whole, whole + ".yarim", whole + ".yarim-wal", std::string("not.yarim")})
         std::ofstream(folder + name) << "x";
     clearUnfinished(folder);
-    EXPECT_EQ(filesInside(), 3);
+    EXPECT_EQ(shop.filesInside(), 3);
     EXPECT_EQ(listBackups(folder), std::vector<std::string>{whole});
     EXPECT_TRUE(fs::exists(folder + "not.yarim"));
 }

@@ -1,0 +1,95 @@
+// No look-up of the counter may read a large table from end to end. The scenarios are played, and each
+// statement that the program sends meanwhile is held against the way in which the engine goes about it.
+#include <filesystem>
+#include <set>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include <sqlcipher/sqlite3.h>
+
+#include "core/session.h"
+#include "platform/store/faces/database.h"
+#include "tests/faults/till.h"
+#include "tests/support/shop.h"
+
+namespace veldona::faults {
+namespace {
+
+namespace fs = std::filesystem;
+using Statements = std::set<std::string>;
+
+Statements sent;
+bool isTheProgram = false; // and not a look of the scenario into the books
+
+int note(unsigned, void*, void* statement, void*) {
+    if (isTheProgram) sent.insert(sqlite3_sql(static_cast<sqlite3_stmt*>(statement)));
+    return 0;
+}
+
+int watch(sqlite3* connection, const char**, const void*) {
+    return sqlite3_trace_v2(connection, SQLITE_TRACE_STMT, note, nullptr);
+}
+
+void play(const fs::path& scenario) {
+    std::istringstream lines(test::bytesOf(scenario));
+    std::string all;
+    for (std::string line; std::getline(lines, line);) {
+        const bool looks = line.starts_with("sql ") || line.starts_with("expect-sql ") || line == "database";
+        all += looks ? "@look\n" + line + "\n@work\n" : line + '\n';
+    }
+    const Drive drive;
+    Till till(drive);
+    till.atMark = [](const std::string& mark) { isTheProgram = mark == "work"; };
+    till.play(all);
+    isTheProgram = false;
+}
+
+// The tables that the engine reads from end to end for it.
+Statements scannedBy(store::Engine& engine, const std::string& sql) {
+    Statements scanned;
+    try {
+        const auto way = engine.prepare("EXPLAIN QUERY PLAN " + sql);
+        while (way->step())
+            if (const std::string step(way->text(3)); step.starts_with("SCAN TABLE "))
+                scanned.insert(step.substr(11, step.find(' ', 11) - 11));
+    } catch (const store::StoreError&) { // of a file that has just been made, or of its journal
+    }
+    return scanned;
+}
+
+TEST(LookUps, GoThroughTheirIndex) {
+    sqlite3_auto_extension(reinterpret_cast<void (*)()>(watch));
+    testing::internal::CaptureStdout();
+    for (const auto& entry : fs::directory_iterator(VELDONA_SCENARIOS)) {
+        const std::string name = entry.path().stem().string();
+        if (name == "baslangic" || name == "antet" || name == "konsol")
+            continue; // several runs of the program
+        EXPECT_NO_THROW(play(entry.path())) << name;
+    }
+    static_cast<void>(testing::internal::GetCapturedStdout());
+    sqlite3_reset_auto_extension();
+    EXPECT_GT(sent.size(), 100U);
+
+    test::Shop shop;
+    store::Engine& engine = shop.session.workspace.open(kDatabasePath, "")->engine();
+    Statements ofSales;
+    for (const std::string& sql : sent)
+        for (const std::string& table : scannedBy(engine, sql))
+            if (table == "MUSTKAYIT")
+                EXPECT_EQ(sql.find("\"HSTNO\" = ?"), std::string::npos) << sql;
+            else if (Statements{"URUNAL", "URUNSAT", "TAKSITODENEN", "ISLEMNOTABLO"}.contains(table))
+                ofSales.insert(sql.substr(0, sql.find(" WHERE")));
+    EXPECT_EQ(ofSales,
+              (Statements{
+                  R"(SELECT "ID" FROM "ISLEMNOTABLO" ORDER BY "ID")", // through which the sale screen walks,
+                  R"(SELECT COUNT(*) FROM "ISLEMNOTABLO")",           // and whether it still stands
+                  R"(SELECT "ISLEMNO", "TOPBORC" FROM "ISLEMNOTABLO" ORDER BY "ID")", // the spreadsheet
+                  // the reports, which compute in sets
+                  R"(SELECT "MUSTNO", "ISLEMNO", SUM("ODMIKTAR") FROM "TAKSITODENEN")",
+                  R"(SELECT "MUSTNO", "ISLEMNO", SUM("ODMIKTAR"), MAX("ODTRH"), MIN("ODTRH") FROM "URUNSAT")",
+              }));
+}
+
+} // namespace
+} // namespace veldona::faults
