@@ -44,31 +44,10 @@ protected:
             return made;
         });
     }
-    // Clicks the question's button once it is in front.
-    void answerSoon() {
-        QTimer::singleShot(0, &host, [this] {
-            Form* question = forms.loaded("frmSoru");
-            ASSERT_NE(question, nullptr);
-            EXPECT_TRUE(host.window(*question)->isModal());
-            QTest::mouseClick(&widgetOf<QPushButton>(host, *question, "Kapat"), Qt::LeftButton);
-        });
-    }
     void pressButton() { at<QPushButton>("Dugme").click(); }
 };
 
 } // namespace
-
-TEST_F(Life, KaliciEkranKapaninceKaldigiYerden) {
-    form->onActivate = [this] { note("activated"); };
-    form->Dugme.onClick = [this] {
-        forms.show("frmSoru", Kip::Modal);
-        note("after");
-    };
-    answerSoon();
-    pressButton();
-    EXPECT_EQ(told(), (Told{"closing", "activated", "after"}));
-    EXPECT_EQ(forms.loaded("frmSoru"), nullptr);
-}
 
 TEST_F(Life, KaliciEkrandaBitenSurecTumunuGecer) {
     bool told = false;

@@ -1,7 +1,6 @@
 // Keys faster than the screen, and acts in the middle of a load: whatever the speed, what stands there
 // belongs to the number in Text1, and money goes to the sale that the keys opened.
 #include <algorithm>
-#include <deque>
 #include <functional>
 #include <random>
 
@@ -9,13 +8,9 @@
 
 #include <gtest/gtest.h>
 
-#include "apps/screens.h"
 #include "ledger/mainscreen.h"
 #include "platform/controls/userinput.h"
-#include "tests/support/shop.h"
-#include "tests/ui/window_tests.h"
-#include "ui/screens.h"
-#include "ui/windowdesktop.h"
+#include "tests/ui/programwindows.h"
 
 namespace veldona::test {
 
@@ -23,27 +18,8 @@ namespace {
 
 using Lines = std::vector<std::string>;
 using Keys = std::vector<KeyEvent>;
-using Act = std::function<void()>;
 
 const Lines kAccounts = {"1", "2", "23", "234", "3", "7", "12"};
-
-// Does what is queued in the first pause that comes.
-class ActInPause : public EventPump {
-public:
-    explicit ActInPause(EventPump& windows) : windows_(windows) {}
-    void doEvents() override {
-        while (!acts.empty()) {
-            const Act next = std::move(acts.front());
-            acts.pop_front();
-            next();
-        }
-        windows_.doEvents();
-    }
-    std::deque<Act> acts;
-
-private:
-    EventPump& windows_;
-};
 
 Keys typed(std::string_view text) {
     Keys keys;
@@ -61,17 +37,13 @@ Keys times(int count, Key key) {
     return Keys(static_cast<std::size_t>(count), KeyEvent{.key = key});
 }
 
-class Burst : public ::testing::Test {
+class Burst : public ProgramWindows {
 protected:
     Burst() {
         int sale = 10;
         for (const std::string& number : kAccounts)
             addCustomer(number, sale += 2);
-        shop.session.gBaglanti.reset();
-        drawScreens(host);
-        host.timersRun = false;
-        registerScreens(forms, session);
-        EXPECT_TRUE(basla(session));
+        start();
     }
 
     // One with a warning for every second; two sales, of which the first is overdue by the account's number.
@@ -113,12 +85,6 @@ protected:
                 &host, [this, key] { host.typeKey(*screen, key); }, Qt::QueuedConnection);
         settle();
     }
-    Lines query(const std::string& sql) {
-        shop.session.gBaglanti = std::move(session.gBaglanti);
-        Lines found = shop.rows(sql);
-        session.gBaglanti = std::move(shop.session.gBaglanti);
-        return found;
-    }
     // All that the screen shows and remembers, and the payments.
     Lines state() {
         Lines all = query("SELECT MUSTNO,ISLEMNO,ODMIKTAR FROM TAKSITODENEN");
@@ -151,14 +117,6 @@ protected:
     }
     void expectOneAccount(const std::string& what);
 
-    Shop shop;
-    WindowHost host{shop.clock};
-    WindowPump windows{host};
-    ActInPause pump{windows};
-    Desktop desktop{
-        shop.clock, shop.dialogs, pump, shop.opener, shop.desktop.paths, {}, shop.desktop.dataSources};
-    Forms forms{host};
-    Session session{desktop, forms};
     FrmMainVeldona* screen = nullptr;
 };
 

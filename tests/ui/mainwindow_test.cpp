@@ -15,14 +15,11 @@
 
 #include <gtest/gtest.h>
 
-#include "apps/screens.h"
 #include "ledger/mainscreen.h"
+#include "platform/runtime/conversion.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
-#include "tests/support/shop.h"
-#include "tests/ui/window_tests.h"
+#include "tests/ui/programwindows.h"
 #include "ui/datefield.h"
-#include "ui/screens.h"
-#include "ui/windowdesktop.h"
 
 namespace veldona::test {
 
@@ -30,14 +27,11 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-class MainWindow : public ::testing::Test {
+class MainWindow : public ProgramWindows {
 protected:
     MainWindow() {
         fillBooks();
-        drawScreens(host);
-        host.timersRun = false;
-        registerScreens(forms, session);
-        EXPECT_TRUE(basla(session));
+        start();
         screen = dynamic_cast<FrmMainVeldona*>(forms.loaded("frmMainVeldona"));
         resize(1366, 730);
     }
@@ -68,8 +62,6 @@ protected:
                  "('7',6,'05/10/2026 09:00:00',500000000)");
         shop.run("INSERT INTO TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES "
                  "('7',6,'06/11/2026 17:30:00',350000000)");
-        // The session of the test's own, only needed to write these rows.
-        shop.session.gBaglanti.reset();
     }
     void addSale(int number, int months, const std::string& firstDay) {
         const std::string sale = std::to_string(number);
@@ -79,38 +71,20 @@ protected:
         for (const char* line : {"Buzdolabı", "Çamaşır makinesi"})
             shop.run("INSERT INTO URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT,TRH,ACIKLAMA) VALUES ('7'," + sale +
                      ",'1',1," + std::to_string(months * 250) + "000000,'" + firstDay + "','" + line + "')");
-        DateTime day = DateTime::of(2026, 10, 5);
         for (int i = 0; i < months; ++i) {
-            const DateTime due = addMonths(day, i);
             shop.run("INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR,PESINAT) VALUES ('7'," + sale +
-                     ",'" + joinDay(due) + "',500000000," + (i == 0 ? "1" : "0") + ")");
+                     ",'" + toText(addMonths(DateTime::of(2026, 10, 5), i)) + "',500000000," +
+                     (i == 0 ? "1" : "0") + ")");
         }
     }
-    static std::string joinDay(DateTime day) {
-        return QDate(day.year(), day.month(), day.day()).toString("dd/MM/yyyy").toStdString();
-    }
-
     // By keyboard, as right after the start: the number, down to the sales, the first one, Enter.
     void openFirstSale() {
         typeText(host, *screen, "7");
         for (const Key key : {Key::Down, Key::Down, Key::Enter})
             pressKey(host, *screen, key);
     }
-    Lines query(const std::string& sql) {
-        shop.session.gBaglanti = std::move(session.gBaglanti);
-        Lines found = shop.rows(sql);
-        session.gBaglanti = std::move(shop.session.gBaglanti);
-        return found;
-    }
     void expectWidgetsShowModels();
 
-    Shop shop;
-    WindowHost host{shop.clock};
-    WindowPump pump{host};
-    Desktop desktop{
-        shop.clock, shop.dialogs, pump, shop.opener, shop.desktop.paths, {}, shop.desktop.dataSources};
-    Forms forms{host};
-    Session session{desktop, forms};
     FrmMainVeldona* screen = nullptr;
 };
 
@@ -233,14 +207,6 @@ TEST_F(MainWindow, MusteriIzgaradanVeOklarla) {
     typeText(host, *screen, "ş");
     EXPECT_EQ(grid.model()->rowCount(), 10);
     EXPECT_EQ(grid.model()->index(0, 2).data().toString(), "Şahin");
-}
-
-TEST_F(MainWindow, EscPencereyiKapatir) {
-    bool allClosed = false;
-    host.onAllClosed = [&] { allClosed = true; };
-    pressKey(host, *screen, Key::Escape);
-    EXPECT_TRUE(allClosed);
-    EXPECT_TRUE(forms.loadedForms().empty());
 }
 
 // A report screen stands beside it: a press of the mouse brings the main screen to the front.

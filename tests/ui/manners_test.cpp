@@ -23,23 +23,19 @@
 
 #include <gtest/gtest.h>
 
-#include "apps/screens.h"
 #include "apps/veldona/backupmenu.h"
 #include "apps/veldona/guide.h"
 #include "apps/veldona/menus.h"
 #include "core/formframe.h"
 #include "ledger/mainscreen.h"
-#include "tests/support/shop.h"
 #include "tests/ui/manners.h"
-#include "tests/ui/window_tests.h"
+#include "tests/ui/programwindows.h"
 #include "ui/datefield.h"
 #include "ui/dialogs.h"
 #include "ui/floatingpanel.h"
 #include "ui/housestyle.h"
 #include "ui/keyoverview.h"
-#include "ui/screens.h"
 #include "ui/turkishtexts.h"
-#include "ui/windowdesktop.h"
 
 namespace veldona::test {
 
@@ -60,7 +56,7 @@ constexpr const char* kScreens[] = {"frmMainVeldona",      "frmAntetBilgisi", "f
                                     "rprbeklenentahsilat", "rprodemesigecen", "rptGelirGider",
                                     "taksitmustduzelt",    "taksitodduzelt"};
 
-class Manners : public ::testing::Test {
+class Manners : public ProgramWindows {
 protected:
     Manners() {
         shop.run(
@@ -74,13 +70,9 @@ protected:
               "TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES "
               "('7',5,'20/10/2026 09:00:00',12345670000)"})
             shop.run(std::string("INSERT INTO ") + row);
-        shop.session.gBaglanti.reset();
         followScreen(*qApp);
-        drawScreens(host);
         host.addTo("frmMainVeldona", [this](FormWindow& window) { addMenus(window, backups, [] {}); });
-        host.timersRun = false;
-        registerScreens(forms, session);
-        EXPECT_TRUE(basla(session));
+        start();
     }
     ~Manners() override { applyHouseStyle(*qApp, 1); }
 
@@ -153,13 +145,6 @@ protected:
         leavePicture(host, dynamic_cast<FormWindow&>(window).form(), pictureName(name));
     }
 
-    Shop shop;
-    WindowHost host{shop.clock};
-    WindowPump pump{host};
-    Desktop desktop{
-        shop.clock, shop.dialogs, pump, shop.opener, shop.desktop.paths, {}, shop.desktop.dataSources};
-    Forms forms{host};
-    Session session{desktop, forms};
     BackupMenu backups{host, shop.clock, shop.desktop.paths};
 };
 

@@ -18,21 +18,18 @@
 
 #include <gtest/gtest.h>
 
-#include "apps/screens.h"
 #include "core/reporting.h"
 #include "reports/viewer.h"
-#include "tests/support/shop.h"
-#include "tests/ui/window_tests.h"
+#include "tests/ui/programwindows.h"
 #include "ui/pageview.h"
 #include "ui/printing.h"
 #include "ui/reportpreview.h"
-#include "ui/screens.h"
 
 namespace veldona::test {
 
 namespace {
 
-class Reports : public ::testing::Test {
+class Reports : public ProgramWindows {
 protected:
     Reports() {
         drawScreens(host);
@@ -73,10 +70,6 @@ protected:
         return made;
     }
 
-    Shop shop;
-    WindowHost host{shop.clock};
-    Forms forms{host};
-    Session session{shop.desktop, forms};
     WindowReportDesk desk{host};
 };
 

@@ -7,30 +7,23 @@
 #include <gtest/gtest.h>
 
 #include "sales/salescreen.h"
-#include "tests/support/shop.h"
-#include "tests/ui/window_tests.h"
+#include "tests/ui/programwindows.h"
 #include "ui/datefield.h"
-#include "ui/screens.h"
 
 namespace veldona::test {
 
 namespace {
 
-class SaleWindow : public ::testing::Test {
+class SaleWindow : public ProgramWindows {
 protected:
     SaleWindow() {
         shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('7','Ayşe','Yılmaz')");
-        drawScreens(host);
-        forms.onUncaught = [this](const RuntimeError& error) { yakalanmayanHata(session, error); };
-        forms.add("frmSatis", [this](Forms& f) { return makeFrmSatis(f, session); });
+        start();
         FormKayit& kayit = session.gFormKayit;
         kayit.Kip = FormModu::Yeni;
         kayit.CariID = 1;
         kayit.HSTNO = session.gHSTNO = "7";
         kayit.Unvan = "Ayşe  Yılmaz";
-        session.gParaBirimi = 1;
-        shop.session.gBaglanti.reset();
-        OturumBaslat(session);
         EkranGoster(session, "frmSatis", Kip::Modeless);
         screen = dynamic_cast<FrmSatis*>(forms.active());
         host.window(*screen)->resize(1000, 600);
@@ -54,17 +47,6 @@ protected:
                QRect(editor.mapToGlobal(QPoint()), editor.size()).contains(cell.center());
     }
 
-    std::vector<std::string> query(const std::string& sql) {
-        shop.session.gBaglanti = std::move(session.gBaglanti);
-        auto found = shop.rows(sql);
-        session.gBaglanti = std::move(shop.session.gBaglanti);
-        return found;
-    }
-
-    Shop shop;
-    WindowHost host{shop.clock};
-    Forms forms{host};
-    Session session{shop.desktop, forms};
     FrmSatis* screen = nullptr;
 };
 
