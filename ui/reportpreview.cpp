@@ -42,6 +42,7 @@ void tellFailure(WindowHost& host, const std::function<void()>& print) {
 ReportPreview::ReportPreview(WindowHost& host, const report::Document& document, QWidget* parent)
     : QDialog(parent), host_(host), document_(document), pages_(new PageView(this)) {
     setWindowTitle(QString::fromStdString(document.title));
+    setObjectName("onizleme"); // by which its size and place are kept
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     auto* bar = new QToolBar(this);
     addTools(*bar);

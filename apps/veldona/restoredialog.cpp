@@ -41,6 +41,7 @@ RestoreDialog::RestoreDialog(QWidget* parent, const std::string& folder, std::ve
       go_(new QPushButton("Yedekten &Dön")) {
     std::reverse(all_.begin(), all_.end());
     setWindowTitle("Yedekten Dön");
+    setObjectName("yedektenDon"); // by which its size and place are kept
     auto* words = new QLabel("Dönülecek &yedek:");
     words->setBuddy(table_);
     auto* folderLine = new QLabel("Klasör: " + QString::fromStdString(folder));
