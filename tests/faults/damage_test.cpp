@@ -1,16 +1,24 @@
 // Files that are no books of ours, or damaged ones: the start says what may be wrong and what to do, and
 // leaves the file as it is.
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <fstream>
+#include <utility>
 
 #include <gtest/gtest.h>
 
+#include "backup/keeping.h"
 #include "backup/restore.h"
 #include "core/books.h"
+#include "core/session.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/createdatabase.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "tests/faults/damagedfiles.h"
 #include "tests/faults/day.h"
+#include "tests/faults/faultvfs.h"
 
 namespace veldona::faults {
 namespace {
@@ -64,6 +72,7 @@ TEST(Damage, WhatAStrangerPutIntoTheBooksIsRefused) {
         {kTrigger},
         {kTrigger, "PRAGMA writable_schema = ON",
          "UPDATE sqlite_master SET type = 'index', name = 'URUNSAT_ODTRH2' WHERE name = 'T'"},
+        {"PRAGMA user_version = 99999", "CREATE TABLE YENI (A)", kTrigger},
         {"CREATE VIEW V AS SELECT * FROM MUSTKAYIT"},
         {"DROP VIEW S_TAKSITODENEN",
          "CREATE VIEW S_TAKSITODENEN AS SELECT ID AS UNVAN, ODTRH, ODMIKTAR, KONTROL_KIM, KASA_ID FROM "
@@ -96,16 +105,139 @@ TEST(Damage, WhatAStrangerPutIntoTheBooksIsRefused) {
     }
 }
 
-TEST(Damage, OlderBooksThatLackSomethingOpen) {
+TEST(Damage, BooksOfANewerProgramAreLeftToIt) {
     const Drive drive;
-    writeBytes(drive.books(),
-               booksWith({"DROP VIEW S_T_KASA_HAREKETLERI", "DROP INDEX URUNSAT_ODTRH", "DROP TABLE ADRESSOK",
-                          "DROP TABLE GRUPLAR",
-                          "CREATE TABLE \"GRUPLAR\" (\"ID\" INTEGER PRIMARY KEY AUTOINCREMENT, "
-                          "\"GRUP_KOD\" TEXT COLLATE TURKISH)"}));
+    const std::string bytes =
+        booksWith({"PRAGMA user_version = 99999", "CREATE TABLE YENI (A)", "CREATE INDEX YENI_A ON YENI (A)",
+                   "CREATE VIEW S_YENI AS SELECT A FROM YENI"});
+    writeBytes(drive.books(), bytes);
     Till till(drive);
+    till.play("start\n");
+    EXPECT_TRUE(till.hasEnded());
+    const auto said = till.said();
+    ASSERT_EQ(said.size(), 1U);
+    EXPECT_NE(said[0].find("daha yeni bir sürümüyle açılmış"), std::string::npos) << said[0];
+    EXPECT_FALSE(backup::areDamaged(drive.books().string())) << "no backup must take their place";
+    EXPECT_EQ(bytesOf(drive.books()), bytes);
+}
+
+// The tables of the first release, and of one that lacked a column, tables, an index and a query.
+const std::vector<std::string> kFirstRelease = {
+    "DROP INDEX ISLEMNOTABLO_ISLEMNO",
+    "CREATE INDEX \"ISLEMNOTABLO_ISLEMNO\" ON \"ISLEMNOTABLO\" (\"ISLEMNO\")", "PRAGMA user_version = 0",
+    "PRAGMA writable_schema = ON",
+    "UPDATE sqlite_master SET sql = replace(sql, ' DEFAULT 0', '') WHERE type = 'table'"};
+const std::vector<std::string> kLacking = {
+    "DROP VIEW S_T_KASA_HAREKETLERI",
+    "DROP INDEX URUNSAT_ODTRH",
+    "DROP TABLE ADRESSOK",
+    "DROP TABLE GRUPLAR",
+    "CREATE TABLE \"GRUPLAR\" (\"ID\" INTEGER PRIMARY KEY AUTOINCREMENT, \"GRUP_KOD\" TEXT COLLATE TURKISH)",
+    "PRAGMA user_version = 1",
+    "PRAGMA writable_schema = ON",
+    "UPDATE sqlite_master SET sql = replace(sql, ', \"UYARI\" MEMOTEXT COLLATE TURKISH', '') WHERE name = "
+    "'MUSTKAYIT'"};
+
+// What stands of all that is delivered; "" where the books are unsound.
+std::string catalogOf(const Drive& drive) {
+    const auto books =
+        store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(5));
+    const auto check = books->prepare("PRAGMA integrity_check");
+    if (!check->step() || check->text(0) != "ok") return "";
+    const auto rows =
+        books->prepare("SELECT group_concat(name || sql) FROM (SELECT name, sql FROM sqlite_master WHERE "
+                       "name NOT LIKE 'sqlite_%' ORDER BY name)");
+    return rows->step() ? std::string(rows->text(0)) : "";
+}
+
+bool takesAPayment(Till& till) {
     till.play(openingLines() + post(5).lines);
-    EXPECT_EQ(till.said(), std::vector<std::string>{post(5).doneMessage});
+    return till.said() == std::vector<std::string>{post(5).doneMessage};
+}
+
+bool savesACard(Till& till) {
+    till.play("click cmdMusteriKaydi\nput txtAd \"Veli\"\nkey F2\nkey Esc\n"
+              "expect-sql \"SELECT COUNT(*) FROM MUSTKAYIT WHERE AD = 'Veli'\" \"1\"\n");
+    return till.said().empty();
+}
+
+std::size_t copiesBeside(const Drive& drive) {
+    return backup::listRestorable((drive.path() / "yok").string(), drive.books().string()).size();
+}
+
+int exitOf(pid_t child) {
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+enum OpeningExit { Opened, ToldWhy, NotTold };
+
+int opensBehind(const Drive& drive, Fault fault, int nth) {
+    const pid_t child = fork();
+    if (child != 0) return exitOf(child);
+    install();
+    arm(fault, nth, Tail::PartlyKept, static_cast<std::uint32_t>(nth));
+    Till till(drive);
+    till.play("start\n");
+    if (!till.hasEnded()) _exit(Opened);
+    const auto said = till.said();
+    _exit(said.size() == 1 && said[0].find("yer kalmadı") != std::string::npos ? ToldWhy : NotTold);
+}
+
+// The power goes, or the disk is full, at each call in turn that changes a file in the middle of the opening.
+TEST(Damage, OlderBooksAreBroughtUpToDateWholeOrNotAtAll) {
+    const std::string older = booksWith(kLacking);
+    std::string before;
+    int cuts = 0, refusals = 0;
+    bool isOver = false;
+    for (int nth = 1, turn = 0; !isOver && !HasFailure(); nth += effort() > 1 ? 1 : 5, ++turn) {
+        const Drive drive;
+        writeBytes(drive.books(), older);
+        if (before.empty()) {
+            before = catalogOf(drive);
+            const auto reader = openBooksToRead(drive.books().string(), std::chrono::seconds(1));
+            reader->execute("SELECT UYARI, GRUP_ADI, SK FROM MUSTKAYIT, GRUPLAR, ADRESSOK");
+        }
+        const Fault fault = turn % 2 == 0 ? Fault::PowerCut : Fault::DiskFull;
+        const int ending = opensBehind(drive, fault, nth);
+        EXPECT_NE(ending, NotTold) << "at call " << nth;
+        cuts += ending == kPowerCutExit ? 1 : 0;
+        refusals += ending == ToldWhy ? 1 : 0;
+        isOver = fault == Fault::PowerCut && ending == Opened;
+        const std::string left = catalogOf(drive);
+        EXPECT_NE(left, "") << "unsound at call " << nth;
+        EXPECT_TRUE(left == before || copiesBeside(drive) == 1) << "changed without a copy, at call " << nth;
+        EXPECT_TRUE(left != before || ending != Opened) << "at call " << nth;
+        Till till(drive);
+        EXPECT_TRUE(takesAPayment(till) && savesACard(till)) << "at call " << nth;
+        EXPECT_TRUE(left == before || left == catalogOf(drive)) << "half of it, at call " << nth;
+    }
+    EXPECT_GT(cuts, 5);
+    EXPECT_GT(refusals, 5);
+}
+
+TEST(Damage, TwoTillsOpenOlderBooksAtOnce) {
+    for (const auto& [release, copies] : {std::pair{kFirstRelease, 0U}, {kLacking, 1U}}) {
+        const Drive drive;
+        writeBytes(drive.books(), booksWith(release));
+        std::vector<pid_t> tills;
+        for (int till = 0; till < 2; ++till) {
+            tills.push_back(fork());
+            if (tills.back() != 0) continue;
+            Till alone(drive);
+            _exit(takesAPayment(alone) ? 0 : 1);
+        }
+        for (const pid_t till : tills)
+            EXPECT_EQ(exitOf(till), 0);
+        Till later(drive);
+        EXPECT_TRUE(takesAPayment(later) && savesACard(later));
+        EXPECT_EQ(copiesBeside(drive), copies);
+        const std::string catalog = catalogOf(drive);
+        for (const char* part : {"CREATE UNIQUE INDEX \"ISLEMNOTABLO_ISLEMNO\"", "DEFAULT 0", "UYARI",
+                                 "GRUP_ADI", "ADRESSOK", "S_T_KASA", "URUNSAT_ODTRH"})
+            EXPECT_NE(catalog.find(part), std::string::npos) << part;
+    }
 }
 
 TEST(Damage, AFolderOrAnotherPasswordFailsInWords) {

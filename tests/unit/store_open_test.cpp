@@ -5,12 +5,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <fstream>
 #include <functional>
 
 #include "platform/store/engine/bulkload.h"
 #include "platform/store/engine/networkdisk.h"
+#include "platform/store/engine/openfile.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "storefile.h"
 
@@ -290,34 +292,60 @@ TEST_F(Opening, IndexesOfAnotherAlphabetAreSortedAnew) {
     EXPECT_EQ(database->catalog().find("MSysSIRALAMA"), nullptr);
 }
 
-// A file of an earlier release, beside a till that has it open and knows nothing of the default.
-TEST_F(Opening, AnOlderFileGetsTheDefaultsOfTodayOnce) {
+// A file of an earlier release, beside a till that has it open and knows nothing of what is new.
+TEST_F(Opening, AnOlderFileIsBroughtUpToDateOnceWholeOrNotAtAll) {
     create();
     const auto other = workspace()->open(path, kPassword);
     other->execute("INSERT INTO ODEME (MUSTNO) VALUES ('7')");
     other->execute("INSERT INTO ODEME (MUSTNO,PESIN) VALUES ('7',1)");
-    const auto marks = [&] {
-        const auto reader = openSqlcipherToRead(path, kPassword, std::chrono::seconds(1));
-        const auto rows = reader->prepare("SELECT PESIN FROM ODEME ORDER BY ID");
+    const auto openedBy = [&](const Delivered& release, int wait = 1) {
+        return kindRaised([&] {
+            static_cast<void>(workspace(release)->open(path, kPassword, std::chrono::seconds(wait)));
+        });
+    };
+    const auto read = [&](std::string_view sql, const Delivered& release) {
+        const auto reader = openFileToRead(path, kPassword, std::chrono::seconds(1), release);
+        const auto rows = reader->prepare(sql);
         std::string all;
         while (rows->step())
             all += rows->storage(0) == Statement::Storage::Null ? "-" : std::to_string(rows->whole(0));
         return all;
     };
-    EXPECT_EQ(marks(), "-1") << "who only reads takes it as it is";
-    Delivered today{tables(), queries(), {}};
+    const Delivered before{tables(), queries(), {}};
+    const auto marks = [&] { return read("SELECT PESIN FROM ODEME ORDER BY ID", before); };
+    Delivered today = before;
     today.tables.at(1).columns.at(5).defaultValue = 0;
-    today.tables.push_back({"YENI", {{"ID", ColumnType::Counter}, {"BAYRAK", ColumnType::Small, 0}}, {}});
     other->begin();
-    static_cast<void>(workspace(today)->open(path, kPassword, std::chrono::seconds(0)));
-    EXPECT_EQ(marks(), "-1") << "while somebody writes, the books open as they are";
+    EXPECT_EQ(openedBy(today, 0), std::nullopt) << "the books work without the default";
+    EXPECT_EQ(marks(), "-1");
+    today.tables.at(1).columns.insert(today.tables.at(1).columns.begin() + 2, {"SIRA", ColumnType::Small, 0});
+    today.tables.push_back(
+        {"YENI", {{"ID", ColumnType::Counter}, {"NO", ColumnType::Whole}}, {{"NO"}}, {"ID", "NO"}});
+    today.queries.push_back({"S_YENI", "SELECT NO FROM YENI"});
+    EXPECT_EQ(openedBy(today, 0), Kind::Locked) << "not without the column";
+    EXPECT_EQ(read("SELECT SIRA FROM ODEME UNION ALL SELECT NO FROM YENI", today), "00")
+        << "who only looks finds what the file lacks";
+    EXPECT_EQ(marks(), "-1");
     other->rollback();
-    workspace(today)->open(path, kPassword)->execute("INSERT INTO ODEME (MUSTNO) VALUES ('8')");
+    EXPECT_EQ(openedBy(today), std::nullopt);
+    const auto copies = [&] {
+        return std::count_if(fs::directory_iterator(folder), {}, [](const fs::directory_entry& file) {
+            return file.path().filename().string().starts_with("degistirilen-vorel-");
+        });
+    };
+    EXPECT_EQ(copies(), 1);
+    const auto till = workspace(today)->open(path, kPassword);
+    till->execute("INSERT INTO ODEME (MUSTNO,SIRA) VALUES ('8',3)");
+    till->execute("INSERT INTO YENI (NO) VALUES (5)");
     other->execute("INSERT INTO ODEME (MUSTNO) VALUES ('9')");
-    EXPECT_EQ(marks(), "0100");
+    EXPECT_EQ(read("SELECT PESIN FROM ODEME UNION ALL SELECT SIRA FROM ODEME UNION ALL SELECT NO FROM S_YENI",
+                   today),
+              "010000305");
     other->execute("UPDATE ODEME SET PESIN = NULL WHERE ID = 1");
-    static_cast<void>(workspace(today)->open(path, kPassword));
-    EXPECT_EQ(marks(), "-100") << "touched once";
+    EXPECT_EQ(openedBy(today), std::nullopt);
+    EXPECT_EQ(read("SELECT PESIN FROM ODEME ORDER BY ID", today), "-100") << "touched once";
+    EXPECT_EQ(copies(), 1);
+    EXPECT_EQ(openedBy(before), Kind::Other) << "the books of a newer program";
     auto check = other->engine().prepare("PRAGMA integrity_check");
     ASSERT_TRUE(check->step());
     EXPECT_EQ(check->text(0), "ok");

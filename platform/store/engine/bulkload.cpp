@@ -1,8 +1,5 @@
 #include "platform/store/engine/bulkload.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
 #include <stdexcept>
@@ -10,8 +7,8 @@
 
 #include "platform/store/dialect/literal.h"
 #include "platform/store/dialect/names.h"
+#include "platform/store/engine/durable.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
-#include "platform/store/engine/sqlcipher/sqlcipherfailure.h"
 
 namespace veldona::store {
 namespace {
@@ -22,15 +19,6 @@ ColumnType typeOf(const TableDef& table, std::string_view column) {
     if (found == table.columns.end())
         throw std::logic_error("a bulk load names a column that its table has not");
     return found->type;
-}
-
-// Nothing was synced while the file was filled.
-void syncFile(const std::string& path) {
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0) throw unreachableFile(path);
-    const int code = fsync(descriptor);
-    ::close(descriptor);
-    if (code != 0) throw unreachableFile(path);
 }
 
 } // namespace
@@ -105,7 +93,7 @@ void BulkLoad::finish() {
         makeAgain(index);
     engine_->commit();
     engine_.reset();
-    syncFile(path_);
+    syncFile(path_); // nothing was while it was filled
 }
 
 } // namespace veldona::store

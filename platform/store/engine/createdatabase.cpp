@@ -1,11 +1,9 @@
 #include "platform/store/engine/createdatabase.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <filesystem>
 
 #include "platform/store/engine/draft.h"
+#include "platform/store/engine/durable.h"
 #include "platform/store/engine/filecatalog.h"
 #include "platform/store/engine/networkdisk.h"
 #include "platform/store/engine/sqlcipher/definitionsql.h"
@@ -23,16 +21,6 @@ void define(Engine& engine, const std::vector<std::string>& statements) {
         engine.execute(statement);
     writeSortOrder(engine);
     engine.commit();
-}
-
-// The new name is on the disk only when its folder is.
-void syncFolderOf(const std::string& path) {
-    const std::string folder = fs::path(path).parent_path().string();
-    const int descriptor = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) throw unreachableFile(path);
-    const int code = fsync(descriptor);
-    ::close(descriptor);
-    if (code != 0) throw unreachableFile(path);
 }
 
 } // namespace

@@ -16,10 +16,6 @@ namespace {
 
 constexpr std::size_t kNameShown = 40; // characters of a name that a stranger chose
 
-std::string quoted(std::string_view name) {
-    return '"' + std::string(name) + '"';
-}
-
 // The columns of a table's statement with what stands in front of them; nothing where it is of another form.
 struct TableParts {
     std::string head;
@@ -107,66 +103,47 @@ std::string shown(std::string_view name) {
     return plain;
 }
 
-bool isMissing(Engine& engine, const std::string& name) {
-    const auto found = engine.prepare("SELECT 1 FROM sqlite_master WHERE name = ?1");
-    found->bind(1, name);
-    return !found->step();
-}
-
-bool isUnique(Engine& engine, const std::string& index) {
-    const auto found =
-        engine.prepare("SELECT substr(sql, 1, 14) = 'CREATE UNIQUE ' FROM sqlite_master WHERE name = ?1");
-    found->bind(1, index);
-    return found->step() && found->whole(0) != 0;
-}
-
-bool standsTwice(Engine& engine, const TableDef& table) {
-    std::string columns;
-    for (const std::string& column : table.key)
-        columns += (columns.empty() ? "" : ", ") + quoted(column);
-    const auto found =
-        engine.prepare("SELECT 1 FROM " + quoted(table.name) + " WHERE " + quoted(table.key.front()) +
-                       " IS NOT NULL GROUP BY " + columns + " HAVING count(*) > 1 LIMIT 1");
-    return found->step();
-}
-
-void makeKey(Engine& engine, const TableDef& table, const std::string& index) {
-    engine.begin();
-    if (!isUnique(engine, index) && !standsTwice(engine, table)) { // another till may have been quicker
-        engine.execute("DROP INDEX IF EXISTS " + quoted(index));
-        engine.execute(indexStatement(table, table.key, Unique::Yes));
-    }
-    engine.commit();
+// What a newer program delivers besides may be tables, indexes and queries; it acts on nothing by itself.
+bool mayBeNewer(std::string_view kind) {
+    return kind == "tablo" || kind == "dizin" || kind == "sorgu";
 }
 
 } // namespace
 
+int shapeOf(const Delivered& delivered) {
+    std::size_t parts = delivered.queries.size();
+    for (const TableDef& table : delivered.tables) {
+        parts += table.columns.size() + table.indexes.size() + (table.key.empty() ? 0 : 1);
+        for (const ColumnDef& column : table.columns)
+            parts += column.defaultValue ? 1 : 0;
+    }
+    return static_cast<int>(parts);
+}
+
+int shapeOf(Engine& engine) {
+    const auto kept = engine.prepare("PRAGMA user_version");
+    return kept->step() ? static_cast<int>(kept->whole(0)) : 0;
+}
+
 void requireDelivered(Engine& engine, const Delivered& delivered, const std::string& path) {
     const Known known(delivered);
+    const bool isNewer = shapeOf(engine) > shapeOf(delivered);
     const auto catalog = engine.prepare("SELECT ifnull(sql, ''), name FROM sqlite_master");
     while (catalog->step()) {
         const std::string statement(catalog->text(0));
-        if (known.holds(statement)) continue;
+        if (known.holds(statement) || (isNewer && mayBeNewer(kindOf(statement)))) continue;
         throw StoreError(StoreError::Kind::Damaged,
                          "Veritabanı açılmadı: " + path + " içinde bu programın koymadığı bir " +
                              kindOf(statement) + " var (" + shown(catalog->text(1)) +
                              "); kayıtları değiştirebilirdi. Dosyaya dokunulmadı. Nereden geldiğine "
                              "bakın ve son yedeği geri yükleyin.");
     }
-}
-
-void completeKeys(Engine& engine, const std::vector<TableDef>& tables) {
-    for (const TableDef& table : tables) {
-        if (table.key.empty() || isMissing(engine, table.name)) continue;
-        const std::string index = indexName(table, table.key);
-        try {
-            if (!isUnique(engine, index) && !standsTwice(engine, table)) makeKey(engine, table, index);
-        } catch (const StoreError&) {
-            // The books work without it; what the disk has to say, the next save says.
-            if (engine.inTransaction()) engine.rollback();
-            static_cast<void>(engine.takeDiskFailure());
-        }
-    }
+    if (isNewer)
+        throw StoreError(StoreError::Kind::Other,
+                         "Veritabanı açılmadı: " + path +
+                             " programın daha yeni bir sürümüyle açılmış; bu sürüm onu okuyamaz. Dosyaya "
+                             "dokunulmadı, bir şey kaybolmadı. Öteki bilgisayardaki yeni sürümü buraya da "
+                             "kurup yeniden başlatın.");
 }
 
 void makeScratchTables(Engine& engine, const std::vector<TableDef>& tables) {

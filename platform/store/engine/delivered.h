@@ -12,13 +12,16 @@
 
 namespace veldona::store {
 
-// Raises Damaged, naming the first thing that is not ours. Tables, columns, indexes and queries may be
-// missing, as in older books. Only reads.
-void requireDelivered(Engine& engine, const Delivered& delivered, const std::string& path);
+// How many parts books have that are made today: columns, defaults, indexes, keys, queries. It only grows,
+// since books with a part that is delivered no longer would be refused. The file keeps the number of the
+// program that brought it up to date, which tells newer books from strange ones.
+[[nodiscard]] int shapeOf(const Delivered& delivered);
+// The number that the file keeps; 0 in the oldest books.
+[[nodiscard]] int shapeOf(Engine& engine);
 
-// Gives books that have it not yet the unique key of each table, whole or not at all. Books in which a key
-// stands twice go on without; so do those that somebody else writes to just now, until the next opening.
-void completeKeys(Engine& engine, const std::vector<TableDef>& tables);
+// Raises Damaged, naming the first thing that is not ours, or Other for the books of a newer program. Tables,
+// columns, indexes and queries may be missing, as in older books. Only reads.
+void requireDelivered(Engine& engine, const Delivered& delivered, const std::string& path);
 
 // The scratch tables of this connection: in memory, and seen before a table of that name in the file.
 void makeScratchTables(Engine& engine, const std::vector<TableDef>& tables);

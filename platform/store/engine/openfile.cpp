@@ -1,6 +1,7 @@
 #include "platform/store/engine/openfile.h"
 
 #include "platform/store/engine/delivered.h"
+#include "platform/store/engine/sqlcipher/olderbooks.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace veldona::store {
@@ -19,12 +20,16 @@ std::unique_ptr<Engine> openFile(const std::string& nativePath, std::string_view
 
 std::unique_ptr<Engine> openFileToRead(const std::string& nativePath, std::string_view password,
                                        std::chrono::milliseconds wait, const Delivered& delivered) {
-    return openSqlcipherToRead(nativePath, password, wait, requireOurs(nativePath, delivered));
+    auto engine = openSqlcipherToRead(nativePath, password, wait, requireOurs(nativePath, delivered));
+    coverMissing(*engine, delivered);
+    return engine;
 }
 
 std::unique_ptr<Engine> openFileAlone(const std::string& nativePath, std::string_view password,
                                       const Delivered& delivered) {
-    return openSqlcipherAlone(nativePath, password, requireOurs(nativePath, delivered));
+    auto engine = openSqlcipherAlone(nativePath, password, requireOurs(nativePath, delivered));
+    coverMissing(*engine, delivered);
+    return engine;
 }
 
 } // namespace veldona::store

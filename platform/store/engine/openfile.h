@@ -1,7 +1,7 @@
 // Opens a file that must hold nothing but what is delivered, for whoever is no screen: a tool, a backup.
 //
 // A file that holds anything else, a backup that was prepared, raises StoreError (Damaged) before anything is
-// changed.
+// changed. To who only looks, what older books lack is there and empty.
 #pragma once
 
 #include <chrono>

@@ -9,8 +9,9 @@
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/delivered.h"
 #include "platform/store/engine/filecatalog.h"
+#include "platform/store/engine/keptcopy.h"
 #include "platform/store/engine/networkdisk.h"
-#include "platform/store/engine/sqlcipher/olderfile.h"
+#include "platform/store/engine/sqlcipher/olderbooks.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "platform/store/faces/database.h"
 
@@ -18,7 +19,6 @@ namespace veldona::store {
 namespace {
 
 constexpr std::chrono::milliseconds kSeenFor{50};
-constexpr std::chrono::milliseconds kForKeys{1000}; // nobody waits longer for what the next opening can do
 
 // The file itself, whatever path leads to it.
 using FileIdentity = std::pair<dev_t, ino_t>;
@@ -73,9 +73,8 @@ struct Workspace::State {
         };
         auto engine = opened();
         renewSortOrder(*engine);
-        engine->setBusyTimeout(std::min(std::chrono::milliseconds(timeout), kForKeys));
-        completeKeys(*engine, delivered.tables);
-        if (addMissingDefaults(*engine, delivered.tables)) {
+        const auto keepCopy = [&] { keepCopyBeside(native, password); };
+        if (bringUpToDate(*engine, delivered, native, timeout, keepCopy)) {
             engine.reset(); // the connection knows the columns as they were
             engine = opened();
         }
