@@ -7,7 +7,7 @@
 #include "core/books.h"
 #include "core/session.h"
 #include "platform/store/engine/draft.h"
-#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
+#include "platform/store/engine/openfile.h"
 
 namespace veldona::backup {
 namespace {
@@ -16,9 +16,9 @@ constexpr std::chrono::seconds kWait(15); // for another workstation's lock
 
 Picture copyAsItStands(const std::string& books, const std::string& file) {
     const auto original = openBooksToRead(books, kWait);
-    original->execute("BEGIN");
+    original->beginReading();
     Picture picture = pictureOf(*original);
-    const auto copy = store::createSqlcipher(file, kDeliveredPassword);
+    const auto copy = store::createFile(file, kDeliveredPassword);
     original->copyInto(*copy);
     return picture;
 }

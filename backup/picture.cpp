@@ -1,25 +1,23 @@
 #include "backup/picture.h"
 
+#include "platform/store/engine/inquiry.h"
+
 namespace veldona::backup {
 
-Picture pictureOf(store::Engine& books) {
+Picture pictureOf(store::Engine& engine) {
+    const store::Inquiry books(engine);
     Picture picture;
-    {
-        const auto tables = books.prepare(
-            "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\'");
-        while (tables->step())
-            picture.rows[std::string(tables->text(0))] = 0;
+    for (const store::Catalog::Relation& table : books.catalog().relations()) {
+        if (table.isQuery) continue;
+        const auto counting = books.prepare("SELECT COUNT(*) FROM [" + table.name + "]");
+        picture.rows[table.name] = counting->step() ? counting->whole(0) : 0;
     }
-    for (auto& [table, count] : picture.rows) {
-        const auto counting = books.prepare("SELECT count(*) FROM \"" + table + '"');
-        if (counting->step()) count = counting->whole(0);
-    }
-    const auto newest = books.prepare("SELECT max(ODTRH), max(ID) FROM TAKSITODENEN");
+    const auto newest = books.prepare("SELECT MAX(ODTRH), MAX(ID) FROM TAKSITODENEN");
     if (newest->step()) {
         picture.newestPayment = newest->text(0);
         picture.lastPaymentId = newest->whole(1);
     }
-    const auto lastSale = books.prepare("SELECT max(ID) FROM ISLEMNOTABLO");
+    const auto lastSale = books.prepare("SELECT MAX(ID) FROM ISLEMNOTABLO");
     if (lastSale->step()) picture.lastSaleId = lastSale->whole(0);
     return picture;
 }

@@ -18,7 +18,7 @@ struct Picture {
     friend bool operator==(const Picture&, const Picture&) = default;
 };
 
-[[nodiscard]] Picture pictureOf(store::Engine& books);
+[[nodiscard]] Picture pictureOf(store::Engine& engine);
 
 // "2026-11-22 14:30:05" as the program shows dates; the text itself where it is none.
 [[nodiscard]] std::string shownDate(const std::string& stored);

@@ -11,7 +11,7 @@
 
 #include "backup/proof.h"
 #include "backup/refusal.h"
-#include "platform/store/engine/sqlcipher/filelock.h"
+#include "platform/store/engine/filelock.h"
 
 namespace veldona::backup {
 namespace {

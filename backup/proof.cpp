@@ -17,14 +17,8 @@ namespace fs = std::filesystem;
 
 constexpr std::chrono::seconds kWait(15); // for another workstation's lock
 
-std::int64_t numberOf(store::Engine& books, const char* pragma) {
-    const auto answer = books.prepare(pragma);
-    return answer->step() ? answer->whole(0) : 0;
-}
-
 Picture lookThrough(store::Engine& books, const std::string& file) {
-    const auto check = books.prepare("PRAGMA integrity_check");
-    if (!check->step() || check->text(0) != "ok") throw Refusal(file + " bozuk.");
+    if (!books.isSound()) throw Refusal(file + " bozuk.");
     return pictureOf(books);
 }
 
@@ -38,8 +32,8 @@ Picture prove(const std::string& file) {
     for (const char* journal : kJournals)
         if (stands(file + journal)) throw Refusal(file + " yarım kaldı: " + journal + " günlüğü duruyor.");
     const auto books = openBooksAlone(file);
-    const std::int64_t size = numberOf(*books, "PRAGMA page_count") * numberOf(*books, "PRAGMA page_size");
-    if (size != static_cast<std::int64_t>(fs::file_size(file))) throw Refusal(file + " yarım kaldı.");
+    if (books->fullSize() != static_cast<std::int64_t>(fs::file_size(file)))
+        throw Refusal(file + " yarım kaldı.");
     return lookThrough(*books, file);
 }
 

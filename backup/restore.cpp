@@ -15,7 +15,8 @@
 #include "platform/runtime/format.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/draft.h"
-#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
+#include "platform/store/engine/inquiry.h"
+#include "platform/store/engine/openfile.h"
 
 namespace veldona::backup {
 namespace {
@@ -33,20 +34,21 @@ std::string tableWord(const std::string& table) {
     return table + " satırı";
 }
 
-// `sums`: the count and the stored total of the rows whose ID is above ?1.
-std::string newRows(store::Engine& books, const char* sums, std::int64_t lastId, const std::string& word) {
-    const auto rows = books.prepare(sums);
-    rows->bind(1, lastId);
+// `sums`: the count and the stored total of the rows whose ID is above what follows.
+std::string newRows(const store::Inquiry& books, const std::string& sums, std::int64_t lastId,
+                    const std::string& word) {
+    const auto rows = books.prepare(sums + std::to_string(lastId));
     if (!rows->step() || rows->whole(0) == 0) return "Yedekten sonra yazılmış " + word + " yok.\n";
     return "Yedekten sonra yazılmış " + std::to_string(rows->whole(0)) + " " + word + ", toplam " +
            format(Value(rows->number(1) / kScale), "#,##0.00") + ", kaybolur.\n";
 }
 
 // The payments and sales written since: they are what a shop would have to ask its customers for.
-std::string newRows(store::Engine& books, const Picture& backup) {
-    return newRows(books, "SELECT count(*), sum(ODMIKTAR) FROM TAKSITODENEN WHERE ID > ?1",
+std::string newRows(store::Engine& engine, const Picture& backup) {
+    const store::Inquiry books(engine);
+    return newRows(books, "SELECT COUNT(*), SUM(ODMIKTAR) FROM TAKSITODENEN WHERE ID > ",
                    backup.lastPaymentId, "ödeme") +
-           newRows(books, "SELECT count(*), sum(TOPBORC) FROM ISLEMNOTABLO WHERE ID > ?1", backup.lastSaleId,
+           newRows(books, "SELECT COUNT(*), SUM(TOPBORC) FROM ISLEMNOTABLO WHERE ID > ", backup.lastSaleId,
                    "satış");
 }
 

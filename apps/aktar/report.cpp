@@ -13,6 +13,7 @@
 #include "core/books.h"
 #include "core/session.h"
 #include "platform/runtime/text.h"
+#include "platform/store/engine/inquiry.h"
 
 namespace veldona::aktar {
 namespace {
@@ -86,11 +87,11 @@ Value storedValue(const store::Statement& rows, int column) {
     throw std::logic_error("a storage without a value");
 }
 
-void countTable(store::Engine& engine, const TableView& view, Report& report) {
+void countTable(const store::Inquiry& books, const TableView& view, Report& report) {
     std::string names;
     for (const store::ColumnDef& column : view.columns)
-        names += (names.empty() ? "\"" : ", \"") + column.name + '"';
-    const auto rows = engine.prepare("SELECT " + names + " FROM \"" + view.table->name + '"');
+        names += (names.empty() ? "[" : ", [") + column.name + ']';
+    const auto rows = books.prepare("SELECT " + names + " FROM [" + view.table->name + ']');
     TableCounter counter(report, view);
     std::vector<Value> row(view.columns.size());
     while (rows->step()) {
@@ -178,9 +179,10 @@ void TableCounter::add(std::span<const Value> row) {
 
 Report readBooks(const std::string& file, const std::vector<TableView>& views) {
     const auto engine = openBooks(file, std::chrono::seconds(1));
+    const store::Inquiry books(*engine);
     Report report;
     for (const TableView& view : views)
-        countTable(*engine, view, report);
+        countTable(books, view, report);
     return report;
 }
 

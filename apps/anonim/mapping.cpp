@@ -8,6 +8,10 @@
 #include <utility>
 #include <vector>
 
+#include "platform/store/dialect/literal.h"
+#include "platform/store/engine/alphabet.h"
+#include "platform/store/engine/inquiry.h"
+
 namespace veldona::anonim {
 namespace {
 
@@ -40,118 +44,90 @@ Sort sortOf(std::string_view name) {
     return isOneOf(name, kAddresses) ? Sort::Address : Sort::Text;
 }
 
-// The house's own tables, whose names begin with MSys, hold no word of a shop.
-std::vector<Column> columnsOf(store::Engine& books) {
-    std::vector<std::string> tables;
-    const auto listed =
-        books.prepare("SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'MSys%' "
-                      "AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\'");
-    while (listed->step())
-        tables.emplace_back(listed->text(0));
+std::vector<Column> columnsOf(const store::Catalog& catalog) {
+    using enum store::ColumnType;
     std::vector<Column> columns;
-    for (const std::string& table : tables) {
-        const auto info = books.prepare("PRAGMA table_info(\"" + table + "\")");
-        while (info->step()) {
-            const std::string name(info->text(1));
-            const std::string_view type = info->text(2);
-            const bool isText = type.starts_with("TEXT") || type.starts_with("MEMOTEXT");
-            if (type.starts_with("DATETIME"))
-                columns.push_back({table, name, Sort::Date});
-            else if (isText && !isOneOf(name, kKept))
-                columns.push_back({table, name, sortOf(name)});
+    for (const store::Catalog::Relation& table : catalog.relations()) {
+        if (table.isQuery) continue;
+        for (const store::ColumnDef& column : table.columns) {
+            if (column.type == Date)
+                columns.push_back({table.name, column.name, Sort::Date});
+            else if ((column.type == Text || column.type == Memo) && !isOneOf(column.name, kKept))
+                columns.push_back({table.name, column.name, sortOf(column.name)});
         }
     }
     return columns;
 }
 
-// Groups what the books' order holds for one, as 'g7' and 'G7'.
-void learnAccounts(store::Engine& books, const std::vector<Column>& columns, Disguise& disguise) {
-    std::set<std::string> all;
-    for (const Column& column : columns) {
-        if (column.sort != Sort::Account) continue;
-        const auto rows = books.prepare("SELECT DISTINCT \"" + column.name + "\" COLLATE BINARY FROM \"" +
-                                        column.table + "\" WHERE length(\"" + column.name + "\") > 0");
-        while (rows->step())
-            all.emplace(rows->text(0));
-    }
-    books.execute("CREATE TEMP TABLE NUMARA (N TEXT COLLATE TURKISH)");
-    {
-        const auto insert = books.prepare("INSERT INTO temp.NUMARA VALUES (?1)");
-        for (const std::string& number : all) {
-            insert->bind(1, number);
-            insert->step();
-            insert->reset();
-        }
-        const auto same = books.prepare("SELECT ?1 = ?2 COLLATE TURKISH");
-        const auto isSame = [&](const std::string& one, const std::string& other) {
-            same->bind(1, one);
-            same->bind(2, other);
-            const bool answer = same->step() && same->whole(0) != 0;
-            same->reset();
-            return answer;
-        };
-        std::vector<std::string> spellings;
-        const auto rows = books.prepare("SELECT N FROM temp.NUMARA ORDER BY N, N COLLATE BINARY");
-        while (rows->step()) {
-            std::string number(rows->text(0));
-            if (!spellings.empty() && !isSame(spellings.front(), number)) {
-                disguise.learnAccount(spellings);
-                spellings.clear();
-            }
-            spellings.push_back(std::move(number));
-        }
-        if (!spellings.empty()) disguise.learnAccount(spellings);
-    }
-    books.execute("DROP TABLE temp.NUMARA");
+// Each row that holds something in the column: its key, and what it holds.
+void eachCell(const store::Inquiry& books, const Column& column,
+              const std::function<void(std::int64_t id, const std::string& text)>& take) {
+    const auto rows = books.prepare("SELECT ID, [" + column.name + "] FROM [" + column.table + ']');
+    while (rows->step())
+        if (const std::string text(rows->text(1)); !text.empty()) take(rows->whole(0), text);
 }
 
-std::int64_t replaceTexts(store::Engine& books, const Column& column, const std::string& where,
-                          const std::function<std::string(const std::string&)>& replace) {
-    const std::string table = '"' + column.table + '"';
-    const std::string name = '"' + column.name + '"';
-    std::vector<std::pair<std::int64_t, std::string>> cells;
-    {
-        const auto rows = books.prepare("SELECT rowid, " + name + " FROM " + table + " WHERE " + where);
-        while (rows->step())
-            cells.emplace_back(rows->whole(0), replace(std::string(rows->text(1))));
+// Groups what the books' order holds for one, as 'g7' and 'G7'.
+void learnAccounts(const store::Inquiry& books, const std::vector<Column>& columns, Disguise& disguise) {
+    std::set<std::string> all;
+    for (const Column& column : columns)
+        if (column.sort == Sort::Account)
+            eachCell(books, column, [&](std::int64_t, const std::string& text) { all.insert(text); });
+    const store::Alphabet& alphabet = store::Alphabet::turkish();
+    std::vector<std::string> sorted(all.begin(), all.end());
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [&](const auto& one, const auto& other) { return alphabet.compare(one, other) < 0; });
+    for (auto first = sorted.begin(); first != sorted.end();) {
+        const auto behind = std::find_if(
+            first, sorted.end(), [&](const auto& number) { return !alphabet.isSame(*first, number); });
+        disguise.learnAccount({first, behind});
+        first = behind;
     }
-    const auto update = books.prepare("UPDATE " + table + " SET " + name + " = ?1 WHERE rowid = ?2");
-    for (const auto& [row, text] : cells) {
+}
+
+// `replace` answers what shall stand in a cell.
+std::int64_t replaceCells(const store::Inquiry& books, const Column& column,
+                          const std::function<std::string(const std::string&)>& replace) {
+    std::vector<std::pair<std::int64_t, std::string>> cells;
+    eachCell(books, column,
+             [&](std::int64_t id, const std::string& text) { cells.emplace_back(id, replace(text)); });
+    const auto update = books.correction(column.table, {column.name});
+    for (const auto& [id, text] : cells) {
         update->bind(1, text);
-        update->bind(2, row);
+        update->bind(2, id);
         update->step();
         update->reset();
     }
     return static_cast<std::int64_t>(cells.size());
 }
 
-// What is no date that the program reads has been typed elsewhere, and may be anything.
-std::int64_t replaceDates(store::Engine& books, const Column& column, Disguise& disguise) {
-    const std::string name = '"' + column.name + '"';
-    const std::string shifted =
-        "strftime('%Y-%m-%d %H:%M:%S', " + name + ", '-" + std::to_string(7 * disguise.weeks()) + " days')";
-    const std::string isDate =
-        name + " GLOB '[0-9][0-9][0-9][0-9]-[0-9][0-9]-[0-9][0-9] *' AND " + shifted + " IS NOT NULL";
-    const std::int64_t foreign =
-        replaceTexts(books, column, "length(" + name + ") > 0 AND NOT (" + isDate + ")",
-                     [&](const std::string&) { return disguise.flat(); });
-    books.execute("UPDATE \"" + column.table + "\" SET " + name + " = " + shifted + " WHERE " + isDate);
+// What is no date that the program reads has been typed elsewhere, and may be anything. Of a birth the year
+// alone is kept.
+std::int64_t replaceDates(const store::Inquiry& books, const Column& column, Disguise& disguise) {
+    const bool isBirth = column.table == "MUSTKAYIT" && column.name == "DOGTRH";
+    std::int64_t foreign = 0;
+    replaceCells(books, column, [&](const std::string& text) {
+        const auto date = store::dateOfStored(text);
+        if (!date) {
+            ++foreign;
+            return disguise.flat();
+        }
+        const DateTime shifted = date->plusDays(-7 * disguise.weeks());
+        return store::storedDate(isBirth ? DateTime::of(shifted.year(), 1, 1) : shifted);
+    });
     return foreign;
 }
 
-std::int64_t replaceColumn(store::Engine& books, const Column& column, Disguise& disguise) {
-    const std::string filled = "length(\"" + column.name + "\") > 0";
+std::int64_t replaceColumn(const store::Inquiry& books, const Column& column, Disguise& disguise) {
     switch (column.sort) {
     case Sort::Account:
-        return replaceTexts(books, column, filled,
-                            [&](const std::string& text) { return disguise.account(text); });
+        return replaceCells(books, column, [&](const std::string& text) { return disguise.account(text); });
     case Sort::Code:
-        return replaceTexts(books, column, filled,
-                            [&](const std::string& text) { return disguise.code(text); });
+        return replaceCells(books, column, [&](const std::string& text) { return disguise.code(text); });
     case Sort::Address:
-        return replaceTexts(books, column, filled, [&](const std::string&) { return disguise.flat(); });
+        return replaceCells(books, column, [&](const std::string&) { return disguise.flat(); });
     case Sort::Text:
-        return replaceTexts(books, column, filled, [&](const std::string& text) { return disguise(text); });
+        return replaceCells(books, column, [&](const std::string& text) { return disguise(text); });
     case Sort::Date:
         return replaceDates(books, column, disguise);
     }
@@ -160,16 +136,15 @@ std::int64_t replaceColumn(store::Engine& books, const Column& column, Disguise&
 
 } // namespace
 
-std::int64_t takeNamesOut(store::Engine& books, Disguise& disguise) {
-    const std::vector<Column> columns = columnsOf(books);
+std::int64_t takeNamesOut(store::Engine& engine, Disguise& disguise) {
+    const store::Inquiry books(engine);
+    const std::vector<Column> columns = columnsOf(books.catalog());
     std::int64_t replaced = 0;
-    books.begin();
+    engine.begin();
     learnAccounts(books, columns, disguise);
     for (const Column& column : columns)
         replaced += replaceColumn(books, column, disguise);
-    books.execute("UPDATE MUSTKAYIT SET DOGTRH = substr(DOGTRH, 1, 4) || '-01-01 00:00:00' "
-                  "WHERE DOGTRH GLOB '[0-9][0-9][0-9][0-9]-*'");
-    books.commit();
+    engine.commit();
     return replaced;
 }
 

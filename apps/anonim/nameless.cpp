@@ -20,10 +20,10 @@ using backup::Refusal;
 // Rewritten at the end, since the place of a longer text that was replaced keeps a part of it.
 void disguiseBooks(const std::string& file, Disguise& disguise, Outcome& outcome) {
     const auto books = openBooks(file, std::chrono::seconds(1));
-    books->execute("PRAGMA journal_mode = OFF"); // a copy that fails is thrown away
+    books->keepNoJournal(); // a copy that fails is thrown away
     outcome.replaced = takeNamesOut(*books, disguise);
     outcome.picture.newestPayment = backup::pictureOf(*books).newestPayment; // its date is another now
-    books->execute("VACUUM");
+    books->rewrite();
 }
 
 } // namespace

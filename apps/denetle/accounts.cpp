@@ -2,16 +2,11 @@
 
 #include <algorithm>
 
+#include "platform/store/engine/alphabet.h"
+
 namespace veldona::denetle {
-namespace {
 
-bool isPlainNumber(const std::string& account) {
-    return account.find_first_not_of("0123456789") == std::string::npos;
-}
-
-} // namespace
-
-Accounts::Accounts(store::Engine& books) : compare_(books.prepare("SELECT ?1 = ?2 COLLATE TURKISH")) {
+Accounts::Accounts(const store::Inquiry& books) {
     const auto cards = books.prepare("SELECT HSTNO FROM MUSTKAYIT");
     while (cards->step()) {
         ++numbers_[std::string(cards->text(0))];
@@ -20,13 +15,7 @@ Accounts::Accounts(store::Engine& books) : compare_(books.prepare("SELECT ?1 = ?
 }
 
 bool Accounts::isSame(const std::string& one, const std::string& other) {
-    if (one == other) return true;
-    if (isPlainNumber(one) && isPlainNumber(other)) return false; // the alphabet has no say in these
-    compare_->bind(1, one);
-    compare_->bind(2, other);
-    const bool same = compare_->step() && compare_->whole(0) != 0;
-    compare_->reset();
-    return same;
+    return store::Alphabet::turkish().isSame(one, other);
 }
 
 // Nearly every number is found letter by letter; the few others may differ by a capital.

@@ -2,26 +2,24 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <unordered_map>
 
-#include "platform/store/engine/engine.h"
+#include "platform/store/engine/inquiry.h"
 
 namespace veldona::denetle {
 
 class Accounts {
 public:
-    explicit Accounts(store::Engine& books);
+    explicit Accounts(const store::Inquiry& books);
 
     [[nodiscard]] bool isKnown(const std::string& account);
-    [[nodiscard]] bool isSame(const std::string& one, const std::string& other);
+    [[nodiscard]] static bool isSame(const std::string& one, const std::string& other);
     [[nodiscard]] std::int64_t cards() const { return cards_; }
     // Each number as written, and how many cards carry it.
     [[nodiscard]] const std::unordered_map<std::string, int>& numbers() const { return numbers_; }
 
 private:
-    std::unique_ptr<store::Statement> compare_;
     std::unordered_map<std::string, int> numbers_;
     std::unordered_map<std::string, bool> askedFor_; // those that no card carries letter by letter
     std::int64_t cards_ = 0;

@@ -61,7 +61,7 @@ constexpr Child kChildren[] = {
 
 class Check {
 public:
-    explicit Check(store::Engine& books) : books_(books), accounts_(books) {}
+    explicit Check(store::Engine& books) : books_(books), accounts_(books_) {}
 
     Findings run() {
         findings_.customers = findings_.rows = accounts_.cards();
@@ -164,7 +164,7 @@ private:
 
     void judgeStock() {
         const auto rows = books_.prepare(
-            "SELECT p.URKOD, p.TOPLAM_ALINAN, p.TOPLAM_SATILAN, p.KALAN, ifnull(u.SATILAN, 0) "
+            "SELECT p.URKOD, p.TOPLAM_ALINAN, p.TOPLAM_SATILAN, p.KALAN, NZ(u.SATILAN, 0) "
             "FROM URUNTANITIM p LEFT JOIN (SELECT URKOD, sum(ADET) AS SATILAN FROM URUNAL GROUP BY URKOD) u "
             "ON u.URKOD = p.URKOD ORDER BY p.ID");
         while (rows->step()) {
@@ -177,7 +177,7 @@ private:
         }
     }
 
-    store::Engine& books_;
+    store::Inquiry books_;
     Accounts accounts_;
     std::map<std::int64_t, Sale> sales_;
     std::map<std::string, std::int64_t> strangers_; // numbers without a card, and the rows that carry them
@@ -187,9 +187,9 @@ private:
 } // namespace
 
 Findings checkBooks(store::Engine& books) {
-    books.execute("BEGIN");
+    books.beginReading();
     Findings findings = Check(books).run();
-    books.execute("COMMIT");
+    books.commit();
     return findings;
 }
 

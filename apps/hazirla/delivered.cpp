@@ -13,7 +13,7 @@
 #include "backup/proof.h"
 #include "core/session.h"
 #include "platform/store/engine/createdatabase.h"
-#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
+#include "platform/store/engine/openfile.h"
 #include "platform/store/faces/dao.h"
 #include "platform/store/faces/workspace.h"
 #include "schema/tables.h"
@@ -112,7 +112,7 @@ void deliver(const std::string& target, Existing existing,
     store::createDatabase(site.file(), kDeliveredPassword, schema::tables(), schema::savedQueries());
     runStatements(site.file(), {schema::firstRows().begin(), schema::firstRows().end()});
     fill(site.file());
-    store::settleJournal(site.file(), kDeliveredPassword);
+    store::settleFile(site.file(), kDeliveredPassword);
     backup::syncFile(site.file());
     const backup::Picture proven = backup::prove(site.file());
     lookAtTarget(target, existing);

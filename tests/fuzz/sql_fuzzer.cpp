@@ -157,7 +157,7 @@ Outcome run(const std::string& sql) {
 
 std::optional<Plan> planOf(const std::string& sql, const store::Reading& statement) {
     try {
-        return store::translate(statement, books().file().catalog());
+        return store::translate(statement, books().file().catalog(), books().file().engine().words());
     } catch (const StoreError& error) {
         requireOurWords(error, sql);
         return std::nullopt;

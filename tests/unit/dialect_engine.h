@@ -9,6 +9,7 @@
 #include "platform/store/dialect/literal.h"
 #include "platform/store/dialect/translate.h"
 #include "platform/store/engine/createdatabase.h"
+#include "platform/store/engine/sqlcipher/words.h"
 #include "platform/store/faces/database.h"
 #include "platform/store/faces/workspace.h"
 #include "schema/tables.h"
@@ -31,13 +32,13 @@ public:
     }
 
     [[nodiscard]] Plan plan(std::string_view sql, const std::vector<std::string>& narrowing = {}) const {
-        return translate(readStatement(sql), file_->catalog(), narrowing);
+        return translate(readStatement(sql), file_->catalog(), kSqlcipherWords, narrowing);
     }
 
     Rows run(std::string_view sql, const std::vector<std::string>& narrowing = {},
              const std::vector<Value>& values = {}) {
         const Reading statement = readStatement(sql);
-        const Plan plan = translate(statement, file_->catalog(), narrowing);
+        const Plan plan = translate(statement, file_->catalog(), kSqlcipherWords, narrowing);
         std::vector<Value> bound;
         for (std::size_t i = 0; i < statement.literals.size(); ++i)
             bound.push_back(bindLiteral(statement.literals[i], plan.targets[i]));

@@ -18,6 +18,7 @@ public:
         std::vector<std::string> baseTables; // of a query: the tables below it; of a table: itself
     };
     void add(Relation relation);
+    [[nodiscard]] const std::vector<Relation>& relations() const { return relations_; }
     [[nodiscard]] const Relation* find(std::string_view name) const; // nullptr where there is none
 
 private:

@@ -32,10 +32,11 @@ bool asksForTypes(const sql::Statement& tree) {
 struct Planner {
     Plan& plan;
     const Catalog& catalog;
+    const EngineWords& words;
     const sql::Checked& checked;
     const std::vector<std::string>& narrowing;
 
-    sql::Writer writer() const { return {plan.targets, checked.sources > 1}; }
+    sql::Writer writer() const { return {words, plan.targets, checked.sources > 1}; }
 
     void operator()(const std::unique_ptr<sql::Select>& select) const {
         sql::Writer written = writer();
@@ -87,18 +88,19 @@ struct Planner {
 
     void operator()(const sql::Identity& identity) const {
         plan.kind = Plan::Kind::Identity;
-        plan.sql = "SELECT last_insert_rowid()";
+        plan.sql = words.lastCounter;
         plan.columns.push_back({identity.alias.empty() ? "Expr1000" : identity.alias, ColumnType::Whole});
     }
 };
 
 } // namespace
 
-Plan translate(const Reading& statement, const Catalog& catalog, const std::vector<std::string>& narrowing) {
-    return translate(sql::parse(statement), statement.literals.size(), catalog, narrowing);
+Plan translate(const Reading& statement, const Catalog& catalog, const EngineWords& words,
+               const std::vector<std::string>& narrowing) {
+    return translate(sql::parse(statement), statement.literals.size(), catalog, words, narrowing);
 }
 
-Plan translate(sql::Statement tree, std::size_t parameters, const Catalog& catalog,
+Plan translate(sql::Statement tree, std::size_t parameters, const Catalog& catalog, const EngineWords& words,
                const std::vector<std::string>& narrowing) {
     Plan plan;
     plan.asksForTypes = asksForTypes(tree);
@@ -107,7 +109,7 @@ Plan translate(sql::Statement tree, std::size_t parameters, const Catalog& catal
         throw StoreError(StoreError::Kind::Syntax, "Yalnız okuyan bir sorgu daraltılabilir.");
     }
     plan.targets.resize(parameters);
-    std::visit(Planner{plan, catalog, checked, narrowing}, std::as_const(tree));
+    std::visit(Planner{plan, catalog, words, checked, narrowing}, std::as_const(tree));
     return plan;
 }
 

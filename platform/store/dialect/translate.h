@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/store/dialect/catalog.h"
+#include "platform/store/dialect/enginewords.h"
 #include "platform/store/dialect/plan.h"
 #include "platform/store/dialect/reading.h"
 #include "platform/store/dialect/tree.h"
@@ -16,10 +17,10 @@
 namespace veldona::store {
 
 // `narrowing`: columns that a Select is further limited by, each with "= parameter", joined by And.
-[[nodiscard]] Plan translate(const Reading& statement, const Catalog& catalog,
+[[nodiscard]] Plan translate(const Reading& statement, const Catalog& catalog, const EngineWords& words,
                              const std::vector<std::string>& narrowing = {});
 // A tree that the store made by itself, with that many parameters.
 [[nodiscard]] Plan translate(sql::Statement tree, std::size_t parameters, const Catalog& catalog,
-                             const std::vector<std::string>& narrowing = {});
+                             const EngineWords& words, const std::vector<std::string>& narrowing = {});
 
 } // namespace veldona::store

@@ -47,7 +47,7 @@ constexpr std::array kFunctions = {
     Function{"MINUTE", Kind::Engine, "d", 1, Whole, "vd_minute"},
     Function{"MONTH", Kind::Engine, "d", 1, Whole, "vd_month"},
     Function{"NOW", Kind::Engine, "", 0, Date, "vd_now"},
-    Function{"NZ", Kind::Nz, "aa", 1, kNone, "ifnull"},
+    Function{"NZ", Kind::Nz, "aa", 1, kNone, "coalesce"},
     Function{"REPLACE", Kind::Engine, "ttt", 3, Text, "vd_replace"},
     Function{"RIGHT", Kind::Engine, "tn", 2, Text, "vd_right"},
     Function{"ROUND", Kind::Engine, "nn", 1, Number, "vd_round"},

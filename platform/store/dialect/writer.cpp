@@ -165,8 +165,9 @@ void Writer::narrow(const Arm& arm, const std::string& column, std::size_t place
             put(".");
         }
         name(found->name);
-        if (familyOf(type) == Family::Text && !source->isTable) put(" COLLATE TURKISH");
-        return put(" = ?" + std::to_string(place));
+        if (familyOf(type) == Family::Text && !source->isTable) put(words_.byAlphabet);
+        put(" = ");
+        return parameter(place);
     }
     failUnknown("alan", column);
 }
@@ -174,7 +175,8 @@ void Writer::narrow(const Arm& arm, const std::string& column, std::size_t place
 void Writer::grouping(const Arm& arm) {
     groupKeys(arm, " GROUP BY ");
     if (!arm.having) return;
-    put(arm.groupBy.empty() ? " GROUP BY NULL HAVING " : " HAVING ");
+    if (arm.groupBy.empty()) put(words_.groupOfAll);
+    put(" HAVING ");
     condition(*arm.having, Tightness::Or);
 }
 

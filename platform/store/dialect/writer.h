@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/store/dialect/definition.h"
+#include "platform/store/dialect/enginewords.h"
 #include "platform/store/dialect/tree.h"
 #include "platform/store/dialect/tree_types.h"
 
@@ -22,8 +23,8 @@ class Writer {
 public:
     // `targets`: one a literal of the statement, filled with the types that they are to be converted to.
     // `qualified`: columns are written with their table's name.
-    Writer(std::vector<std::optional<ColumnType>>& targets, bool qualified)
-        : targets_(targets), qualified_(qualified) {}
+    Writer(const EngineWords& words, std::vector<std::optional<ColumnType>>& targets, bool qualified)
+        : words_(words), targets_(targets), qualified_(qualified) {}
 
     // What becomes of the rows of a SELECT.
     enum class Use : std::uint8_t {
@@ -57,6 +58,7 @@ private:
 
     void column(const Expr& expr);
     void parameter(const Expr& expr, std::optional<ColumnType> target);
+    void parameter(std::size_t number);
     void literal(const Value& value, Tightness need);
     void calculation(const Expr& expr, Tightness need);
     void sum(const Expr& expr, Tightness need);
@@ -98,6 +100,7 @@ private:
     void put(std::string_view words) { sql_ += words; }
     void name(std::string_view name);
 
+    const EngineWords& words_;
     std::vector<std::optional<ColumnType>>& targets_;
     bool qualified_;
     std::vector<ColumnType> narrowTypes_;

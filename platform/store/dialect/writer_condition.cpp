@@ -84,7 +84,7 @@ void Writer::compareSides(const Expr& left, std::string_view op, const Expr& rig
     const bool leads = left.kind == Kind::Column ? declaresAlphabet(left) : declaresAlphabet(right);
     const bool collates = familyOf(type) == Family::Text && !leads;
     as(left, type, collates ? Tightness::Collate : Tightness::Add);
-    if (collates) put(" COLLATE TURKISH");
+    if (collates) put(words_.byAlphabet);
     put(op);
     const Held waiting(*this, 2);
     as(right, type, Tightness::Add);
@@ -127,7 +127,7 @@ void Writer::between(const Expr& expr) {
     }
     const bool collates = familyOf(low) == Family::Text && !declaresAlphabet(tested);
     as(tested, low, collates ? Tightness::Collate : Tightness::Add);
-    if (collates) put(" COLLATE TURKISH");
+    if (collates) put(words_.byAlphabet);
     put(expr.negated ? " NOT BETWEEN " : " BETWEEN ");
     const Held waiting(*this, 4);
     as(*expr.parts[1], low, Tightness::Add);
@@ -141,7 +141,7 @@ void Writer::membership(const Expr& expr) {
     const auto type = comparedType(tested, first);
     const bool collates = familyOf(type) == Family::Text && !declaresAlphabet(tested);
     as(tested, type, collates ? Tightness::Collate : Tightness::Add);
-    if (collates) put(" COLLATE TURKISH");
+    if (collates) put(words_.byAlphabet);
     put(expr.negated ? " NOT IN (" : " IN (");
     const Held list(*this, 6);
     if (expr.query) {

@@ -115,7 +115,7 @@ void Writer::stored(const Expr& expr, ColumnType type) {
 void Writer::collated(const Expr& expr) {
     const bool declares = familyOf(expr.type) != Family::Text || declaresAlphabet(expr);
     value(expr, declares ? Tightness::Or : Tightness::Collate);
-    if (!declares) put(" COLLATE TURKISH");
+    if (!declares) put(words_.byAlphabet);
 }
 
 void Writer::column(const Expr& expr) {
@@ -128,8 +128,12 @@ void Writer::column(const Expr& expr) {
 
 void Writer::parameter(const Expr& expr, std::optional<ColumnType> target) {
     targets_.at(static_cast<std::size_t>(expr.parameter) - 1) = target;
-    put("?");
-    put(std::to_string(expr.parameter));
+    parameter(static_cast<std::size_t>(expr.parameter));
+}
+
+void Writer::parameter(std::size_t number) {
+    put(words_.parameter);
+    put(std::to_string(number));
 }
 
 void Writer::literal(const Value& value, Tightness need) {
@@ -224,7 +228,7 @@ void Writer::join(const Expr& expr, Tightness need) {
 void Writer::joinPart(const Expr& expr) {
     const bool isJoin = expr.kind == Kind::Calculation && expr.op == Operator::Join;
     if (expr.kind == Kind::Value || isJoin) return text(expr, Tightness::Concat);
-    function("ifnull", [&] {
+    function("coalesce", [&] {
         text(expr, Tightness::Or);
         put(", ''");
     });
@@ -259,7 +263,7 @@ void Writer::call(const Expr& expr, Tightness need) {
     case Function::Kind::Extreme:
         return extreme(expr);
     case Function::Kind::Nz:
-        return function("ifnull", [&] {
+        return function("coalesce", [&] {
             as(*expr.parts[0], expr.type, Tightness::Or);
             put(", ");
             if (expr.parts.size() == 2) return as(*expr.parts[1], expr.type, Tightness::Or);

@@ -15,6 +15,7 @@
 #include "platform/runtime/value.h"
 #include "platform/store/dialect/definition.h"
 #include "platform/store/engine/engine.h"
+#include "platform/store/engine/inquiry.h"
 
 namespace veldona::store {
 
@@ -31,7 +32,7 @@ public:
 
     private:
         friend class BulkLoad;
-        Rows(Engine& engine, const TableDef& table, const std::vector<std::string>& columns);
+        Rows(const Inquiry& books, const TableDef& table, const std::vector<std::string>& columns);
         std::unique_ptr<Statement> insert_;
         std::vector<ColumnType> types_;
     };
@@ -42,12 +43,9 @@ public:
     void finish();
 
 private:
-    void takeIndexesOff();
-    void makeAgain(std::string index);
-
     std::string path_;
     std::unique_ptr<Engine> engine_;
-    std::vector<std::string> indexes_; // the statements that make them again
+    std::unique_ptr<Inquiry> inquiry_;
 };
 
 } // namespace veldona::store

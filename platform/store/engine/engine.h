@@ -16,6 +16,9 @@
 #include <vector>
 
 #include "platform/runtime/value.h"
+#include "platform/store/dialect/catalog.h"
+#include "platform/store/dialect/definition.h"
+#include "platform/store/dialect/enginewords.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/lockwait.h"
 
@@ -63,12 +66,21 @@ class Engine {
 public:
     virtual ~Engine() = default;
 
+    // A statement in this engine's words: what the dialect's writer makes of a plan.
     [[nodiscard]] virtual std::unique_ptr<Statement> prepare(std::string_view sql) = 0;
-    // The tables that running `sql` would read, also through a view.
-    [[nodiscard]] virtual std::vector<std::string> tablesRead(std::string_view sql) = 0;
+    [[nodiscard]] virtual const EngineWords& words() const = 0;
+
+    // The tables and queries with their columns. Tables of the house itself, whose names begin with MSys, are
+    // left out.
+    [[nodiscard]] virtual Catalog readCatalog() = 0;
+    // Makes these in a new file.
+    virtual void define(const std::vector<TableDef>& tables, const std::vector<SavedQueryDef>& queries) = 0;
 
     // Takes the write lock at once, so that the wait for another workstation comes before the first write.
     virtual void begin() = 0;
+    // Until the end of the transaction the books are read as they stand at its first look, and nothing is
+    // written.
+    virtual void beginReading() = 0;
     virtual void commit() = 0;
     virtual void rollback() = 0;
     // False also where the engine undid the transaction by itself, as it may on a full disk.
@@ -76,6 +88,8 @@ public:
 
     [[nodiscard]] virtual std::int64_t lastId() const = 0;      // 0 before the first
     [[nodiscard]] virtual std::int64_t rowsChanged() const = 0; // by the last insert, update or delete
+    // A number that stays the same as long as nobody but this connection has written.
+    [[nodiscard]] virtual std::int64_t writesOfOthers() = 0;
     // How long a statement waits for another workstation's lock before it fails.
     virtual void setBusyTimeout(std::chrono::milliseconds timeout) = 0;
     // Who says, while it waits, whether it goes on; shared by the engines of a process.
@@ -92,6 +106,22 @@ public:
     // Makes `target`, a new file of this engine opened with the same password, equal to this one as it stands
     // at one moment (in a transaction: as that one sees it), without holding anybody up.
     virtual void copyInto(Engine& target) = 0;
+
+    // Reads everything through: false where the file is broken inside.
+    [[nodiscard]] virtual bool isSound() = 0;
+    // How many bytes the file must have for all of its pages.
+    [[nodiscard]] virtual std::int64_t fullSize() = 0;
+
+    // From now on nothing is kept by which a failed change could be undone: only for a file that is thrown
+    // away then.
+    virtual void keepNoJournal() = 0;
+    // Very many rows at once, in one transaction, without indexes and without waiting for the disk: only for
+    // a file that nobody else has open and that is thrown away where it fails. The indexes stand again at the
+    // end; a key that rows bring twice is then unique no more.
+    virtual void beginFilling() = 0;
+    virtual void endFilling() = 0;
+    // Writes the file anew, so that nothing is left in it of what was overwritten.
+    virtual void rewrite() = 0;
 
     // Runs a statement that answers nothing of interest.
     void execute(std::string_view sql) {

@@ -5,7 +5,6 @@
 #include "platform/store/dialect/names.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/dialect/translate.h"
-#include "platform/store/engine/filecatalog.h"
 
 namespace veldona::store {
 namespace {
@@ -31,7 +30,7 @@ private:
 
 Database::Database(std::unique_ptr<Engine> engine, std::string password, std::shared_ptr<WriteFaults> faults)
     : engine_(std::move(engine)), password_(std::move(password)), faults_(std::move(faults)),
-      catalog_(readCatalog(*engine_)), dataVersion_(engine_->prepare("PRAGMA data_version")) {
+      catalog_(engine_->readCatalog()) {
     noteWritesOfOthers();
 }
 
@@ -60,7 +59,8 @@ Query Database::query(std::string_view sql, const std::vector<std::string>& narr
     for (const std::string& column : narrowing)
         reading_.key.append(1, '\n').append(foldName(column));
     Query query{findPlan(reading_.key), {}};
-    if (!query.prepared) query.prepared = keepPlan(reading_.key, translate(reading_, catalog_, narrowing));
+    if (!query.prepared)
+        query.prepared = keepPlan(reading_.key, translate(reading_, catalog_, engine_->words(), narrowing));
     const auto& targets = query.plan().targets;
     query.values.reserve(targets.size() + narrowing.size());
     for (std::size_t i = 0; i < targets.size(); ++i)
@@ -72,7 +72,8 @@ Query Database::query(std::string_view sql, const std::vector<std::string>& narr
 Query Database::query(const std::string& key, std::size_t parameters,
                       const std::function<sql::Statement()>& make) {
     Query query{findPlan(key), std::vector<Value>(parameters)};
-    if (!query.prepared) query.prepared = keepPlan(key, translate(make(), parameters, catalog_));
+    if (!query.prepared)
+        query.prepared = keepPlan(key, translate(make(), parameters, catalog_, engine_->words()));
     return query;
 }
 
@@ -135,11 +136,9 @@ void Database::requireTransactionIntact() const {
 }
 
 void Database::noteWritesOfOthers() {
-    dataVersion_->step();
-    const std::int64_t version = dataVersion_->whole(0);
-    dataVersion_->reset();
-    if (version == knownDataVersion_) return;
-    knownDataVersion_ = version;
+    const std::int64_t writes = engine_->writesOfOthers();
+    if (writes == knownWritesOfOthers_) return;
+    knownWritesOfOthers_ = writes;
     ++writesAnywhere_;
 }
 

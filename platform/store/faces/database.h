@@ -104,8 +104,7 @@ private:
     std::unordered_map<std::string, Recent::iterator> plans_;
     std::unordered_map<std::string, std::uint64_t> writes_; // by folded table name
     std::uint64_t writesAnywhere_ = 0;                      // rollbacks, and what other processes wrote
-    std::unique_ptr<Statement> dataVersion_;
-    std::int64_t knownDataVersion_ = 0;
+    std::int64_t knownWritesOfOthers_ = 0;
     std::chrono::seconds timeout_{-1};
     bool inTransaction_ = false;
     std::uint64_t rowsRead_ = 0;

@@ -2,17 +2,11 @@
 
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <map>
 #include <utility>
 
 #include "platform/store/dialect/storeerror.h"
-#include "platform/store/engine/delivered.h"
-#include "platform/store/engine/filecatalog.h"
-#include "platform/store/engine/keptcopy.h"
-#include "platform/store/engine/networkdisk.h"
-#include "platform/store/engine/sqlcipher/olderbooks.h"
-#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
+#include "platform/store/engine/openfile.h"
 #include "platform/store/faces/database.h"
 
 namespace veldona::store {
@@ -64,23 +58,7 @@ struct Workspace::State {
     }
     [[nodiscard]] std::shared_ptr<Database> openAnew(const std::string& native, std::string_view password,
                                                      std::chrono::seconds timeout) {
-        refuseNetworkDisk(native);
-        const Delivered& delivered = config.delivered;
-        const auto opened = [&] {
-            return openSqlcipher(native, password, timeout, config.clock, [&](Engine& made) {
-                if (!delivered.tables.empty()) requireDelivered(made, delivered, native);
-            });
-        };
-        auto engine = opened();
-        renewSortOrder(*engine);
-        const auto keepCopy = [&] { keepCopyBeside(native, password); };
-        if (bringUpToDate(*engine, delivered, native, timeout, keepCopy)) {
-            engine.reset(); // the connection knows the columns as they were
-            engine = opened();
-        }
-        engine->setBusyTimeout(timeout);
-        engine->setLockWait(lockWait);
-        makeScratchTables(*engine, delivered.scratch);
+        auto engine = openFileToWork(native, password, {timeout, config.clock, lockWait}, config.delivered);
         auto database = std::make_shared<Database>(std::move(engine), std::string(password), faults);
         if (const auto file = identify(native)) open[*file] = database;
         return database;

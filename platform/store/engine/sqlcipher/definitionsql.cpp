@@ -7,6 +7,7 @@
 #include "platform/store/dialect/reading.h"
 #include "platform/store/dialect/tree_check.h"
 #include "platform/store/dialect/writer.h"
+#include "platform/store/engine/sqlcipher/words.h"
 
 namespace veldona::store {
 namespace {
@@ -47,7 +48,7 @@ std::string queryStatement(const SavedQueryDef& query, Catalog& catalog) {
     const auto* select = std::get_if<std::unique_ptr<sql::Select>>(&tree);
     if (!select) throw std::logic_error("a saved query that does not read: " + query.name);
     std::vector<std::optional<ColumnType>> targets;
-    sql::Writer writer(targets, checked.sources > 1);
+    sql::Writer writer(kSqlcipherWords, targets, checked.sources > 1);
     writer.select(**select, sql::Writer::Use::Source);
     Catalog::Relation relation{query.name, {}, true, checked.baseTables};
     for (const sql::SelectItem& item : (*select)->arms.front().items) {

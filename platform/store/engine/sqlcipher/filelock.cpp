@@ -1,4 +1,4 @@
-#include "platform/store/engine/sqlcipher/filelock.h"
+#include "platform/store/engine/filelock.h"
 
 #include <thread>
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/store/dialect/storeerror.h"
-#include "platform/store/engine/delivered.h"
+#include "platform/store/engine/sqlcipher/delivered.h"
 #include "platform/store/engine/sqlcipher/definitionsql.h"
 
 namespace veldona::store {

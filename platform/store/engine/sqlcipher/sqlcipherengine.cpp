@@ -16,9 +16,13 @@
 
 #include <sqlcipher/sqlite3.h>
 
-#include "platform/store/engine/sqlcipher/filelock.h"
+#include "platform/store/engine/filelock.h"
+#include "platform/store/engine/sqlcipher/definitionsql.h"
+#include "platform/store/engine/sqlcipher/filecatalog.h"
+#include "platform/store/engine/sqlcipher/filling.h"
 #include "platform/store/engine/sqlcipher/functions.h"
 #include "platform/store/engine/sqlcipher/sqlcipherfailure.h"
+#include "platform/store/engine/sqlcipher/words.h"
 
 namespace veldona::store {
 namespace {
@@ -151,14 +155,29 @@ public:
             closeAndFail();
         registerFunctions(connection_, std::move(clock));
     }
-    ~SqlcipherEngine() override { sqlite3_close_v2(connection_); }
+    ~SqlcipherEngine() override {
+        dataVersion_.reset();
+        sqlite3_close_v2(connection_);
+    }
     SqlcipherEngine(const SqlcipherEngine&) = delete;
     SqlcipherEngine& operator=(const SqlcipherEngine&) = delete;
 
     std::unique_ptr<Statement> prepare(std::string_view sql) override {
         return std::make_unique<SqlcipherStatement>(connection_, failures_, sql);
     }
-    std::vector<std::string> tablesRead(std::string_view sql) override {
+    const EngineWords& words() const override { return kSqlcipherWords; }
+
+    Catalog readCatalog() override {
+        return store::readCatalog(*this, [this](const std::string& sql) { return tablesRead(sql); });
+    }
+    void define(const std::vector<TableDef>& tables, const std::vector<SavedQueryDef>& queries) override {
+        begin();
+        for (const std::string& statement : definitionStatements(tables, queries))
+            execute(statement);
+        writeSortOrder(*this);
+        commit();
+    }
+    std::vector<std::string> tablesRead(std::string_view sql) {
         std::set<std::string> names;
         const auto note = [](void* into, int action, const char* table, const char*, const char*,
                              const char*) {
@@ -178,11 +197,19 @@ public:
     }
 
     void begin() override { execute("BEGIN IMMEDIATE"); }
+    void beginReading() override { execute("BEGIN"); }
     void commit() override { execute("COMMIT"); }
     void rollback() override { execute("ROLLBACK"); }
     bool inTransaction() const override { return sqlite3_get_autocommit(connection_) == 0; }
     std::int64_t lastId() const override { return sqlite3_last_insert_rowid(connection_); }
     std::int64_t rowsChanged() const override { return sqlite3_changes(connection_); }
+    std::int64_t writesOfOthers() override {
+        if (!dataVersion_) dataVersion_ = prepare("PRAGMA data_version");
+        dataVersion_->step();
+        const std::int64_t version = dataVersion_->whole(0);
+        dataVersion_->reset();
+        return version;
+    }
     std::optional<StoreError> takeDiskFailure() override {
         return std::exchange(failures_->ofTheDisk, std::nullopt);
     }
@@ -206,6 +233,23 @@ public:
         sqlite3_backup_finish(backup); // repeats the code of the step
         if (code != SQLITE_DONE) throw engineFailure(code, "");
         if (copy.hasPlainHeader()) throw std::logic_error("a copy of the books must be encrypted");
+    }
+
+    bool isSound() override { return answerOf("PRAGMA integrity_check") == "ok"; }
+    std::int64_t fullSize() override {
+        return std::stoll(answerOf("PRAGMA page_count")) * std::stoll(answerOf("PRAGMA page_size"));
+    }
+    void keepNoJournal() override { execute("PRAGMA journal_mode = OFF"); }
+    void beginFilling() override { filling_.emplace(*this); }
+    void endFilling() override {
+        filling_->finish();
+        filling_.reset();
+    }
+    void rewrite() override { execute("VACUUM"); }
+
+    std::string answerOf(std::string_view pragma) {
+        const auto statement = prepare(pragma);
+        return statement->step() ? std::string(statement->text(0)) : std::string();
     }
 
     // Read through the engine's own descriptor: closing another one would drop the locks that this process
@@ -261,6 +305,8 @@ private:
     }
 
     sqlite3* connection_ = nullptr;
+    std::unique_ptr<Statement> dataVersion_;
+    std::optional<Filling> filling_;
     std::unique_ptr<FileLock> kept_;
     std::shared_ptr<Failures> failures_ = std::make_shared<Failures>();
     const ReadBounds* bounds_ = nullptr;
@@ -270,20 +316,18 @@ private:
     std::chrono::steady_clock::time_point waitingSince_;
 };
 
-std::string answerOf(Engine& engine, std::string_view pragma) {
-    auto statement = engine.prepare(pragma);
-    return statement->step() ? std::string(statement->text(0)) : std::string();
-}
-
-// The page size stands before the first read, since nothing in the file tells it.
+// Form and page size stand before the first read, since nothing in the file tells them. The form is that of
+// the third major version, which passes over the word; the fourth would else take its own, which the third
+// can't read.
 void prepareCipher(SqlcipherEngine& engine) {
-    if (answerOf(engine, "PRAGMA cipher_version").empty())
+    if (engine.answerOf("PRAGMA cipher_version").empty())
         throw std::logic_error("the engine linked into this program does not encrypt");
+    engine.execute("PRAGMA cipher_compatibility = 3");
     engine.execute("PRAGMA cipher_page_size = 4096");
 }
 
 void configure(SqlcipherEngine& engine) {
-    if (answerOf(engine, "PRAGMA journal_mode = WAL") != "wal")
+    if (engine.answerOf("PRAGMA journal_mode = WAL") != "wal")
         throw StoreError(StoreError::Kind::InputOutput,
                          "Veritabanının bulunduğu disk, güvenli yazma için gerekeni vermiyor; açılmadı. "
                          "Dosyayı bu bilgisayarın kendi diskine koyun.");
@@ -296,7 +340,7 @@ void configure(SqlcipherEngine& engine) {
 // All in the one file from the first page on: a journal would be moved into it at the closing, whose failure
 // on a full disk nobody hears of.
 void configureUnfinished(SqlcipherEngine& engine) {
-    if (answerOf(engine, "PRAGMA journal_mode = OFF") != "off")
+    if (engine.answerOf("PRAGMA journal_mode = OFF") != "off")
         throw std::logic_error("the engine keeps a journal of a file that nobody needs yet");
     engine.execute("PRAGMA synchronous = FULL");
     engine.execute("PRAGMA cache_size = -65536");
@@ -359,13 +403,13 @@ std::unique_ptr<SqlcipherEngine> openKeyed(const std::string& path, int flags, s
 
 // A wrong password shows here, at the first read.
 void requireTables(SqlcipherEngine& engine, const std::string& path) {
-    if (answerOf(engine, "SELECT count(*) FROM sqlite_master") == "0")
+    if (engine.answerOf("SELECT count(*) FROM sqlite_master") == "0")
         throw notADatabase(path, "içinde hiç tablo yok");
 }
 
 void requireSound(SqlcipherEngine& engine, const std::string& path) {
     requireTables(engine, path);
-    if (answerOf(engine, "PRAGMA quick_check") != "ok") throw engineFailure(SQLITE_CORRUPT, "");
+    if (engine.answerOf("PRAGMA quick_check") != "ok") throw engineFailure(SQLITE_CORRUPT, "");
 }
 
 bool isSoundAlone(const std::string& path, std::string_view password) {
@@ -432,7 +476,7 @@ std::unique_ptr<Engine> openSqlcipher(const std::string& nativePath, std::string
         requireTables(*engine, nativePath);
     if (inspect) inspect(*engine);
     tightenRights(nativePath, status);
-    const bool isFirstOpening = answerOf(*engine, "PRAGMA journal_mode") != "wal";
+    const bool isFirstOpening = engine->answerOf("PRAGMA journal_mode") != "wal";
     if (isFirstOpening) lock.reset(); // the change needs the file alone
     configure(*engine);
     if (!isFirstOpening) return engine;

@@ -1,4 +1,4 @@
-#include "platform/store/engine/delivered.h"
+#include "platform/store/engine/sqlcipher/delivered.h"
 
 #include <algorithm>
 #include <map>

@@ -1,4 +1,4 @@
-#include "platform/store/engine/filecatalog.h"
+#include "platform/store/engine/sqlcipher/filecatalog.h"
 
 #include <string>
 #include <utility>
@@ -46,14 +46,14 @@ void markCounter(Engine& engine, Catalog::Relation& table) {
         if (info->whole(5) != 0) table.columns[i].type = ColumnType::Counter;
 }
 
-Catalog::Relation readRelation(Engine& engine, const Listed& listed) {
+Catalog::Relation readRelation(Engine& engine, const Listed& listed, const TablesRead& tablesRead) {
     Catalog::Relation relation{listed.name, {}, listed.isQuery, {listed.name}};
     const std::string all = "SELECT * FROM " + quoted(listed.name);
     const auto statement = engine.prepare(all);
     for (int i = 0; i < statement->columnCount(); ++i)
         relation.columns.push_back({statement->columnName(i), declaredOrText(statement->declaredType(i))});
     if (listed.isQuery) {
-        relation.baseTables = engine.tablesRead(all);
+        relation.baseTables = tablesRead(all);
         std::erase(relation.baseTables, listed.name);
     } else {
         markCounter(engine, relation);
@@ -70,10 +70,10 @@ std::string writtenSortOrder(Engine& engine) {
 
 } // namespace
 
-Catalog readCatalog(Engine& engine) {
+Catalog readCatalog(Engine& engine, const TablesRead& tablesRead) {
     Catalog catalog;
     for (const Listed& listed : listRelations(engine))
-        catalog.add(readRelation(engine, listed));
+        catalog.add(readRelation(engine, listed, tablesRead));
     return catalog;
 }
 

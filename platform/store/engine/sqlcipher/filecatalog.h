@@ -1,13 +1,19 @@
 // What an open file says of itself: its tables and queries, and the alphabet that its indexes were sorted by.
 #pragma once
 
+#include <functional>
+#include <string>
+#include <vector>
+
 #include "platform/store/dialect/catalog.h"
 #include "platform/store/engine/engine.h"
 
 namespace veldona::store {
 
 // Tables of the house itself, whose names begin with MSys, and those of the engine are left out.
-[[nodiscard]] Catalog readCatalog(Engine& engine);
+// `tablesRead`: those that a statement would read, also through a view.
+using TablesRead = std::function<std::vector<std::string>(const std::string& sql)>;
+[[nodiscard]] Catalog readCatalog(Engine& engine, const TablesRead& tablesRead);
 
 // Writes the alphabet's version into a new file.
 void writeSortOrder(Engine& engine);
