@@ -85,7 +85,7 @@ bool isJournalForeign(const std::string& books) {
     if (!stands(books) || !hasJournal(books)) return false;
     using Kind = store::StoreError::Kind;
     try {
-        store::settleJournal(books, kDeliveredPassword);
+        store::settleFile(books, kDeliveredPassword);
         return false;
     } catch (const store::StoreError& failure) {
         if (failure.kind() == Kind::Locked || failure.kind() == Kind::DiskFull) throw;
