@@ -228,7 +228,7 @@ void Writer::join(const Expr& expr, Tightness need) {
 void Writer::joinPart(const Expr& expr) {
     const bool isJoin = expr.kind == Kind::Calculation && expr.op == Operator::Join;
     if (expr.kind == Kind::Value || isJoin) return text(expr, Tightness::Concat);
-    function("coalesce", [&] {
+    function(words_.firstOfTwo, [&] {
         text(expr, Tightness::Or);
         put(", ''");
     });
@@ -263,7 +263,7 @@ void Writer::call(const Expr& expr, Tightness need) {
     case Function::Kind::Extreme:
         return extreme(expr);
     case Function::Kind::Nz:
-        return function("coalesce", [&] {
+        return function(words_.firstOfTwo, [&] {
             as(*expr.parts[0], expr.type, Tightness::Or);
             put(", ");
             if (expr.parts.size() == 2) return as(*expr.parts[1], expr.type, Tightness::Or);

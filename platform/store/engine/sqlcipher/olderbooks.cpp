@@ -5,22 +5,22 @@
 #include <vector>
 
 #include "platform/store/dialect/storeerror.h"
-#include "platform/store/engine/sqlcipher/delivered.h"
 #include "platform/store/engine/sqlcipher/definitionsql.h"
+#include "platform/store/engine/sqlcipher/delivered.h"
 
 namespace veldona::store {
 namespace {
 
 constexpr std::chrono::milliseconds kForTheRest{1000}; // nobody waits longer for what the next opening can do
 
-using Catalog = std::map<std::string, std::string>; // statements by name
+using Statements = std::map<std::string, std::string>; // by name
 
 std::string quoted(const std::string& name) {
     return '"' + name + '"';
 }
 
-Catalog catalogOf(Engine& engine) {
-    Catalog catalog;
+Statements catalogOf(Engine& engine) {
+    Statements catalog;
     const auto known = engine.prepare("SELECT name, ifnull(sql, '') FROM sqlite_master");
     while (known->step())
         catalog.emplace(known->text(0), known->text(1));
@@ -56,7 +56,7 @@ struct Missing {
     [[nodiscard]] bool isNothing() const { return shape.empty() && rest.empty(); }
 };
 
-void addIndexes(Engine& engine, const TableDef& table, const Catalog& catalog, Missing& missing) {
+void addIndexes(Engine& engine, const TableDef& table, const Statements& catalog, Missing& missing) {
     for (const auto& columns : table.indexes)
         if (!catalog.contains(indexName(table, columns)))
             missing.rest.push_back(indexStatement(table, columns, Unique::No));
@@ -72,7 +72,7 @@ void addIndexes(Engine& engine, const TableDef& table, const Catalog& catalog, M
     missing.rest.push_back(indexStatement(table, table.key, Unique::Yes));
 }
 
-void addQueries(const Delivered& delivered, const Catalog& catalog, Missing& missing) {
+void addQueries(const Delivered& delivered, const Statements& catalog, Missing& missing) {
     std::vector<std::string> beginnings;
     for (const SavedQueryDef& query : delivered.queries)
         if (!catalog.contains(query.name)) beginnings.push_back("CREATE VIEW " + quoted(query.name) + ' ');
@@ -83,7 +83,7 @@ void addQueries(const Delivered& delivered, const Catalog& catalog, Missing& mis
 }
 
 Missing missingOf(Engine& engine, const Delivered& delivered) {
-    const Catalog catalog = catalogOf(engine);
+    const Statements catalog = catalogOf(engine);
     Missing missing;
     for (const TableDef& table : delivered.tables) {
         const auto known = catalog.find(table.name);
@@ -127,8 +127,8 @@ std::string defaulted(Engine& engine, const TableDef& table, std::string declara
 }
 
 // The tables that lack a default, with their statements as they should be.
-Catalog undefaulted(Engine& engine, const std::vector<TableDef>& tables, bool fill) {
-    Catalog catalog = catalogOf(engine), changed;
+Statements undefaulted(Engine& engine, const std::vector<TableDef>& tables, bool fill) {
+    Statements catalog = catalogOf(engine), changed;
     for (const TableDef& table : tables) {
         const std::string& known = catalog[table.name];
         std::string today = defaulted(engine, table, known, fill);
@@ -140,7 +140,7 @@ Catalog undefaulted(Engine& engine, const std::vector<TableDef>& tables, bool fi
 // The engine has no statement that gives a column a default. Where nothing else of a declaration changes, it
 // allows its text to be written; the raised version makes other workstations read it anew.
 bool writeDefaults(Engine& engine, const std::vector<TableDef>& tables) {
-    const Catalog changed = undefaulted(engine, tables, true);
+    const Statements changed = undefaulted(engine, tables, true);
     if (changed.empty()) return false;
     engine.execute("PRAGMA writable_schema = ON");
     for (const auto& [table, today] : changed) {
@@ -199,7 +199,7 @@ bool bringUpToDate(Engine& engine, const Delivered& delivered, const std::string
 }
 
 void coverMissing(Engine& engine, const Delivered& delivered) {
-    const Catalog catalog = catalogOf(engine);
+    const Statements catalog = catalogOf(engine);
     std::vector<std::string> covers;
     for (const TableDef& table : delivered.tables) {
         const auto known = catalog.find(table.name);
