@@ -46,13 +46,17 @@ protected:
     template <class Window>
     void with(const std::function<void()>& open, const std::function<void(Window&)>& look) {
         bool seen = false;
-        QTimer::singleShot(0, &host, [&] {
+        // Who opens it may give way to events before.
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, &host, [&] {
             auto* front = dynamic_cast<Window*>(QApplication::activeModalWidget());
-            ASSERT_NE(front, nullptr);
+            if (front == nullptr) return;
+            watch.stop();
             seen = true;
             look(*front);
             front->close();
         });
+        watch.start(5);
         forms.dispatch(open);
         EXPECT_TRUE(seen);
     }
