@@ -101,12 +101,13 @@ void BareEngine::correctPayment(const SaleKey& key) {
     fetchOverdue(key.account);
 }
 
-void BareEngine::save(const SaleKey& key) {
+void BareEngine::save(const std::string& account) {
+    --lastSale_;
     engine_.begin();
     for (const auto* statement : {&insertHeader_, &insertLine_})
-        fetch(*statement, {key.account, key.sale, now_});
+        fetch(*statement, {account, lastSale_, now_});
     for (int month = 0; month < 12; ++month)
-        fetch(insertInstallment_, {key.account, key.sale, now_});
+        fetch(insertInstallment_, {account, lastSale_, now_});
     engine_.commit();
 }
 

@@ -34,7 +34,7 @@ public:
     // the main screen shows anew as it comes to the front: the customer's sales and what is overdue.
     void correctPayment(const SaleKey& key);
     // A header, a line and twelve schedule rows in one transaction, on the disk when this returns.
-    void save(const SaleKey& key);
+    void save(const std::string& account);
 
     // Sales spread evenly over the years; with `owing`, of those on which more than 100,00 is still to be
     // paid.
@@ -53,6 +53,7 @@ private:
     std::vector<std::string> firstCells_;         // of the rows of the last fetch
     std::vector<std::string> secondCells_;
     std::int64_t rowsRead_ = 0;
+    std::int64_t lastSale_ = 0; // below it a number is free: the program numbers upward from the highest
     Statement customer_, warning_, customerSales_, fallenDue_, paid_, name_, lines_, product_, schedule_,
         received_, header_, downPayment_, insert_, update_, updatePayment_, insertHeader_, insertLine_,
         insertInstallment_;

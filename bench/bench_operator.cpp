@@ -135,7 +135,7 @@ void raceCorrectingPayment(Headless& program, BareEngine& engine) {
     race.print();
 }
 
-// Last of all: the engine's rows belong to no sale of the program's making.
+// Last of all: the engine's sales are none of the program's making.
 void raceSaving(Headless& program, BareEngine& engine) {
     Race race("saving a sale of 12", program, engine);
     for (const SaleKey& key : engine.sales(kSavedSales, false)) {
@@ -143,7 +143,7 @@ void raceSaving(Headless& program, BareEngine& engine) {
         program.inSaleScreen([&](FrmSatis& sale) {
             mustTake(user::put(sale.MskToplamUcret, "1200"));
             mustTake(user::put(sale.MskTaksitAdedi, "12"));
-            race.run([&] { mustTake(user::click(sale.cmdKaydet)); }, [&] { engine.save(key); });
+            race.run([&] { mustTake(user::click(sale.cmdKaydet)); }, [&] { engine.save(key.account); });
         });
         program.expectSaid("İşlem Tamamlandı");
     }
