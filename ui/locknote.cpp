@@ -6,6 +6,7 @@
 
 #include "ui/host.h"
 #include "ui/housestyle.h"
+#include "ui/operatorinput.h"
 
 namespace veldona {
 
@@ -13,26 +14,6 @@ namespace {
 
 constexpr std::chrono::milliseconds kUnseen{500}; // most waits are over before anybody could read of them
 constexpr std::chrono::milliseconds kAgain{20};
-
-bool isOfOperator(QEvent::Type type) {
-    switch (type) {
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-    case QEvent::InputMethod:
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::Wheel:
-    case QEvent::ContextMenu:
-    case QEvent::TouchBegin:
-    case QEvent::TouchUpdate:
-    case QEvent::TouchEnd:
-    case QEvent::Close:
-        return true;
-    default:
-        return false;
-    }
-}
 
 bool isEscape(const QEvent& event) {
     return (event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease) &&

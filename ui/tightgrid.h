@@ -21,7 +21,6 @@ public:
 
     // Measures both arrangements anew and takes the one that fits.
     void follow();
-    [[nodiscard]] bool isTight() const { return tight_; }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

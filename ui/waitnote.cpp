@@ -9,33 +9,16 @@
 
 #include "ui/host.h"
 #include "ui/housestyle.h"
+#include "ui/operatorinput.h"
 
 namespace veldona {
 
 namespace {
 
-// What an operator can do to a window, its closing included.
+// What makes a command of it as well, and the mouse's way over the windows.
 bool isInput(QEvent::Type type) {
-    switch (type) {
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-    case QEvent::ShortcutOverride:
-    case QEvent::Shortcut:
-    case QEvent::InputMethod:
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::MouseMove:
-    case QEvent::Wheel:
-    case QEvent::ContextMenu:
-    case QEvent::TouchBegin:
-    case QEvent::TouchUpdate:
-    case QEvent::TouchEnd:
-    case QEvent::Close:
-        return true;
-    default:
-        return false;
-    }
+    return isOfOperator(type) || type == QEvent::ShortcutOverride || type == QEvent::Shortcut ||
+           type == QEvent::MouseMove;
 }
 
 } // namespace

@@ -30,9 +30,7 @@ std::string freeNameBeside(const std::string& path) {
 }
 
 void requireSound(const std::string& copy, std::string_view password) {
-    const auto engine = openSqlcipherAlone(copy, password);
-    const auto check = engine->prepare("PRAGMA integrity_check");
-    if (check->step() && check->text(0) == "ok") return;
+    if (openSqlcipherAlone(copy, password)->isSound()) return;
     throw StoreError(StoreError::Kind::InputOutput, "Yanına alınan yedek bozuk çıktı. Diski denetleyin.");
 }
 

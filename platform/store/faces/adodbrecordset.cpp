@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "platform/runtime/columntype.h"
 #include "platform/store/faces/adodberror.h"
 #include "platform/store/faces/answer.h"
 #include "platform/store/faces/criteria.h"
@@ -35,23 +36,23 @@ struct Recordset::State {
 
 namespace {
 
-int platformType(ColumnType type) {
+std::int32_t platformType(ColumnType type) {
     switch (type) {
     case ColumnType::Counter:
     case ColumnType::Whole:
-        return 3;
+        return columntype::kWhole;
     case ColumnType::Small:
-        return 2;
+        return columntype::kSmall;
     case ColumnType::Number:
-        return 5;
+        return columntype::kNumber;
     case ColumnType::Text:
-        return 202;
+        return columntype::kText;
     case ColumnType::Memo:
-        return 203;
+        return columntype::kMemo;
     case ColumnType::Date:
-        return 135;
+        return columntype::kDate;
     case ColumnType::Boolean:
-        return 11;
+        return columntype::kBoolean;
     }
     return 0;
 }

@@ -2,14 +2,13 @@
 #include <iterator>
 
 #include "platform/runtime/conversion.h"
+#include "platform/runtime/datetime.h"
 #include "platform/runtime/text.h"
 #include "platform/store/dialect/literal.h"
 #include "platform/store/engine/sqlcipher/functions_engine.h"
 
 namespace veldona::store::sql {
 namespace {
-
-constexpr double kSecondsOfDay = 86400;
 
 DateTime moved(DateTime date, double seconds) {
     if (!(std::abs(seconds) < 1e12)) raise(ErrorNumber::Overflow);
@@ -49,11 +48,11 @@ void textOfDate(const Arguments& arguments, Answer& answer) {
 }
 
 void days(const Arguments& arguments, Answer& answer) {
-    answer.number(static_cast<double>(arguments.date(0).seconds()) / kSecondsOfDay);
+    answer.number(static_cast<double>(arguments.date(0).seconds()) / static_cast<double>(kSecondsADay));
 }
 
 void addDays(const Arguments& arguments, Answer& answer) {
-    answerDate(moved(arguments.date(0), arguments.number(1) * kSecondsOfDay), answer);
+    answerDate(moved(arguments.date(0), arguments.number(1) * static_cast<double>(kSecondsADay)), answer);
 }
 
 template <int (DateTime::*part)() const> void partOf(const Arguments& arguments, Answer& answer) {
@@ -86,9 +85,9 @@ int monthsIn(Unit unit) {
 std::int64_t secondsIn(Unit unit) {
     switch (unit) {
     case Unit::Week:
-        return 7 * 86400;
+        return 7 * kSecondsADay;
     case Unit::Day:
-        return 86400;
+        return kSecondsADay;
     case Unit::Hour:
         return 3600;
     case Unit::Minute:
@@ -125,7 +124,8 @@ std::int64_t difference(Unit unit, DateTime from, DateTime to) {
     case Unit::Month:
         return monthsBetween(from, to);
     case Unit::Week: // day zero is a Saturday, and a week begins on Sunday
-        return floored(floored(to.seconds(), 86400) - 1, 7) - floored(floored(from.seconds(), 86400) - 1, 7);
+        return floored(floored(to.seconds(), kSecondsADay) - 1, 7) -
+               floored(floored(from.seconds(), kSecondsADay) - 1, 7);
     default:
         return floored(to.seconds(), secondsIn(unit)) - floored(from.seconds(), secondsIn(unit));
     }
@@ -141,7 +141,7 @@ void dateSerial(const Arguments& arguments, Answer& answer) {
     constexpr int kMostMonths = 200000;
     if (months > kMostMonths || months < -kMostMonths) raise(ErrorNumber::InvalidCall);
     const DateTime first = addMonths(DateTime::of(arguments.whole(0), 1, 1), months - 1);
-    answerDate(moved(first, (static_cast<double>(days) - 1) * kSecondsOfDay), answer);
+    answerDate(moved(first, (static_cast<double>(days) - 1) * static_cast<double>(kSecondsADay)), answer);
 }
 
 } // namespace
