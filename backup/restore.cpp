@@ -13,6 +13,7 @@
 #include "core/books.h"
 #include "core/session.h"
 #include "platform/runtime/format.h"
+#include "platform/runtime/storedamount.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/draft.h"
 #include "platform/store/engine/inquiry.h"
@@ -22,8 +23,6 @@ namespace veldona::backup {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr double kScale = 1'000'000; // of the stored amounts
 
 std::string tableWord(const std::string& table) {
     if (table == "MUSTKAYIT") return "müşteri kartı";
@@ -40,7 +39,7 @@ std::string newRows(const store::Inquiry& books, const std::string& sums, std::i
     const auto rows = books.prepare(sums + std::to_string(lastId));
     if (!rows->step() || rows->whole(0) == 0) return "Yedekten sonra yazılmış " + word + " yok.\n";
     return "Yedekten sonra yazılmış " + std::to_string(rows->whole(0)) + " " + word + ", toplam " +
-           format(Value(rows->number(1) / kScale), "#,##0.00") + ", kaybolur.\n";
+           format(StoredAmount::ofColumn(rows->number(1)).lira(), "#,##0.00") + ", kaybolur.\n";
 }
 
 // The payments and sales written since: they are what a shop would have to ask its customers for.

@@ -2,6 +2,7 @@
 
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
+#include "platform/runtime/storedamount.h"
 
 namespace veldona {
 
@@ -20,14 +21,14 @@ std::string ParaYaz(const Session& session, const Value& value, const std::strin
     if (kip == ParaKipi::Ifade) return session.gParaBirimi == 1 ? "(" + ifade + " / 1000000)" : ifade;
     if (value.isNull()) return {};
     if (session.gParaBirimi != 1) return format(value, kWholeMask);
-    return format(toDouble(value) / kSakliOlcek, mask(session));
+    return format(StoredAmount::ofColumn(value).lira(), mask(session));
 }
 
 std::string ParaOku(const Session& session, const Value& value, const std::string&, ParaKipi kip) {
     Value amount = value;
     if (session.gParaBirimi == 1) {
         const bool empty = amount.isText() && amount.get<std::string>().empty();
-        amount = empty ? 0.0 : toDouble(amount) * kSakliOlcek;
+        amount = empty ? 0.0 : StoredAmount::ofLira(toDouble(amount)).column();
     }
     if (kip == ParaKipi::Ifade) return toText(amount);
     return format(amount, session.gParaBirimi == 1 ? mask(session) : kWholeMask);

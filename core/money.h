@@ -13,7 +13,6 @@
 namespace veldona {
 
 inline constexpr const char* kParaMaskesi = "#,##0.00"; // of every shown amount
-inline constexpr double kSakliOlcek = 1'000'000;        // stored units of one shown unit
 
 enum class ParaKipi { Deger = 1, Ifade = 2 };
 

@@ -15,16 +15,17 @@
 #include "ledger/partytexts.h"
 #include "platform/controls/controls.h"
 #include "platform/controls/lists.h"
+#include "platform/runtime/storedamount.h"
 
 namespace veldona {
 
-// One sale of the overdue warning: what fell due in the range against all that was paid, in stored units.
+// One sale of the overdue warning: what fell due in the range against all that was paid.
 struct GecikmeSatisi {
     std::string MUSTNO;
     std::int32_t ISLEMNO = 0;
-    double OdenmesiGereken = 0;
-    double Odenen = 0;
-    double Kalan = 0;
+    StoredAmount OdenmesiGereken;
+    StoredAmount Odenen;
+    StoredAmount Kalan;
     Value ODEME_TARIHI;
     Value MIN_ODEME_TARIHI;
     std::string AD;

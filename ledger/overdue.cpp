@@ -16,22 +16,22 @@ std::string dateFilter(const FrmMainVeldona& f) {
     return " WHERE ODTRH >= " + TarihSabiti(start, kGunBasi) + " And  ODTRH <" + TarihSabiti(end, kGunSonu);
 }
 
-double sumOf(const adodb::Recordset& rs, const char* field) {
-    if (rs.eof() || rs.value(field).isNull()) return 0;
-    return roundHalfEven(toDouble(rs.value(field)));
+StoredAmount sumOf(const adodb::Recordset& rs, const char* field) {
+    if (rs.eof() || rs.value(field).isNull()) return {};
+    return StoredAmount::ofColumn(rs.value(field)).rounded();
 }
 
 // Cheques and cash-box receipts among the payments on show count for every sale.
-double otherReceipts(const FrmMainVeldona& f) {
-    double sum = 0;
+StoredAmount otherReceipts(const FrmMainVeldona& f) {
+    StoredAmount sum;
     for (int i = 0; i < f.L1.count(); ++i) {
         const std::string& mark = f.lstOdemeTip.list(i);
-        if (mark == "Ç" || mark == "K") sum += roundHalfEven(toDouble(f.L2.list(i)) * kSakliOlcek);
+        if (mark == "Ç" || mark == "K") sum += StoredAmount::ofLira(toDouble(f.L2.list(i))).rounded();
     }
     return sum;
 }
 
-double paidFor(FrmMainVeldona& f, std::int32_t islemno) {
+StoredAmount paidFor(FrmMainVeldona& f, std::int32_t islemno) {
     KayitSeti rs;
     KayitSetiAc(f.session, rs,
                 "SELECT  MUSTNO,ISLEMNO,SUM(ODMIKTAR) as OdenenPara From TAKSITODENEN  WHERE MUSTNO = '" +
@@ -87,7 +87,7 @@ void GECIKME_UYARI(FrmMainVeldona& f) {
     f.gecikmeler.clear();
     collectSales(f);
     for (const GecikmeSatisi& sale : f.gecikmeler)
-        if (sale.Kalan > 0) f.gecikmeToplami += Currency::ofDouble(sale.Kalan / kSakliOlcek);
+        if (sale.Kalan > StoredAmount{}) f.gecikmeToplami += sale.Kalan.working();
     const bool overdue = f.gecikmeToplami > Currency{};
     if (overdue) f.lblVadeFarki.setCaption(toText(f.gecikmeToplami) + " YTL Günü Geçen Ödeme Var ");
     f.lblVadeFarki.setVisible(overdue);

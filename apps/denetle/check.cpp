@@ -1,7 +1,6 @@
 #include "apps/denetle/check.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 #include <map>
 #include <optional>
@@ -9,37 +8,36 @@
 #include <utility>
 
 #include "apps/denetle/accounts.h"
+#include "platform/runtime/storedamount.h"
 
 namespace veldona::denetle {
 namespace {
 
-constexpr double kScale = 1'000'000;          // of the stored amounts
-constexpr double kHalfKurus = 0.005 * kScale; // less is the fraction of a share, and no difference
+// Less is the fraction of a share, and no difference.
+constexpr StoredAmount kHalfKurus = StoredAmount::ofLira(0.005);
 
-double toKurus(double stored) {
-    constexpr double kKurus = kScale / 100;
-    return std::round(stored / kKurus) * kKurus;
+bool isNear(StoredAmount one, StoredAmount other) {
+    return one - other < kHalfKurus && other - one < kHalfKurus;
 }
 
 struct Tally {
     std::int64_t rows = 0;
-    double sum = 0;
-    double rounded = 0; // each row to the kuruş, as the screen adds up the lines
+    StoredAmount sum;
+    StoredAmount rounded; // each row to the kuruş, as the screen adds up the lines
 };
 
 struct Sale {
     std::string account;
-    double total = 0;
-    double discount = 0;
+    StoredAmount total;
+    StoredAmount discount;
     int headers = 0;
     Tally lines, schedule, payments;
 
     // What is owed, as the main screen has it: the lines decide, and the total only where there are none.
-    [[nodiscard]] double debt() const { return lines.rows == 0 ? total : lines.rounded - discount; }
+    [[nodiscard]] StoredAmount debt() const { return lines.rows == 0 ? total : lines.rounded - discount; }
     // Whether an amount is the debt, or is it but for the fractions that its lines carry.
-    [[nodiscard]] bool isDebt(double amount) const {
-        return std::abs(amount - debt()) < kHalfKurus ||
-               (lines.rows != 0 && std::abs(amount - (lines.sum - discount)) < kHalfKurus);
+    [[nodiscard]] bool isDebt(StoredAmount amount) const {
+        return isNear(amount, debt()) || (lines.rows != 0 && isNear(amount, lines.sum - discount));
     }
 };
 
@@ -94,8 +92,8 @@ private:
             if (!accounts_.isKnown(account)) strangers_[account] += 1;
             if (++sale.headers > 1) continue;
             sale.account = std::move(account);
-            sale.total = rows->number(2);
-            sale.discount = rows->number(3);
+            sale.total = StoredAmount::ofColumn(rows->number(2));
+            sale.discount = StoredAmount::ofColumn(rows->number(3));
         }
     }
 
@@ -105,7 +103,8 @@ private:
         while (rows->step()) {
             const std::int64_t number = rows->whole(0);
             const std::string account(rows->text(1));
-            const Tally read{rows->whole(2), rows->number(3), toKurus(rows->number(3))};
+            const auto sum = StoredAmount::ofColumn(rows->number(3));
+            const Tally read{rows->whole(2), sum, sum.roundedToKurus()};
             findings_.rows += read.rows;
             const auto into = [&](Tally& tally) {
                 tally.rows += read.rows;
@@ -122,7 +121,7 @@ private:
             if (!accounts_.isSame(sale->second.account, account)) into(misplaced[{number, account}]);
         }
         for (const auto& [key, tally] : orphans)
-            add(child.orphaned, key.second, std::to_string(key.first), 0, tally.sum / kScale);
+            add(child.orphaned, key.second, std::to_string(key.first), 0, tally.sum.lira());
         for (const auto& [key, tally] : misplaced)
             add(Fault::RowsOfAnotherAccount, key.second, std::to_string(key.first), 0,
                 static_cast<double>(tally.rows));
@@ -130,16 +129,16 @@ private:
 
     void judge(std::int64_t number, const Sale& sale) {
         const std::string subject = std::to_string(number);
-        const double debt = sale.debt();
-        const auto note = [&](Fault fault, double expected, double found) {
-            add(fault, sale.account, subject, expected / kScale, found / kScale);
+        const StoredAmount debt = sale.debt();
+        const auto note = [&](Fault fault, StoredAmount expected, StoredAmount found) {
+            add(fault, sale.account, subject, expected.lira(), found.lira());
         };
         if (sale.headers > 1) add(Fault::TwoHeaders, sale.account, subject, 1, sale.headers);
         if (sale.lines.rows == 0) add(Fault::HeaderWithoutLines, sale.account, subject);
         if (!sale.isDebt(sale.schedule.sum)) note(Fault::ScheduleDiffers, debt, sale.schedule.sum);
         if (!sale.isDebt(sale.total)) note(Fault::LinesDiffer, sale.total, debt);
         if (sale.payments.sum - debt >= kHalfKurus)
-            note(Fault::NegativeRemainder, 0, debt - sale.payments.sum);
+            note(Fault::NegativeRemainder, {}, debt - sale.payments.sum);
     }
 
     void judgeCards() {
