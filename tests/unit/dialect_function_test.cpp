@@ -27,58 +27,26 @@ TEST_F(DialectFunction, AnswersAsThePlatformDoes) {
         {"Mid('çığır',2,3)", "ığı"},
         {"Mid('çığır',4)", "ır"},
         {"Mid('ab',9,1)", ""},
-        {"Left('Şükrü',2)", "Şü"},
-        {"Right('Şükrü',2)", "rü"},
-        {"Right('ab',9)", "ab"},
         {"Len('ığdır')", "5"},
         {"Len(12.5)", "4"},
-        {"'[' & Trim('  a b ') & ']' & LTrim(' a ') & ']' & RTrim(' a ') & ']'", "[a b]a ] a]"},
-        {"UCase('iıçö') & LCase('İIÇÖ')", "İIÇÖiıçö"},
-        {"InStr('Yılmaz','LM')", "3"},
-        {"InStr(4,'ababab','ab')", "5"},
-        {"InStr('abc','x')", "0"},
-        {"Replace('a.b.c','.','/')", "a/b/c"},
+        {"UCase('iıçö')", "İIÇÖ"},
         {"Val('1.234,56')", "1.234"},
         {"Val(NULL)", "0.0"},
         {"Cdbl('1.234,56')", "1234.56"},
         {"Cdbl(NULL)", "NULL"},
-        {"CCur('12,34567')", "12.3457"},
-        {"CInt('2,5') & CInt(3.5) & CLng(-2.5)", "24-2"},
-        {"CStr(0.5)", "0,5"},
-        {"CDate('5.4.2026')", "2026-04-05 00:00:00"},
         {"IIf(1=2,'a','b')", "b"},
         {"IIf(NULL,1,2)", "2"},
-        {"IsNull(NULL)", "-1"},
         {"Nz(NULL,5)", "5"},
         {"Nz(Date(),'yok')", "22/11/2026"},
-        {"Int(-2.5)", "-3.0"},
-        {"Fix(-2.5)", "-2.0"},
-        {"Abs(-2.5)", "2.5"},
-        {"Sgn(-2.5)", "-1"},
         {"Round(2.5)", "2.0"},
         {"Round(0.125,2)", "0.12"},
-        {"Format(1234.5,'#,##0.00')", "1.234,50"},
-        {"Format(Now(),'mm,dd,yyyy hh:mm:ss')", "11,22,2026 10:30:00"},
         {"Now()", "2026-11-22 10:30:00"},
         {"Date()", "2026-11-22 00:00:00"},
-        {"Time()", "1899-12-30 10:30:00"},
-        {"Year(Now()) & '-' & Month(Now()) & '-' & Day(Now())", "2026-11-22"},
-        {"Hour(Now()) & ':' & Minute(Now()) & ':' & Second(Now())", "10:30:0"},
-        {"DateAdd('m',1,#01,31,2026#)", "2026-02-28 00:00:00"},
-        {"DateAdd('d',-1,#01,01,2026#)", "2025-12-31 00:00:00"},
-        {"DateAdd('yyyy',1,#02,29,2024#)", "2025-02-28 00:00:00"},
-        {"DateAdd('n',90,#01,01,2026#)", "2026-01-01 01:30:00"},
-        {"DateDiff('m',#01,31,2026#,#02,01,2026#)", "1"},
-        {"DateDiff('d',#12,31,2025 23:59:59#,#01,01,2026#)", "1"},
-        {"DateDiff('yyyy','31/12/2025','1/1/2026')", "1"},
-        {"DateDiff('ww',#11,21,2026#,#11,22,2026#)", "1"}, // a Saturday, and the Sunday behind it
-        {"DateSerial(2026,14,0)", "2027-01-31 00:00:00"},
-        {"DateValue(Now())", "2026-11-22 00:00:00"},
         {"#11,22,2026# + 1", "2026-11-23 00:00:00"},
         {"#11,22,2026# - 1", "2026-11-21 00:00:00"},
         {"'a' & NULL & 'b'", "ab"},
         {"'a' + NULL", "NULL"},
-        {"Left(NULL,1)", "NULL"},
+        {"Mid(NULL,1)", "NULL"},
         {"1000 / 3 & ''", "333,333333333333"},
     };
     for (const auto& [expression, expected] : cases)
@@ -86,11 +54,10 @@ TEST_F(DialectFunction, AnswersAsThePlatformDoes) {
 }
 
 TEST_F(DialectFunction, FailsWithAMarkedTurkishSentence) {
-    for (const char* expression :
-         {"Cdbl(Trim('G3'))", "Cdbl(Trim(''))", "CInt(40000)", "CDate(Trim('yarın'))", "5 / (3 - 3)", "5 / 0",
-          "5 Mod 0", "10 ^ 999", "Mid('a',0)", "Left('a',-1)", "Now() + 99999999", "'x' + 1"})
+    for (const char* expression : {"Cdbl(Mid('G3',1))", "Cdbl(Mid('',1))", "5 / (3 - 3)", "5 / 0",
+                                   "Mid('a',0)", "Mid('a',1,-1)", "Now() + 99999999", "'x' + 1"})
         EXPECT_TRUE(of(expression).starts_with("mismatch: ")) << expression << ": " << of(expression);
-    for (const char* expression : {"Cdbl(Trim('G3'))", "Cdbl('G3')"})
+    for (const char* expression : {"Cdbl(Mid('G3',1))", "Cdbl('G3')"})
         EXPECT_EQ(of(expression), "mismatch: Veri türü uyuşmuyor: \"G3\" sayı olarak okunamadı.");
 }
 

@@ -39,8 +39,6 @@ TEST(DialectReading, ValuesThatMeetAColumnLeaveTheText) {
         {"IN (SELECT A, 5 FROM B)", "IN (SELECT A, 5 FROM B)"},
         {"SELECT TOP 1 'x', A/1000000 FROM B", "SELECT TOP 1 'x', A/1000000 FROM B"},
         {"A = 5 * B", "A = 5 * B"},
-        {"A = -5 mod B", "A = -5 mod B"},
-        {"A = 5 AND modem = 1", "A = ? AND modem = ? n:5 n:1"},
         {"A & \"it's\" = 'x'", "A & \"it's\" = ? t:x"},
         {"A = 'İstanbul' ", "A = ? t:İstanbul"},
         {"A = 'x\xff'", "A = ? t:x\xEF\xBF\xBD"},
@@ -219,6 +217,9 @@ TEST_F(DialectRefusal, WhatIsNoStatement) {
         {"SELECT * FROM MUSTKAYIT ORDER BY 99", Syntax, "99"},
         {"SELECT * FROM MUSTKAYIT ORDER BY - -1", Syntax, "ORDER BY"},
         {"SELECT COUNT(*) FROM MUSTKAYIT GROUP BY 1", Syntax, "GROUP BY"},
+        {"SELECT * FROM URUNAL RIGHT JOIN URUNSAT ON 1=1", Syntax, "RIGHT"},
+        {"SELECT AD FROM MUSTKAYIT UNION ALL SELECT AD FROM MUSTKAYIT", Syntax, "ALL"},
+        {"SELECT AD FROM MUSTKAYIT GROUP BY AD HAVING AD > 'a'", Syntax, "HAVING"},
         {"DROP TABLE MUSTKAYIT", Syntax, "DROP"},
         {"PRAGMA cipher_version", Syntax, "PRAGMA"},
         {"SELECT * FROM URUNSAT WHERE ODTRH >= ##", Syntax, "##"},
@@ -266,7 +267,7 @@ TEST_F(DialectRefusal, HostileTextEndsInAnAnswerOrARefusal) {
         texts.push_back(from + repeated(depth, "NOT ", "ID=1", ""));
         texts.push_back(from + repeated(depth, "", "ID=1", " OR ID=1"));
         texts.push_back(from + "ID = " + repeated(depth, "- ", "ID", ""));
-        texts.push_back(from + "MUSTNO = " + repeated(depth, "Trim(", "MUSTNO", ")"));
+        texts.push_back(from + "MUSTNO = " + repeated(depth, "UCase(", "MUSTNO", ")"));
         texts.push_back(from + repeated(depth, "ID=1 OR ID=2 AND NOT ID = ID+ID*(", "ID", ")"));
         texts.push_back(from + repeated(depth, "ID IN (SELECT ID FROM URUNSAT WHERE ID=1 OR ", "ID=1", ")"));
         texts.push_back(repeated(depth, "SELECT * FROM (", "SELECT ID FROM URUNSAT", ")"));

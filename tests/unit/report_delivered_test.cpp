@@ -7,6 +7,7 @@
 #include "platform/report/layoutreader.h"
 #include "platform/report/pagetext.h"
 #include "platform/runtime/conversion.h"
+#include "platform/runtime/text.h"
 #include "tests/support/shop.h"
 
 namespace veldona::report {
@@ -84,6 +85,46 @@ TEST_F(ReportDelivered, ContractWithoutRowsIsAnEmptyTable) {
     const Document document = ofTemplate(layoutOf("SozlesmeAntetli.rpt"));
     ASSERT_EQ(document.pages.size(), 1U);
     expectHolds(document, {"ALICI", "Toplam 0,00 Toplam 0,00", "Sayfa 1 / 1"});
+}
+
+// All that the page about layouts offers for queries, in one layout of a shop's own.
+TEST_F(ReportDelivered, AShopsOwnQueriesMayUseAllThatIsOffered) {
+    for (const char* customer :
+         {"'1','Ayşe','Işık','0212'", "'2','Çiğdem','Yılmaz',NULL", "'3','Ali','Ak',''"})
+        shop.run(std::string("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD,EVTEL) VALUES (") + customer + ")");
+    for (const char* row : {"'1',5,#11,02,2026#,2500000,1", "'1',5,#12,22,2026#,1000000,0",
+                            "'2',6,#11,21,2026 10:00:00#,3125000,0", "'9',7,NULL,500000,0"})
+        shop.run(std::string("INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR,PESINAT) VALUES (") + row +
+                 ")");
+    const std::pair<const char*, const char*> queries[] = {
+        {"SELECT UCASE(AD) AS X FROM MUSTKAYIT WHERE AD LIKE 'ç%'", "ÇİĞDEM"},
+        {"SELECT NZ(SUM(ODMIKTAR),0) AS X FROM URUNSAT WHERE MUSTNO='3'", "0"},
+        {"SELECT NZ(EVTEL,'yok')+'/'+SOYAD AS X FROM MUSTKAYIT WHERE HSTNO='2'", "yok/Yılmaz"},
+        {"SELECT ROUND(ODMIKTAR/1000000,2) AS X FROM URUNSAT WHERE MUSTNO='2'", "3,12"},
+        {"SELECT DATE()-ODTRH AS X FROM URUNSAT WHERE ODTRH BETWEEN DATE()-30 AND #11,20,2026#", "20"},
+        {"SELECT COUNT(*) AS X FROM URUNSAT WHERE ODTRH > NOW() OR ODTRH IS NULL AND NOT PESINAT=1", "2"},
+        {"SELECT MID(ODTRH,4,7) AS X FROM URUNSAT WHERE PESINAT=1", "11/2026"},
+        {"SELECT IIF(LEN(EVTEL)>0,EVTEL,'-') & '.' AS X FROM MUSTKAYIT WHERE HSTNO IN ('3')", "-."},
+        {"SELECT VAL(HSTNO)+CDBL('1,5') AS X FROM MUSTKAYIT WHERE HSTNO='3'", "4,5"},
+        {"SELECT TOP 1 T.BORC AS X FROM MUSTKAYIT LEFT JOIN (SELECT MUSTNO, SUM(ODMIKTAR)/1000000 AS BORC "
+         "FROM "
+         "URUNSAT GROUP BY MUSTNO) AS T ON T.MUSTNO=HSTNO ORDER BY HSTNO",
+         "3,5"},
+        {"SELECT MIN(AD) & MAX(SOYAD) AS X FROM MUSTKAYIT, URUNSAT WHERE HSTNO=MUSTNO", "AyşeYılmaz"},
+        {"SELECT COUNT(*) AS X FROM (SELECT AD FROM MUSTKAYIT UNION SELECT AD FROM MUSTKAYIT) AS B", "3"},
+        {"SELECT DISTINCT AD AS X FROM (MUSTKAYIT INNER JOIN URUNSAT ON HSTNO=URUNSAT.MUSTNO) LEFT JOIN "
+         "URUNAL ON "
+         "URUNAL.ISLEMNO=URUNSAT.ISLEMNO WHERE HSTNO IN (SELECT MUSTNO FROM URUNSAT WHERE PESINAT=1)",
+         "Ayşe"},
+    };
+    for (const auto& [sql, expected] : queries) {
+        std::string escaped = replaceAll(replaceAll(sql, "&", "&amp;"), "<", "&lt;");
+        const Layout layout = parseLayout("<report title=\"t\"><query name=\"q\" sql=\"" + escaped +
+                                              "\"/><detail height=\"5\" query=\"q\"><field x=\"0\" y=\"0\" "
+                                              "width=\"100\" column=\"X\"/></detail></report>",
+                                          "d.rpt");
+        EXPECT_EQ(documentText(ofTemplate(layout)), std::string(expected) + '\n') << sql;
+    }
 }
 
 TEST_F(ReportDelivered, CustomerListIsTheOneOnTheScreen) {

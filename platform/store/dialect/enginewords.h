@@ -10,7 +10,6 @@ struct EngineWords {
     std::string_view byAlphabet;  // behind a text whose comparison or order is the alphabet's
     std::string_view parameter;   // in front of its number
     std::string_view lastCounter; // the statement that answers the counter filled last
-    std::string_view groupOfAll;  // in front of a HAVING without GROUP BY
     std::string_view firstOfTwo;  // the function that answers its second value where the first is Null
 };
 

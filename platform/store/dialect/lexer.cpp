@@ -34,7 +34,7 @@ bool isBlank(std::string_view text) {
     return true;
 }
 
-constexpr std::string_view kCalculating = "+-*/\\^&";
+constexpr std::string_view kCalculating = "+-*/&";
 
 } // namespace
 
@@ -65,10 +65,7 @@ Token Lexer::next() {
 
 bool Lexer::operatorFollows() {
     skipBlanks();
-    if (at_ == sql_.size()) return false;
-    if (kCalculating.find(sql_[at_]) != std::string_view::npos) return true;
-    return sameName(sql_.substr(at_, 3), "MOD") &&
-           (at_ + 3 == sql_.size() || !is(sql_[at_ + 3], kLetter | kDigit));
+    return at_ < sql_.size() && kCalculating.find(sql_[at_]) != std::string_view::npos;
 }
 
 bool Lexer::numberFollows() {
@@ -164,10 +161,6 @@ Token Lexer::signs() {
         return token(Sign::Plus, 1);
     case '*':
         return token(Sign::Star, 1);
-    case '\\':
-        return token(Sign::Backslash, 1);
-    case '^':
-        return token(Sign::Caret, 1);
     case '&':
         return token(Sign::Ampersand, 1);
     case '=':

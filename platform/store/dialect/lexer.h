@@ -33,8 +33,6 @@ enum class Sign : std::uint8_t {
     Minus,
     Star,
     Slash,
-    Backslash,
-    Caret,
     Ampersand,
     Equal,
     NotEqual,
@@ -60,7 +58,7 @@ public:
     [[nodiscard]] Token next();
     // Where it stands: behind the word taken last, until it is asked what follows.
     [[nodiscard]] std::size_t at() const { return at_; }
-    // True where the next word is a sign that calculates or joins, or MOD: what stands before it is no whole
+    // True where the next word is a sign that calculates or joins: what stands before it is no whole
     // value.
     [[nodiscard]] bool operatorFollows();
     // True where the next word begins like a number.

@@ -76,11 +76,7 @@ private:
 
     Delete remove() {
         Delete made;
-        if (!words_.takeIf(Sign::Star) && !words_.is("FROM")) {
-            made.starOf = words_.takeName();
-            words_.expect(Sign::Dot);
-            words_.expect(Sign::Star);
-        }
+        words_.takeIf(Sign::Star);
         words_.expect("FROM");
         made.table.name = words_.takeName();
         if (words_.takeIf("WHERE")) made.where = expressions_.expression();
@@ -91,11 +87,8 @@ private:
         const Nesting nesting(nesting_);
         auto made = std::make_unique<Select>();
         made->arms.push_back(arm(made->depth));
-        while (words_.takeIf("UNION")) {
-            const bool all = words_.takeIf("ALL");
+        while (words_.takeIf("UNION"))
             made->arms.push_back(arm(made->depth));
-            made->arms.back().unionAll = all;
-        }
         if (words_.takeIf("ORDER")) {
             words_.expect("BY");
             do {
@@ -111,7 +104,7 @@ private:
     Arm arm(int& depth) {
         Arm made;
         words_.expect("SELECT");
-        if (!words_.takeIf("ALL")) made.distinct = words_.takeIf("DISTINCT");
+        made.distinct = words_.takeIf("DISTINCT");
         made.top = top();
         do {
             made.items.push_back(item(depth));
@@ -129,7 +122,6 @@ private:
                 made.groupBy.push_back(deepened(expressions_.expression(), depth));
             } while (words_.takeIf(Sign::Comma));
         }
-        if (words_.takeIf("HAVING")) made.having = deepened(expressions_.expression(), depth);
         return made;
     }
 
@@ -175,18 +167,10 @@ private:
     }
 
     std::optional<From::Kind> joining() {
-        From::Kind kind = From::Kind::Inner;
-        if (words_.takeIf("JOIN")) return kind;
-        if (words_.takeIf("LEFT")) {
-            kind = From::Kind::Left;
-        } else if (words_.takeIf("RIGHT")) {
-            kind = From::Kind::Right;
-        } else if (!words_.takeIf("INNER")) {
-            return std::nullopt;
-        }
-        if (kind != From::Kind::Inner) words_.takeIf("OUTER");
+        const bool isLeft = words_.takeIf("LEFT");
+        if (!isLeft && !words_.takeIf("INNER")) return std::nullopt;
         words_.expect("JOIN");
-        return kind;
+        return isLeft ? From::Kind::Left : From::Kind::Inner;
     }
 
     std::unique_ptr<From> single() {

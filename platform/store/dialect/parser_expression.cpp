@@ -44,8 +44,8 @@ std::optional<Operator> comparing(Sign sign) {
     }
 }
 
-// From the loosest to the tightest: &, then + and -, then MOD, then \, then * and /.
-constexpr int kTightest = 4;
+// From the loosest to the tightest: &, then + and -, then * and /.
+constexpr int kTightest = 2;
 
 std::optional<Operator> calculating(const Words& words, int level) {
     switch (level) {
@@ -54,10 +54,6 @@ std::optional<Operator> calculating(const Words& words, int level) {
     case 1:
         if (words.is(Sign::Plus)) return Operator::Add;
         return words.is(Sign::Minus) ? std::optional(Operator::Subtract) : std::nullopt;
-    case 2:
-        return words.is("MOD") ? std::optional(Operator::Modulo) : std::nullopt;
-    case 3:
-        return words.is(Sign::Backslash) ? std::optional(Operator::WholeDivide) : std::nullopt;
     default:
         if (words.is(Sign::Star)) return Operator::Multiply;
         return words.is(Sign::Slash) ? std::optional(Operator::Divide) : std::nullopt;
@@ -167,21 +163,11 @@ ExprPtr ExpressionParser::operation(int level) {
 }
 
 ExprPtr ExpressionParser::negated() {
-    if (!words_.is(Sign::Minus) && !words_.is(Sign::Plus)) return power();
+    if (!words_.is(Sign::Minus) && !words_.is(Sign::Plus)) return primary();
     const Nesting nesting(nesting_);
     const bool minus = words_.take().sign == Sign::Minus;
     ExprPtr operand = negated();
     return minus ? node(Expr::Kind::Calculation, Operator::Negate, std::move(operand)) : std::move(operand);
-}
-
-ExprPtr ExpressionParser::power() {
-    ExprPtr left = primary();
-    while (words_.takeIf(Sign::Caret)) {
-        const bool signedPower = words_.is(Sign::Minus) || words_.is(Sign::Plus);
-        left = node(Expr::Kind::Calculation, Operator::Power, std::move(left),
-                    signedPower ? negated() : primary());
-    }
-    return left;
 }
 
 ExprPtr ExpressionParser::primary() {
@@ -233,10 +219,9 @@ ExprPtr ExpressionParser::column() {
     return made;
 }
 
-// LEFT and RIGHT are functions where a parenthesis follows, so any word may stand here.
 ExprPtr ExpressionParser::call() {
     const Nesting nesting(nesting_);
-    if (!words_.isName() && !words_.is("LEFT") && !words_.is("RIGHT")) words_.fail();
+    if (!words_.isName()) words_.fail();
     ExprPtr made = node(Expr::Kind::Call);
     made->name = foldName(words_.take().text);
     words_.expect(Sign::Open);

@@ -8,7 +8,8 @@
 namespace veldona::store::sql {
 namespace {
 
-// Sorted. Words that name nothing unless in brackets; TOP, ALL, ASC and DESC are told by where they stand.
+// Sorted. Words that name nothing unless in brackets, among them some of wider dialects: a statement that
+// uses those is refused at the word. TOP, ASC and DESC are told by where they stand.
 constexpr std::array<std::string_view, 31> kReserved = {
     "AND",   "AS",     "BETWEEN", "BY",     "DELETE", "DISTINCT", "FALSE", "FROM",   "GROUP", "HAVING", "IN",
     "INNER", "INSERT", "INTO",    "IS",     "JOIN",   "LEFT",     "LIKE",  "MOD",    "NOT",   "NULL",   "ON",

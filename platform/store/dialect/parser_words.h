@@ -80,7 +80,6 @@ private:
     ExprPtr membership(ExprPtr left, bool negated);
     ExprPtr operation(int level);
     ExprPtr negated();
-    ExprPtr power();
     ExprPtr primary();
     ExprPtr word();
     ExprPtr call();

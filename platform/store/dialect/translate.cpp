@@ -25,7 +25,7 @@ bool asksForTypes(const sql::Statement& tree) {
     const sql::Arm& arm = (*select)->arms.front();
     return arm.top == 1 && !arm.distinct && arm.items.size() == 1 && !arm.items.front().expr &&
            arm.from.size() == 1 && arm.from.front()->kind == sql::From::Kind::Single &&
-           !arm.from.front()->source.query && !arm.where && arm.groupBy.empty() && !arm.having;
+           !arm.from.front()->source.query && !arm.where && arm.groupBy.empty();
 }
 
 // Fills the plan from the tree, statement kind by statement kind.

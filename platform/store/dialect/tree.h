@@ -23,9 +23,6 @@ enum class Operator : std::uint8_t {
     Subtract,
     Multiply,
     Divide,
-    WholeDivide,
-    Modulo,
-    Power,
     Join,
     Negate,
     Equal,
@@ -99,7 +96,7 @@ struct Source {
 };
 
 struct From {
-    enum class Kind : std::uint8_t { Single, Inner, Left, Right };
+    enum class Kind : std::uint8_t { Single, Inner, Left };
     Kind kind = Kind::Single;
     Source source;
     std::unique_ptr<From> left, right;
@@ -130,8 +127,6 @@ struct Arm {
     std::vector<std::unique_ptr<From>> from;
     ExprPtr where;
     std::vector<ExprPtr> groupBy;
-    ExprPtr having;
-    bool unionAll = false; // how it is joined to the arm before it
 
     // Filled in by the check.
     std::vector<Source*> sources;
@@ -159,7 +154,6 @@ struct Update {
 
 struct Delete {
     Source table;
-    std::string starOf; // DELETE T.* FROM …
     ExprPtr where;
 };
 

@@ -81,8 +81,6 @@ public:
     void operator()(Delete& remove) {
         const std::string name = remove.table.name;
         remove.table = writtenTable(name);
-        if (!remove.starOf.empty() && !sameName(remove.starOf, remove.table.name))
-            failUnknown("tablo", remove.starOf);
         if (remove.where) check(*remove.where, Scope{{&remove.table}}, Aggregates::Refused);
     }
 
@@ -147,8 +145,7 @@ private:
         expandStars(arm);
         for (SelectItem& item : arm.items)
             check(*item.expr, scope, Aggregates::Allowed);
-        if (arm.having) check(*arm.having, scope, Aggregates::Allowed);
-        arm.aggregates = sawAggregate_ || !arm.groupBy.empty() || arm.having;
+        arm.aggregates = sawAggregate_ || !arm.groupBy.empty();
         sawAggregate_ = outerSawAggregate;
         nameItems(arm);
     }
@@ -318,7 +315,6 @@ private:
         case Function::Kind::Extreme:
             return parts[0]->type == ColumnType::Counter ? ColumnType::Whole : parts[0]->type;
         case Function::Kind::Sum:
-        case Function::Kind::Average:
             if (familyOf(parts[0]->type) == Family::Text || familyOf(parts[0]->type) == Family::Date) {
                 throw StoreError(StoreError::Kind::TypeMismatch,
                                  "Yalnız sayılar toplanabilir: " + call.name + ".");

@@ -15,51 +15,20 @@ constexpr std::optional<ColumnType> kNone = std::nullopt;
 
 // Sorted by name.
 constexpr std::array kFunctions = {
-    Function{"ABS", Kind::Engine, "n", 1, Number, "abs"},
-    Function{"AVG", Kind::Average, "n", 1, Number, "AVG"},
-    Function{"CCUR", Kind::Engine, "n", 1, Number, "vd_currency"},
-    Function{"CDATE", Kind::Convert, "d", 1, Date, {}},
     Function{"CDBL", Kind::Convert, "n", 1, Number, {}},
-    Function{"CINT", Kind::Engine, "n", 1, Small, "vd_integer"},
-    Function{"CLNG", Kind::Engine, "n", 1, Whole, "vd_long"},
     Function{"COUNT", Kind::Count, "a", 1, Whole, "COUNT"},
-    Function{"CSTR", Kind::Convert, "t", 1, Text, {}},
     Function{"DATE", Kind::Engine, "", 0, Date, "vd_today"},
-    Function{"DATEADD", Kind::Engine, "tnd", 3, Date, "vd_dateadd"},
-    Function{"DATEDIFF", Kind::Engine, "tdd", 3, Whole, "vd_datediff"},
-    Function{"DATESERIAL", Kind::Engine, "nnn", 3, Date, "vd_dateserial"},
-    Function{"DATEVALUE", Kind::Engine, "d", 1, Date, "vd_datevalue"},
-    Function{"DAY", Kind::Engine, "d", 1, Whole, "vd_day"},
-    Function{"FIX", Kind::Engine, "n", 1, Number, "vd_fix"},
-    Function{"FORMAT", Kind::Format, "at", 2, Text, "vd_format"},
-    Function{"HOUR", Kind::Engine, "d", 1, Whole, "vd_hour"},
     Function{"IIF", Kind::Iif, "caa", 3, kNone, {}},
-    Function{"INSTR", Kind::InStr, "ntt", 2, Whole, "vd_instr"},
-    Function{"INT", Kind::Engine, "n", 1, Number, "vd_int"},
-    Function{"ISNULL", Kind::IsNull, "a", 1, Boolean, {}},
-    Function{"LCASE", Kind::Engine, "t", 1, Text, "vd_lcase"},
-    Function{"LEFT", Kind::Engine, "tn", 2, Text, "vd_left"},
     Function{"LEN", Kind::Engine, "t", 1, Whole, "vd_len"},
-    Function{"LTRIM", Kind::Engine, "t", 1, Text, "vd_ltrim"},
     Function{"MAX", Kind::Extreme, "a", 1, kNone, "MAX"},
     Function{"MID", Kind::Engine, "tnn", 2, Text, "vd_mid"},
     Function{"MIN", Kind::Extreme, "a", 1, kNone, "MIN"},
-    Function{"MINUTE", Kind::Engine, "d", 1, Whole, "vd_minute"},
-    Function{"MONTH", Kind::Engine, "d", 1, Whole, "vd_month"},
     Function{"NOW", Kind::Engine, "", 0, Date, "vd_now"},
     Function{"NZ", Kind::Nz, "aa", 1, kNone, "coalesce"},
-    Function{"REPLACE", Kind::Engine, "ttt", 3, Text, "vd_replace"},
-    Function{"RIGHT", Kind::Engine, "tn", 2, Text, "vd_right"},
     Function{"ROUND", Kind::Engine, "nn", 1, Number, "vd_round"},
-    Function{"RTRIM", Kind::Engine, "t", 1, Text, "vd_rtrim"},
-    Function{"SECOND", Kind::Engine, "d", 1, Whole, "vd_second"},
-    Function{"SGN", Kind::Engine, "n", 1, Whole, "vd_sgn"},
     Function{"SUM", Kind::Sum, "n", 1, Number, "SUM"},
-    Function{"TIME", Kind::Engine, "", 0, Date, "vd_time"},
-    Function{"TRIM", Kind::Engine, "t", 1, Text, "vd_trim"},
     Function{"UCASE", Kind::Engine, "t", 1, Text, "vd_ucase"},
     Function{"VAL", Kind::Engine, "t", 1, Number, "vd_val"},
-    Function{"YEAR", Kind::Engine, "d", 1, Whole, "vd_year"},
 };
 constexpr bool byName(const Function& a, const Function& b) {
     return a.name < b.name;
@@ -126,9 +95,6 @@ std::optional<ColumnType> calculatedType(Operator op, const Expr& left, const Ex
     case Operator::Subtract:
         if (familyOf(left.type) == Family::Date && familyOf(right.type) == Family::Numeric) return Date;
         return numeric;
-    case Operator::WholeDivide:
-    case Operator::Modulo:
-        return Whole;
     case Operator::Multiply:
         return numeric;
     default:

@@ -29,23 +29,19 @@ struct Function {
         Engine,  // called by the name below with its arguments as the kinds say
         Convert, // only brings its argument to `kinds`
         Iif,
-        IsNull,
         Nz,
-        Format,
-        InStr,
         Sum,
-        Average,
         Extreme,
         Count, // aggregates
     };
     std::string_view name;
     Kind kind;
-    std::string_view kinds; // one letter an argument: t text, n number, d date, a any, c condition
+    std::string_view kinds; // one letter an argument: t text, n number, a any, c condition
     std::size_t least;      // of the arguments
     std::optional<ColumnType> type;
     std::string_view engineName;
 
-    // NOW, DATE and TIME: all others answer by their arguments.
+    // NOW and DATE: all others answer by their arguments.
     [[nodiscard]] bool readsClock() const { return kinds.empty(); }
     [[nodiscard]] bool isAggregate() const { return kind >= Kind::Sum; }
 };

@@ -66,7 +66,7 @@ void Writer::select(const Select& select, Use use, const std::vector<std::string
         throw StoreError(StoreError::Kind::Syntax, "Bu sorgu satır seçilerek daraltılamaz.");
     }
     for (std::size_t i = 0; i < select.arms.size(); ++i) {
-        if (i > 0) put(select.arms[i].unionAll ? " UNION ALL " : " UNION ");
+        if (i > 0) put(" UNION ");
         arm(select.arms[i], use, !isUnion(select), narrowing);
     }
     order(select, use);
@@ -84,7 +84,7 @@ void Writer::arm(const Arm& arm, Use use, bool alone, const std::vector<std::str
     items(arm, use);
     if (!arm.from.empty()) from(arm);
     where(arm, narrowing);
-    grouping(arm);
+    groupKeys(arm, " GROUP BY ");
     if (!limitedPart) return;
     if (!arm.aggregates || !arm.groupBy.empty()) defaultOrder(arm);
     put(" LIMIT " + std::to_string(*arm.top) + ")");
@@ -113,17 +113,13 @@ void Writer::from(const Arm& arm) {
     }
 }
 
-// The engine has no right join: it is a left one with its sides exchanged. The columns of * were written out
-// before.
 void Writer::from(const From& from, bool nested) {
     if (from.kind == From::Kind::Single) return source(from.source);
     const Held opened(*this, nested ? 5 : 3);
-    const bool exchanged = from.kind == From::Kind::Right;
     if (nested) put("(");
-    this->from(exchanged ? *from.right : *from.left, exchanged && from.right->kind != From::Kind::Single);
+    this->from(*from.left, false);
     put(from.kind == From::Kind::Inner ? " INNER JOIN " : " LEFT JOIN ");
-    const From& joined = exchanged ? *from.left : *from.right;
-    this->from(joined, joined.kind != From::Kind::Single);
+    this->from(*from.right, from.right->kind != From::Kind::Single);
     put(" ON ");
     condition(*from.on, Tightness::Or);
     if (nested) put(")");
@@ -172,14 +168,6 @@ void Writer::narrow(const Arm& arm, const std::string& column, std::size_t place
     failUnknown("alan", column);
 }
 
-void Writer::grouping(const Arm& arm) {
-    groupKeys(arm, " GROUP BY ");
-    if (!arm.having) return;
-    if (arm.groupBy.empty()) put(words_.groupOfAll);
-    put(" HAVING ");
-    condition(*arm.having, Tightness::Or);
-}
-
 void Writer::groupKeys(const Arm& arm, std::string_view clause) {
     std::string_view before = clause;
     for (const Expr* key : partingKeys(arm)) {
@@ -199,7 +187,6 @@ void Writer::order(const Select& select, Use use) {
     if (!select.orderBy.empty()) {
         if (isPlain(select)) sameOrderById(select.arms.front());
     } else if (isUnion(select)) {
-        if (select.arms.back().unionAll) return;
         for (std::size_t i = 1; i <= select.arms.front().items.size(); ++i) {
             put((i == 1 ? " ORDER BY " : ", ") + std::to_string(i));
         }

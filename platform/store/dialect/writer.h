@@ -73,7 +73,6 @@ private:
     void membership(const Expr& expr);
     void call(const Expr& expr, Tightness need);
     void engineCall(const Expr& expr);
-    void argument(const Expr& expr, char kind);
     void choice(const Expr& expr);
     void extreme(const Expr& expr);
 
@@ -90,7 +89,6 @@ private:
     void source(const Source& source);
     void where(const Arm& arm, const std::vector<std::string>& narrowing);
     void narrow(const Arm& arm, const std::string& column, std::size_t place);
-    void grouping(const Arm& arm);
     void groupKeys(const Arm& arm, std::string_view clause);
     void order(const Select& select, Use use);
     void orderTerm(const OrderTerm& term);

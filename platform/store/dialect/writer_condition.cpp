@@ -33,8 +33,6 @@ bool isTruth(const Expr& expr) {
     case Kind::In:
     case Kind::IsNull:
         return true;
-    case Kind::Call:
-        return expr.function->kind == Function::Kind::IsNull;
     default:
         return false;
     }
@@ -58,15 +56,13 @@ void Writer::condition(const Expr& expr, Tightness need) {
         return grouped(Tightness::Compare, need, [&] { between(expr); });
     case Kind::In:
         return grouped(Tightness::Compare, need, [&] { membership(expr); });
-    default:
-        break;
-    }
-    const bool isNull = expr.kind == Kind::IsNull || isTruth(expr);
-    if (isNull) {
+    case Kind::IsNull:
         return grouped(Tightness::Compare, need, [&] {
             value(*expr.parts[0], Tightness::Add);
             put(expr.negated ? " IS NOT NULL" : " IS NULL");
         });
+    default:
+        break;
     }
     if (familyOf(expr.type) == Family::Text || familyOf(expr.type) == Family::Date) {
         throw StoreError(StoreError::Kind::TypeMismatch,

@@ -6,18 +6,6 @@ namespace {
 
 using Kind = Expr::Kind;
 
-// What is no sign of the engine's is a function of ours.
-std::string_view calculatingFunction(Operator op) {
-    switch (op) {
-    case Operator::WholeDivide:
-        return "vd_wholedivide";
-    case Operator::Modulo:
-        return "vd_modulo";
-    default:
-        return "vd_power";
-    }
-}
-
 } // namespace
 
 void Writer::value(const Expr& expr, Tightness need) {
@@ -165,12 +153,8 @@ void Writer::calculation(const Expr& expr, Tightness need) {
             put(", -");
             number(*parts[1], Tightness::Whole);
         });
-    default:
-        return function(calculatingFunction(expr.op), [&] {
-            number(*parts[0], Tightness::Or);
-            put(", ");
-            number(*parts[1], Tightness::Or);
-        });
+    default: // what compares, and is written as a condition
+        return;
     }
 }
 
@@ -278,29 +262,13 @@ void Writer::call(const Expr& expr, Tightness need) {
 
 void Writer::engineCall(const Expr& expr) {
     const Function& called = *expr.function;
-    const bool ofDate =
-        called.kind == Function::Kind::Format && familyOf(expr.parts[0]->type) == Family::Date;
-    function(ofDate ? "vd_format_date" : called.engineName, [&] {
-        const bool startMissing = called.kind == Function::Kind::InStr && expr.parts.size() == 2;
-        if (startMissing) put("1, ");
+    function(called.engineName, [&] {
         for (std::size_t i = 0; i < expr.parts.size(); ++i) {
             if (i > 0) put(", ");
-            argument(*expr.parts[i], called.kinds[i + (startMissing ? 1 : 0)]);
+            const bool isText = called.kinds[i] == 't';
+            isText ? text(*expr.parts[i], Tightness::Or) : number(*expr.parts[i], Tightness::Or);
         }
     });
-}
-
-void Writer::argument(const Expr& expr, char kind) {
-    switch (kind) {
-    case 't':
-        return text(expr, Tightness::Or);
-    case 'n':
-        return number(expr, Tightness::Or);
-    case 'd':
-        return date(expr, Tightness::Or);
-    default:
-        return value(expr, Tightness::Or);
-    }
 }
 
 void Writer::choice(const Expr& expr) {

@@ -116,14 +116,8 @@ void today(const Arguments&, Answer& answer) {
     answer.text(storedDate(clockOf(answer).date()));
 }
 
-void timeOfDay(const Arguments&, Answer& answer) {
-    const DateTime at = clockOf(answer);
-    answer.text(storedDate(DateTime::ofSeconds(at.seconds() - at.date().seconds())));
-}
-
 void registerClock(sqlite3* connection, const Clock& clock) {
-    constexpr Registered kFunctions[] = {
-        {"vd_now", 0, run<now>}, {"vd_today", 0, run<today>}, {"vd_time", 0, run<timeOfDay>}};
+    constexpr Registered kFunctions[] = {{"vd_now", 0, run<now>}, {"vd_today", 0, run<today>}};
     for (const Registered& each : kFunctions) {
         const auto forget = [](void* held) { delete static_cast<Clock*>(held); };
         const int result =

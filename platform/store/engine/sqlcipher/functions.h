@@ -14,7 +14,7 @@ struct sqlite3;
 namespace veldona::store {
 
 // Scalar functions of the dialect (Val, Cdbl, Mid of a date, division that refuses zero, LIKE by the Turkish
-// alphabet …) and the collation TURKISH. `clock` is what Now, Date and Time ask; the machine's where it is
+// alphabet …) and the collation TURKISH. `clock` is what Now and Date ask; the machine's where it is
 // empty.
 void registerFunctions(sqlite3* connection, std::function<DateTime()> clock = {});
 

@@ -42,29 +42,12 @@ void leadingNumber(const Arguments& arguments, Answer& answer) {
     answer.number(val(arguments.value(0)));
 }
 
-void currency(const Arguments& arguments, Answer& answer) {
-    answer.number(toCurrency(arguments.value(0)).toDouble());
-}
-
 void integer(const Arguments& arguments, Answer& answer) {
     answer.whole(toInteger(arguments.value(0)));
 }
 
 void longInteger(const Arguments& arguments, Answer& answer) {
     answer.whole(toLong(arguments.value(0)));
-}
-
-void floorOf(const Arguments& arguments, Answer& answer) {
-    answer.number(std::floor(arguments.number(0)));
-}
-
-void truncated(const Arguments& arguments, Answer& answer) {
-    answer.number(std::trunc(arguments.number(0)));
-}
-
-void sign(const Arguments& arguments, Answer& answer) {
-    const double value = arguments.number(0);
-    answer.whole((value > 0) - (value < 0));
 }
 
 void rounded(const Arguments& arguments, Answer& answer) {
@@ -76,26 +59,6 @@ void rounded(const Arguments& arguments, Answer& answer) {
 void divided(const Arguments& arguments, Answer& answer) {
     if (arguments.number(1) == 0) raise(ErrorNumber::DivisionByZero);
     answer.number(arguments.number(0) / arguments.number(1));
-}
-
-int wholeDivisor(const Arguments& arguments) {
-    const int divisor = arguments.whole(1);
-    if (divisor == 0) raise(ErrorNumber::DivisionByZero);
-    return divisor;
-}
-
-void wholeDivided(const Arguments& arguments, Answer& answer) {
-    answer.whole(static_cast<std::int64_t>(arguments.whole(0)) / wholeDivisor(arguments));
-}
-
-void modulo(const Arguments& arguments, Answer& answer) {
-    answer.whole(static_cast<std::int64_t>(arguments.whole(0)) % wholeDivisor(arguments));
-}
-
-void power(const Arguments& arguments, Answer& answer) {
-    const double result = std::pow(arguments.number(0), arguments.number(1));
-    if (std::isnan(result)) raise(ErrorNumber::InvalidCall);
-    answer.number(result);
 }
 
 // "+" where only the values tell: two texts join, a text beside a number is read as one.
@@ -110,14 +73,10 @@ void added(const Arguments& arguments, Answer& answer) {
 
 void registerNumberFunctions(sqlite3* connection) {
     constexpr Registered kFunctions[] = {
-        {"vd_number", 1, run<number>},     {"vd_val", 1, run<leadingNumber, false>},
-        {"vd_currency", 1, run<currency>}, {"vd_integer", 1, run<integer>},
-        {"vd_long", 1, run<longInteger>},  {"vd_int", 1, run<floorOf>},
-        {"vd_fix", 1, run<truncated>},     {"vd_sgn", 1, run<sign>},
-        {"vd_round", 1, run<rounded>},     {"vd_round", 2, run<rounded>},
-        {"vd_divide", 2, run<divided>},    {"vd_wholedivide", 2, run<wholeDivided>},
-        {"vd_modulo", 2, run<modulo>},     {"vd_power", 2, run<power>},
-        {"vd_add", 2, run<added>},
+        {"vd_number", 1, run<number>},   {"vd_val", 1, run<leadingNumber, false>},
+        {"vd_integer", 1, run<integer>}, {"vd_long", 1, run<longInteger>},
+        {"vd_round", 1, run<rounded>},   {"vd_round", 2, run<rounded>},
+        {"vd_divide", 2, run<divided>},  {"vd_add", 2, run<added>},
     };
     registerAll(connection, kFunctions, std::size(kFunctions));
 }

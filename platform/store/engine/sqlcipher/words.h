@@ -6,7 +6,6 @@
 namespace veldona::store {
 
 // The saved queries stand in the files in these words, and a file whose queries read otherwise is refused.
-inline constexpr EngineWords kSqlcipherWords{" COLLATE TURKISH", "?", "SELECT last_insert_rowid()",
-                                             " GROUP BY NULL", "ifnull"};
+inline constexpr EngineWords kSqlcipherWords{" COLLATE TURKISH", "?", "SELECT last_insert_rowid()", "ifnull"};
 
 } // namespace veldona::store
