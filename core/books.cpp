@@ -1,10 +1,18 @@
 #include "core/books.h"
 
 #include "core/session.h"
-#include "platform/store/engine/openfile.h"
+#include "platform/store/engine/openplace.h"
 #include "schema/tables.h"
 
 namespace veldona {
+
+std::unique_ptr<store::Engine> openBooks(const store::Place& place, std::chrono::milliseconds wait) {
+    return store::open(place, kDeliveredPassword, wait, schema::delivered());
+}
+
+std::unique_ptr<store::Engine> openBooksToRead(const store::Place& place, std::chrono::milliseconds wait) {
+    return store::openToRead(place, kDeliveredPassword, wait, schema::delivered());
+}
 
 std::unique_ptr<store::Engine> openBooks(const std::string& nativePath, std::chrono::milliseconds wait) {
     return store::openFile(nativePath, kDeliveredPassword, wait, schema::delivered());

@@ -1,5 +1,6 @@
-// The shop's books as a file of this machine, for whoever is no screen: a tool, a backup. A file that holds
-// anything that was not delivered is refused before anything is changed (StoreError, Damaged).
+// The shop's books, in a file of this machine or on a server, for whoever is no screen: a tool, a backup.
+// Books that hold anything that was not delivered are refused before anything is changed (StoreError,
+// Damaged).
 #pragma once
 
 #include <chrono>
@@ -7,9 +8,16 @@
 #include <string>
 
 #include "platform/store/engine/engine.h"
+#include "platform/store/engine/place.h"
 
 namespace veldona {
 
+[[nodiscard]] std::unique_ptr<store::Engine> openBooks(const store::Place& place,
+                                                       std::chrono::milliseconds wait);
+[[nodiscard]] std::unique_ptr<store::Engine> openBooksToRead(const store::Place& place,
+                                                             std::chrono::milliseconds wait);
+
+// Of a file alone.
 [[nodiscard]] std::unique_ptr<store::Engine> openBooks(const std::string& nativePath,
                                                        std::chrono::milliseconds wait);
 // Leaves the file as it is, also beside a program at work on it.

@@ -23,7 +23,7 @@ namespace {
 enum Exit { AllHeld = 0, FellShort = 1, CouldNotRead = 2 };
 
 constexpr Tool kTool = {"vorel-operator",
-                        "usage: vorel-operator [--kok DIR] [--pencere] [FILE ...]\n"
+                        "usage: vorel-operator [--kok DIR] [--pencere] [--sunucu \"CONNECTION TEXT\"] [FILE ...]\n"
                         "FILE: lines for the operator; none, or \"-\": standard input\n"
                         "--yardim, --help: this page; --surum, --version: the version\n",
                         CouldNotRead};
@@ -31,6 +31,7 @@ constexpr Tool kTool = {"vorel-operator",
 struct Options {
     std::optional<std::string> drive;
     bool withWindows = false;
+    std::optional<store::ServerAddress> server;
     std::vector<std::string> files;
 };
 
@@ -42,6 +43,8 @@ std::optional<Options> readOptions(const std::vector<std::string>& arguments) {
             options.withWindows = true;
         } else if (argument == "--kok" && i + 1 < arguments.size()) {
             options.drive = arguments[++i];
+        } else if (argument == "--sunucu" && i + 1 < arguments.size()) {
+            options.server.emplace(arguments[++i], argument);
         } else if (argument.starts_with("--")) {
             return std::nullopt;
         } else {
@@ -52,8 +55,8 @@ std::optional<Options> readOptions(const std::vector<std::string>& arguments) {
     return options;
 }
 
-void runFile(const std::string& file, const std::optional<std::string>& drive, const OpenWindows& windows,
-             const WritePdf& writePdf, Tally& tally) {
+void runFile(const std::string& file, const std::optional<std::string>& drive, Setting setting,
+             Tally& tally) {
     const bool fromStandardInput = file == "-";
     std::ifstream opened;
     if (!fromStandardInput) opened.open(file);
@@ -64,21 +67,28 @@ void runFile(const std::string& file, const std::optional<std::string>& drive, c
     }
     const DriveFolder folder(drive);
     Script script(fromStandardInput ? "standard input" : file, fromStandardInput ? std::cin : opened);
-    Runner(script, {folder.path(), registerScreens, windows, writePdf}, tally).run();
+    setting.folder = folder.path();
+    Runner(script, std::move(setting), tally).run();
 }
 
-Tally runAll(const Options& options, const OpenWindows& windows, const WritePdf& writePdf) {
+Tally runAll(const Options& options, const Setting& setting) {
     Tally tally;
     for (std::size_t i = 0; i < options.files.size() && !tally.unreadable; ++i) {
         std::optional<std::string> drive = options.drive;
         if (drive && options.files.size() > 1) *drive += "/" + std::to_string(i + 1);
-        runFile(options.files[i], drive, windows, writePdf, tally);
+        runFile(options.files[i], drive, setting, tally);
     }
     return tally;
 }
 
 int run(int count, char** arguments, std::span<const char* const> given) {
-    const auto options = readOptions({given.begin(), given.end()});
+    std::optional<Options> options;
+    try {
+        options = readOptions({given.begin(), given.end()});
+    } catch (const store::StoreError& error) {
+        std::cerr << error.description() << '\n';
+        return CouldNotRead;
+    }
     if (!options) {
         std::cerr << kTool.usage;
         return CouldNotRead;
@@ -90,10 +100,10 @@ int run(int count, char** arguments, std::span<const char* const> given) {
         windows = [&](Clock& clock, const std::string& folder) { return system->open(clock, folder); };
     }
     PdfWriter pdf(count, arguments);
-    const Tally tally =
-        runAll(*options, windows, [&pdf](const report::Document& document, const std::string& file) {
-            pdf.write(document, file);
-        });
+    const auto writePdf = [&pdf](const report::Document& document, const std::string& file) {
+        pdf.write(document, file);
+    };
+    const Tally tally = runAll(*options, {{}, registerScreens, windows, writePdf, options->server});
     std::cout << tally.passed << " passed, " << tally.failed << " failed" << std::endl;
     if (tally.unreadable) return CouldNotRead;
     return tally.failed > 0 ? FellShort : AllHeld;

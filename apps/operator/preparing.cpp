@@ -7,7 +7,6 @@
 #include "platform/controls/names.h"
 #include "platform/runtime/conversion.h"
 #include "platform/store/dialect/storeerror.h"
-#include "platform/store/engine/createdatabase.h"
 #include "schema/tables.h"
 
 namespace veldona::console {
@@ -16,8 +15,7 @@ namespace {
 
 void createDatabase(Stage& stage, const Line&) {
     try {
-        store::createDatabase(stage.process().paths().toNative(kDatabasePath), kDeliveredPassword,
-                              schema::tables(), schema::savedQueries());
+        stage.makeBooks();
         for (const char* row : schema::firstRows())
             stage.process().connection().execute(row);
         sablonlariKur(stage.process().paths());

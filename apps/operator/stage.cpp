@@ -2,6 +2,9 @@
 
 #include <utility>
 
+#include "platform/store/engine/createdatabase.h"
+#include "schema/tables.h"
+
 namespace veldona::console {
 
 Answer AskedDialogs::show(const Message& message) {
@@ -37,6 +40,7 @@ std::string messageText(const RecordingDialogs::Said& said) {
 Stage::Stage(Setting setting, FormHost& host)
     : setting_(std::move(setting)), host_(&host), desk_(reports, setting_.writePdf) {
     if (setting_.windows) windows_ = setting_.windows(clock, setting_.folder);
+    if (setting_.server) server_.emplace(*setting_.server);
     renewProcess();
 }
 
@@ -44,6 +48,15 @@ void Stage::renewProcess() {
     if (process_) dropProcess(); // the old run lets go of the files first
     process_ = std::make_unique<Process>(setting_.folder, setting_.screens, clock, dialogs, *host_);
     process_->session().reportDesk = &desk_;
+    if (server_) process_->session().givenServer = server_->place();
+}
+
+void Stage::makeBooks() {
+    if (!server_)
+        return store::createDatabase(process_->paths().toNative(kDatabasePath), kDeliveredPassword,
+                                     schema::tables(), schema::savedQueries());
+    server_->make();
+    process_->session().givenServer = server_->place();
 }
 
 void Stage::dropProcess() {

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -13,6 +14,7 @@
 #include "apps/operator/process.h"
 #include "apps/operator/reportsink.h"
 #include "apps/operator/script.h"
+#include "apps/operator/serverbooks.h"
 #include "apps/operator/windows.h"
 #include "platform/desktop/clock.h"
 #include "platform/desktop/dialogs.h"
@@ -46,6 +48,7 @@ struct Setting {
     RegisterScreens screens;
     OpenWindows windows = nullptr; // none are attached
     WritePdf writePdf = nullptr;   // nobody can
+    std::optional<store::ServerAddress> server = std::nullopt; // the books lie there and not in the folder
 };
 
 class Stage {
@@ -55,6 +58,8 @@ public:
     [[nodiscard]] Process& process() { return *process_; }
     // In place of a run that has ended: the next one, not started yet.
     void renewProcess();
+    // The books as delivered, without a row. Raises StoreError.
+    void makeBooks();
     // Whatever screens still stand are gone for the host.
     void dropProcess();
 
@@ -78,6 +83,7 @@ private:
     Setting setting_;
     FormHost* host_;
     ConsoleDesk desk_;
+    std::optional<ServerBooks> server_; // gone behind the process that has them open
     std::unique_ptr<Windows> windows_;
     std::unique_ptr<Process> process_;
 };

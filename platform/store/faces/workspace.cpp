@@ -4,9 +4,10 @@
 
 #include <map>
 #include <utility>
+#include <variant>
 
 #include "platform/store/dialect/storeerror.h"
-#include "platform/store/engine/openfile.h"
+#include "platform/store/engine/openplace.h"
 #include "platform/store/faces/database.h"
 
 namespace veldona::store {
@@ -14,12 +15,15 @@ namespace {
 
 constexpr std::chrono::milliseconds kSeenFor{50};
 
-// The file itself, whatever path leads to it.
+// The books themselves, whatever path leads to them: a file of this machine, or a schema of a server.
 using FileIdentity = std::pair<dev_t, ino_t>;
+using Identity = std::variant<FileIdentity, std::string>;
 
-std::optional<FileIdentity> identify(const std::string& path) {
+std::optional<Identity> identify(const Place& place) {
+    if (const auto* server = std::get_if<ServerPlace>(&place))
+        return server->address.text() + '/' + server->schema;
     struct stat status {};
-    if (stat(path.c_str(), &status) != 0) return std::nullopt;
+    if (stat(std::get<FilePlace>(place).path.c_str(), &status) != 0) return std::nullopt;
     return FileIdentity{status.st_dev, status.st_ino};
 }
 
@@ -27,7 +31,7 @@ std::optional<FileIdentity> identify(const std::string& path) {
 
 struct Workspace::State {
     WorkspaceConfig config;
-    std::map<FileIdentity, std::weak_ptr<Database>> open;
+    std::map<Identity, std::weak_ptr<Database>> open;
     // Resolving a path walks through its folders. One under which a file stands open is taken as it was
     // found, as long as that file still lies there; a key of the operator's, which opens the books several
     // times, looks for that once.
@@ -40,9 +44,12 @@ struct Workspace::State {
     std::shared_ptr<WriteFaults> faults = std::make_shared<WriteFaults>();
     std::shared_ptr<LockWait> lockWait;
 
-    [[nodiscard]] std::shared_ptr<Database> findOpen(const std::optional<FileIdentity>& file) const {
-        if (!file) return nullptr;
-        const auto found = open.find(*file);
+    [[nodiscard]] Place placeOf(const std::string& native) const {
+        return config.place ? config.place(native) : FilePlace{native};
+    }
+    [[nodiscard]] std::shared_ptr<Database> findOpen(const std::optional<Identity>& books) const {
+        if (!books) return nullptr;
+        const auto found = open.find(*books);
         return found == open.end() ? nullptr : found->second.lock();
     }
     [[nodiscard]] std::shared_ptr<Database> findOpen(std::string_view path) {
@@ -51,16 +58,16 @@ struct Workspace::State {
         Resolved& file = known->second;
         const auto now = std::chrono::steady_clock::now();
         if (now - file.seen > kSeenFor) {
-            file.database = findOpen(identify(file.native));
+            file.database = findOpen(identify(placeOf(file.native)));
             file.seen = now;
         }
         return file.database.lock();
     }
-    [[nodiscard]] std::shared_ptr<Database> openAnew(const std::string& native, std::string_view password,
+    [[nodiscard]] std::shared_ptr<Database> openAnew(const Place& place, std::string_view password,
                                                      std::chrono::seconds timeout) {
-        auto engine = openFileToWork(native, password, {timeout, config.clock, lockWait}, config.delivered);
+        auto engine = openToWork(place, password, {timeout, config.clock, lockWait}, config.delivered);
         auto database = std::make_shared<Database>(std::move(engine), std::string(password), faults);
-        if (const auto file = identify(native)) open[*file] = database;
+        if (const auto books = identify(place)) open[*books] = database;
         return database;
     }
 };
@@ -77,8 +84,9 @@ std::shared_ptr<Database> Workspace::open(std::string_view path, std::string_vie
     auto database = state_->findOpen(path);
     if (database == nullptr) {
         const std::string native = state_->config.toNativePath(path);
-        database = state_->findOpen(identify(native));
-        if (database == nullptr) return state_->openAnew(native, password, timeout);
+        const Place place = state_->placeOf(native);
+        database = state_->findOpen(identify(place));
+        if (database == nullptr) return state_->openAnew(place, password, timeout);
         state_->resolved.insert_or_assign(
             std::string(path), State::Resolved{native, database, std::chrono::steady_clock::now()});
     }

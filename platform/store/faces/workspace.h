@@ -17,6 +17,7 @@
 #include "platform/store/dialect/definition.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/lockwait.h"
+#include "platform/store/engine/place.h"
 
 namespace veldona::store {
 
@@ -25,6 +26,8 @@ class Database; // one open file: engine connection, catalog, prepared statement
 struct WorkspaceConfig {
     // A path as the program writes it ("C:\VELDONA\…") to one of this machine.
     std::function<std::string(std::string_view)> toNativePath;
+    // The books that a path of this machine stands for; a file, where it is empty.
+    std::function<Place(const std::string& nativePath)> place = {};
     // The program's path that a registered data source stands for; nothing where there is no such source.
     std::function<std::optional<std::string>(std::string_view name)> dataSource;
     // What Now, Date and Time of a statement answer; the machine's clock where it is empty.

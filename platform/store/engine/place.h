@@ -1,0 +1,28 @@
+// Where books live: an encrypted file of this machine, or a schema of a server that several tills open.
+#pragma once
+
+#include <string>
+#include <variant>
+
+#include "platform/store/engine/postgres/serveraddress.h"
+
+namespace veldona::store {
+
+struct FilePlace {
+    std::string path; // of this machine
+};
+
+inline constexpr const char* kBooksSchema = "vorel";
+
+struct ServerPlace {
+    ServerAddress address;
+    std::string schema = kBooksSchema;
+};
+
+using Place = std::variant<FilePlace, ServerPlace>;
+
+// The books that a path stands for: on the server that the file beside it names, where one stands there.
+// Raises StoreError where that file can't be understood.
+[[nodiscard]] Place placeOf(const std::string& booksPath);
+
+} // namespace veldona::store
