@@ -37,7 +37,12 @@ BareEngine::BareEngine(store::Engine& engine, DateTime now)
                                  "(?1, ?2, '1', 1, 1200000000, ?3)")),
       insertInstallment_(
           engine.prepare("INSERT INTO URUNSAT (MUSTNO, ISLEMNO, ODTRH, ODMIKTAR, PESINAT) VALUES "
-                         "(?1, ?2, ?3, 100000000, 0)")) {}
+                         "(?1, ?2, ?3, 100000000, 0)")),
+      updateStock_(engine.prepare("UPDATE URUNTANITIM SET TOPLAM_SATILAN = TOPLAM_SATILAN + 1, "
+                                  "KALAN = KALAN - 1 WHERE URKOD = '1'")) {
+    for (int month = 0; month < 12; ++month)
+        dueDays_.push_back(store::storedDate(addMonths(now, month)));
+}
 
 // Every cell is taken out as text: a screen shows nothing else.
 void BareEngine::fetch(const Statement& statement, const std::vector<Value>& values) {
@@ -106,8 +111,9 @@ void BareEngine::save(const std::string& account) {
     engine_.begin();
     for (const auto* statement : {&insertHeader_, &insertLine_})
         fetch(*statement, {account, lastSale_, now_});
-    for (int month = 0; month < 12; ++month)
-        fetch(insertInstallment_, {account, lastSale_, now_});
+    fetch(updateStock_, {});
+    for (const std::string& day : dueDays_)
+        fetch(insertInstallment_, {account, lastSale_, day});
     engine_.commit();
 }
 

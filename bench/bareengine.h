@@ -33,7 +33,8 @@ public:
     // The sale's payments, and the first one written as it stands, on the disk when this returns; then what
     // the main screen shows anew as it comes to the front: the customer's sales and what is overdue.
     void correctPayment(const SaleKey& key);
-    // A header, a line and twelve schedule rows in one transaction, on the disk when this returns.
+    // A header, a line, the stock and a schedule row a month for a year in one transaction, on the disk when
+    // this returns.
     void save(const std::string& account);
 
     // Sales spread evenly over the years; with `owing`, of those on which more than 100,00 is still to be
@@ -49,6 +50,7 @@ private:
 
     store::Engine& engine_;
     std::string now_, firstOfMonth_, endOfToday_; // as stored
+    std::vector<std::string> dueDays_;            // of a sale of twelve, as stored
     std::vector<std::string> row_;                // the cells of the row read last
     std::vector<std::string> firstCells_;         // of the rows of the last fetch
     std::vector<std::string> secondCells_;
@@ -56,7 +58,7 @@ private:
     std::int64_t lastSale_ = 0; // below it a number is free: the program numbers upward from the highest
     Statement customer_, warning_, customerSales_, fallenDue_, paid_, name_, lines_, product_, schedule_,
         received_, header_, downPayment_, insert_, update_, updatePayment_, insertHeader_, insertLine_,
-        insertInstallment_;
+        insertInstallment_, updateStock_;
 };
 
 } // namespace veldona::bench

@@ -20,6 +20,10 @@ if(VELDONA_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link,float-cast-overflow -fno-sanitize-recover=float-cast-overflow)
 else()
   target_compile_options(veldona_warnings INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)
+  # At -O2 GCC 12 takes joined strings of the standard library for reads behind their end. The everyday build
+  # holds the warnings; a shop's build doesn't fail for them.
+  target_compile_options(veldona_warnings INTERFACE
+      $<$<CONFIG:RelWithDebInfo>:-Wno-error=array-bounds;-Wno-error=restrict;-Wno-error=stringop-overflow>)
 endif()
 
 option(VELDONA_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
