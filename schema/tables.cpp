@@ -65,7 +65,7 @@ TableDef saleHeaders() {
                                            {"TESLIM_EDILDI", Small},
                                            {"BANKA_ID", Whole}} +
                     audit),
-            {{"MUSTNO"}},
+            {{"MUSTNO"}, {"INDIRIM_YTL", "ISLEMNO"}}, // few sales have a discount
             {"ISLEMNO"}};
 }
 

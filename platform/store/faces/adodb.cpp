@@ -51,6 +51,10 @@ std::int64_t Connection::execute(std::string_view sql) {
     return asStatement([&] { return database().execute(sql); });
 }
 
+void Connection::walk(std::string_view sql, const std::function<void(const store::Statement&)>& row) {
+    asStatement([&] { database().walk(database().query(sql), row); });
+}
+
 void Connection::beginTrans() {
     asStatement([&] { database().begin(); });
 }

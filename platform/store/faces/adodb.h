@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -14,6 +15,7 @@
 #include "platform/store/faces/workspace.h"
 
 namespace veldona::store {
+class Statement;
 struct ReadBounds;
 struct ResultColumn;
 } // namespace veldona::store
@@ -47,6 +49,9 @@ public:
     // Runs one statement; what a SELECT answers is dropped (open a Recordset for it). The rows written are
     // returned.
     std::int64_t execute(std::string_view sql);
+    // Hands on each row that a SELECT answers as it comes, with its values as stored, and keeps none. Nothing
+    // else may be asked of the connection meanwhile.
+    void walk(std::string_view sql, const std::function<void(const store::Statement&)>& row);
     // One level; beginning twice is an error, and so is ending what was not begun.
     void beginTrans();
     void commitTrans();

@@ -85,6 +85,13 @@ void Database::read(const Query& query, RowSet& rows) {
     rowsRead_ += static_cast<std::uint64_t>(rows.rowCount());
 }
 
+void Database::walk(const Query& query, const std::function<void(const Statement&)>& row) {
+    requireTransactionIntact();
+    const Run run(query);
+    for (Statement& rows = *query.prepared->statement; rows.step(); ++rowsRead_)
+        row(rows);
+}
+
 std::int64_t Database::write(const Query& query) {
     requireTransactionIntact();
     const std::string& table = query.plan().table;

@@ -66,6 +66,8 @@ public:
     [[nodiscard]] Query query(const std::string& key, std::size_t parameters,
                               const std::function<sql::Statement()>& make);
     void read(const Query& query, RowSet& rows);
+    // Row by row, keeping nothing; `row` must not ask anything of the file.
+    void walk(const Query& query, const std::function<void(const Statement&)>& row);
     std::int64_t write(const Query& query); // the rows changed
     // Whichever of the two it is; rows of a SELECT are dropped, and count as none.
     std::int64_t execute(std::string_view sql);
