@@ -8,6 +8,8 @@
 #include "core/session.h"
 #include "platform/store/engine/draft.h"
 #include "platform/store/engine/openfile.h"
+#include "platform/store/engine/tablerows.h"
+#include "schema/tables.h"
 
 namespace veldona::backup {
 namespace {
@@ -15,11 +17,17 @@ namespace {
 constexpr std::chrono::seconds kWait(15); // for another workstation's lock
 
 Picture copyAsItStands(const std::string& books, const std::string& file) {
-    const auto original = openBooksToRead(books, kWait);
+    const store::Place place = store::placeOf(books);
+    const auto original = openBooksToRead(place, kWait);
     original->beginReading();
     Picture picture = pictureOf(*original);
     const auto copy = store::createFile(file, kDeliveredPassword);
-    original->copyInto(*copy);
+    if (std::holds_alternative<store::FilePlace>(place)) {
+        original->copyInto(*copy);
+    } else {
+        copy->define(schema::tables(), schema::savedQueries());
+        store::copyRows(*original, *copy);
+    }
     return picture;
 }
 

@@ -7,9 +7,9 @@
 
 namespace veldona::backup {
 
-// Copies `books`, which may be in use, to `draft`, which its owner takes away, encrypted alike; then proves
-// the copy by itself and holds its picture against the one of the books at the moment of the copy. Raises
-// Refusal or StoreError.
+// Copies the books that `books` stands for, in their file or on their server and perhaps in use, to `draft`,
+// an encrypted file which its owner takes away; then proves the copy by itself and holds its picture against
+// the one of the books at the moment of the copy. Raises Refusal or StoreError.
 Picture copyToDraft(const std::string& books, const std::string& draft);
 
 // The same to `file`, which must not be there. What fails leaves no file.

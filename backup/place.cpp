@@ -12,6 +12,7 @@
 #include "backup/proof.h"
 #include "backup/refusal.h"
 #include "platform/store/engine/filelock.h"
+#include "platform/store/engine/place.h"
 
 namespace veldona::backup {
 namespace {
@@ -107,6 +108,10 @@ private:
 bool stands(const std::string& path) {
     std::error_code unreachable;
     return fs::exists(fs::symlink_status(path, unreachable));
+}
+
+bool areOnServer(const std::string& books) {
+    return stands(store::ServerAddress::fileBeside(books));
 }
 
 FolderLock::FolderLock(const std::string& folder, const std::string& busy)

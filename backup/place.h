@@ -11,6 +11,9 @@ namespace veldona::backup {
 // What stands at `path`, a dead link included.
 [[nodiscard]] bool stands(const std::string& path);
 
+// Whether they do not lie in the file of that name but on a server.
+[[nodiscard]] bool areOnServer(const std::string& books);
+
 // Held by who makes files of fixed names in a folder, of which two at once would take each other's away.
 class FolderLock {
 public:

@@ -105,13 +105,13 @@ Loss lossOfRestoring(const std::string& backup, const std::string& books) {
     const Picture kept = inspect(backup);
     Loss loss;
     loss.text = "Yedekteki son ödeme: " + shownDate(kept.newestPayment) + "\n";
-    loss.booksStand = stands(books);
+    loss.booksStand = stands(books) || areOnServer(books);
     if (!loss.booksStand) {
         loss.text += "Yerinde defter yok, bir şey kaybolmaz.\n";
         return loss;
     }
     try {
-        const auto present = openBooksToRead(books, std::chrono::seconds(15));
+        const auto present = openBooksToRead(store::placeOf(books), std::chrono::seconds(15));
         const Picture now = pictureOf(*present);
         loss.text += "Defterdeki son ödeme: " + shownDate(now.newestPayment) + "\n" +
                      newRows(*present, kept) + differences(kept, now) +
@@ -126,7 +126,7 @@ Loss lossOfRestoring(const std::string& backup, const std::string& books) {
 
 bool areDamaged(const std::string& books) {
     using Kind = store::StoreError::Kind;
-    if (!stands(books)) return false;
+    if (!stands(books) || areOnServer(books)) return false;
     try {
         static_cast<void>(openBooksToRead(books, std::chrono::seconds(15)));
         return false;

@@ -28,7 +28,7 @@ std::string usualFolder(const Paths& paths) {
 }
 
 Taken takeBackup(const std::string& books, const std::string& folder, DateTime now) {
-    if (!stands(books)) throw Refusal(books + " yok; yedeklenecek defter bulunamadı.");
+    if (!stands(books) && !areOnServer(books)) throw Refusal(books + " yok; yedeklenecek defter bulunamadı.");
     makeFolder(folder);
     const FolderLock lock(folder, folder + " klasöründe başka bir yedekleme sürüyor.");
     clearUnfinished(folder);

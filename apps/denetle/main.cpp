@@ -26,7 +26,7 @@ std::string booksOf(const Options& options) {
 }
 
 int check(const Options& options) {
-    const auto books = openBooksToRead(booksOf(options), std::chrono::seconds(15));
+    const auto books = openBooksToRead(store::placeOf(booksOf(options)), std::chrono::seconds(15));
     const Findings findings = checkBooks(*books);
     std::cout << (options.csv ? asCsv(findings) : asText(findings)) << std::flush;
     if (!std::cout) throw Refusal("Bulgular yazılamadı.");

@@ -92,10 +92,9 @@ void lookAtTarget(const std::string& target, Existing existing) {
 } // namespace
 
 void runStatements(const std::string& file, const std::vector<std::string>& statements) {
-    store::Workspace workspace({[&](std::string_view) { return file; },
-                                [](std::string_view) { return std::optional<std::string>(); },
-                                {},
-                                schema::delivered()});
+    store::Workspace workspace({.toNativePath = [&](std::string_view) { return file; },
+                                .dataSource = [](std::string_view) { return std::optional<std::string>(); },
+                                .delivered = schema::delivered()});
     dao::DBEngine engine(workspace);
     dao::Database database =
         engine.openDatabase("vorel.mdb", "MS Access;PWD=" + std::string(kDeliveredPassword));

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "apps/hazirla/delivered.h"
+#include "backup/place.h"
 #include "core/session.h"
 
 namespace veldona::hazirla {
@@ -11,7 +12,7 @@ namespace veldona::hazirla {
 bool findOrMakeBooks(const Paths& paths, Dialogs& dialogs) {
     const std::string file = paths.toNative(kDatabasePath);
     std::error_code unreachable; // told of when the file is opened or made
-    if (std::filesystem::exists(file, unreachable)) return true;
+    if (std::filesystem::exists(file, unreachable) || backup::areOnServer(file)) return true;
     // Who has books elsewhere must not begin new ones by mistake, so the other ways are named.
     if (!dialogs.confirm("Bu bilgisayarda henüz bir defter yok:\n" + file +
                          "\n\nYeni, boş bir defter kurulsun mu?\n\n"

@@ -31,7 +31,7 @@ struct WorkspaceConfig {
     // The program's path that a registered data source stands for; nothing where there is no such source.
     std::function<std::optional<std::string>(std::string_view name)> dataSource;
     // What Now, Date and Time of a statement answer; the machine's clock where it is empty.
-    std::function<DateTime()> clock;
+    std::function<DateTime()> clock = {};
     // What a file may hold: one that holds anything else is refused untouched, and each connection gets the
     // scratch tables. Without tables: any file opens as it is.
     Delivered delivered = {};
