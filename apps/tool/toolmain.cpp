@@ -8,6 +8,7 @@
 #include "platform/desktop/ownfiles.h"
 
 namespace veldona {
+namespace {
 
 bool tellsAboutItself(const Tool& tool, std::span<const char* const> arguments) {
     for (const std::string_view word : arguments) {
@@ -21,6 +22,8 @@ bool tellsAboutItself(const Tool& tool, std::span<const char* const> arguments) 
     }
     return false;
 }
+
+} // namespace
 
 int toolMain(const Tool& tool, int count, const char* const* arguments,
              const std::function<int(std::span<const char* const>)>& run) {

@@ -12,12 +12,9 @@ struct Tool {
     int failure = 1;   // the exit code where an exception left it
 };
 
-// True where a word asks for the page or the version: --yardim, --help, -h, --surum, --version. It has been
-// told on the standard output, and the command is over.
-[[nodiscard]] bool tellsAboutItself(const Tool& tool, std::span<const char* const> arguments);
-
 // The exit code of `run`, which gets the arguments behind the program's name. The sentence of an exception
-// that left it goes to the standard error. What the tool writes is its owner's alone.
+// that left it goes to the standard error. What the tool writes is its owner's alone. Where a word asks for
+// the page or the version (--yardim, --help, -h, --surum, --version), that is told instead.
 int toolMain(const Tool& tool, int count, const char* const* arguments,
              const std::function<int(std::span<const char* const>)>& run);
 

@@ -18,7 +18,6 @@
 #include "apps/veldona/menus.h"
 #include "core/reporting.h"
 #include "core/session.h"
-#include "platform/desktop/ownfiles.h"
 #include "ui/dialogs.h"
 #include "ui/host.h"
 #include "ui/housestyle.h"
@@ -129,30 +128,32 @@ int run(const std::string& root) {
     }
 }
 
-} // namespace
-
-} // namespace veldona
-
-int main(int count, char** arguments) {
-    veldona::keepToOwner();
-    // Before there is a display, which neither answer needs.
-    if (veldona::tellsAboutItself(veldona::kTool,
-                                  std::span(arguments, static_cast<std::size_t>(count)).subspan(1)))
-        return 0;
+int runInWindows(int count, char** arguments) {
     QApplication application(count, arguments);
     QApplication::setApplicationName("veldona");
     QApplication::setDesktopFileName("arpa.home.veldona.taksit");
-    QApplication::setWindowIcon(veldona::windowIcon());
+    QApplication::setWindowIcon(windowIcon());
     QApplication::setQuitOnLastWindowClosed(false);
-    veldona::TurkishTexts texts;
+    TurkishTexts texts;
     QCoreApplication::installTranslator(&texts);
     QLocale::setDefault(QLocale(QLocale::Turkish, QLocale::Turkey));
-    const auto fitScreen = [&application] { veldona::followScreen(application); };
+    const auto fitScreen = [&application] { followScreen(application); };
     fitScreen();
     QObject::connect(&application, &QApplication::primaryScreenChanged, &application, fitScreen);
     for (const QScreen* each : QApplication::screens()) {
         QObject::connect(each, &QScreen::geometryChanged, &application, fitScreen);
         QObject::connect(each, &QScreen::logicalDotsPerInchChanged, &application, fitScreen);
     }
-    return veldona::run(veldona::readRoot(application));
+    return run(readRoot(application));
+}
+
+} // namespace
+
+} // namespace veldona
+
+// What it tells about itself is told before there is a display, which neither answer needs.
+int main(int count, char** arguments) {
+    return veldona::toolMain(veldona::kTool, count, arguments, [&](std::span<const char* const>) {
+        return veldona::runInWindows(count, arguments);
+    });
 }
