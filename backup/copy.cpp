@@ -1,11 +1,13 @@
 #include "backup/copy.h"
 
 #include <chrono>
+#include <filesystem>
 
 #include "backup/place.h"
 #include "backup/proof.h"
 #include "core/books.h"
 #include "core/session.h"
+#include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/draft.h"
 #include "platform/store/engine/openfile.h"
 #include "platform/store/engine/tablerows.h"
@@ -14,36 +16,63 @@
 namespace veldona::backup {
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr std::chrono::seconds kWait(15); // for another workstation's lock
 
-Picture copyAsItStands(const std::string& books, const std::string& file) {
+constexpr std::uintmax_t kMegabyte = 1024 * 1024;
+
+std::string megabytes(std::uintmax_t bytes) {
+    return std::to_string((bytes + kMegabyte - 1) / kMegabyte) + " MB";
+}
+
+// The engine's own words are about a record, and name no disk.
+Refusal noRoom(const std::string& file, const std::string& books) {
+    const std::string folder = fs::absolute(file).parent_path().string();
+    std::error_code unknown; // of books on a server
+    const auto needed = fs::file_size(books, unknown);
+    return Refusal("Diskte yer kalmadı: " + folder + "\n" +
+                   (unknown ? "" : "Kopya için " + megabytes(needed) + " yer gerekir. ") +
+                   "Yarım kalan kopya silindi. Yer açın ya da başka bir disk seçin.");
+}
+
+Picture copyAsItStands(const std::string& books, const std::string& file, const Onlooker& onlooker) {
+    look(onlooker, Step::Copying);
     const store::Place place = store::placeOf(books);
     const auto original = openBooksToRead(place, kWait);
     original->beginReading();
     Picture picture = pictureOf(*original);
-    const auto copy = store::createFile(file, kDeliveredPassword);
-    if (std::holds_alternative<store::FilePlace>(place)) {
-        original->copyInto(*copy);
-    } else {
-        copy->define(schema::tables(), schema::savedQueries());
-        store::copyRows(*original, *copy);
+    try {
+        const auto copy = store::createFile(file, kDeliveredPassword);
+        const auto goOn = [&onlooker](std::int64_t done, std::int64_t all) {
+            look(onlooker, Step::Copying, done, all);
+        };
+        if (std::holds_alternative<store::FilePlace>(place)) {
+            original->copyInto(*copy, goOn);
+        } else {
+            copy->define(schema::tables(), schema::savedQueries());
+            store::copyRows(*original, *copy, [&goOn] { goOn(0, 0); });
+        }
+    } catch (const store::StoreError& failure) {
+        if (failure.kind() != store::StoreError::Kind::DiskFull) throw;
+        throw noRoom(file, books);
     }
     return picture;
 }
 
 } // namespace
 
-Picture copyToDraft(const std::string& books, const std::string& draft) {
-    const Picture picture = copyAsItStands(books, draft);
+Picture copyToDraft(const std::string& books, const std::string& draft, const Onlooker& onlooker) {
+    const Picture picture = copyAsItStands(books, draft, onlooker);
     syncFile(draft);
-    requireProved(draft, picture);
+    requireProved(draft, picture, onlooker);
     return picture;
 }
 
-Picture copyBooks(const std::string& books, const std::string& file) {
+Picture copyBooks(const std::string& books, const std::string& file, const Onlooker& onlooker) {
     const store::Draft draft(file + ".yarim");
-    const Picture picture = copyToDraft(books, draft.path());
-    giveName(draft.path(), file, picture);
+    const Picture picture = copyToDraft(books, draft.path(), onlooker);
+    giveName(draft.path(), file, picture, onlooker);
     return picture;
 }
 

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "backup/onlooker.h"
 #include "backup/picture.h"
 
 namespace veldona::backup {
@@ -10,9 +11,9 @@ namespace veldona::backup {
 // Copies the books that `books` stands for, in their file or on their server and perhaps in use, to `draft`,
 // an encrypted file which its owner takes away; then proves the copy by itself and holds its picture against
 // the one of the books at the moment of the copy. Raises Refusal or StoreError.
-Picture copyToDraft(const std::string& books, const std::string& draft);
+Picture copyToDraft(const std::string& books, const std::string& draft, const Onlooker& onlooker = {});
 
 // The same to `file`, which must not be there. What fails leaves no file.
-Picture copyBooks(const std::string& books, const std::string& file);
+Picture copyBooks(const std::string& books, const std::string& file, const Onlooker& onlooker = {});
 
 } // namespace veldona::backup

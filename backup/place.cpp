@@ -130,17 +130,20 @@ void makeFolder(const std::string& folder) {
     std::error_code failed;
     const bool isNew = fs::create_directories(folder, failed);
     if (!failed && isNew) fs::permissions(folder, fs::perms::owner_all, failed);
+    // A disk that knows no rights, as most plugged-in ones, gives none to be taken away.
+    if (isNew && failed == std::errc::operation_not_permitted) failed.clear();
     if (!failed && !fs::is_directory(folder, failed))
         failed = std::make_error_code(std::errc::not_a_directory);
     if (failed) throw Refusal(folder + " klasörü kullanılamıyor: " + reasonOf(failed));
 }
 
-void giveName(const std::string& draft, const std::string& file, const Picture& proven) {
+void giveName(const std::string& draft, const std::string& file, const Picture& proven,
+              const Onlooker& onlooker) {
     const auto coming = lockAlone(draft); // nobody begins to work on it before it is proven
     renameToFree(draft, file);
     try {
         syncFolder(folderOf(file));
-        requireProved(file, proven);
+        requireProved(file, proven, onlooker);
     } catch (...) {
         ::unlink(file.c_str());
         throw;

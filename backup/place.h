@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "backup/onlooker.h"
 #include "backup/picture.h"
 
 namespace veldona::backup {
@@ -32,7 +33,8 @@ void makeFolder(const std::string& folder);
 
 // Gives `draft`, which holds `proven`, the name `file`, makes that last and proves it once more. What fails
 // leaves no file. Raises Refusal, also where something stands at `file`.
-void giveName(const std::string& draft, const std::string& file, const Picture& proven);
+void giveName(const std::string& draft, const std::string& file, const Picture& proven,
+              const Onlooker& onlooker = {});
 
 // Raises Refusal where somebody has the books open. They need not be there.
 void requireClosed(const std::string& books);

@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <limits>
 
 #include "backup/place.h"
 #include "backup/refusal.h"
@@ -17,28 +18,37 @@ namespace fs = std::filesystem;
 
 constexpr std::chrono::seconds kWait(15); // for another workstation's lock
 
-Picture lookThrough(store::Engine& books, const std::string& file) {
+Picture lookThrough(store::Engine& books, const std::string& file, const Onlooker& onlooker) {
+    const auto goOn = [&onlooker] {
+        look(onlooker, Step::Proving);
+        return true;
+    };
+    constexpr auto kAll = std::numeric_limits<std::int32_t>::max();
+    const store::ReadBounds bounds{kAll, kAll, goOn};
+    books.setBounds(&bounds);
     if (!books.isSound()) throw Refusal(file + " bozuk.");
-    return pictureOf(books);
+    Picture picture = pictureOf(books);
+    books.setBounds(nullptr);
+    return picture;
 }
 
 } // namespace
 
 Picture inspect(const std::string& file) {
-    return lookThrough(*openBooksToRead(file, kWait), file);
+    return lookThrough(*openBooksToRead(file, kWait), file, {});
 }
 
-Picture prove(const std::string& file) {
+Picture prove(const std::string& file, const Onlooker& onlooker) {
     for (const char* journal : kJournals)
         if (stands(file + journal)) throw Refusal(file + " yarım kaldı: " + journal + " günlüğü duruyor.");
     const auto books = openBooksAlone(file);
     if (books->fullSize() != static_cast<std::int64_t>(fs::file_size(file)))
         throw Refusal(file + " yarım kaldı.");
-    return lookThrough(*books, file);
+    return lookThrough(*books, file, onlooker);
 }
 
-void requireProved(const std::string& file, const Picture& expected) {
-    if (prove(file) != expected)
+void requireProved(const std::string& file, const Picture& expected, const Onlooker& onlooker) {
+    if (prove(file, onlooker) != expected)
         throw Refusal("Kopya defterin aynısı çıkmadı ve silindi. Diski denetleyip yeniden deneyin.");
 }
 

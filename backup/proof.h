@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "backup/onlooker.h"
 #include "backup/picture.h"
 
 namespace veldona::backup {
@@ -13,8 +14,8 @@ namespace veldona::backup {
 
 // The same of a file that nobody has open and that must be whole by itself: no journal beside it, as long as
 // its pages. Nothing is made beside it, so it takes no room.
-[[nodiscard]] Picture prove(const std::string& file);
-void requireProved(const std::string& file, const Picture& expected);
+[[nodiscard]] Picture prove(const std::string& file, const Onlooker& onlooker = {});
+void requireProved(const std::string& file, const Picture& expected, const Onlooker& onlooker = {});
 
 // Waits for the disk to have all of `file`, and has it read from the disk from now on, not from memory.
 void syncFile(const std::string& file);

@@ -5,6 +5,7 @@
 
 #include "backup/copy.h"
 #include "backup/keeping.h"
+#include "backup/lastbackup.h"
 #include "backup/place.h"
 #include "backup/refusal.h"
 
@@ -27,7 +28,8 @@ std::string usualFolder(const Paths& paths) {
     return paths.toNative("C:\\VELDONA\\Yedek");
 }
 
-Taken takeBackup(const std::string& books, const std::string& folder, DateTime now) {
+Taken takeBackup(const std::string& books, const std::string& folder, DateTime now,
+                 const Onlooker& onlooker) {
     if (!stands(books) && !areOnServer(books)) throw Refusal(books + " yok; yedeklenecek defter bulunamadı.");
     makeFolder(folder);
     const FolderLock lock(folder, folder + " klasöründe başka bir yedekleme sürüyor.");
@@ -35,7 +37,8 @@ Taken takeBackup(const std::string& books, const std::string& folder, DateTime n
     const std::string name = backupName(now);
     Taken taken;
     taken.file = (fs::path(folder) / name).string();
-    taken.picture = copyBooks(books, taken.file);
+    taken.picture = copyBooks(books, taken.file, onlooker);
+    noteBackup(books, {now, fs::absolute(taken.file).string()});
     const std::vector<std::string> names = listBackups(folder);
     if (names.back() == name)
         dropExpired(folder, names);

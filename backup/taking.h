@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "backup/onlooker.h"
 #include "backup/picture.h"
 #include "platform/desktop/paths.h"
 #include "platform/runtime/datetime.h"
@@ -23,7 +24,9 @@ struct Taken {
 // the backups that need not be kept any longer: of none where one is named later than `now`, since a clock
 // that fell back says nothing about age. The folder is made where it is not there, for its owner alone; while
 // another backup is being made in it, a Refusal. Raises Refusal or StoreError; what fails leaves no file.
-Taken takeBackup(const std::string& books, const std::string& folder, DateTime now);
+// The moment is kept for findLastBackup.
+Taken takeBackup(const std::string& books, const std::string& folder, DateTime now,
+                 const Onlooker& onlooker = {});
 
 // For the operator; "" where all is as it should be.
 [[nodiscard]] std::string warningOf(const Taken& taken);

@@ -34,10 +34,12 @@ std::string contentAlone(const fs::path& file, std::string& faults) {
     return faults.empty() ? contentOf(elsewhere.path() / "tek.mdb", faults) : "";
 }
 
-// Without the layouts that are put in place beside new books.
+// Without the layouts that are put in place beside new books, and the line about the last backup.
 Files booksAndBackups(const fs::path& disk) {
     Files files = filesBelow(disk);
-    std::erase_if(files, [](const auto& file) { return file.first.find("/Rapor/") != file.first.npos; });
+    std::erase_if(files, [](const auto& file) {
+        return file.first.find("/Rapor/") != file.first.npos || file.first.ends_with("son-yedek.txt");
+    });
     return files;
 }
 

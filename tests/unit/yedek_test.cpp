@@ -7,6 +7,7 @@
 #include "apps/yedek/options.h"
 #include "backup/copy.h"
 #include "backup/keeping.h"
+#include "backup/lastbackup.h"
 #include "backup/proof.h"
 #include "backup/refusal.h"
 #include "backup/restore.h"
@@ -190,6 +191,38 @@ TEST_F(Yedek, GeriKalanSaatHicbirYedegiSilmez) {
     EXPECT_EQ(warningOf(newest), "");
     EXPECT_EQ(fs::path(newest.file).filename(), listBackups(folder).back());
     EXPECT_LT(listBackups(folder).size(), 40U) << "nothing was let go of";
+
+    // The disk that it went to is pulled out: the line beside the books knows of it.
+    takeBackup(books(), shop / "disk", kNow.plusDays(2));
+    fs::remove_all(shop / "disk");
+    const auto last = findLastBackup(books(), folder);
+    EXPECT_EQ(ageText(last, kNow.plusDays(2)), "Son yedek bugün 14:30");
+    EXPECT_EQ(ageText(last, kNow.plusDays(2).plusSeconds(-3600)), "Son yedek bugün 14:30");
+    EXPECT_EQ(ageText(last, kNow.plusDays(3).plusSeconds(-50000)), "Son yedek dün");
+    EXPECT_EQ(ageText(last, kNow.plusDays(14)), "Son yedek 12 gün önce");
+    EXPECT_EQ(ageText(last, kNow), "Son yedek 24/11/2026 tarihli: bilgisayarın saatini denetleyin");
+    std::ofstream(fs::path(books()).parent_path() / "son-yedek.txt") << "vorel-2026-13-40_143005.mdb";
+    EXPECT_EQ(ageText(findLastBackup(books(), folder), kNow.plusDays(14)), "Son yedek 13 gün önce");
+    EXPECT_EQ(ageText(findLastBackup(books(), shop / "disk"), kNow), "Henüz yedek alınmadı");
+}
+
+TEST_F(Yedek, VazgecilenYedektenBirSeyKalmaz) {
+    const std::string folder = shop / "Yedek";
+    std::map<Step, int> looks;
+    const auto count = [&](Step step, std::int64_t, std::int64_t) { return ++looks[step] > 0; };
+    takeBackup(books(), folder, kNow, count);
+    for (const auto& [step, times] : looks) {
+        for (int last = 0; last < times; ++last) {
+            int left = last;
+            const auto stop = [&, at = step](Step now, std::int64_t, std::int64_t) {
+                return now != at || --left >= 0;
+            };
+            EXPECT_THROW(takeBackup(books(), folder, kNow.plusDays(1), stop), GivenUp);
+            EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 1);
+        }
+    }
+    EXPECT_EQ(looks.size(), 2U);
+    EXPECT_EQ(ageText(findLastBackup(books(), folder), kNow.plusDays(1)), "Son yedek dün");
 }
 
 TEST(YedekSaklama, OtuzGunOnIkiAyKalir) {

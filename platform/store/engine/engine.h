@@ -104,8 +104,10 @@ public:
     [[nodiscard]] virtual std::optional<StoreError> takeDiskFailure() = 0;
 
     // Makes `target`, a new file of this engine opened with the same password, equal to this one as it stands
-    // at one moment (in a transaction: as that one sees it), without holding anybody up.
-    virtual void copyInto(Engine& target) = 0;
+    // at one moment (in a transaction: as that one sees it), without holding anybody up. In a transaction
+    // `onPages` hears how many of how many pages are there; what it raises ends the copy and is raised here.
+    using OnPages = std::function<void(std::int64_t done, std::int64_t all)>;
+    virtual void copyInto(Engine& target, const OnPages& onPages = {}) = 0;
 
     // Reads everything through: false where the file is broken inside.
     [[nodiscard]] virtual bool isSound() = 0;

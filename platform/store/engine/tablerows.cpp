@@ -6,13 +6,17 @@ namespace veldona::store {
 namespace {
 
 constexpr std::int64_t kPortion = 20'000;
+constexpr std::int64_t kBetweenLooks = 1'000;
 
-void copyTable(const Inquiry& from, const Inquiry& into, const Catalog::Relation& table) {
+void copyTable(const Inquiry& from, const Inquiry& into, const Catalog::Relation& table,
+               const std::function<void()>& onRows) {
     std::vector<std::string> columns;
     for (const ColumnDef& column : table.columns)
         columns.push_back(column.name);
     const auto insertion = into.insertion(table.name, columns);
+    std::int64_t count = 0;
     for (TableRows rows(from, table); rows.next();) {
+        if (count++ % kBetweenLooks == 0) onRows();
         for (int column = 0; column < static_cast<int>(columns.size()); ++column)
             insertion->bind(column + 1, storedValue(rows.row(), column));
         insertion->step();
@@ -61,11 +65,11 @@ Value storedValue(const Statement& row, int column) {
     return Null();
 }
 
-void copyRows(Engine& from, Engine& into) {
+void copyRows(Engine& from, Engine& into, const std::function<void()>& onRows) {
     const Inquiry source(from), target(into);
     into.beginFilling();
     for (const Catalog::Relation& table : target.catalog().relations())
-        if (!table.isQuery) copyTable(source, target, table);
+        if (!table.isQuery) copyTable(source, target, table, onRows);
     into.endFilling();
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,7 +35,8 @@ private:
 [[nodiscard]] Value storedValue(const Statement& row, int column);
 
 // Fills the tables of `into`, books without a row which nobody else has open, with all the rows of `from` as
-// they stand in its transaction. Raises StoreError; what then stands in `into` is to be thrown away.
-void copyRows(Engine& from, Engine& into);
+// they stand in its transaction. `onRows` is called every few milliseconds. Raises StoreError, and what
+// `onRows` raises; what then stands in `into` is to be thrown away.
+void copyRows(Engine& from, Engine& into, const std::function<void()>& onRows);
 
 } // namespace veldona::store

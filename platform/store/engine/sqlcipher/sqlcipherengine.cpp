@@ -30,6 +30,7 @@ namespace {
 constexpr char kPlainHeader[] =
     "SQLite format 3"; // with the zero behind it, the first 16 bytes of an unencrypted file
 
+constexpr int kPagesBetweenLooks = 64;     // of a copy: some milliseconds
 constexpr int kStepsBetweenLooks = 20'000; // of the engine's own: some milliseconds
 constexpr std::int64_t kCacheBytes = std::int64_t{64} << 20;
 
@@ -223,15 +224,22 @@ public:
                                  bounds == nullptr ? nullptr : &SqlcipherEngine::stopsHere, this);
     }
 
-    // In one step: a step for itself would begin anew at each write of another workstation. A copy into a
-    // file without a key would be a plain one, and one of another page size a damaged one.
-    void copyInto(Engine& target) override {
+    // Outside a transaction in one step: one of several would begin anew at each write of another
+    // workstation. A copy into a file without a key would be a plain one, and one of another page size a
+    // damaged one.
+    void copyInto(Engine& target, const OnPages& onPages) override {
         auto& copy = dynamic_cast<SqlcipherEngine&>(target);
-        sqlite3_backup* backup = sqlite3_backup_init(copy.connection_, "main", connection_, "main");
+        std::unique_ptr<sqlite3_backup, int (*)(sqlite3_backup*)> backup(
+            sqlite3_backup_init(copy.connection_, "main", connection_, "main"), sqlite3_backup_finish);
         if (backup == nullptr) failEngine(copy.connection_);
-        const int code = sqlite3_backup_step(backup, -1);
-        sqlite3_backup_finish(backup); // repeats the code of the step
+        const int pages = onPages && inTransaction() ? kPagesBetweenLooks : -1;
+        int code = SQLITE_OK;
+        while ((code = sqlite3_backup_step(backup.get(), pages)) == SQLITE_OK) {
+            const int all = sqlite3_backup_pagecount(backup.get());
+            onPages(all - sqlite3_backup_remaining(backup.get()), all);
+        }
         if (code != SQLITE_DONE) throw engineFailure(code, "");
+        backup.reset();
         if (copy.hasPlainHeader()) throw std::logic_error("a copy of the books must be encrypted");
     }
 
