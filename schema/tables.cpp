@@ -111,6 +111,18 @@ TableDef payments() {
             {{"MUSTNO", "ISLEMNO", "ODTRH", "ODMIKTAR"}, {"ISLEMNO", "ODTRH"}, {"ODTRH"}}};
 }
 
+// What was said on the telephone, and what was promised: the call list's own table.
+TableDef callNotes() {
+    return {"ARAMA_NOTU",
+            counted(std::vector<ColumnDef>{{"MUSTNO", Text},
+                                           {"TRH", Date},
+                                           {"ACIKLAMA", Memo},
+                                           {"SOZ_TRH", Date},
+                                           {"SOZ_TUTAR", Number}} +
+                    audit),
+            {{"MUSTNO", "TRH"}}};
+}
+
 TableDef products() {
     return {"URUNTANITIM",
             counted({{"URKOD", Text},
@@ -181,8 +193,8 @@ std::vector<TableDef> smallTables() {
 
 const std::vector<TableDef>& tables() {
     static const std::vector<TableDef> all = [] {
-        std::vector<TableDef> made = {customers(), saleHeaders(), saleLines(),
-                                      schedule(),  payments(),    products()};
+        std::vector<TableDef> made = {customers(), saleHeaders(), saleLines(), schedule(),
+                                      payments(),  products(),    callNotes()};
         for (TableDef& table : smallTables())
             made.push_back(std::move(table));
         return made;
