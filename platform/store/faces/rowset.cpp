@@ -66,6 +66,17 @@ void RowSet::fill(Statement& statement, const std::vector<ResultColumn>& columns
     cells_ = std::move(cells);
     rows_ = rows;
     columns_ = width;
+    isAscending_ = width == 1 && isAscendingFrom(0);
+}
+
+// As far as the row before `first` it is known.
+bool RowSet::isAscendingFrom(int first) const {
+    for (int row = first; row < rows_; ++row) {
+        const Value& cell = at(row, 0);
+        if (cell.kind() != Value::Kind::Whole) return false;
+        if (row > 0 && at(row - 1, 0).get<std::int64_t>() >= cell.get<std::int64_t>()) return false;
+    }
+    return true;
 }
 
 void RowSet::indexKeys() const {
@@ -79,6 +90,13 @@ void RowSet::indexKeys() const {
 }
 
 std::optional<int> RowSet::findWhole(int column, std::int64_t sought) const {
+    if (isAscending_) {
+        const auto found = std::ranges::lower_bound(
+            cells_, sought, {}, [](const Value& cell) { return cell.get<std::int64_t>(); });
+        return found != cells_.end() && found->get<std::int64_t>() == sought
+                   ? static_cast<int>(found - cells_.begin())
+                   : rows_;
+    }
     if (keys_.column != column) {
         keys_ = {};
         keys_.column = column;
@@ -99,12 +117,15 @@ void RowSet::remove(int row) {
 
 void RowSet::append(const RowSet& rows) {
     keys_ = {};
+    const int before = rows_;
     cells_.insert(cells_.end(), rows.cells_.begin(), rows.cells_.end());
     rows_ += rows.rows_;
+    isAscending_ = isAscending_ && isAscendingFrom(before);
 }
 
 void RowSet::reverseRows() {
     keys_ = {};
+    isAscending_ = false;
     for (int low = 0, high = rows_ - 1; low < high; ++low, --high) {
         const auto first = cells_.begin() + static_cast<std::ptrdiff_t>(place(low, 0));
         std::swap_ranges(first, first + columns_,

@@ -23,12 +23,14 @@ public:
     void put(int row, int column, Value value) {
         cells_[place(row, column)] = std::move(value);
         keys_ = {};
+        isAscending_ = false;
     }
     void remove(int row);
     void append(const RowSet& rows); // of the same columns
     void reverseRows();
     // The first row that holds this whole number in `column`, the row count where none does; nothing where
-    // the rows must be walked: at the first search of an answer, and where the column holds other values too.
+    // the rows must be walked: at the first search of an answer that is no ascending list of keys, and where
+    // the column holds other values too.
     [[nodiscard]] std::optional<int> findWhole(int column, std::int64_t sought) const;
 
     // Takes all that `statement` answers; where that fails half-way, the rows stay what they were.
@@ -50,8 +52,11 @@ private:
         std::unordered_map<std::int64_t, int> firstRow;
     };
     void indexKeys() const;
+    [[nodiscard]] bool isAscendingFrom(int first) const;
 
     mutable Keys keys_; // of the rows as they stand
+    // The answer is one column of whole numbers, each above the one before: all sales, read for their keys.
+    bool isAscending_ = false;
     std::vector<Value> cells_;
     int rows_ = 0;
     int columns_ = 0;
