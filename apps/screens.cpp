@@ -3,6 +3,7 @@
 #include "customers/customercard.h"
 #include "customers/customerfinder.h"
 #include "ledger/mainscreen.h"
+#include "maintenance/backupscreen.h"
 #include "maintenance/letterhead.h"
 #include "maintenance/paymentcorrection.h"
 #include "maintenance/schedulecorrection.h"
@@ -19,6 +20,7 @@ void registerScreens(Forms& forms, Session& session) {
     forms.add("frmCarihesapSec", [&session](Forms& f) { return makeFrmCarihesapSec(f, session); });
     forms.add("frmAntetBilgisi", [&session](Forms& f) { return makeFrmAntetBilgisi(f, session); });
     forms.add("frmSatis", [&session](Forms& f) { return makeFrmSatis(f, session); });
+    forms.add("frmYedek", [&session](Forms& f) { return makeFrmYedek(f, session); });
     forms.add("frmCrNesne", [&session](Forms& f) { return makeFrmCrNesne(f, session); });
     forms.add("rprodemesigecen", [&session](Forms& f) { return makeRprOdemesiGecen(f, session); });
     forms.add("rprbeklenentahsilat", [&session](Forms& f) { return makeRprBeklenenTahsilat(f, session); });

@@ -87,12 +87,14 @@ std::string replacedName(DateTime at) {
     return std::string(kReplaced) + backupName(at);
 }
 
-std::vector<Restorable> listRestorable(const std::string& folder, const std::string& books) {
+std::vector<Restorable> listRestorable(const std::set<std::string>& folders, const std::string& books) {
     std::error_code unreachable;
     std::vector<Restorable> all;
-    if (fs::exists(folder, unreachable))
+    for (const std::string& folder : folders) {
+        if (!fs::exists(folder, unreachable)) continue;
         for (const std::string& name : listBackups(folder))
             all.push_back({(fs::path(folder) / name).string(), stampOf(name), false});
+    }
     if (fs::exists(fs::path(books).parent_path(), unreachable)) {
         const std::vector<Restorable> replaced = listReplaced(books);
         all.insert(all.end(), replaced.begin(), replaced.end());

@@ -5,6 +5,7 @@
 // are nobody's business here.
 #pragma once
 
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,9 +29,10 @@ struct Restorable {
     bool isReplaced;   // books that a backup took the place of
 };
 
-// All that can be put in the place of `books`, the oldest first. Neither folder need be there. Raises
+// All that can be put in the place of `books`, the oldest first. None of the folders need be there. Raises
 // Refusal.
-[[nodiscard]] std::vector<Restorable> listRestorable(const std::string& folder, const std::string& books);
+[[nodiscard]] std::vector<Restorable> listRestorable(const std::set<std::string>& folders,
+                                                     const std::string& books);
 
 // Takes away the unfinished copies that killed runs left; only while no other backup is being made there.
 void clearUnfinished(const std::string& folder);

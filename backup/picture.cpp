@@ -1,5 +1,6 @@
 #include "backup/picture.h"
 
+#include "platform/runtime/format.h"
 #include "platform/store/engine/inquiry.h"
 
 namespace veldona::backup {
@@ -20,6 +21,15 @@ Picture pictureOf(store::Engine& engine) {
     const auto lastSale = books.prepare("SELECT MAX(ID) FROM ISLEMNOTABLO");
     if (lastSale->step()) picture.lastSaleId = lastSale->whole(0);
     return picture;
+}
+
+std::string countsOf(const Picture& picture) {
+    const auto count = [&picture](const char* table, const char* word) {
+        const auto found = picture.rows.find(table);
+        return format(found == picture.rows.end() ? std::int64_t{0} : found->second, "#,##0") + word;
+    };
+    return count("MUSTKAYIT", " müşteri, ") + count("ISLEMNOTABLO", " satış, ") +
+           count("TAKSITODENEN", " ödeme");
 }
 
 std::string shownDate(const std::string& stored) {

@@ -20,6 +20,9 @@ struct Picture {
 
 [[nodiscard]] Picture pictureOf(store::Engine& engine);
 
+// "21 müşteri, 60 satış, 1.204 ödeme".
+[[nodiscard]] std::string countsOf(const Picture& picture);
+
 // "2026-11-22 14:30:05" as the program shows dates; the text itself where it is none.
 [[nodiscard]] std::string shownDate(const std::string& stored);
 

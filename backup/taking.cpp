@@ -28,6 +28,10 @@ std::string usualFolder(const Paths& paths) {
     return paths.toNative("C:\\VELDONA\\Yedek");
 }
 
+std::string folderOn(const std::string& disk) {
+    return (fs::path(disk) / "Veldona Yedek").string();
+}
+
 Taken takeBackup(const std::string& books, const std::string& folder, DateTime now,
                  const Onlooker& onlooker) {
     if (!stands(books) && !areOnServer(books)) throw Refusal(books + " yok; yedeklenecek defter bulunamadı.");

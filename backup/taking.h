@@ -14,6 +14,9 @@ namespace veldona::backup {
 // Where the backups lie when nobody names a folder.
 [[nodiscard]] std::string usualFolder(const Paths& paths);
 
+// The same on a disk that was plugged in: one of its own, so that they do not lie among other files.
+[[nodiscard]] std::string folderOn(const std::string& disk);
+
 struct Taken {
     std::string file;
     Picture picture;

@@ -1,5 +1,7 @@
 #include "ledger/lifecycle.h"
 
+#include "backup/lastbackup.h"
+#include "backup/taking.h"
 #include "core/database.h"
 #include "ledger/collection.h"
 #include "ledger/customergrid.h"
@@ -54,6 +56,13 @@ void fillSaleNumbers(FrmMainVeldona& f) {
         f.L3.add(std::move(number));
 }
 
+void showBackupAge(FrmMainVeldona& f) {
+    const Desktop& desktop = f.session.desktop;
+    const auto last =
+        backup::findLastBackup(desktop.paths.toNative(kDatabasePath), backup::usualFolder(desktop.paths));
+    f.lblYedek.setCaption(backup::ageText(last, desktop.clock.now()));
+}
+
 // A command that is not to be had now does nothing by its key either.
 void click(const CommandButton& button) {
     if (button.isUsable() && button.onClick) button.onClick();
@@ -90,7 +99,7 @@ void Form_Activate(FrmMainVeldona& f) {
     Err passedOver;
     bool isNewest = true;
     resumeNext(
-        passedOver, [&] { fillSaleNumbers(f); },
+        passedOver, [&] { showBackupAge(f); }, [&] { fillSaleNumbers(f); },
         [&] {
             for (MenuItem* item :
                  {&f.mnuYapilacakOdmSatirSil, &f.mnuSatirSil, &f.mnuUrunEkle, &f.mnuTaksitlendirmeYap})

@@ -57,6 +57,7 @@ void setProperties(FrmMainVeldona& f) {
         list->popupMenu = &f.mnuUrun;
 
     f.lbluyari.setToolTip("Müşteri Hakkında Uyarı Yazılmış");
+    f.lblYedek.setToolTip("Yedek almak için tıklayın");
     f.List4.setToolTip("İşlem tarihini ENTER  tuşuna basarak düzeltebilirsiniz.");
     f.dtTeslimatTarihi.setToolTip("Ürünün Teslim Edileceği Tarih");
     f.Command4.setToolTip("Ürün Teslim Edildiğinde Kaydetmek İçin Kullanılan Buton");
@@ -98,6 +99,7 @@ void bindCustomerEvents(FrmMainVeldona& f) {
     f.lbluyari.onClick = [&f] { lbluyari_Click(f); };
     f.tmrUyari.onTimer = [&f] { tmrUyari_Timer(f); };
     f.Command6.onClick = [&f] { Command6_Click(f); };
+    f.lblYedek.onClick = [&f] { EkranGoster(f.session, "frmYedek", Kip::Modal); };
 }
 
 void bindLedgerEvents(FrmMainVeldona& f) {

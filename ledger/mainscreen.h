@@ -150,6 +150,7 @@ struct FrmMainVeldona : Form {
     CommandButton cmdAntetBilgisi{*this, "cmdAntetBilgisi", "Antet Bilgisi"};
     CommandButton cmdOnlineYardimIste{*this, "cmdOnlineYardimIste", "Yardım"};
     CommandButton cmdCikis{*this, "cmdCikis", "Çıkış"};
+    Label lblYedek{*this, "lblYedek"}; // how old the last backup is; opens the screen that takes one
     WebPane WebBrowser1{*this, "WebBrowser1"};
     WebPane WebBrowser2{*this, "WebBrowser2"};
 

@@ -6,6 +6,7 @@
 #include <QPushButton>
 
 #include "ui/binder.h"
+#include "ui/filechoice.h"
 #include "ui/host.h"
 
 namespace veldona {
@@ -62,6 +63,10 @@ std::optional<std::string> WindowDialogs::input(const std::string& prompt, const
     box.setCancelButtonText("Vazgeç");
     if (host_.run(box) != QDialog::Accepted) return std::nullopt;
     return fromQt(box.textValue());
+}
+
+std::optional<std::string> WindowDialogs::folder(const std::string& title, const std::string& start) {
+    return askForFolder(host_, toQt(title), toQt(start));
 }
 
 void WindowDialogs::runtimeError(const RuntimeError& error) {

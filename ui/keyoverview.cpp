@@ -62,6 +62,8 @@ const std::map<std::string_view, Lines> kScreens = {
       {Key::None, "F10 (müşteri numarasında)", "Müşteriyi ayrıntılı arar"},
       {Key::Enter, "Enter", "Sonraki alana geçer"},
       {Key::None, "Enter (ödeme tablosunda)", "Hücreyi yazar ve sonraki sütuna geçer"}}},
+    {"frmYedek",
+     {{Key::None, "Enter (listede)", "Seçili yere yedek alır"}, {Key::Escape, "Esc", "Ekranı kapatır"}}},
     {"frmCrNesne",
      {{Key::None, "Page Up  Page Down", "Sayfayı kaydırır; sonunda öteki sayfaya geçer"},
       {Key::None, "Enter (büyütmede)", "Yazılan büyütmeyi uygular"},

@@ -15,9 +15,9 @@
 #include <QStandardPaths>
 
 #include "platform/report/reporterror.h"
+#include "ui/filechoice.h"
 #include "ui/host.h"
 #include "ui/pagepainter.h"
-#include "ui/turkishtexts.h"
 
 namespace veldona {
 
@@ -173,16 +173,10 @@ bool askAndPrint(WindowHost& host, QWidget* parent, const report::Document& docu
 
 bool askAndWritePdf(WindowHost& host, QWidget* parent, const report::Document& document) {
     QFileDialog dialog(parent, "PDF olarak kaydet");
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
-    showTurkishTimes(dialog);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setNameFilter("PDF belgesi (*.pdf)");
     dialog.setDefaultSuffix("pdf");
-    dialog.setLabelText(QFileDialog::LookIn, "Klasör:");
-    dialog.setLabelText(QFileDialog::FileName, "Dosya adı:");
-    dialog.setLabelText(QFileDialog::FileType, "Tür:");
-    dialog.setLabelText(QFileDialog::Accept, "Kaydet");
-    dialog.setLabelText(QFileDialog::Reject, "Vazgeç");
+    dressFileBox(dialog, "Kaydet");
     const QDir folder = lastFolder(host.settings);
     dialog.setDirectory(folder);
     dialog.selectFile(freeFile(paperName(document), folder));

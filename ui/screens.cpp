@@ -8,6 +8,7 @@
 #include "ui_frmCrNesne.h"
 #include "ui_frmMainVeldona.h"
 #include "ui_frmSatis.h"
+#include "ui_frmYedek.h"
 #include "ui_rprbeklenentahsilat.h"
 #include "ui_rprodemesigecen.h"
 #include "ui_rptGelirGider.h"
@@ -34,6 +35,7 @@ void drawScreens(WindowHost& host) {
     });
     host.draw("frmMainVeldona", drawAs<Ui::frmMainVeldona>);
     host.draw("frmSatis", drawAs<Ui::frmSatis>);
+    host.draw("frmYedek", drawAs<Ui::frmYedek>);
     host.draw("rprbeklenentahsilat", drawAs<Ui::rprbeklenentahsilat>);
     host.draw("rprodemesigecen", drawAs<Ui::rprodemesigecen>);
     host.draw("rptGelirGider", drawAs<Ui::rptGelirGider>);

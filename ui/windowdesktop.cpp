@@ -2,6 +2,7 @@
 
 #include <QDesktopServices>
 #include <QFileInfo>
+#include <QStorageInfo>
 #include <QUrl>
 
 #include "ui/host.h"
@@ -26,6 +27,17 @@ bool WindowPump::goOnWaiting(std::chrono::milliseconds waited) {
 bool WindowOpener::open(const std::string& nativePath) {
     const QFileInfo file(QString::fromStdString(nativePath));
     return file.exists() && QDesktopServices::openUrl(QUrl::fromLocalFile(file.absoluteFilePath()));
+}
+
+std::vector<Medium> MountedMedia::pluggedIn() {
+    std::vector<Medium> media;
+    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {
+        const QString folder = volume.rootPath();
+        if (!folder.startsWith("/media/") && !folder.startsWith("/run/media/")) continue;
+        if (!volume.isReady() || volume.isReadOnly()) continue;
+        media.push_back({volume.displayName().toStdString(), folder.toStdString()});
+    }
+    return media;
 }
 
 } // namespace veldona

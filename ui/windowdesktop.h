@@ -1,5 +1,5 @@
 // The desktop around the program where there are windows: the clock whose waits keep painting, the pump that
-// lets waiting events run, the opener that hands a file to the desktop.
+// lets waiting events run, the opener that hands a file to the desktop, the disks that are plugged in.
 #pragma once
 
 #include "platform/desktop/desktop.h"
@@ -31,6 +31,12 @@ private:
 class WindowOpener : public Opener {
 public:
     bool open(const std::string& nativePath) override;
+};
+
+// What the desktop mounts when a disk is plugged in lies below these folders.
+class MountedMedia : public Media {
+public:
+    [[nodiscard]] std::vector<Medium> pluggedIn() override;
 };
 
 } // namespace veldona

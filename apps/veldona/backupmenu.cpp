@@ -2,20 +2,20 @@
 
 #include <filesystem>
 
-#include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
 
 #include "apps/veldona/restoredialog.h"
 #include "apps/veldona/waiting.h"
-#include "backup/copy.h"
 #include "backup/keeping.h"
+#include "backup/lastbackup.h"
 #include "backup/refusal.h"
 #include "backup/restore.h"
 #include "backup/taking.h"
 #include "core/session.h"
 #include "platform/store/dialect/storeerror.h"
 #include "ui/dialogs.h"
+#include "ui/filechoice.h"
 #include "ui/host.h"
 
 namespace veldona {
@@ -24,28 +24,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string countsOf(const backup::Picture& picture) {
-    const auto count = [&picture](const char* table, const char* word) {
-        const auto found = picture.rows.find(table);
-        const qlonglong rows = found == picture.rows.end() ? 0 : found->second;
-        return QLocale(QLocale::Turkish).toString(rows).toStdString() + word;
-    };
-    return count("MUSTKAYIT", " müşteri, ") + count("ISLEMNOTABLO", " satış, ") +
-           count("TAKSITODENEN", " ödeme");
-}
-
-std::string timeText(DateTime at) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%02d/%02d/%04d %02d:%02d", at.day(), at.month(), at.year(), at.hour(),
-                  at.minute());
-    return text;
-}
-
 } // namespace
 
-BackupMenu::BackupMenu(WindowHost& host, Clock& clock, const Paths& paths)
-    : host_(host), clock_(clock), books_(paths.toNative(kDatabasePath)), folder_(backup::usualFolder(paths)) {
-}
+BackupMenu::BackupMenu(WindowHost& host, Clock& clock, const Paths& paths, Media* media)
+    : host_(host), clock_(clock), media_(media), books_(paths.toNative(kDatabasePath)),
+      folder_(backup::usualFolder(paths)) {}
 
 template <class Act> bool BackupMenu::attemptTold(Act act, const char* kept) {
     std::string failure;
@@ -61,35 +44,28 @@ template <class Act> bool BackupMenu::attemptTold(Act act, const char* kept) {
     return false;
 }
 
-void BackupMenu::take() {
-    backup::Taken taken;
-    const DateTime now = clock_.now();
-    const bool done = attemptTold(
-        [&] {
-            runBeside(host_, "Defterin yedeği alınıyor ve denetleniyor…",
-                      [&] { taken = backup::takeBackup(books_, folder_, now); });
-        },
-        "Yedek alınmadı; defter olduğu gibi duruyor.");
-    if (!done) return;
-    const std::string warning = backup::warningOf(taken);
-    tell("Yedek alındı ve denetlendi.\n\nDosya: " + taken.file + "\nZaman: " + timeText(now) + "\nİçinde: " +
-             countsOf(taken.picture) + "\nSon ödeme: " + backup::shownDate(taken.picture.newestPayment) +
-             (warning.empty() ? "" : "\n\n" + warning),
-         !warning.empty());
+// The usual one, the one that the last backup went to, and those of the disks that are plugged in.
+std::set<std::string> BackupMenu::folders() const {
+    std::set<std::string> all = {folder_};
+    if (const auto last = backup::findLastBackup(books_, folder_))
+        all.insert(fs::path(last->file).parent_path().string());
+    if (media_ != nullptr)
+        for (const Medium& medium : media_->pluggedIn())
+            all.insert(backup::folderOn(medium.folder));
+    return all;
 }
 
 bool BackupMenu::choose() {
     chosen_.reset();
     std::vector<backup::Restorable> all;
-    if (!attemptTold([&] { all = backup::listRestorable(folder_, books_); }, "Hiçbir şey değişmedi."))
+    if (!attemptTold([&] { all = backup::listRestorable(folders(), books_); }, "Hiçbir şey değişmedi."))
         return false;
-    if (all.empty()) {
-        tell("Alınmış yedek yok: " + folder_, false);
-        return false;
-    }
     std::optional<std::string> wanted;
     {
-        RestoreDialog dialog(host_.frontWindow(), folder_, std::move(all));
+        RestoreDialog dialog(host_.frontWindow(), folder_, std::move(all), [this] {
+            return askForFile(host_, "Yedek dosyasını seçin", "Yedekler ve defterler (*.mdb)",
+                              QString::fromStdString(folder_));
+        });
         if (host_.run(dialog) == QDialog::Accepted) wanted = dialog.chosen();
     }
     if (wanted && agrees(*wanted)) chosen_ = wanted;
@@ -134,16 +110,8 @@ void BackupMenu::putBack() {
          false);
 }
 
-bool BackupMenu::hasBackups() const {
-    try {
-        return !backup::listRestorable(folder_, books_).empty();
-    } catch (const backup::Refusal&) {
-        return false; // the start has told of the books, and there is nothing to offer
-    }
-}
-
 bool BackupMenu::offerAfterFailedStart() {
-    if (!backup::areDamaged(books_) || !hasBackups()) return false;
+    if (!backup::areDamaged(books_)) return false;
     QMessageBox box(QMessageBox::Warning, kProgramTitle,
                     "Defter okunamıyor. Alınmış yedeklerden birine dönülsün mü?", QMessageBox::NoButton);
     const QPushButton* yes = box.addButton("&Yedekleri Göster", QMessageBox::YesRole);

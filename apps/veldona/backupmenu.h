@@ -1,10 +1,12 @@
-// What the menu "Yedek" does: a backup while the program runs, and the way back to one.
+// What the menu "Yedek" does beside the screens: the way back to a backup, also where the books do not open.
 #pragma once
 
 #include <optional>
+#include <set>
 #include <string>
 
 #include "platform/desktop/clock.h"
+#include "platform/desktop/media.h"
 #include "platform/desktop/paths.h"
 
 namespace veldona {
@@ -13,10 +15,8 @@ class WindowHost;
 
 class BackupMenu {
 public:
-    BackupMenu(WindowHost& host, Clock& clock, const Paths& paths);
+    BackupMenu(WindowHost& host, Clock& clock, const Paths& paths, Media* media = nullptr);
 
-    // Takes one, and tells of it or of what went wrong.
-    void take();
     // Lets the operator choose one and agree to what is lost by it. Nothing is changed yet: the books are
     // still open. True: chosen() says which.
     bool choose();
@@ -26,11 +26,11 @@ public:
     // Puts the chosen one in the place of the books, which nobody may have open any more, and tells of it or
     // of what went wrong.
     void putBack();
-    // The books cannot be read: asks whether to go back to a backup, where there is one.
+    // The books cannot be read: asks whether to go back to a backup.
     [[nodiscard]] bool offerAfterFailedStart();
 
 private:
-    [[nodiscard]] bool hasBackups() const;
+    [[nodiscard]] std::set<std::string> folders() const;
     [[nodiscard]] bool agrees(const std::string& backup);
     void tell(const std::string& text, bool isFailure);
     // False where `act` failed; it has been told of, with `kept`: what the failure left as it was.
@@ -38,6 +38,7 @@ private:
 
     WindowHost& host_;
     Clock& clock_;
+    Media* media_;
     std::string books_;
     std::string folder_;
     std::optional<std::string> chosen_;

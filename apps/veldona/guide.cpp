@@ -123,6 +123,7 @@ QString chapterOf(const std::string& screen) {
         {"frmCariEkle", "yeni-müşteri-kartı"},
         {"frmCarihesapSec", "müşteriyi-bulmak"},
         {"frmSatis", "satış"},
+        {"frmYedek", "yedek"},
         {"frmCrNesne", "yazdırma-ve-pdf"},
         {"rprodemesigecen", "günü-geçenler"},
         {"rprbeklenentahsilat", "beklenenler"},

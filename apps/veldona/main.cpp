@@ -16,6 +16,7 @@
 #include "apps/veldona/backupmenu.h"
 #include "apps/veldona/guide.h"
 #include "apps/veldona/menus.h"
+#include "apps/veldona/waiting.h"
 #include "core/reporting.h"
 #include "core/session.h"
 #include "ui/dialogs.h"
@@ -78,9 +79,11 @@ Ended runBooks(const std::string& root, std::optional<std::string>& backup) {
     WindowOpener opener;
     WindowReportDesk reports(windows);
     WindowWaitNote waitNote(windows);
+    WindowSideWork sideWork(windows);
+    MountedMedia media;
 
-    Desktop desktop{clock,    dialogs, pump, opener, Paths(root), {}, DataSources(root + "/ODBC.INI"),
-                    &waitNote};
+    Desktop desktop{clock,     dialogs,   pump,  opener, Paths(root), {}, DataSources(root + "/ODBC.INI"),
+                    &waitNote, &sideWork, &media};
     if (!hazirla::findOrMakeBooks(desktop.paths, dialogs)) return {1};
     Err untold; // a template that is missing for good is told of when it is to be printed
     attempt(untold, [&] { sablonlariKur(desktop.paths); });
@@ -93,7 +96,7 @@ Ended runBooks(const std::string& root, std::optional<std::string>& backup) {
         windows.showGuide(windows.frontWindow(), screen);
     };
     registerScreens(forms, session);
-    BackupMenu backups(windows, clock, desktop.paths);
+    BackupMenu backups(windows, clock, desktop.paths, &media);
     windows.addTo("frmMainVeldona", [&](FormWindow& window) {
         addMenus(window, backups, [&] {
             for (Form* open : forms.loadedForms())
@@ -112,7 +115,8 @@ Ended runBooks(const std::string& root, std::optional<std::string>& backup) {
 bool putBack(const std::string& root, std::optional<std::string> backup) {
     WindowClock clock;
     WindowHost windows(clock);
-    BackupMenu backups(windows, clock, Paths(root));
+    MountedMedia media;
+    BackupMenu backups(windows, clock, Paths(root), &media);
     if (!backup && !backups.offerAfterFailedStart()) return false;
     if (backup) backups.choose(*std::move(backup));
     backups.putBack();

@@ -29,7 +29,7 @@ void addMenus(FormWindow& window, BackupMenu& backups, const std::function<void(
         });
     };
     QMenu* backup = bar->addMenu("Ye&dek");
-    add(backup, "Yedek &Al…", [&backups] { backups.take(); });
+    add(backup, "Yedek &Al…", [&window] { window.form().forms().show("frmYedek", Kip::Modal); });
     add(backup, "Yedekten &Dön…", [&backups, onRestore] {
         if (backups.choose()) onRestore();
     });

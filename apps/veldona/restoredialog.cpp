@@ -36,31 +36,40 @@ QString count(const backup::Picture& picture, const char* table) {
 
 } // namespace
 
-RestoreDialog::RestoreDialog(QWidget* parent, const std::string& folder, std::vector<backup::Restorable> all)
+RestoreDialog::RestoreDialog(QWidget* parent, const std::string& folder, std::vector<backup::Restorable> all,
+                             Browse browse)
     : QDialog(parent), all_(std::move(all)), table_(new QTableWidget(static_cast<int>(all_.size()), 6)),
+      file_(new QLabel(all_.empty() ? "Alınmış yedek yok: " + QString::fromStdString(folder) : QString())),
       go_(new QPushButton("Yedekten &Dön")) {
     std::reverse(all_.begin(), all_.end());
     setWindowTitle("Yedekten Dön");
     setObjectName("yedektenDon"); // by which its size and place are kept
     auto* words = new QLabel("Dönülecek &yedek:");
     words->setBuddy(table_);
-    auto* folderLine = new QLabel("Klasör: " + QString::fromStdString(folder));
-    folderLine->setProperty("role", "hint");
-    folderLine->setWordWrap(true);
+    file_->setProperty("role", "hint");
+    file_->setWordWrap(true);
+    auto* other = new QPushButton("&Başka Dosya…");
+    other->setAutoDefault(false);
+    other->setToolTip("Listede olmayan bir yedek ya da defter için");
+    connect(other, &QPushButton::clicked, this,
+            [this, browse = std::move(browse)] { lookElsewhere(browse); });
     auto* cancel = new QPushButton("&Vazgeç");
     cancel->setDefault(true);
     go_->setAutoDefault(false);
     connect(go_, &QPushButton::clicked, this, &QDialog::accept);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     auto* buttons = new QHBoxLayout;
+    buttons->addWidget(other);
     buttons->addStretch();
     buttons->addWidget(go_);
     buttons->addWidget(cancel);
     auto* column = new QVBoxLayout(this);
     column->addWidget(words);
     column->addWidget(table_, 1);
-    column->addWidget(folderLine);
+    column->addWidget(file_);
     column->addLayout(buttons);
+    connect(table_, &QTableWidget::currentCellChanged, this, [this] { showFile(); });
+    go_->setEnabled(!all_.empty());
     fill();
     resize(scaled(760), scaled(420));
     reader_.reset(QThread::create([this] { readAll(); }));
@@ -73,9 +82,19 @@ RestoreDialog::~RestoreDialog() {
 }
 
 std::optional<std::string> RestoreDialog::chosen() const {
+    if (elsewhere_) return elsewhere_;
     const int row = table_->currentRow();
     if (row < 0) return std::nullopt;
     return all_[static_cast<std::size_t>(row)].file;
+}
+
+void RestoreDialog::lookElsewhere(const Browse& browse) {
+    elsewhere_ = browse();
+    if (elsewhere_) accept();
+}
+
+void RestoreDialog::showFile() {
+    if (const auto file = chosen()) file_->setText("Dosya: " + QString::fromStdString(*file));
 }
 
 void RestoreDialog::fill() {
@@ -94,7 +113,7 @@ void RestoreDialog::fill() {
         table_->setColumnWidth(column, scaled(140));
     for (int row = 0; row < table_->rowCount(); ++row)
         showRow(row, firstCells(all_[static_cast<std::size_t>(row)]) << "…");
-    table_->setCurrentCell(0, 0);
+    if (!all_.empty()) table_->setCurrentCell(0, 0);
 }
 
 // A backup that cannot be read stays in the list: its absence would be a riddle.

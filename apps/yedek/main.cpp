@@ -29,7 +29,7 @@ void takeNow(const std::string& books, const std::string& folder) {
 }
 
 void list(const std::string& folder, const std::string& books) {
-    const std::vector<Restorable> all = listRestorable(folder, books);
+    const std::vector<Restorable> all = listRestorable({folder}, books);
     if (all.empty() && !stands(folder)) throw Refusal(folder + " klasörü yok, hiç yedek alınmamış.");
     for (const Restorable& each : all)
         std::cout << each.file << '\n';

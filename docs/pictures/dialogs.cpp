@@ -218,8 +218,12 @@ private:
     void takeBackups() {
         for (const int day : {22, 23, 24}) {
             clock_.set(DateTime::of(2026, 11, day, 19, 0, 0));
-            camera_.expect(day == 24 ? "yedek-alindi" : "");
-            backups_.take();
+            QTimer::singleShot(0, &windows_, [this, day] {
+                if (day == 24) camera_.take(look(), "yedek-al");
+                camera_.expect(day == 24 ? "yedek-alindi" : "");
+                user::click(*front().find("cmdYedekAl"));
+            });
+            forms_.show("frmYedek", Kip::Modal);
         }
         clock_.set(DateTime::of(2026, 11, 25, 9, 15, 0));
         user::dblClickRow(*front().find("L3"), 0);

@@ -6,7 +6,9 @@
 
 #include "platform/desktop/clock.h"
 #include "platform/desktop/dialogs.h"
+#include "platform/desktop/media.h"
 #include "platform/desktop/paths.h"
+#include "platform/desktop/sidework.h"
 #include "platform/desktop/system.h"
 #include "platform/desktop/waitnote.h"
 
@@ -38,6 +40,8 @@ struct Desktop {
     SystemLocale locale;
     DataSources dataSources;
     WaitNote* waitNote = nullptr; // nothing where nobody looks on
+    SideWork* sideWork = nullptr; // nothing: such work is done in the event that asks for it
+    Media* media = nullptr;       // nothing: no disk is known
 };
 
 } // namespace veldona

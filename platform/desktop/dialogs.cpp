@@ -29,6 +29,11 @@ std::optional<std::string> RecordingDialogs::input(const std::string& prompt, co
     return answer;
 }
 
+std::optional<std::string> RecordingDialogs::folder(const std::string& title, const std::string&) {
+    const auto named = input(title, title);
+    return named && named->empty() ? std::nullopt : named;
+}
+
 void RecordingDialogs::runtimeError(const RuntimeError& error) {
     noteTold(error.description());
     said.push_back({error.description(), kProgramTitle, error.number()});

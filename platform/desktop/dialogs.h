@@ -31,6 +31,8 @@ public:
     virtual Answer show(const Message& message) = 0;
     // Nothing where the box was cancelled.
     virtual std::optional<std::string> input(const std::string& prompt, const std::string& title) = 0;
+    // A folder of this machine, looked for from `start` on; nothing where the box was cancelled.
+    virtual std::optional<std::string> folder(const std::string& title, const std::string& start) = 0;
     virtual void runtimeError(const RuntimeError& error) = 0;
     virtual void beep() = 0;
 
@@ -72,6 +74,8 @@ public:
     };
     Answer show(const Message& message) override;
     std::optional<std::string> input(const std::string& prompt, const std::string& title) override;
+    // An answer that is empty cancels it.
+    std::optional<std::string> folder(const std::string& title, const std::string& start) override;
     void runtimeError(const RuntimeError& error) override;
     void beep() override { ++beeps; }
 

@@ -212,7 +212,7 @@ TEST(Backup, PutBackWhileTillsComeAndGoLosesNothing) {
     std::multiset<std::int64_t> held = paymentsIn(drive.books());
     std::string faults;
     static_cast<void>(contentOf(drive, faults));
-    for (const backup::Restorable& kept : backup::listRestorable("", drive.books().string())) {
+    for (const backup::Restorable& kept : backup::listRestorable({}, drive.books().string())) {
         const auto there = paymentsIn(kept.file);
         held.insert(there.begin(), there.end());
         static_cast<void>(contentOf(fs::path(kept.file), faults));

@@ -54,7 +54,7 @@ std::string pictureName(const std::string& what) {
 constexpr const char* kScreens[] = {"frmMainVeldona",      "frmAntetBilgisi", "frmCariEkle",
                                     "frmCarihesapSec",     "frmCrNesne",      "frmSatis",
                                     "rprbeklenentahsilat", "rprodemesigecen", "rptGelirGider",
-                                    "taksitmustduzelt",    "taksitodduzelt"};
+                                    "taksitmustduzelt",    "taksitodduzelt",  "frmYedek"};
 
 class Manners : public ProgramWindows {
 protected:

@@ -96,7 +96,7 @@ TEST_F(Yedek, GeriYuklemeKaybolaniSoylerVeDegiseniSaklar) {
     EXPECT_EQ(inspect(backup()), before);
     EXPECT_EQ(shop.filesInside(), 3) << "something was left beside the books";
     EXPECT_THROW(restore(backup(), books(), kNow), Refusal) << "the kept file would be overwritten";
-    const auto all = listRestorable(fs::path(books()).parent_path().string(), books());
+    const auto all = listRestorable({fs::path(books()).parent_path().string()}, books());
     ASSERT_EQ(all.size(), 1U);
     EXPECT_EQ(all[0].file, kept[0]);
     EXPECT_TRUE(all[0].isReplaced);
