@@ -10,6 +10,7 @@
 
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/sqlcipher/definitionsql.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace veldona::store {
 namespace {
@@ -148,7 +149,7 @@ void requireDelivered(Engine& engine, const Delivered& delivered, const std::str
 
 void makeScratchTables(Engine& engine, const std::vector<TableDef>& tables) {
     for (const TableDef& table : tables)
-        engine.execute(tableStatement(table, Lifetime::Connection));
+        shapeConnection(engine, tableStatement(table, Lifetime::Connection));
 }
 
 } // namespace veldona::store

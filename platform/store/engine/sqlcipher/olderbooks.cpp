@@ -7,6 +7,7 @@
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/sqlcipher/definitionsql.h"
 #include "platform/store/engine/sqlcipher/delivered.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace veldona::store {
 namespace {
@@ -216,10 +217,10 @@ void coverMissing(Engine& engine, const Delivered& delivered) {
                              " FROM main." + quoted(table.name));
     }
     if (covers.empty()) return;
-    engine.execute("PRAGMA query_only = OFF");
+    shapeConnection(engine, "PRAGMA query_only = OFF");
     for (const std::string& cover : covers)
-        engine.execute(cover);
-    engine.execute("PRAGMA query_only = ON");
+        shapeConnection(engine, cover);
+    shapeConnection(engine, "PRAGMA query_only = ON");
 }
 
 } // namespace veldona::store

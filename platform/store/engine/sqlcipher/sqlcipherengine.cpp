@@ -21,6 +21,7 @@
 #include "platform/store/engine/sqlcipher/filecatalog.h"
 #include "platform/store/engine/sqlcipher/filling.h"
 #include "platform/store/engine/sqlcipher/functions.h"
+#include "platform/store/engine/sqlcipher/sqlcipherconnection.h"
 #include "platform/store/engine/sqlcipher/sqlcipherfailure.h"
 #include "platform/store/engine/sqlcipher/words.h"
 
@@ -34,109 +35,6 @@ constexpr int kPagesBetweenLooks = 64;     // of a copy: some milliseconds
 constexpr int kStepsBetweenLooks = 20'000; // of the engine's own: some milliseconds
 constexpr std::int64_t kCacheBytes = std::int64_t{64} << 20;
 
-// Shared, since a statement may outlive its engine.
-struct Failures {
-    std::optional<StoreError> ofTheDisk;
-    std::exception_ptr stopped; // why the statement that runs was interrupted
-};
-
-bool isOfTheDisk(StoreError::Kind kind) {
-    using Kind = StoreError::Kind;
-    return kind == Kind::Damaged || kind == Kind::WrongPassword || kind == Kind::Locked ||
-           kind == Kind::DiskFull || kind == Kind::InputOutput || kind == Kind::ReadOnly;
-}
-
-class SqlcipherStatement final : public Statement {
-public:
-    SqlcipherStatement(sqlite3* connection, std::shared_ptr<Failures> failures, std::string_view sql)
-        : connection_(connection), failures_(std::move(failures)) {
-        const int code =
-            sqlite3_prepare_v2(connection, sql.data(), static_cast<int>(sql.size()), &statement_, nullptr);
-        if (code != SQLITE_OK) fail();
-    }
-    ~SqlcipherStatement() override { sqlite3_finalize(statement_); }
-    SqlcipherStatement(const SqlcipherStatement&) = delete;
-    SqlcipherStatement& operator=(const SqlcipherStatement&) = delete;
-
-    void bind(int index, const Value& value) override {
-        if (bindCode(index, value) != SQLITE_OK) fail();
-    }
-    bool step() override {
-        const int code = sqlite3_step(statement_);
-        if (code != SQLITE_ROW && code != SQLITE_DONE) fail();
-        return code == SQLITE_ROW;
-    }
-    void reset() override {
-        sqlite3_reset(statement_); // its code repeats the failure that step() has told
-        sqlite3_clear_bindings(statement_);
-    }
-
-    int columnCount() const override { return sqlite3_column_count(statement_); }
-    std::string columnName(int column) const override {
-        return orEmpty(sqlite3_column_name(statement_, column));
-    }
-    std::string declaredType(int column) const override {
-        return orEmpty(sqlite3_column_decltype(statement_, column));
-    }
-    Storage storage(int column) const override {
-        switch (sqlite3_column_type(statement_, column)) {
-        case SQLITE_INTEGER:
-            return Storage::Whole;
-        case SQLITE_FLOAT:
-            return Storage::Number;
-        case SQLITE_NULL:
-            return Storage::Null;
-        default:
-            return Storage::Text;
-        }
-    }
-    std::int64_t whole(int column) const override { return sqlite3_column_int64(statement_, column); }
-    double number(int column) const override { return sqlite3_column_double(statement_, column); }
-    std::string_view text(int column) const override {
-        const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
-        return {bytes, static_cast<std::size_t>(sqlite3_column_bytes(statement_, column))};
-    }
-
-private:
-    [[noreturn]] void fail() {
-        if (failures_->stopped) std::rethrow_exception(std::exchange(failures_->stopped, nullptr));
-        const StoreError failure =
-            engineFailure(sqlite3_extended_errcode(connection_), sqlite3_errmsg(connection_));
-        if (isOfTheDisk(failure.kind())) failures_->ofTheDisk = failure;
-        throw failure;
-    }
-
-    static std::string orEmpty(const char* text) {
-        return text == nullptr ? std::string() : std::string(text);
-    }
-
-    int bindCode(int index, const Value& value) {
-        switch (value.kind()) {
-        case Value::Kind::Null:
-            return sqlite3_bind_null(statement_, index);
-        case Value::Kind::Boolean:
-            return sqlite3_bind_int(statement_, index, value.get<bool>() ? 1 : 0);
-        case Value::Kind::Whole:
-            return sqlite3_bind_int64(statement_, index, value.get<std::int64_t>());
-        case Value::Kind::Double:
-            return sqlite3_bind_double(statement_, index, value.get<double>());
-        case Value::Kind::Text: {
-            const std::string& text = value.get<std::string>();
-            return sqlite3_bind_text64(statement_, index, text.data(), text.size(), SQLITE_TRANSIENT,
-                                       SQLITE_UTF8);
-        }
-        case Value::Kind::Money:
-        case Value::Kind::Date:
-            break;
-        }
-        throw std::logic_error("a value reached the engine that was not turned into its stored form");
-    }
-
-    sqlite3* connection_;
-    std::shared_ptr<Failures> failures_;
-    sqlite3_stmt* statement_ = nullptr;
-};
-
 bool hasJournal(const std::string& path) {
     struct stat journal {};
     return stat((path + "-wal").c_str(), &journal) == 0 && journal.st_size > 0;
@@ -147,24 +45,18 @@ public:
     // `flags` without the create flag: a mistyped path must not leave an empty file that any password opens.
     SqlcipherEngine(const std::string& path, int flags, std::string_view password,
                     std::chrono::milliseconds busyTimeout, std::function<DateTime()> clock)
-        : busyTimeout_(busyTimeout) {
-        const int code = sqlite3_open_v2(path.c_str(), &connection_, flags | SQLITE_OPEN_NOMUTEX, nullptr);
-        if (code != SQLITE_OK) closeAndFail();
-        sqlite3_extended_result_codes(connection_, 1);
-        sqlite3_busy_handler(connection_, &SqlcipherEngine::waitForLock, this);
-        if (sqlite3_key(connection_, password.data(), static_cast<int>(password.size())) != SQLITE_OK)
-            closeAndFail();
-        registerFunctions(connection_, std::move(clock));
-    }
+        : clock_(std::move(clock)), busyTimeout_(busyTimeout),
+          connection_(std::make_shared<SqlcipherConnection>(ConnectionOrigin{
+              path, flags, std::string(password), [this](sqlite3* connection) { equip(connection); }})) {}
     ~SqlcipherEngine() override {
         dataVersion_.reset();
-        sqlite3_close_v2(connection_);
+        connection_.reset();
     }
     SqlcipherEngine(const SqlcipherEngine&) = delete;
     SqlcipherEngine& operator=(const SqlcipherEngine&) = delete;
 
     std::unique_ptr<Statement> prepare(std::string_view sql) override {
-        return std::make_unique<SqlcipherStatement>(connection_, failures_, sql);
+        return std::make_unique<SqlcipherStatement>(connection_, sql);
     }
     const EngineWords& words() const override { return kSqlcipherWords; }
 
@@ -186,14 +78,14 @@ public:
                 static_cast<std::set<std::string>*>(into)->insert(table);
             return SQLITE_OK;
         };
-        sqlite3_set_authorizer(connection_, note, &names);
+        sqlite3_set_authorizer(handle(), note, &names);
         try {
-            const SqlcipherStatement prepared(connection_, failures_, sql);
+            const SqlcipherStatement prepared(connection_, sql);
         } catch (const StoreError&) {
-            sqlite3_set_authorizer(connection_, nullptr, nullptr);
+            sqlite3_set_authorizer(handle(), nullptr, nullptr);
             throw;
         }
-        sqlite3_set_authorizer(connection_, nullptr, nullptr);
+        sqlite3_set_authorizer(handle(), nullptr, nullptr);
         return {names.begin(), names.end()};
     }
 
@@ -201,18 +93,18 @@ public:
     void beginReading() override { execute("BEGIN"); }
     void commit() override { execute("COMMIT"); }
     void rollback() override { execute("ROLLBACK"); }
-    bool inTransaction() const override { return sqlite3_get_autocommit(connection_) == 0; }
-    std::int64_t lastId() const override { return sqlite3_last_insert_rowid(connection_); }
-    std::int64_t rowsChanged() const override { return sqlite3_changes(connection_); }
+    bool inTransaction() const override { return sqlite3_get_autocommit(handle()) == 0; }
+    std::int64_t lastId() const override { return sqlite3_last_insert_rowid(handle()); }
+    std::int64_t rowsChanged() const override { return sqlite3_changes(handle()); }
     std::int64_t writesOfOthers() override {
         if (!dataVersion_) dataVersion_ = prepare("PRAGMA data_version");
         dataVersion_->step();
         const std::int64_t version = dataVersion_->whole(0);
         dataVersion_->reset();
-        return version;
+        return version + (std::int64_t{connection_->number()} << 32); // each connection counts for itself
     }
     std::optional<StoreError> takeDiskFailure() override {
-        return std::exchange(failures_->ofTheDisk, std::nullopt);
+        return std::exchange(connection_->ofTheDisk, std::nullopt);
     }
     void setBusyTimeout(std::chrono::milliseconds timeout) override { busyTimeout_ = timeout; }
     void setLockWait(std::shared_ptr<LockWait> wait) override { lockWait_ = std::move(wait); }
@@ -220,8 +112,7 @@ public:
     void setBounds(const ReadBounds* bounds) override {
         bounds_ = bounds;
         memoryBefore_ = sqlite3_memory_used();
-        sqlite3_progress_handler(connection_, kStepsBetweenLooks,
-                                 bounds == nullptr ? nullptr : &SqlcipherEngine::stopsHere, this);
+        watchBounds(handle());
     }
 
     // Outside a transaction in one step: one of several would begin anew at each write of another
@@ -230,8 +121,8 @@ public:
     void copyInto(Engine& target, const OnPages& onPages) override {
         auto& copy = dynamic_cast<SqlcipherEngine&>(target);
         std::unique_ptr<sqlite3_backup, int (*)(sqlite3_backup*)> backup(
-            sqlite3_backup_init(copy.connection_, "main", connection_, "main"), sqlite3_backup_finish);
-        if (backup == nullptr) failEngine(copy.connection_);
+            sqlite3_backup_init(copy.handle(), "main", handle(), "main"), sqlite3_backup_finish);
+        if (backup == nullptr) failEngine(copy.handle());
         const int pages = onPages && inTransaction() ? kPagesBetweenLooks : -1;
         int code = SQLITE_OK;
         while ((code = sqlite3_backup_step(backup.get(), pages)) == SQLITE_OK) {
@@ -255,6 +146,11 @@ public:
     }
     void rewrite() override { execute("VACUUM"); }
 
+    void shape(std::string_view sql) {
+        execute(sql);
+        connection_->rememberShape(sql);
+    }
+
     std::string answerOf(std::string_view pragma) {
         const auto statement = prepare(pragma);
         return statement->step() ? std::string(statement->text(0)) : std::string();
@@ -265,7 +161,7 @@ public:
     [[nodiscard]] bool hasPlainHeader() const {
         sqlite3_file* file = nullptr;
         char header[sizeof kPlainHeader] = {};
-        if (sqlite3_file_control(connection_, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK)
+        if (sqlite3_file_control(handle(), "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK)
             return false;
         if (file == nullptr || file->pMethods == nullptr) return false;
         if (file->pMethods->xRead(file, header, sizeof header, 0) != SQLITE_OK) return false;
@@ -273,13 +169,20 @@ public:
     }
     // To the end, behind the closing.
     void keep(std::unique_ptr<FileLock> lock) { kept_ = std::move(lock); }
-    [[nodiscard]] bool isReadOnly() const { return sqlite3_db_readonly(connection_, "main") == 1; }
+    [[nodiscard]] bool isReadOnly() const { return sqlite3_db_readonly(handle(), "main") == 1; }
 
 private:
-    [[noreturn]] void closeAndFail() {
-        const int code = sqlite3_extended_errcode(connection_);
-        sqlite3_close_v2(connection_);
-        throw engineFailure(code, "");
+    [[nodiscard]] sqlite3* handle() const { return connection_->handle(); }
+
+    void equip(sqlite3* connection) {
+        sqlite3_extended_result_codes(connection, 1);
+        sqlite3_busy_handler(connection, &SqlcipherEngine::waitForLock, this);
+        watchBounds(connection);
+        registerFunctions(connection, clock_);
+    }
+    void watchBounds(sqlite3* connection) {
+        sqlite3_progress_handler(connection, kStepsBetweenLooks,
+                                 bounds_ == nullptr ? nullptr : &SqlcipherEngine::stopsHere, this);
     }
 
     static int waitForLock(void* self, int attempt) {
@@ -307,21 +210,21 @@ private:
                 throw StoreError(StoreError::Kind::GivenUp, "Sorgudan vazgeçildi.");
             return 0;
         } catch (...) { // across the engine no exception may fly: the statement's failure brings it
-            engine.failures_->stopped = std::current_exception();
+            engine.connection_->stopped = std::current_exception();
             return 1;
         }
     }
 
-    sqlite3* connection_ = nullptr;
+    std::function<DateTime()> clock_;
+    std::chrono::milliseconds busyTimeout_;
+    const ReadBounds* bounds_ = nullptr;
+    std::int64_t memoryBefore_ = 0;
+    std::shared_ptr<LockWait> lockWait_; // nothing: until the time is up
+    std::chrono::steady_clock::time_point waitingSince_;
+    std::shared_ptr<SqlcipherConnection> connection_; // a statement may outlive its engine
     std::unique_ptr<Statement> dataVersion_;
     std::optional<Filling> filling_;
     std::unique_ptr<FileLock> kept_;
-    std::shared_ptr<Failures> failures_ = std::make_shared<Failures>();
-    const ReadBounds* bounds_ = nullptr;
-    std::int64_t memoryBefore_ = 0;
-    std::chrono::milliseconds busyTimeout_;
-    std::shared_ptr<LockWait> lockWait_; // nothing: until the time is up
-    std::chrono::steady_clock::time_point waitingSince_;
 };
 
 // Form and page size stand before the first read, since nothing in the file tells them. The form is that of
@@ -330,8 +233,9 @@ private:
 void prepareCipher(SqlcipherEngine& engine) {
     if (engine.answerOf("PRAGMA cipher_version").empty())
         throw std::logic_error("the engine linked into this program does not encrypt");
-    engine.execute("PRAGMA cipher_compatibility = 3");
-    engine.execute("PRAGMA cipher_page_size = 4096");
+    engine.shape("PRAGMA cipher_log_level = NONE"); // what fails is told in our own words
+    engine.shape("PRAGMA cipher_compatibility = 3");
+    engine.shape("PRAGMA cipher_page_size = 4096");
 }
 
 void configure(SqlcipherEngine& engine) {
@@ -339,10 +243,10 @@ void configure(SqlcipherEngine& engine) {
         throw StoreError(StoreError::Kind::InputOutput,
                          "Veritabanının bulunduğu disk, güvenli yazma için gerekeni vermiyor; açılmadı. "
                          "Dosyayı bu bilgisayarın kendi diskine koyun.");
-    engine.execute("PRAGMA synchronous = FULL");
-    engine.execute("PRAGMA cache_size = -65536");
-    engine.execute("PRAGMA temp_store = MEMORY");
-    engine.execute("PRAGMA foreign_keys = OFF");
+    engine.shape("PRAGMA synchronous = FULL");
+    engine.shape("PRAGMA cache_size = -65536");
+    engine.shape("PRAGMA temp_store = MEMORY");
+    engine.shape("PRAGMA foreign_keys = OFF");
 }
 
 // All in the one file from the first page on: a journal would be moved into it at the closing, whose failure
@@ -350,9 +254,9 @@ void configure(SqlcipherEngine& engine) {
 void configureUnfinished(SqlcipherEngine& engine) {
     if (engine.answerOf("PRAGMA journal_mode = OFF") != "off")
         throw std::logic_error("the engine keeps a journal of a file that nobody needs yet");
-    engine.execute("PRAGMA synchronous = FULL");
-    engine.execute("PRAGMA cache_size = -65536");
-    engine.execute("PRAGMA temp_store = MEMORY");
+    engine.shape("PRAGMA synchronous = FULL");
+    engine.shape("PRAGMA cache_size = -65536");
+    engine.shape("PRAGMA temp_store = MEMORY");
 }
 
 // Raises where the path can be no database, before the engine makes one of it.
@@ -454,15 +358,19 @@ std::unique_ptr<Engine> openToRead(const std::string& path, int flags, std::stri
     engine = openKeyed(path, flags, password, busyTimeout, {});
     if (hasJournal(path) || flags == kUnchanging) engine->keep(std::move(lock));
     prepareCipher(*engine);
-    engine->execute("PRAGMA query_only = ON");
+    engine->shape("PRAGMA query_only = ON");
     requireTables(*engine, path);
     if (inspect) inspect(*engine);
-    engine->execute("PRAGMA cache_size = -65536");
-    engine->execute("PRAGMA temp_store = MEMORY");
+    engine->shape("PRAGMA cache_size = -65536");
+    engine->shape("PRAGMA temp_store = MEMORY");
     return engine;
 }
 
 } // namespace
+
+void shapeConnection(Engine& engine, std::string_view sql) {
+    dynamic_cast<SqlcipherEngine&>(engine).shape(sql);
+}
 
 std::unique_ptr<Engine> openSqlcipher(const std::string& nativePath, std::string_view password,
                                       std::chrono::milliseconds busyTimeout, std::function<DateTime()> clock,

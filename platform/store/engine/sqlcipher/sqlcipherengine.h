@@ -37,6 +37,9 @@ using Inspection = std::function<void(Engine&)>;
 [[nodiscard]] std::unique_ptr<Engine>
 openSqlcipherAlone(const std::string& nativePath, std::string_view password, const Inspection& inspect = {});
 
+// Runs what shapes the connection and not the file: a setting, a temporary table.
+void shapeConnection(Engine& engine, std::string_view sql);
+
 // Moves what a journal beside the file holds into the file, so that it is whole by itself. Raises StoreError,
 // also where somebody else has the file open.
 void settleJournal(const std::string& nativePath, std::string_view password);
