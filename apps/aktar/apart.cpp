@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <fstream>
 #include <new>
 
 namespace veldona::aktar {
@@ -28,9 +29,15 @@ void narrow(__rlimit_resource what, std::uint64_t most) {
     static_cast<void>(setrlimit(what, &limit));
 }
 
+std::uint64_t ownBytes() {
+    std::uint64_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    return pages * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
+}
+
 void setLimits(const Limits& limits) {
 #ifndef __SANITIZE_ADDRESS__ // whose shadow alone is larger
-    narrow(RLIMIT_AS, limits.megabytes << 20);
+    narrow(RLIMIT_AS, ownBytes() + (limits.megabytes << 20));
 #endif
     narrow(RLIMIT_CPU, limits.seconds);
     alarm(static_cast<unsigned>(2 * limits.seconds)); // it may sit still too
@@ -65,6 +72,19 @@ Ending endedBy(int signal) {
     }
 }
 
+// The child's status.
+int waitFor(pid_t child, const std::function<bool()>& goOn) {
+    constexpr useconds_t kBetweenLooks = 50'000;
+    int status = 0;
+    for (;;) {
+        const pid_t ended = waitpid(child, &status, goOn ? WNOHANG : 0);
+        if (ended == child || (ended < 0 && errno != EINTR)) return status;
+        if (ended != 0) continue;
+        usleep(kBetweenLooks);
+        if (!goOn()) kill(child, SIGKILL);
+    }
+}
+
 } // namespace
 
 Limits limitsFor(std::uint64_t fileBytes) {
@@ -72,15 +92,13 @@ Limits limitsFor(std::uint64_t fileBytes) {
     return {1024 + 4 * megabytes, 600 + 2 * megabytes};
 }
 
-Ending runApart(const Limits& limits, const std::function<int()>& work) {
+Ending runApart(const Limits& limits, const std::function<int()>& work, const std::function<bool()>& goOn) {
     const pid_t parent = getpid();
     std::fflush(nullptr); // else the child writes it once more
     const pid_t child = fork();
     if (child < 0) return {1, ": okunması için ayrı bir süreç başlatılamadı."};
     if (child == 0) beChild(parent, limits, work);
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
-    }
+    const int status = waitFor(child, goOn);
     if (!WIFEXITED(status)) return endedBy(WTERMSIG(status));
     if (WEXITSTATUS(status) != kNoMemory) return {WEXITSTATUS(status), {}};
     return {1, " bozuk olmalı: okunması bu boyda bir dosya için çok fazla bellek istedi."};

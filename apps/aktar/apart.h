@@ -10,7 +10,7 @@
 namespace veldona::aktar {
 
 struct Limits {
-    std::uint64_t megabytes; // of memory
+    std::uint64_t megabytes; // of memory, besides what this process has already
     std::uint64_t seconds;   // at work; twice as many by the clock on the wall
 };
 
@@ -23,7 +23,8 @@ struct Ending {
 };
 
 // `work` returns the code; it leaves by std::bad_alloc where memory runs out, and by nothing else. Who ends
-// this process ends the work too.
-[[nodiscard]] Ending runApart(const Limits& limits, const std::function<int()>& work);
+// this process ends the work too, and so does `goOn`, which is asked a few times a second, by false.
+[[nodiscard]] Ending runApart(const Limits& limits, const std::function<int()>& work,
+                              const std::function<bool()>& goOn = {});
 
 } // namespace veldona::aktar

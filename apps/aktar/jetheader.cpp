@@ -96,8 +96,8 @@ void checkJetHeader(const std::string& path, std::string_view password) {
     unmask(page);
     const std::string stored = passwordOf(page, path);
     if (stored == password || stored.empty()) return;
-    throw Refusal(password.empty() ? path + " parolalı. Parolasını --parola ile verin."
-                                   : path + " dosyasının parolası bu değil.");
+    if (password.empty()) throw PasswordLacks(path + " parolalı. Parolasını --parola ile verin.");
+    throw Refusal(path + " dosyasının parolası bu değil.");
 }
 
 } // namespace veldona::aktar

@@ -8,7 +8,15 @@
 #include <string>
 #include <string_view>
 
+#include "apps/hazirla/delivered.h"
+
 namespace veldona::aktar {
+
+// The file has a password, and none was given.
+class PasswordLacks : public hazirla::Refusal {
+public:
+    using Refusal::Refusal;
+};
 
 // Raises hazirla::Refusal, with a sentence for the operator: no such file, no Jet 4 file, a file that was
 // cut, a password that is missing or wrong.

@@ -9,18 +9,15 @@
 
 namespace veldona::hazirla {
 
-bool findOrMakeBooks(const Paths& paths, Dialogs& dialogs) {
+bool areThereBooks(const Paths& paths) {
     const std::string file = paths.toNative(kDatabasePath);
     std::error_code unreachable; // told of when the file is opened or made
-    if (std::filesystem::exists(file, unreachable) || backup::areOnServer(file)) return true;
-    // Who has books elsewhere must not begin new ones by mistake, so the other ways are named.
-    if (!dialogs.confirm("Bu bilgisayarda henüz bir defter yok:\n" + file +
-                         "\n\nYeni, boş bir defter kurulsun mu?\n\n"
-                         "Hayır derseniz hiçbir şey değişmez. Eski programın dosyası vorel-aktar komutuyla "
-                         "taşınır, bir yedek vorel-yedek --geri-yukle komutuyla yerine konur."))
-        return false;
+    return std::filesystem::exists(file, unreachable) || backup::areOnServer(file);
+}
+
+bool makeFirstBooks(const Paths& paths, Dialogs& dialogs) {
     try {
-        deliver(file, Existing::Keep,
+        deliver(paths.toNative(kDatabasePath), Existing::Keep,
                 [](const std::string& made) { runStatements(made, {kAskForLetterhead}); });
         return true;
     } catch (const std::exception& failure) {

@@ -10,8 +10,11 @@ namespace veldona::hazirla {
 // letterhead's.
 inline constexpr const char* kAskForLetterhead = "UPDATE FIRMABILGISI SET DEGER='0'";
 
-// Whether there are books to open. Where there are none the operator is asked whether empty ones be made,
-// whose first screen asks for the shop's letterhead. What stands is never touched, and a failure is told of.
-[[nodiscard]] bool findOrMakeBooks(const Paths& paths, Dialogs& dialogs);
+// Whether there are books to open, in their file or on a server.
+[[nodiscard]] bool areThereBooks(const Paths& paths);
+
+// Makes empty ones, whose first screen asks for the shop's letterhead. What stands is never touched; a
+// failure is told of, and answers false.
+bool makeFirstBooks(const Paths& paths, Dialogs& dialogs);
 
 } // namespace veldona::hazirla

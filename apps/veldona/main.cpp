@@ -10,10 +10,10 @@
 #include <QScreen>
 #include <QStandardPaths>
 
-#include "apps/hazirla/firstbooks.h"
 #include "apps/screens.h"
 #include "apps/tool/toolmain.h"
 #include "apps/veldona/backupmenu.h"
+#include "apps/veldona/firststart.h"
 #include "apps/veldona/guide.h"
 #include "apps/veldona/menus.h"
 #include "apps/veldona/waiting.h"
@@ -84,7 +84,8 @@ Ended runBooks(const std::string& root, std::optional<std::string>& backup) {
 
     Desktop desktop{clock,     dialogs,   pump,  opener, Paths(root), {}, DataSources(root + "/ODBC.INI"),
                     &waitNote, &sideWork, &media};
-    if (!hazirla::findOrMakeBooks(desktop.paths, dialogs)) return {1};
+    BackupMenu backups(windows, clock, desktop.paths, &media);
+    if (!FirstStart(windows, dialogs, desktop.paths, backups).findBooks()) return {1};
     Err untold; // a template that is missing for good is told of when it is to be printed
     attempt(untold, [&] { sablonlariKur(desktop.paths); });
 
@@ -96,7 +97,6 @@ Ended runBooks(const std::string& root, std::optional<std::string>& backup) {
         windows.showGuide(windows.frontWindow(), screen);
     };
     registerScreens(forms, session);
-    BackupMenu backups(windows, clock, desktop.paths, &media);
     windows.addTo("frmMainVeldona", [&](FormWindow& window) {
         addMenus(window, backups, [&] {
             for (Form* open : forms.loadedForms())

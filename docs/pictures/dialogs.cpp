@@ -23,9 +23,9 @@
 #include <QTableWidget>
 #include <QTimer>
 
-#include "apps/hazirla/firstbooks.h"
 #include "apps/screens.h"
 #include "apps/veldona/backupmenu.h"
+#include "apps/veldona/firststart.h"
 #include "apps/veldona/menus.h"
 #include "core/session.h"
 #include "platform/controls/userinput.h"
@@ -123,7 +123,8 @@ public:
     void takeAll() {
         const bool isFirstStart = !fs::exists(desktop_.desktop.paths.toNative(kDatabasePath));
         if (isFirstStart) camera_.expect("ilk-acilis");
-        if (!hazirla::findOrMakeBooks(desktop_.desktop.paths, desktop_.dialogs) || !basla(session_)) {
+        if (!FirstStart(windows_, desktop_.dialogs, desktop_.desktop.paths, backups_).findBooks() ||
+            !basla(session_)) {
             std::cerr << "the program did not start\n";
             std::exit(1);
         }

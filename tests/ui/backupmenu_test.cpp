@@ -5,7 +5,9 @@
 #include <thread>
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTableWidget>
@@ -15,6 +17,7 @@
 #include <gtest/gtest.h>
 
 #include "apps/veldona/backupmenu.h"
+#include "apps/veldona/firststart.h"
 #include "apps/veldona/restoredialog.h"
 #include "apps/veldona/waiting.h"
 #include "backup/proof.h"
@@ -150,6 +153,44 @@ TEST_F(Backups, WorkBesideTheWindowsShowsHowFarItIsAndIsGivenUpByEscape) {
     EXPECT_GT(looks, 0);
     EXPECT_TRUE(manners.isEmpty()) << manners.join("\n").toStdString();
     EXPECT_THROW(beside.run("x", [](const Progress&) { throw std::runtime_error("x"); }), std::runtime_error);
+}
+
+// The whole road, in real windows: the question, the file, what was found in it, the books.
+TEST_F(Backups, TheFirstStartMovesAnOldFileIn) {
+    const TemporaryFolder drive;
+    const Paths paths(drive.path().string());
+    BackupMenu none(host, shop.clock, paths);
+    bool isGivenUp = true;
+    const auto walk = [&] {
+        auto* front = dynamic_cast<QDialog*>(QApplication::activeModalWidget());
+        if (auto* box = dynamic_cast<QMessageBox*>(front)) {
+            for (QAbstractButton* button : box->buttons())
+                if (button->text() == (isGivenUp ? "&Vazgeç" : "&Eski Dosyadan Taşı…"))
+                    return button->click();
+        } else if (auto* files = dynamic_cast<QFileDialog*>(front)) {
+            files->selectFile(VELDONA_VERI "/dukkan-jet4.mdb");
+            front->accept();
+        } else if (const auto* found = front ? front->findChild<QPlainTextEdit*>() : nullptr) {
+            said << found->toPlainText();
+            manners << mnemonicClashes(*front) << namelessControls(*front) << clippedWords(*front);
+            front->accept();
+        }
+    };
+    watch.stop();
+    QTimer walking;
+    QObject::connect(&walking, &QTimer::timeout, &walking, walk);
+    walking.start(10);
+    RecordingDialogs dialogs;
+    EXPECT_FALSE(FirstStart(host, dialogs, paths, none).findBooks());
+    isGivenUp = false;
+    EXPECT_TRUE(FirstStart(host, dialogs, paths, none).findBooks());
+    ASSERT_EQ(said.size(), 1);
+    EXPECT_TRUE(said[0].contains("MUSTKAYIT: 12 satır")) << said[0].toStdString();
+    ASSERT_EQ(dialogs.said.size(), 1U);
+    EXPECT_NE(dialogs.said[0].text.find("Toplam: satış 59.574,02"), std::string::npos)
+        << dialogs.said[0].text;
+    EXPECT_EQ(backup::inspect(paths.toNative(kDatabasePath)).rows.at("MUSTKAYIT"), 12);
+    EXPECT_TRUE(manners.isEmpty()) << manners.join("\n").toStdString();
 }
 
 } // namespace
