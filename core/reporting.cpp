@@ -56,13 +56,9 @@ private:
 // The queries that the layout's body is made from; what only its head and foot read is no data of the report.
 std::set<std::string> govdeSorgulari(const report::Layout& layout) {
     std::set<std::string> names;
-    for (const report::Block& block : layout.body) {
-        if (const auto* section = std::get_if<report::Section>(&block))
-            names.insert(section->query);
-        else
-            for (const report::Table& table : std::get<report::SideBySide>(block))
-                names.insert(table.query);
-    }
+    report::eachPart(
+        layout.body, [&](const report::Section& band) { names.insert(band.query); },
+        [&](const report::Table& table) { names.insert(table.query); });
     names.erase("");
     return names;
 }

@@ -24,9 +24,8 @@ double extentOf(const Section& section) {
 } // namespace
 
 const DataSet* Binding::find(const std::string& query) const {
-    const auto found =
-        std::find_if(data_.begin(), data_.end(), [&](const DataSet& data) { return data.name == query; });
-    return found == data_.end() ? nullptr : &*found;
+    const auto found = std::ranges::find(data_, query, &DataSet::name);
+    return found == data_.end() ? nullptr : *found;
 }
 
 BoundSection Binding::section(const Section& section) const {

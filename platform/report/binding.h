@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/report/allowance.h"
@@ -43,8 +44,10 @@ struct BoundTable {
 // have.
 class Binding {
 public:
-    Binding(const Layout& layout, const std::vector<DataSet>& data, Allowance& allowance)
-        : layout_(layout), data_(data), allowance_(allowance) {}
+    Binding(const Layout& layout, std::vector<const DataSet*> data, Allowance& allowance)
+        : layout_(layout), data_(std::move(data)), allowance_(allowance) {}
+    // What is bound from now on is bound to these.
+    void use(std::vector<const DataSet*> data) { data_ = std::move(data); }
     [[nodiscard]] BoundSection section(const Section& section) const;
     [[nodiscard]] BoundTable table(const Table& table) const;
 
@@ -54,7 +57,7 @@ private:
     [[nodiscard]] std::string sumOf(const DataSet& data, std::size_t column, const Piece& piece,
                                     int line) const;
     const Layout& layout_;
-    const std::vector<DataSet>& data_;
+    std::vector<const DataSet*> data_;
     Allowance& allowance_;
 };
 

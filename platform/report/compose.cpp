@@ -1,11 +1,13 @@
 #include "platform/report/compose.h"
 
 #include <algorithm>
+#include <map>
 #include <new>
 #include <optional>
 #include <utility>
 
 #include "platform/report/datause.h"
+#include "platform/report/grouprows.h"
 #include "platform/report/layouttext.h"
 #include "platform/report/painting.h"
 #include "platform/report/reporterror.h"
@@ -42,8 +44,12 @@ class Composer {
 public:
     Composer(const Layout& layout, const std::vector<DataSet>& data, DateTime now, const GoOn& goOn,
              const FontMetrics& metrics)
-        : layout_(layout), allowance_(layout.file, goOn), binding_(layout, data, allowance_), now_(now),
-          metrics_(metrics) {}
+        : layout_(layout), data_(data), allowance_(layout.file, goOn),
+          binding_(layout, pointersTo(data), allowance_), now_(now), metrics_(metrics) {
+        eachPart(
+            layout.body, [](const Section&) {},
+            [&](const Table& table) { numbers_.emplace(&table, static_cast<int>(numbers_.size()) + 1); });
+    }
     std::vector<Page> compose();
 
 private:
@@ -53,7 +59,10 @@ private:
     void add(Page& page, Painted painted, double x, double y, Origin origin) const;
     void place(Painted painted, double x, Origin origin);
     void once(const Section& section, Area area);
-    void block(const Block& block);
+    void part(const Section& band) { once(band, Area::Detail); }
+    void part(const SideBySide& side) { tables(side); }
+    void part(const Group& group);
+    [[nodiscard]] double headOf(const Group& group);
     void tables(const SideBySide& side);
     void fillPage(Running& running);
     [[nodiscard]] std::optional<Painted> next(Running& running);
@@ -66,22 +75,23 @@ private:
     [[nodiscard]] double room() const { return bottom_ - y_; }
 
     const Layout& layout_;
+    const std::vector<DataSet>& data_;
     Allowance allowance_;
-    Binding binding_;
+    Binding binding_; // within a group to the row in hand
     DateTime now_;
     const FontMetrics& metrics_;
     std::optional<BoundSection> header_, footer_;
     double headerHeight_ = 0, footerHeight_ = 0;
     std::vector<Page> pages_;
     std::vector<std::optional<double>> headerTops_; // one a page
-    int tables_ = 0;                                // laid out so far
+    std::map<const Table*, int> numbers_;           // of the layout's tables, from 1
     double top_ = 0, y_ = 0, bottom_ = 0;           // of the body of the page in hand
 };
 
 std::vector<Page> Composer::compose() {
     openReport();
     for (const Block& each : layout_.body)
-        block(each);
+        std::visit([&](const auto& its) { part(its); }, each);
     if (layout_.reportFooter) once(*layout_.reportFooter, Area::ReportFooter);
     paintEdges();
     return std::move(pages_);
@@ -152,21 +162,48 @@ void Composer::once(const Section& section, Area area) {
     place(std::move(whole), 0, {area});
 }
 
-void Composer::block(const Block& block) {
-    if (const auto* band = std::get_if<Section>(&block)) return once(*band, Area::Detail);
-    tables(std::get<SideBySide>(block));
+void Composer::part(const Group& group) {
+    const GroupRows rows(group, data_, layout_.file);
+    for (std::size_t row = 0; row < rows.count(); ++row) {
+        const GroupRows::Slice slice = rows.at(row);
+        binding_.use(slice.all());
+        const bool isAtTop = y_ <= top_ + kTolerance;
+        const bool startsPage = row > 0 && group.startsPage;
+        if (startsPage || (!isAtTop && headOf(group) > room() + kTolerance)) newPage();
+        for (const Part& each : group.parts)
+            std::visit([&](const auto& its) { part(its); }, each);
+    }
+    binding_.use(pointersTo(data_));
+}
+
+// The bands that a row of the group begins with, and the beginning of its first table: they stay together.
+double Composer::headOf(const Group& group) {
+    double height = 0;
+    for (const Part& each : group.parts) {
+        if (const auto* band = std::get_if<Section>(&each)) {
+            height += painted(binding_.section(*band)).height;
+            continue;
+        }
+        double tallest = 0;
+        for (const Table& table : std::get<SideBySide>(each))
+            tallest = std::max(tallest, headAndFirstRow(binding_.table(table)));
+        return height + tallest;
+    }
+    return height;
 }
 
 void Composer::tables(const SideBySide& side) {
     std::vector<BoundTable> bound;
-    for (const Table& table : side)
-        bound.push_back(binding_.table(table));
     std::vector<Running> all;
     double needed = 0;
-    for (const BoundTable& table : bound) {
-        all.push_back({&table, ++tables_});
-        needed = std::max(needed, headAndFirstRow(table));
+    bound.reserve(side.size());
+    for (const Table& table : side) {
+        BoundTable its = binding_.table(table);
+        if (table.hidesWhenEmpty && its.data->rowCount() == 0) continue;
+        needed = std::max(needed, headAndFirstRow(its));
+        all.push_back({&bound.emplace_back(std::move(its)), numbers_.at(&table)});
     }
+    if (all.empty()) return;
     if (needed > room() + kTolerance && y_ > top_ + kTolerance) newPage();
     for (;;) {
         const double start = y_;
@@ -258,6 +295,7 @@ Document composeRows(const Layout& layout, const adodb::Recordset& rows, DateTim
 Document composeTemplate(const Layout& layout, QueryRunner& queries, DateTime now, const GoOn& goOn) {
     std::vector<DataSet> data;
     for (const Query& query : layout.queries) {
+        if (query.sql.empty()) throw ReportError(layout.file, query.line, "bu rapora program satır vermez.");
         if (!isSelect(query.sql)) throw ReportError(layout.file, query.line, "sorgu yalnız SELECT olabilir.");
         try {
             data.push_back(queries.run(query.name, query.sql));

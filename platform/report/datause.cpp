@@ -47,13 +47,9 @@ void describeData(std::vector<DataSet>& data, const Layout& layout) {
     Describer describer(data);
     for (const Query& query : layout.queries)
         describer.query(query);
-    for (const Block& block : layout.body) {
-        if (const auto* side = std::get_if<SideBySide>(&block))
-            for (const Table& table : *side)
-                describer.table(table);
-        else
-            describer.sums(std::get<Section>(block));
-    }
+    eachPart(
+        layout.body, [&](const Section& band) { describer.sums(band); },
+        [&](const Table& table) { describer.table(table); });
     for (const auto* once : {&layout.reportHeader, &layout.reportFooter})
         if (*once) describer.sums(**once);
     std::ranges::stable_sort(data, [](const DataSet& a, const DataSet& b) {

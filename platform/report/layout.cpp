@@ -13,17 +13,13 @@ std::vector<Section*> sectionsOf(Layout& layout) {
     };
     for (auto* section : {&layout.reportHeader, &layout.pageHeader, &layout.pageFooter, &layout.reportFooter})
         add(*section);
-    for (Block& block : layout.body) {
-        if (auto* band = std::get_if<Section>(&block)) {
-            all.push_back(band);
-            continue;
-        }
-        for (Table& table : std::get<SideBySide>(block)) {
+    eachPart(
+        layout.body, [&](Section& band) { all.push_back(&band); },
+        [&](Table& table) {
             add(table.header);
             all.push_back(&table.detail);
             add(table.footer);
-        }
-    }
+        });
     return all;
 }
 

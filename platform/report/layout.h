@@ -83,15 +83,44 @@ struct Table {
     std::optional<Section> header;
     Section detail;
     std::optional<Section> footer;
+    bool hidesWhenEmpty = false; // header and footer too, where there is no row
 };
 
-using SideBySide = std::vector<Table>;
-using Block =
-    std::variant<Section, SideBySide>; // a section stands once; a table alone is a SideBySide of one
+using SideBySide = std::vector<Table>; // a table alone is a SideBySide of one
+using Part = std::variant<Section, SideBySide>;
+
+// Its parts once for each row of its query. Within it every set of rows that has the key's column holds those
+// of the row's key alone, the query itself that one row; the others are whole.
+struct Group {
+    std::string query;
+    std::string key;
+    bool startsPage = false; // each row but the first on a page of its own
+    std::vector<Part> parts;
+    int line = 0;
+};
+
+using Block = std::variant<Section, SideBySide, Group>;
+
+// Every band and every table of a body, those of groups among them, in their order.
+template <class Body, class OnBand, class OnTable>
+void eachPart(Body& body, const OnBand& onBand, const OnTable& onTable) {
+    const auto visit = [&](auto& part) {
+        if (auto* band = std::get_if<Section>(&part)) onBand(*band);
+        if (auto* side = std::get_if<SideBySide>(&part))
+            for (auto& table : *side)
+                onTable(table);
+    };
+    for (auto& block : body) {
+        visit(block);
+        if (auto* group = std::get_if<Group>(&block))
+            for (auto& part : group->parts)
+                visit(part);
+    }
+}
 
 struct Query {
     std::string name;
-    std::string sql;
+    std::string sql;     // empty: the program hands its rows over
     std::string heading; // of its rows in an export; may be empty
     int line = 0;
 };

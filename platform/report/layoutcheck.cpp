@@ -46,14 +46,11 @@ void Check::run() {
     if (layout_.reportFooter) section(*layout_.reportFooter, once);
     if (layout_.pageHeader) section(*layout_.pageHeader, paged);
     if (layout_.pageFooter) section(*layout_.pageFooter, paged);
-    for (const Block& block : layout_.body) {
-        if (const auto* band = std::get_if<Section>(&block)) {
-            section(*band, once);
-        } else {
-            for (const Table& each : std::get<SideBySide>(block))
-                table(each);
-        }
-    }
+    eachPart(
+        layout_.body, [&](const Section& band) { section(band, once); },
+        [&](const Table& each) { table(each); });
+    for (const Block& block : layout_.body)
+        if (const auto* group = std::get_if<Group>(&block)) query(group->query, group->line);
     heights();
 }
 
@@ -114,15 +111,12 @@ void Check::heights() const {
     const double room = layout_.pageHeight - layout_.margins.top - layout_.margins.bottom -
                         heightOf(layout_.pageHeader) - heightOf(layout_.pageFooter);
     double tallest = std::max(heightOf(layout_.reportHeader), heightOf(layout_.reportFooter));
-    for (const Block& block : layout_.body) {
-        if (const auto* band = std::get_if<Section>(&block)) {
-            tallest = std::max(tallest, band->height);
-        } else {
-            for (const Table& each : std::get<SideBySide>(block))
-                tallest = std::max(tallest, heightOf(each.header) +
-                                                std::max(each.detail.height, heightOf(each.footer)));
-        }
-    }
+    eachPart(
+        layout_.body, [&](const Section& band) { tallest = std::max(tallest, band.height); },
+        [&](const Table& each) {
+            tallest = std::max(tallest,
+                               heightOf(each.header) + std::max(each.detail.height, heightOf(each.footer)));
+        });
     if (bodyWidth() < 10 || tallest > room + kTolerance)
         fail(0, "bölümler sayfaya sığmıyor; kenar boşluklarını ya da yükseklikleri küçültünüz.");
 }

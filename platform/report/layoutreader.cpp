@@ -33,6 +33,10 @@ private:
     void readPart(Element& part);
     void readOnce(Element& part, std::optional<Section>& into);
     void readQuery(Element& part);
+    void readData(Element& part);
+    void takeQuery(const Element& part, Query query);
+    [[nodiscard]] std::optional<Part> findPart(Element& part); // nothing where it is no part of a body
+    [[nodiscard]] Group readGroup(Element& part);
     [[nodiscard]] Table readTable(Element& part);
     [[nodiscard]] SideBySide readSideBySide(Element& part);
     [[nodiscard]] Section readSection(Element& part);
@@ -114,18 +118,43 @@ void Reader::readPage(Element& report) {
 void Reader::readPart(Element& part) {
     const std::string_view name = part.name();
     if (name == "query") return readQuery(part);
+    if (name == "data") return readData(part);
     if (name == "reportHeader") return readOnce(part, layout_.reportHeader);
     if (name == "pageHeader") return readOnce(part, layout_.pageHeader);
     if (name == "pageFooter") return readOnce(part, layout_.pageFooter);
     if (name == "reportFooter") return readOnce(part, layout_.reportFooter);
-    if (name == "band") return layout_.body.emplace_back(readSection(part)), void();
-    if (name == "table") return layout_.body.emplace_back(SideBySide{readTable(part)}), void();
-    if (name == "sideBySide") return layout_.body.emplace_back(readSideBySide(part)), void();
-    if (name != "detail") refuse(part);
+    if (name == "group") return layout_.body.emplace_back(readGroup(part)), void();
+    std::optional<Part> found = findPart(part);
+    if (!found) refuse(part);
+    std::visit([&](auto& each) { layout_.body.emplace_back(std::move(each)); }, *found);
+}
+
+std::optional<Part> Reader::findPart(Element& part) {
+    const std::string_view name = part.name();
+    if (name == "band") return readSection(part);
+    if (name == "table") return SideBySide{readTable(part)};
+    if (name == "sideBySide") return readSideBySide(part);
+    if (name != "detail") return std::nullopt;
     Table table;
     table.detail = readSection(part);
     table.query = table.detail.query;
-    layout_.body.emplace_back(SideBySide{std::move(table)});
+    return SideBySide{std::move(table)};
+}
+
+Group Reader::readGroup(Element& part) {
+    Group group;
+    group.line = part.line();
+    group.query = part.neededWord("query");
+    group.key = part.neededWord("key");
+    group.startsPage = part.yes("newPage");
+    part.finish();
+    for (Element& child : part.children()) {
+        std::optional<Part> found = findPart(child);
+        if (!found) refuse(child);
+        group.parts.push_back(*std::move(found));
+    }
+    if (group.parts.empty()) part.fail("<group> içinde en az bir bölüm olmalıdır.");
+    return group;
 }
 
 void Reader::readOnce(Element& part, std::optional<Section>& into) {
@@ -138,6 +167,17 @@ void Reader::readQuery(Element& part) {
     part.finish();
     if (!part.children().empty()) part.fail("<query> içinde etiket olamaz.");
     if (!isSelect(query.sql)) part.fail("sorgu yalnız SELECT olabilir.");
+    takeQuery(part, std::move(query));
+}
+
+void Reader::readData(Element& part) {
+    Query query{part.neededWord("name"), {}, part.text("heading"), part.line()};
+    part.finish();
+    if (!part.children().empty()) part.fail("<data> içinde etiket olamaz.");
+    takeQuery(part, std::move(query));
+}
+
+void Reader::takeQuery(const Element& part, Query query) {
     const auto same = [&](const Query& other) { return other.name == query.name; };
     if (std::any_of(layout_.queries.begin(), layout_.queries.end(), same))
         part.fail("\"" + query.name + "\" adında iki sorgu var.");
@@ -149,6 +189,7 @@ Table Reader::readTable(Element& part) {
     Table table;
     table.x = part.number("x", {0, kMostMillimetres}, 0);
     table.query = part.text("query");
+    table.hidesWhenEmpty = part.yes("hideEmpty");
     part.finish();
     bool hasDetail = false;
     for (Element& child : part.children()) {

@@ -44,17 +44,15 @@ std::set<std::string> columnsOf(const Layout& layout) {
     for (const auto* section :
          {&layout.reportHeader, &layout.pageHeader, &layout.pageFooter, &layout.reportFooter})
         if (*section) addColumns(**section, names);
-    for (const Block& block : layout.body) {
-        if (const auto* section = std::get_if<Section>(&block)) {
-            addColumns(*section, names);
-            continue;
-        }
-        for (const Table& table : std::get<SideBySide>(block)) {
+    eachPart(
+        layout.body, [&](const Section& band) { addColumns(band, names); },
+        [&](const Table& table) {
             if (table.header) addColumns(*table.header, names);
             addColumns(table.detail, names);
             if (table.footer) addColumns(*table.footer, names);
-        }
-    }
+        });
+    for (const Block& block : layout.body)
+        if (const auto* group = std::get_if<Group>(&block)) names.insert(group->key);
     return names;
 }
 

@@ -4,6 +4,7 @@
 #include "platform/report/compose.h"
 #include "platform/report/layoutreader.h"
 #include "platform/report/pagetext.h"
+#include "platform/report/reporterror.h"
 #include "platform/report/textfit.h"
 #include "platform/runtime/text.h"
 
@@ -186,6 +187,49 @@ TEST(ReportPages, TextLongerThanAPageGoesOnOnTheNext) {
         EXPECT_LT(text.find("satır199\n"), text.find("satır200\n"));
         EXPECT_EQ(countOf(text, "baş\n"), document.pages.size());
     }
+}
+
+// A group's row has its own rows in each table, a total of them alone, and its head never stands without its
+// first row; another one's rows and those without the key stay whole.
+TEST(ReportPages, AGroupPrintsEachRowWithItsOwn) {
+    const std::string layout = inReport(R"(<data name="shop"/><data name="sale"/><data name="line"/>
+      <group query="sale" key="NO">
+        <band query="sale" height="8"><label x="0" y="0" width="80" text="Satış {NO} {shop.AD}"/></band>
+        <table query="line">
+          <header height="5"><label x="0" y="0" width="80" text="Mallar {sale.NO}"/></header>
+          <detail height="5"><label x="0" y="0" width="80" text="%n. {AD}"/></detail>
+          <footer height="5"><sum x="0" y="0" width="30" column="TUTAR"/></footer></table>
+      </group>
+      <table query="none" hideEmpty="yes">
+        <header height="5"><label x="0" y="0" width="80" text="Hiç"/></header><detail height="5"/>
+      </table><data name="none"/>)");
+    DataSet sales{"sale", {{"NO", 3}}, {}};
+    DataSet lines{"line", {{"NO", 3}, {"AD", 202}, {"TUTAR", 5}}, {}};
+    for (std::int64_t sale = 1; sale <= 40; ++sale) {
+        sales.cells.emplace_back(sale);
+        for (std::int64_t line = 1; line <= sale % 7; ++line)
+            for (Value cell : {Value(sale), Value("mal " + std::to_string(sale)), Value(1.0)})
+                lines.cells.push_back(std::move(cell));
+    }
+    const DataSet shop{"shop", {{"AD", 202}}, {Value("Ege")}};
+    const DataSet none{"none", {{"NO", 3}}, {}};
+    const Document document = compose(layout, {shop, sales, lines, none});
+    expectWithinPage(document);
+    const std::string text = documentText(document);
+    std::size_t at = 0;
+    for (int sale = 1; sale <= 40; ++sale) {
+        const std::string number = std::to_string(sale);
+        at = text.find("Satış " + number + " Ege\nMallar " + number + "\n", at);
+        ASSERT_NE(at, std::string::npos) << sale;
+        const int count = sale % 7;
+        if (count == 0) continue;
+        const std::string last = std::to_string(count) + ". mal " + number + "\n";
+        EXPECT_EQ(countOf(text, ". mal " + number + "\n"), static_cast<std::size_t>(count));
+        const std::size_t total = text.find(last, at) + last.size();
+        EXPECT_EQ(text.compare(total, 2, std::to_string(count) + "\n"), 0) << sale;
+    }
+    EXPECT_EQ(text.find("Hiç"), std::string::npos);
+    EXPECT_THROW((void)compose(layout, {shop, lines, none}), ReportError);
 }
 
 TEST(ReportPages, TablesSideBySideRunDownThePagesTogether) {
