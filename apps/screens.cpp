@@ -2,6 +2,7 @@
 
 #include "customers/customercard.h"
 #include "customers/customerfinder.h"
+#include "daybook/charts.h"
 #include "ledger/mainscreen.h"
 #include "maintenance/backupscreen.h"
 #include "maintenance/letterhead.h"
@@ -25,6 +26,7 @@ void registerScreens(Forms& forms, Session& session) {
     forms.add("rprodemesigecen", [&session](Forms& f) { return makeRprOdemesiGecen(f, session); });
     forms.add("rprbeklenentahsilat", [&session](Forms& f) { return makeRprBeklenenTahsilat(f, session); });
     forms.add("rptGelirGider", [&session](Forms& f) { return makeRptGelirGider(f, session); });
+    forms.add("frmGrafik", [&session](Forms& f) { return makeFrmGrafik(f, session); });
     forms.add("taksitodduzelt", [&session](Forms& f) { return makeTaksitOdDuzelt(f, session); });
     forms.add("taksitmustduzelt", [&session](Forms& f) { return makeTaksitMustDuzelt(f, session); });
 }

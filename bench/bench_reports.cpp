@@ -118,7 +118,7 @@ public:
     }
     void opened(const report::Document&) override {}
     bool print(const report::Document&) override { return false; }
-    void writePdf(const report::Document&, const std::string&) override {}
+    void writeFile(const report::Document&, const std::string&) override {}
 
 private:
     Session& session_;

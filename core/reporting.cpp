@@ -98,6 +98,19 @@ vazgecilmezse(Session& session, const std::function<report::Document(const repor
     }
 }
 
+// Nothing where the operator gave it up.
+std::optional<report::Document> veriliRapor(Session& session, std::string_view duzen,
+                                            std::vector<report::DataSet> veri,
+                                            const std::function<void(report::Layout&)>& hazirla) {
+    report::Layout layout = report::bandedLayout(raporKlasoru(session.desktop.paths), std::string(duzen));
+    if (hazirla) hazirla(layout);
+    const DateTime now = session.desktop.clock.now();
+    adiTamamla(layout, now);
+    return vazgecilmezse(session, [&](const report::GoOn& surdur) {
+        return report::compose(layout, std::move(veri), now, surdur);
+    });
+}
+
 // Whoever opens a report waits with the cursor of the whole screen.
 void imlecleriBirak(Session& session) {
     for (Form* each : session.forms.loadedForms())
@@ -137,17 +150,32 @@ void RaporAlanBagla(report::Layout& layout, const adodb::Recordset& rows) {
 void BantliRaporGoster(Session& session, std::string_view duzen, const adodb::Recordset* rows,
                        const std::function<void(report::Layout&)>& hazirla,
                        const std::function<void()>& bitince) {
-    report::Layout layout = report::bandedLayout(raporKlasoru(session.desktop.paths), std::string(duzen));
-    if (rows) RaporAlanBagla(layout, *rows);
-    if (hazirla) hazirla(layout);
-    const DateTime now = session.desktop.clock.now();
-    adiTamamla(layout, now);
-    const auto document = vazgecilmezse(session, [&](const report::GoOn& surdur) {
-        return rows ? report::composeRows(layout, *rows, now, surdur)
-                    : report::compose(layout, {}, now, surdur);
+    std::vector<report::DataSet> veri;
+    if (rows) veri.push_back(report::rowsOf(*rows));
+    VeriliRaporGoster(session, duzen, std::move(veri), [&](report::Layout& layout) {
+        if (rows) RaporAlanBagla(layout, *rows);
+        if (hazirla) hazirla(layout);
     });
-    if (document && session.reportDesk) session.reportDesk->preview(*document);
     if (bitince) bitince();
+}
+
+void VeriliRaporGoster(Session& session, std::string_view duzen, std::vector<report::DataSet> veri,
+                       const std::function<void(report::Layout&)>& hazirla) {
+    const auto document = veriliRapor(session, duzen, std::move(veri), hazirla);
+    if (document && session.reportDesk) session.reportDesk->preview(*document);
+}
+
+void VeriliRaporYaz(Session& session, std::string_view duzen, std::vector<report::DataSet> veri,
+                    const std::string& dosya, const std::function<void(report::Layout&)>& hazirla) {
+    const auto document = veriliRapor(session, duzen, std::move(veri), hazirla);
+    if (document && session.reportDesk) session.reportDesk->writeFile(*document, dosya);
+}
+
+std::vector<std::string> VeriliMetinler(Session& session, std::string_view duzen,
+                                        const std::vector<report::DataSet>& veri, std::string_view ad) {
+    const report::Layout layout =
+        report::bandedLayout(raporKlasoru(session.desktop.paths), std::string(duzen));
+    return report::composeTexts(layout, veri, ad, session.desktop.clock.now());
 }
 
 void SablonRaporGoster(Session& session, const std::string& sablon, const SablonAyari& ayar) {

@@ -8,6 +8,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/session.h"
 #include "platform/report/layout.h"
@@ -24,6 +25,19 @@ void RaporAlanBagla(report::Layout& layout, const adodb::Recordset& rows);
 void BantliRaporGoster(Session& session, std::string_view duzen, const adodb::Recordset* rows,
                        const std::function<void(report::Layout&)>& hazirla = {},
                        const std::function<void()>& bitince = {});
+
+// The same for a layout that is given several sets of rows, each by the name that the layout knows it by.
+void VeriliRaporGoster(Session& session, std::string_view duzen, std::vector<report::DataSet> veri,
+                       const std::function<void(report::Layout&)>& hazirla = {});
+
+// The same into a file: a PDF, or a picture of the first page where the name ends in ".png".
+void VeriliRaporYaz(Session& session, std::string_view duzen, std::vector<report::DataSet> veri,
+                    const std::string& dosya, const std::function<void(report::Layout&)>& hazirla = {});
+
+// What the text `ad` of the layout says for each row: messages.
+[[nodiscard]] std::vector<std::string> VeriliMetinler(Session& session, std::string_view duzen,
+                                                      const std::vector<report::DataSet>& veri,
+                                                      std::string_view ad);
 
 // A template: reads "\Rapor\…" below the program's folder, runs its queries, and shows it in the viewer
 // frmCrNesne. A missing or broken file raises an error that names it, and nothing is opened; nor is it where

@@ -21,14 +21,14 @@ constexpr std::int32_t kDesteklenmiyor =
 void pdfYaz(const Session& session, const report::Document& document, const ExportOptions& options,
             const std::string& dosya) {
     if (!session.reportDesk) throw RuntimeError(kDesteklenmiyor, "Burada PDF yazılamıyor.");
-    if (options.allPages) return session.reportDesk->writePdf(document, dosya);
+    if (options.allPages) return session.reportDesk->writeFile(document, dosya);
     const auto count = static_cast<std::int32_t>(document.pages.size());
     const std::int32_t first = std::max(options.firstPage, 1);
     const std::int32_t last = options.lastPage > 0 ? std::min(options.lastPage, count) : count;
     if (first > last) throw RuntimeError(5, "Raporda bu sayfalar yok.");
     report::Document part = document;
     part.pages = {document.pages.begin() + (first - 1), document.pages.begin() + last};
-    session.reportDesk->writePdf(part, dosya);
+    session.reportDesk->writeFile(part, dosya);
 }
 
 // The second file is NAME_2, and so on.

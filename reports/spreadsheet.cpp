@@ -5,12 +5,12 @@
 #include <optional>
 
 #include "core/database.h"
+#include "core/exportfolders.h"
 #include "core/money.h"
 #include "platform/export/spreadsheet.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"
-#include "reports/exportfolders.h"
 #include "reports/unpaidmonths.h"
 
 namespace veldona {

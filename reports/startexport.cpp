@@ -1,9 +1,9 @@
 #include "reports/startexport.h"
 
+#include "core/exportfolders.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/text.h"
-#include "reports/exportfolders.h"
 
 namespace veldona {
 

@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QImage>
 #include <QPageLayout>
 #include <QPainter>
 #include <QPdfWriter>
@@ -24,6 +25,7 @@ namespace veldona {
 namespace {
 
 constexpr int kPdfDotsPerInch = 1200;
+constexpr int kPictureDotsPerInch = 200;
 constexpr double kMillimetresPerInch = 25.4;
 constexpr std::int32_t kPrinterError = 482; // the platform's number
 
@@ -37,7 +39,7 @@ QPageLayout layoutOf(const report::Document& document) {
 
 [[noreturn]] void refuseFile(const QString& path) {
     throw report::ReportError(static_cast<std::int32_t>(ErrorNumber::PathFileAccess),
-                              "PDF dosyası yazılamadı: " + path.toStdString());
+                              "Dosya yazılamadı: " + path.toStdString());
 }
 
 // The first page on the sheet that stands ready, each further one on a new sheet.
@@ -135,6 +137,22 @@ void writePdf(const report::Document& document, const std::string& nativePath) {
         paintPages(painter, writer, document, 0, document.pages.size() - 1);
     }
     if (!file.commit()) refuseFile(path);
+}
+
+void writePages(const report::Document& document, const std::string& nativePath) {
+    if (!nativePath.ends_with(".png")) return writePdf(document, nativePath);
+    const double dots = kPictureDotsPerInch / kMillimetresPerInch;
+    QImage picture(QSize(qRound(document.pageWidth * dots), qRound(document.pageHeight * dots)),
+                   QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    {
+        QPainter painter(&picture);
+        painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+        paintPage(painter, document.pages.front(), dots);
+    }
+    const QString path = QString::fromStdString(nativePath);
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || !picture.save(&file, "PNG") || !file.commit()) refuseFile(path);
 }
 
 void printPages(const report::Document& document, QPrinter& printer) {

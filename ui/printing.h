@@ -16,6 +16,9 @@ class WindowHost;
 // before stays then as it was.
 void writePdf(const report::Document& document, const std::string& nativePath);
 
+// The same; where the name ends in ".png", a picture of the first page in its place.
+void writePages(const report::Document& document, const std::string& nativePath);
+
 // The pages that the printer was asked for, each upright on a sheet of its own, whichever sheet that is: a
 // half one in the upper half of an A4. Error 482 where the printer refuses.
 void printPages(const report::Document& document, QPrinter& printer);

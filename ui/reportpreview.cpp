@@ -139,8 +139,8 @@ bool WindowReportDesk::print(const report::Document& document) {
     return askAndPrint(host_, host_.frontWindow(), document);
 }
 
-void WindowReportDesk::writePdf(const report::Document& document, const std::string& nativePath) {
-    veldona::writePdf(document, nativePath);
+void WindowReportDesk::writeFile(const report::Document& document, const std::string& nativePath) {
+    writePages(document, nativePath);
 }
 
 } // namespace veldona

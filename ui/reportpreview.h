@@ -49,7 +49,7 @@ public:
     void preview(const report::Document& document) override;
     void opened(const report::Document&) override {} // the viewer's window shows it
     bool print(const report::Document& document) override;
-    void writePdf(const report::Document& document, const std::string& nativePath) override;
+    void writeFile(const report::Document& document, const std::string& nativePath) override;
 
 private:
     WindowHost& host_;

@@ -1,7 +1,9 @@
 #include "ui/reportviewbinder.h"
 
+#include "platform/controls/chartpane.h"
 #include "platform/controls/forms.h"
 #include "platform/controls/reportview.h"
+#include "ui/chartview.h"
 #include "ui/formwindow.h"
 #include "ui/pageview.h"
 
@@ -43,10 +45,22 @@ private:
     }
 };
 
+class ChartBinder : public BinderOf<ChartPane, ChartView> {
+public:
+    using BinderOf::BinderOf;
+
+    void refresh() override {
+        Binder::refresh();
+        view.setChart(bound.chart());
+        view.setAccessibleDescription(toQt(bound.shownText()));
+    }
+};
+
 } // namespace
 
 std::unique_ptr<Binder> bindReport(FormWindow& window, Control& control, QWidget& widget) {
-    return bindAs<ReportBinder>(window, control, widget);
+    if (auto made = bindAs<ReportBinder>(window, control, widget)) return made;
+    return bindAs<ChartBinder>(window, control, widget);
 }
 
 } // namespace veldona

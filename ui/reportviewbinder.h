@@ -1,4 +1,4 @@
-// The report viewer's control as a view of pages.
+// The report viewer's control as a view of pages, and a chart's.
 #pragma once
 
 #include <memory>

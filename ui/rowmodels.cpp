@@ -85,7 +85,9 @@ int GridRows::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant GridRows::data(const QModelIndex& index, int role) const {
-    if (role != Qt::DisplayRole || !grid_ || !index.isValid()) return {};
+    if (!grid_ || !index.isValid()) return {};
+    if (role == Qt::TextAlignmentRole) return alignmentOf(index.column());
+    if (role != Qt::DisplayRole) return {};
     try {
         return toQt(grid_->cell(index.row(), index.column()));
     } catch (const RuntimeError&) {
@@ -93,9 +95,15 @@ QVariant GridRows::data(const QModelIndex& index, int role) const {
     }
 }
 
+int GridRows::alignmentOf(int column) const {
+    const auto& columns = grid_->columns();
+    const auto place = static_cast<std::size_t>(column);
+    return place < columns.size() && columns[place].rightAligned ? kRight : kLeft;
+}
+
 QVariant GridRows::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || section >= columnCount()) return {};
-    if (role == Qt::TextAlignmentRole) return kLeft;
+    if (!grid_ || orientation != Qt::Horizontal || section >= columnCount()) return {};
+    if (role == Qt::TextAlignmentRole) return alignmentOf(section);
     return role == Qt::DisplayRole ? QVariant(toQt(titles_[static_cast<std::size_t>(section)])) : QVariant();
 }
 

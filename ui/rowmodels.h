@@ -40,6 +40,7 @@ public:
     [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    [[nodiscard]] int alignmentOf(int column) const;
     const DataGrid* grid_;
     std::vector<std::string> titles_;
     int rows_ = 0;

@@ -6,6 +6,7 @@
 #include "ui_frmCariEkle.h"
 #include "ui_frmCarihesapSec.h"
 #include "ui_frmCrNesne.h"
+#include "ui_frmGrafik.h"
 #include "ui_frmMainVeldona.h"
 #include "ui_frmSatis.h"
 #include "ui_frmYedek.h"
@@ -33,6 +34,7 @@ void drawScreens(WindowHost& host) {
         drawAs<Ui::frmCrNesne>(window);
         offerPdf(host, window);
     });
+    host.draw("frmGrafik", drawAs<Ui::frmGrafik>);
     host.draw("frmMainVeldona", drawAs<Ui::frmMainVeldona>);
     host.draw("frmSatis", drawAs<Ui::frmSatis>);
     host.draw("frmYedek", drawAs<Ui::frmYedek>);

@@ -18,7 +18,7 @@ void ConsoleDesk::opened(const report::Document& document) {
     // It is looked at when the program has long given it up.
     const auto kept = std::make_shared<const report::Document>(document);
     sink_->show(
-        {report::documentText(*kept), [this, kept](const std::string& file) { writePdf(*kept, file); }});
+        {report::documentText(*kept), [this, kept](const std::string& file) { writeFile(*kept, file); }});
 }
 
 bool ConsoleDesk::print(const report::Document& document) {
@@ -26,8 +26,8 @@ bool ConsoleDesk::print(const report::Document& document) {
     return true;
 }
 
-void ConsoleDesk::writePdf(const report::Document& document, const std::string& nativePath) {
-    if (!pdf_) throw report::ReportError(kDeviceUnavailable, "Burada PDF yazılamıyor.");
+void ConsoleDesk::writeFile(const report::Document& document, const std::string& nativePath) {
+    if (!pdf_) throw report::ReportError(kDeviceUnavailable, "Burada dosya yazılamıyor.");
     pdf_(document, nativePath);
 }
 

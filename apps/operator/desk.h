@@ -19,7 +19,7 @@ public:
     void opened(const report::Document& document) override;
     // What went to the printer is told on standard output.
     bool print(const report::Document& document) override;
-    void writePdf(const report::Document& document, const std::string& nativePath) override;
+    void writeFile(const report::Document& document, const std::string& nativePath) override;
 
 private:
     ReportSink* sink_;

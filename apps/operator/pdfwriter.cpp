@@ -15,7 +15,7 @@ void PdfWriter::write(const report::Document& document, const std::string& nativ
         qputenv("QT_QPA_PLATFORM", "offscreen");
         application_ = std::make_unique<QGuiApplication>(count_, arguments_);
     }
-    writePdf(document, nativePath);
+    writePages(document, nativePath);
 }
 
 } // namespace veldona::console

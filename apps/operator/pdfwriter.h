@@ -1,4 +1,5 @@
-// Writes reports as PDF files with the fonts of the window system, but without a display.
+// Writes reports as PDF files, or their first page as a picture, with the fonts of the window system, but
+// without a display.
 #pragma once
 
 #include <memory>

@@ -131,6 +131,7 @@ public:
         std::string title;
         std::string field;
         int width = 100; // device-independent pixels
+        bool rightAligned = false;
     };
     DataGrid(Form& form, std::string name) : Control(form, std::move(name)) {}
 

@@ -16,6 +16,8 @@ double extentOf(const Section& section) {
         right = std::max(right, box.place.right());
     for (const LineElement& line : section.lines)
         right = std::max(right, line.place.right());
+    for (const ChartElement& chart : section.charts)
+        right = std::max(right, chart.place.right());
     for (const TextElement& text : section.texts)
         right = std::max(right, text.place.right());
     return right;

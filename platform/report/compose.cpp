@@ -179,6 +179,7 @@ void Composer::part(const Group& group) {
 // The bands that a row of the group begins with, and the beginning of its first table: they stay together.
 double Composer::headOf(const Group& group) {
     double height = 0;
+    const auto atLeast = [&](double head) { return std::max(head, group.room); };
     for (const Part& each : group.parts) {
         if (const auto* band = std::get_if<Section>(&each)) {
             height += painted(binding_.section(*band)).height;
@@ -187,9 +188,9 @@ double Composer::headOf(const Group& group) {
         double tallest = 0;
         for (const Table& table : std::get<SideBySide>(each))
             tallest = std::max(tallest, headAndFirstRow(binding_.table(table)));
-        return height + tallest;
+        return atLeast(height + tallest);
     }
-    return height;
+    return atLeast(height);
 }
 
 void Composer::tables(const SideBySide& side) {
@@ -286,10 +287,20 @@ Document compose(const Layout& layout, std::vector<DataSet> data, DateTime now, 
     throw ReportError(layout.file, 0, standardDescription(ErrorNumber::OutOfMemory));
 }
 
-Document composeRows(const Layout& layout, const adodb::Recordset& rows, DateTime now, const GoOn& goOn) {
-    std::vector<DataSet> data;
-    data.push_back(rowsOf(rows));
-    return compose(layout, std::move(data), now, goOn);
+std::vector<std::string> composeTexts(const Layout& layout, const std::vector<DataSet>& data,
+                                      std::string_view name, DateTime now) {
+    Allowance allowance(layout.file, {});
+    const Binding binding(layout, pointersTo(data), allowance);
+    std::vector<std::string> texts;
+    eachPart(
+        layout.body, [](const Section&) {},
+        [&](const Table& table) {
+            const BoundTable bound = binding.table(table);
+            for (const BoundText& text : bound.detail.texts)
+                for (std::size_t row = 0; text.element->name == name && row < bound.data->rowCount(); ++row)
+                    texts.push_back(shownText(bound.detail, text, {now, row}, allowance));
+        });
+    return texts;
 }
 
 Document composeTemplate(const Layout& layout, QueryRunner& queries, DateTime now, const GoOn& goOn) {

@@ -6,6 +6,8 @@
 // pages or memory than it may; error 18 where `goOn` says that it is given up.
 #pragma once
 
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/report/allowance.h"
@@ -17,9 +19,10 @@ namespace veldona::report {
 [[nodiscard]] Document compose(const Layout& layout, std::vector<DataSet> data, DateTime now,
                                const GoOn& goOn = {}, const FontMetrics& metrics = builtInMetrics());
 
-// A layout that is given its rows. The recordset stays where it stood.
-[[nodiscard]] Document composeRows(const Layout& layout, const adodb::Recordset& rows, DateTime now,
-                                   const GoOn& goOn = {});
+// What the text of this name in a detail says, row by row and each in one piece: a message has no page.
+// Empty where the layout has no such text, as a shop may have taken it out.
+[[nodiscard]] std::vector<std::string> composeTexts(const Layout& layout, const std::vector<DataSet>& data,
+                                                    std::string_view name, DateTime now);
 
 // A template, which asks its own queries.
 [[nodiscard]] Document composeTemplate(const Layout& layout, QueryRunner& queries, DateTime now,

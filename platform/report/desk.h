@@ -16,8 +16,9 @@ public:
     virtual void opened(const Document& document) = 0;
     // To a printer, or into a PDF where there is none. False where the operator thought better of it.
     virtual bool print(const Document& document) = 0;
-    // Error 75 where the file cannot be written.
-    virtual void writePdf(const Document& document, const std::string& nativePath) = 0;
+    // A PDF; where the name ends in ".png" a picture of the first page. Error 75 where the file cannot be
+    // written.
+    virtual void writeFile(const Document& document, const std::string& nativePath) = 0;
 };
 
 } // namespace veldona::report

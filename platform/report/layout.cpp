@@ -37,6 +37,17 @@ bool Layout::setText(std::string_view section, std::string_view name, std::strin
     return false;
 }
 
+bool Layout::setChart(std::string_view name, const Chart& chart) {
+    bool isThere = false;
+    for (Section* section : sectionsOf(*this))
+        for (ChartElement& element : section->charts) {
+            if (element.name != name) continue;
+            element.chart = chart;
+            isThere = true;
+        }
+    return isThere;
+}
+
 std::vector<TextElement*> Layout::texts() {
     std::vector<TextElement*> all;
     for (Section* section : sectionsOf(*this))

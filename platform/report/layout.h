@@ -11,6 +11,7 @@
 #include <variant>
 #include <vector>
 
+#include "platform/report/chart.h"
 #include "platform/report/page.h"
 
 namespace veldona::report {
@@ -64,7 +65,16 @@ struct BoxElement {
     int line = 0;
 };
 
-// Painted in this order: boxes, lines, texts.
+// Where the program draws a chart: the one that it has for this name.
+struct ChartElement {
+    std::string name;
+    Place place;
+    double size = 9; // of its letters
+    Chart chart;
+    int line = 0;
+};
+
+// Painted in this order: boxes, lines, charts, texts.
 struct Section {
     std::string name;
     std::string query;
@@ -72,6 +82,7 @@ struct Section {
     std::optional<Color> stripe; // behind every second row of a detail
     std::vector<BoxElement> boxes;
     std::vector<LineElement> lines;
+    std::vector<ChartElement> charts;
     std::vector<TextElement> texts;
     int line = 0;
 };
@@ -95,6 +106,7 @@ struct Group {
     std::string query;
     std::string key;
     bool startsPage = false; // each row but the first on a page of its own
+    double room = 0;         // a row begins on the next page where less is left
     std::vector<Part> parts;
     int line = 0;
 };
@@ -142,6 +154,9 @@ struct Layout {
     // Puts a text in the place of the layout's own, as it stands: no sign in it means anything. False where
     // the layout has no such element, as a shop may have taken it out.
     bool setText(std::string_view section, std::string_view name, std::string text);
+    // Gives the chart to the places of its name. False where the layout has none, as a shop may have taken it
+    // out.
+    bool setChart(std::string_view name, const Chart& chart);
     // Every text of every section.
     [[nodiscard]] std::vector<TextElement*> texts();
     // Puts a statement in the place of the layout's own. False where there is no such query.

@@ -68,6 +68,8 @@ void Check::section(const Section& checked, const Standing& standing) const {
         place(box.place, checked, standing, box.line);
     for (const LineElement& line : checked.lines)
         place(line.place, checked, standing, line.line);
+    for (const ChartElement& chart : checked.charts)
+        place(chart.place, checked, standing, chart.line);
     for (auto each = checked.texts.begin(); each != checked.texts.end(); ++each) {
         place(each->place, checked, standing, each->line);
         text(*each, standing);

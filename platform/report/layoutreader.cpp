@@ -43,6 +43,7 @@ private:
     void readItem(Element& item, Section& section);
     void readText(Element& item, Section& section, std::vector<Piece> pieces);
     void readLine(Element& item, Section& section);
+    void readChart(Element& item, Section& section) const;
     void readBox(Element& item, Section& section);
     [[nodiscard]] static Place readPlace(Element& item, double leastHeight, std::optional<double> height);
     [[nodiscard]] static Piece readColumnPiece(Element& item, Piece::Kind kind);
@@ -147,6 +148,7 @@ Group Reader::readGroup(Element& part) {
     group.query = part.neededWord("query");
     group.key = part.neededWord("key");
     group.startsPage = part.yes("newPage");
+    group.room = part.number("room", {0, kMostMillimetres}, 0);
     part.finish();
     for (Element& child : part.children()) {
         std::optional<Part> found = findPart(child);
@@ -254,6 +256,8 @@ void Reader::readItem(Element& item, Section& section) {
         readLine(item, section);
     } else if (item.name() == "box") {
         readBox(item, section);
+    } else if (item.name() == "chart") {
+        readChart(item, section);
     } else {
         refuse(item);
     }
@@ -295,6 +299,15 @@ void Reader::readLine(Element& item, Section& section) {
     line.thickness = item.number("thickness", {0.05, 5}, line.thickness);
     line.color = item.findColor("color").value_or(Color{});
     section.lines.push_back(line);
+}
+
+void Reader::readChart(Element& item, Section& section) const {
+    ChartElement chart;
+    chart.line = item.line();
+    chart.name = item.neededWord("name");
+    chart.size = item.number("size", {4, 72}, fontSize_);
+    chart.place = readPlace(item, 0, std::nullopt);
+    section.charts.push_back(std::move(chart));
 }
 
 void Reader::readBox(Element& item, Section& section) {

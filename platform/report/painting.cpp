@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "platform/report/chartdrawing.h"
 #include "platform/report/reporterror.h"
 #include "platform/report/textfit.h"
 #include "platform/runtime/conversion.h"
@@ -31,6 +32,7 @@ public:
             Allowance& allowance)
         : section_(section), moment_(moment), metrics_(metrics), allowance_(allowance) {}
     Painted paint();
+    [[nodiscard]] Shown shownOf(const BoundText& text) const;
 
 private:
     struct Growth {
@@ -39,7 +41,6 @@ private:
     };
     [[nodiscard]] double shiftAt(double y) const;
     [[nodiscard]] Place grown(const Place& place) const;
-    [[nodiscard]] Shown shownOf(const BoundText& text) const;
     [[nodiscard]] Shown textOf(const BoundText& text) const;
     [[nodiscard]] Shown textOf(const BoundPiece& piece) const;
     void paintText(const BoundText& text);
@@ -81,6 +82,9 @@ Painted Painter::paint() {
         painted_.items.emplace_back(
             Line{place.x, place.y, place.right(), place.bottom(), line.thickness, line.color});
     }
+    for (const ChartElement& chart : section.charts)
+        std::ranges::move(drawChart(chart.chart, grown(chart.place), chart.size, metrics_),
+                          std::back_inserter(painted_.items));
     allowance_.takeBytes(painted_.items.size() * sizeof(Item));
     std::move(texts_.begin(), texts_.end(), std::back_inserter(painted_.items));
     return std::move(painted_);
@@ -213,6 +217,11 @@ void Painter::addLine(const TextElement& element, double y, std::string text, do
 Painted paint(const BoundSection& section, const Moment& moment, const FontMetrics& metrics,
               Allowance& allowance) {
     return Painter(section, moment, metrics, allowance).paint();
+}
+
+std::string shownText(const BoundSection& section, const BoundText& text, const Moment& moment,
+                      Allowance& allowance) {
+    return Painter(section, moment, builtInMetrics(), allowance).shownOf(text).text;
 }
 
 void moveItem(Item& item, double x, double y) {

@@ -26,6 +26,10 @@ struct Painted {
 [[nodiscard]] Painted paint(const BoundSection& section, const Moment& moment, const FontMetrics& metrics,
                             Allowance& allowance);
 
+// What one of its texts says, as long as it is.
+[[nodiscard]] std::string shownText(const BoundSection& section, const BoundText& text, const Moment& moment,
+                                    Allowance& allowance);
+
 void moveItem(Item& item, double x, double y);
 
 // For a section that is taller than the page: keeps in `upper` what fits into `room` millimetres and returns

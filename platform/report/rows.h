@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,6 +36,8 @@ struct DataSet {
     [[nodiscard]] const Value& at(std::size_t row, std::size_t column) const {
         return cells[row * columns.size() + column];
     }
+    // As many values as there are columns.
+    void addRow(std::initializer_list<Value> values) { cells.insert(cells.end(), values); }
     // -1 where there is no such column; names are case-free.
     [[nodiscard]] int findColumn(std::string_view column) const;
 };

@@ -157,7 +157,8 @@ TEST_F(Core, TextsOfALayoutShowTheColumnsThatTheirNamesSay) {
     report::Layout layout =
         report::parseLayout("<report title='t'><detail height='6'>" + labels + "</detail></report>", "t.xml");
     RaporAlanBagla(layout, *rs);
-    EXPECT_EQ(report::documentText(report::composeRows(layout, *rs, shop.clock.now())), "Ayşe AD 7 - AD\n");
+    EXPECT_EQ(report::documentText(report::compose(layout, {report::rowsOf(*rs)}, shop.clock.now())),
+              "Ayşe AD 7 - AD\n");
 }
 
 TEST_F(Core, MoneyIsStoredTimesAMillion) {

@@ -32,7 +32,7 @@ public:
     void preview(const report::Document&) override {}
     void opened(const report::Document&) override {}
     bool print(const report::Document&) override { return true; }
-    void writePdf(const report::Document& document, const std::string& nativePath) override {
+    void writeFile(const report::Document& document, const std::string& nativePath) override {
         std::ofstream(nativePath) << "%PDF " << document.pages.size();
     }
 };

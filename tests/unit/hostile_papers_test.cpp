@@ -46,7 +46,7 @@ public:
         last = document;
         return true;
     }
-    void writePdf(const report::Document&, const std::string&) override {}
+    void writeFile(const report::Document&, const std::string&) override {}
     std::optional<report::Document> last;
 };
 

@@ -28,7 +28,7 @@ public:
     }
     void opened(const report::Document&) override {}
     bool print(const report::Document&) override { return true; }
-    void writePdf(const report::Document&, const std::string&) override {}
+    void writeFile(const report::Document&, const std::string&) override {}
 
     // Nothing where none was shown since.
     [[nodiscard]] std::optional<Paper> take() { return std::exchange(paper_, std::nullopt); }

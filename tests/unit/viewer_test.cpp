@@ -35,7 +35,7 @@ public:
         events.push_back("print " + document.title);
         return true;
     }
-    void writePdf(const report::Document&, const std::string&) override {}
+    void writeFile(const report::Document&, const std::string&) override {}
 
     Lines events;
     std::string text;

@@ -1,4 +1,4 @@
-#include "reports/exportfolders.h"
+#include "core/exportfolders.h"
 
 #include <filesystem>
 
