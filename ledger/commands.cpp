@@ -34,6 +34,30 @@ void giveCustomer(FrmMainVeldona& f, const std::string& hstno) {
     f.session.gHSTNO = hstno;
 }
 
+constexpr const char* kAbout =
+    "Veldona Taksit 1.0\n\nTaksitle satış yapan dükkânlar için müşteri kartı, satış, tahsilat, makbuz ve "
+    "sözleşme.\n\nTuşlar: F1";
+
+void tellOfWindow(Session& session) {
+    session.desktop.dialogs.tell("Bu komut yalnız programın penceresinde çalışır.", Icon::Information);
+}
+
+void bindMenuBar(FrmMainVeldona& f) {
+    // Where there is a window, the program gives them its acts.
+    for (MenuItem* entry : {&f.mnuYedektenDon, &f.mnuTuslar})
+        entry->onClick = [&f] { tellOfWindow(f.session); };
+    f.mnuYedekAl.onClick = [&f] { EkranGoster(f.session, "frmYedek", Kip::Modal); };
+    f.mnuKilavuz.onClick = [&f] {
+        if (f.session.showGuide)
+            f.session.showGuide(f.name());
+        else
+            tellOfWindow(f.session);
+    };
+    f.mnuHakkinda.onClick = [&f] {
+        f.session.desktop.dialogs.show({kAbout, "Hakkında", Icon::Information, Buttons::Ok});
+    };
+}
+
 void bindTo(FrmMainVeldona& f, CommandButton& button, const char* screen, std::function<void()> open) {
     button.setEnabled(f.forms().isKnown(screen));
     button.onClick = std::move(open);
@@ -85,6 +109,7 @@ void KomutlariBagla(FrmMainVeldona& f) {
         EkranGoster(session, "frmAntetBilgisi", Kip::Modal);
     });
     f.cmdOnlineYardimIste.onClick = [&f] { cmdOnlineYardimIste_Click(f); };
+    bindMenuBar(f);
 }
 
 } // namespace veldona

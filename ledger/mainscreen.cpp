@@ -41,8 +41,6 @@ void placeControls(FrmMainVeldona& f) {
     place(f.fraTaksitAdedi, {&f.MskTaksitAdedi});
     place(f.fraTaksitTutari, {&f.mskTaksitTutari});
     place(f.frmUrunEkle, {&f.txtUrunAdi, &f.MskToplamUcret, &f.cmdUrunKaydet, &f.cmdUrEkleVazgec});
-    place(f.mnuUrun, {&f.mnuSatirSil, &f.mnuUrunEkle});
-    place(f.mnuYapilacakOdm, {&f.mnuYapilacakOdmSatirSil, &f.mnuTaksitlendirmeYap});
 }
 
 void setProperties(FrmMainVeldona& f) {

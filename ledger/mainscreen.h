@@ -15,6 +15,7 @@
 #include "ledger/partytexts.h"
 #include "platform/controls/controls.h"
 #include "platform/controls/lists.h"
+#include "platform/controls/menus.h"
 #include "platform/runtime/storedamount.h"
 
 namespace veldona {
@@ -155,12 +156,22 @@ struct FrmMainVeldona : Form {
     WebPane WebBrowser2{*this, "WebBrowser2"};
 
     // Menus that pop up from the lists
-    MenuItem mnuUrun{*this, "mnuUrun", "Ürün"};
-    MenuItem mnuSatirSil{*this, "mnuSatirSil", "Satır Sil"};
-    MenuItem mnuUrunEkle{*this, "mnuUrunEkle", "Ürün Ekle"};
-    MenuItem mnuYapilacakOdm{*this, "mnuYapilacakOdm", "Yapılacak Ödeme"};
-    MenuItem mnuYapilacakOdmSatirSil{*this, "mnuYapilacakOdmSatirSil", "Satır Sil"};
-    MenuItem mnuTaksitlendirmeYap{*this, "mnuTaksitlendirmeYap", "Taksitlendirme Yap"};
+    Menu mnuUrun{*this, "mnuUrun", "Ürün"};
+    MenuItem mnuSatirSil{mnuUrun, "mnuSatirSil", "Satır Sil"};
+    MenuItem mnuUrunEkle{mnuUrun, "mnuUrunEkle", "Ürün Ekle"};
+    Menu mnuYapilacakOdm{*this, "mnuYapilacakOdm", "Yapılacak Ödeme"};
+    MenuItem mnuYapilacakOdmSatirSil{mnuYapilacakOdm, "mnuYapilacakOdmSatirSil", "Satır Sil"};
+    MenuItem mnuTaksitlendirmeYap{mnuYapilacakOdm, "mnuTaksitlendirmeYap", "Taksitlendirme Yap"};
+
+    // Menu bar
+    Menu mnuGun{*this, "mnuGun", "&Gün"}; // what the day's work looks at
+    Menu mnuYedek{*this, "mnuYedek", "Ye&dek"};
+    MenuItem mnuYedekAl{mnuYedek, "mnuYedekAl", "Yedek &Al…"};
+    MenuItem mnuYedektenDon{mnuYedek, "mnuYedektenDon", "Yedekten &Dön…"};
+    Menu mnuYardim{*this, "mnuYardim", "Y&ardım"};
+    MenuItem mnuKilavuz{mnuYardim, "mnuKilavuz", "&Kılavuz"};
+    MenuItem mnuTuslar{mnuYardim, "mnuTuslar", "&Tuşlar", "F1"};
+    MenuItem mnuHakkinda{mnuYardim, "mnuHakkinda", "&Hakkında"};
 
     Timer tmrUyari{*this, "tmrUyari", 700};
 

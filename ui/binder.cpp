@@ -67,6 +67,11 @@ std::unique_ptr<Binder> makeBinder(FormWindow& window, Control& control, QWidget
     return nullptr;
 }
 
+std::unique_ptr<Binder> bindUndrawn(FormWindow& window, Control& control) {
+    auto made = bindTimer(window, control);
+    return made ? std::move(made) : bindMenu(window, control);
+}
+
 QString toQt(const std::string& text) {
     return QString::fromStdString(text);
 }

@@ -31,7 +31,7 @@ public:
     Binder& operator=(const Binder&) = delete;
 
     [[nodiscard]] Control& control() const { return control_; }
-    [[nodiscard]] QWidget* widget() const { return widget_; } // nullptr for a timer
+    [[nodiscard]] QWidget* widget() const { return widget_; } // nullptr where no drawing has it
 
     // Enabled, shown, tool tip, colours; a kind of its own adds what it holds.
     virtual void refresh();
@@ -91,8 +91,10 @@ template <class Kind> std::unique_ptr<Binder> bindAs(FormWindow& window, Control
 [[nodiscard]] std::unique_ptr<Binder> bindButton(FormWindow& window, Control& control, QWidget& widget);
 [[nodiscard]] std::unique_ptr<Binder> bindHolder(FormWindow& window, Control& control, QWidget& widget);
 [[nodiscard]] std::unique_ptr<Binder> bindRows(FormWindow& window, Control& control, QWidget& widget);
-class Timer;
-[[nodiscard]] std::unique_ptr<Binder> bindTimer(FormWindow& window, Timer& timer);
+// Of a control that no drawing has: a timer, a menu, an entry of one. nullptr for any other.
+[[nodiscard]] std::unique_ptr<Binder> bindUndrawn(FormWindow& window, Control& control);
+[[nodiscard]] std::unique_ptr<Binder> bindTimer(FormWindow& window, Control& control);
+[[nodiscard]] std::unique_ptr<Binder> bindMenu(FormWindow& window, Control& control);
 
 [[nodiscard]] QString toQt(const std::string& text);
 [[nodiscard]] std::string fromQt(const QString& text);

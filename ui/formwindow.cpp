@@ -62,11 +62,9 @@ void FormWindow::bind() {
 
 void FormWindow::bindControl(Control& control, const QStringList& withoutWidget, QStringList& faults) {
     const QString name = toQt(control.name());
-    if (dynamic_cast<MenuItem*>(&control) || withoutWidget.contains(name)) return;
-    std::unique_ptr<Binder> made;
-    if (auto* timer = dynamic_cast<Timer*>(&control)) {
-        made = bindTimer(*this, *timer);
-    } else {
+    if (withoutWidget.contains(name)) return;
+    std::unique_ptr<Binder> made = bindUndrawn(*this, control);
+    if (!made) {
         auto* widget = findChild<QWidget*>(name);
         if (widget) made = makeBinder(*this, control, *widget);
         if (!made) {

@@ -25,7 +25,6 @@ class QFocusEvent;
 namespace veldona {
 
 class Binder;
-class MenuItem;
 class TightGrid;
 class WindowHost;
 
@@ -101,6 +100,7 @@ private:
     void followLetters();
     void showFocus();
     bool keyPressed(QKeyEvent& event);
+    [[nodiscard]] bool concernsScreen(const KeyEvent& key) const;
     bool sentOn(QKeyEvent& event, const KeyEvent& key);
     bool pressedByEnter();
     bool toldOfKey(Control* control, const KeyEvent& key, const std::optional<KeyPress>& press);
@@ -108,7 +108,6 @@ private:
     void focusEntered(QWidget& widget, const QFocusEvent& event);
     bool mouseEvent(QWidget& receiver, const QEvent& event);
     bool openMenu(const QWidget& receiver, const QContextMenuEvent& event);
-    [[nodiscard]] std::vector<MenuItem*> entriesOf(const Control& menu) const;
 
     WindowHost& host_;
     Form& form_;

@@ -83,13 +83,16 @@ bool FormWindow::keyPressed(QKeyEvent& event) {
     followFocus();
     if (!isBound()) return true;
     const KeyEvent key = keyOf(event);
-    // Shift alone and its like are no key to anybody but the widget, nor are its own commands.
-    if (key.key == Key::None && key.character == 0) return false;
+    if (!concernsScreen(key)) return false;
     if (sentOn(event, key)) return true;
     Binder* binder = binderAt(focusWidget());
     Control* control = binder ? &binder->control() : nullptr;
     if (!toldOfKey(control, key, characterOf(event)) || !isBound()) return true;
     // No rule has a use for it; one that had would have swallowed it.
+    if (MenuItem* entry = user::entryCalledBy(form_, key)) {
+        act(*entry, [entry] { user::clickMenu(*entry); });
+        return true;
+    }
     if (key.key == Key::F1) {
         showKeysOfScreen();
         return true;
@@ -101,6 +104,13 @@ bool FormWindow::keyPressed(QKeyEvent& event) {
     if (binder->keyPassed(event) || (key.key == Key::Enter && pressedByEnter())) return true;
     keyWorks_ = true;
     return false;
+}
+
+// Shift alone and its like are no key to anybody but the widget, nor are its own commands.
+bool FormWindow::concernsScreen(const KeyEvent& key) const {
+    const bool isCommandLetter = key.control && !key.alt && key.character >= U'a' && key.character <= U'z';
+    if (isCommandLetter) return user::entryCalledBy(form_, key) != nullptr;
+    return key.key != Key::None || key.character != 0;
 }
 
 // A digit that the widget has no use for goes to the field that waits for one, in the place of its text.
@@ -144,12 +154,12 @@ void FormWindow::showKeysOfScreen() {
     if (!listens()) return;
     const Busy busy(*this);
     form_.forms().dispatch(
-        [this] { showKeys(host_, this, windowTitle(), keysOfScreen(form_.name()), form_.name()); });
+        [this] { showKeys(host_, this, windowTitle(), keysOfScreen(form_), form_.name()); });
 }
 
 void FormWindow::keyReleased(const QKeyEvent& event) {
     const KeyEvent key = keyOf(event);
-    if (event.isAutoRepeat() || !listens() || (key.key == Key::None && key.character == 0)) return;
+    if (event.isAutoRepeat() || !listens() || !concernsScreen(key)) return;
     const Binder* binder = binderAt(focusWidget());
     Control* control = binder ? &binder->control() : form_.activeControl();
     const WindowHost::KeyUnderWay underWay(host_);
@@ -209,25 +219,10 @@ bool FormWindow::openMenu(const QWidget& receiver, const QContextMenuEvent& even
     const Control* menu = binder->control().popupMenu;
     if (!menu) menu = binder->target().popupMenu;
     if (!menu) return false;
-    QMenu popup(this);
-    for (MenuItem* item : entriesOf(*menu)) {
-        QAction* action = popup.addAction(toQt(item->caption()));
-        action->setObjectName(toQt(item->name()));
-        action->setEnabled(item->enabled());
-        connect(action, &QAction::triggered, this,
-                [this, item] { act(*item, [item] { user::clickMenu(*item); }); });
-    }
-    popup.exec(event.globalPos());
+    auto* popup = findChild<QMenu*>(toQt(menu->name()));
+    if (!popup || popup->isEmpty()) return false;
+    popup->exec(event.globalPos());
     return true;
-}
-
-std::vector<MenuItem*> FormWindow::entriesOf(const Control& menu) const {
-    std::vector<MenuItem*> entries;
-    for (Control* each : form_.controls()) {
-        auto* item = dynamic_cast<MenuItem*>(each);
-        if (item && item->holder() == &menu && item->visible()) entries.push_back(item);
-    }
-    return entries;
 }
 
 } // namespace veldona

@@ -74,8 +74,9 @@ std::unique_ptr<Binder> bindHolder(FormWindow& window, Control& control, QWidget
     return bindAs<FrameBinder>(window, control, widget);
 }
 
-std::unique_ptr<Binder> bindTimer(FormWindow& window, Timer& timer) {
-    return std::make_unique<TimerBinder>(window, timer);
+std::unique_ptr<Binder> bindTimer(FormWindow& window, Control& control) {
+    auto* timer = dynamic_cast<Timer*>(&control);
+    return timer ? std::make_unique<TimerBinder>(window, *timer) : nullptr;
 }
 
 } // namespace veldona

@@ -1,5 +1,6 @@
 #include "ui/keyoverview.h"
 
+#include <algorithm>
 #include <map>
 #include <string>
 
@@ -12,6 +13,10 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
+#include "platform/controls/form.h"
+#include "platform/controls/keynames.h"
+#include "platform/controls/menus.h"
+#include "ui/binder.h"
 #include "ui/host.h"
 #include "ui/housestyle.h"
 
@@ -86,17 +91,36 @@ void addLines(QGridLayout& grid, const QString& heading, const Lines& lines) {
     head->setProperty("role", "total");
     grid.addWidget(head, row++, 0, 1, 2);
     for (const KeyLine& line : lines) {
-        grid.addWidget(new QLabel(QString::fromUtf8(line.shown)), row, 0);
-        grid.addWidget(new QLabel(QString::fromUtf8(line.does)), row++, 1);
+        grid.addWidget(new QLabel(toQt(line.shown)), row, 0);
+        grid.addWidget(new QLabel(toQt(line.does)), row++, 1);
     }
+}
+
+bool isOfEveryWindow(const std::string& key) {
+    const Lines& lines = keysOfEveryWindow();
+    return std::any_of(lines.begin(), lines.end(), [&](const KeyLine& line) { return line.shown == key; });
+}
+
+std::string wordsOf(const MenuItem& item) {
+    return item.toolTip().empty() ? fromQt(withoutMnemonic(toQt(item.caption()))) : item.toolTip();
 }
 
 } // namespace
 
-const Lines& keysOfScreen(std::string_view form) {
-    static const Lines none;
-    const auto found = kScreens.find(form);
-    return found == kScreens.end() ? none : found->second;
+Lines keysOfScreen(const Form& form) {
+    const auto found = kScreens.find(form.name());
+    Lines lines = found == kScreens.end() ? Lines() : found->second;
+    const auto end =
+        std::find_if(lines.begin(), lines.end(), [](const KeyLine& line) { return line.key == Key::Escape; });
+    Lines entries;
+    for (const Control* each : form.controls()) {
+        const auto* item = dynamic_cast<const MenuItem*>(each);
+        if (!item || !item->visible() || item->keyName().empty() || isOfEveryWindow(item->keyName()))
+            continue;
+        entries.push_back({keyNamed(item->keyName())->key, item->keyName(), wordsOf(*item)});
+    }
+    lines.insert(end, entries.begin(), entries.end());
+    return lines;
 }
 
 const Lines& keysOfPreview() {

@@ -1,11 +1,11 @@
-// What each key does, window by window: the table behind F1.
+// What each key does, window by window: what F1 shows. It is a table and, with their keys, the entries of the
+// menus.
 //
 // The screens' own handlers are the rule; a test presses the keys of every screen and holds this table
 // against what happens.
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include <QString>
@@ -16,16 +16,18 @@ class QWidget;
 
 namespace veldona {
 
+class Form;
 class WindowHost;
 
 struct KeyLine {
     Key key;           // None: several, or a key that is the same in every window
-    const char* shown; // as it stands on the keyboard, and where it counts only in one place: which
-    const char* does;
+    std::string shown; // as it stands on the keyboard, and where it counts only in one place: which
+    std::string does;
 };
 
-// Of the screen of this name alone, without the keys that every window has; empty where it has none.
-[[nodiscard]] const std::vector<KeyLine>& keysOfScreen(std::string_view form);
+// Of this screen alone, without the keys that every window has; empty where it has none. The keys of its
+// menus' entries are among them: what one does says its tool tip, where it has none, its words.
+[[nodiscard]] std::vector<KeyLine> keysOfScreen(const Form& form);
 [[nodiscard]] const std::vector<KeyLine>& keysOfPreview();
 [[nodiscard]] const std::vector<KeyLine>& keysOfEveryWindow();
 

@@ -59,6 +59,14 @@ bool isCommand(const QKeyEvent& event) {
     return control != event.modifiers().testFlag(Qt::AltModifier);
 }
 
+// The letter that Ctrl turns into a command; its text is a control character.
+char32_t commandLetter(const QKeyEvent& event) {
+    const bool isLetter = event.key() >= Qt::Key_A && event.key() <= Qt::Key_Z;
+    return isLetter && isCommand(event) && event.modifiers().testFlag(Qt::ControlModifier)
+               ? U'a' + static_cast<char32_t>(event.key() - Qt::Key_A)
+               : 0;
+}
+
 } // namespace
 
 KeyEvent keyOf(const QKeyEvent& event) {
@@ -68,7 +76,7 @@ KeyEvent keyOf(const QKeyEvent& event) {
     if (found != std::end(kKeys))
         made.key = found->key;
     else
-        made.character = printable(event);
+        made.character = commandLetter(event) != 0 ? commandLetter(event) : printable(event);
     made.shift = event.modifiers().testFlag(Qt::ShiftModifier);
     made.control = event.modifiers().testFlag(Qt::ControlModifier);
     made.alt = event.modifiers().testFlag(Qt::AltModifier);
@@ -106,6 +114,7 @@ QtKey toQt(const KeyEvent& event) {
     } else {
         made.text = QString::fromUcs4(&event.character, 1);
         made.key = made.text.toUpper().front().unicode();
+        if (event.control && !event.alt) made.text = QChar(made.key & 0x1f);
     }
     return made;
 }

@@ -1,6 +1,6 @@
-#include "apps/operator/keynames.h"
 #include "apps/operator/verbs.h"
 #include "platform/controls/editing.h"
+#include "platform/controls/keynames.h"
 #include "platform/controls/names.h"
 #include "platform/controls/userinput.h"
 #include "platform/runtime/conversion.h"
@@ -68,9 +68,10 @@ void put(Stage& stage, const Line& line) {
 }
 
 void pressKey(Stage& stage, const Line& line) {
-    const KeyEvent event = keyNamed(line.words[0].text);
+    const auto event = keyNamed(line.words[0].text);
+    if (!event) throw UnreadableLine("no such key: " + line.words[0].text);
     Form& screen = stage.screen();
-    if (!pressKey(stage, screen, event)) throw Shortfall(screen.name() + " takes no key now");
+    if (!pressKey(stage, screen, *event)) throw Shortfall(screen.name() + " takes no key now");
 }
 
 void click(Stage& stage, const Line& line) {

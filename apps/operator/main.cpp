@@ -22,11 +22,12 @@ namespace {
 
 enum Exit { AllHeld = 0, FellShort = 1, CouldNotRead = 2 };
 
-constexpr Tool kTool = {"vorel-operator",
-                        "usage: vorel-operator [--kok DIR] [--pencere] [--sunucu \"CONNECTION TEXT\"] [FILE ...]\n"
-                        "FILE: lines for the operator; none, or \"-\": standard input\n"
-                        "--yardim, --help: this page; --surum, --version: the version\n",
-                        CouldNotRead};
+constexpr Tool kTool = {
+    "vorel-operator",
+    "usage: vorel-operator [--kok DIR] [--pencere] [--sunucu \"CONNECTION TEXT\"] [FILE ...]\n"
+    "FILE: lines for the operator; none, or \"-\": standard input\n"
+    "--yardim, --help: this page; --surum, --version: the version\n",
+    CouldNotRead};
 
 struct Options {
     std::optional<std::string> drive;
@@ -97,7 +98,7 @@ int run(int count, char** arguments, std::span<const char* const> given) {
     OpenWindows windows;
     if (options->withWindows) {
         system.emplace(count, arguments);
-        windows = [&](Clock& clock, const std::string& folder) { return system->open(clock, folder); };
+        windows = [&](Clock& clock) { return system->open(clock); };
     }
     PdfWriter pdf(count, arguments);
     const auto writePdf = [&pdf](const report::Document& document, const std::string& file) {

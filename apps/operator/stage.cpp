@@ -39,7 +39,7 @@ std::string messageText(const RecordingDialogs::Said& said) {
 
 Stage::Stage(Setting setting, FormHost& host)
     : setting_(std::move(setting)), host_(&host), desk_(reports, setting_.writePdf) {
-    if (setting_.windows) windows_ = setting_.windows(clock, setting_.folder);
+    if (setting_.windows) windows_ = setting_.windows(clock);
     if (setting_.server) server_.emplace(*setting_.server);
     renewProcess();
 }

@@ -24,7 +24,7 @@ public:
     [[nodiscard]] virtual bool takePicture(Form& screen, const std::string& file) = 0;
 };
 
-// Opens the windows of one scenario, whose day the clock tells; its folder stands for drive C:.
-using OpenWindows = std::function<std::unique_ptr<Windows>(Clock&, const std::string& folder)>;
+// Opens the windows of one scenario, whose day the clock tells.
+using OpenWindows = std::function<std::unique_ptr<Windows>(Clock&)>;
 
 } // namespace veldona::console

@@ -2,8 +2,6 @@
 
 #include <QApplication>
 
-#include "apps/veldona/backupmenu.h"
-#include "apps/veldona/menus.h"
 #include "ui/host.h"
 #include "ui/housestyle.h"
 #include "ui/screens.h"
@@ -14,12 +12,9 @@ namespace {
 
 class RealWindows : public Windows {
 public:
-    RealWindows(Clock& clock, const std::string& folder)
-        : host_(clock), backups_(host_, clock, Paths(folder)) {
+    explicit RealWindows(Clock& clock) : host_(clock) {
         host_.timersRun = false; // a timer ticks when the scenario says so
         drawScreens(host_);
-        // As in the program, but a scenario reaches no menu: nobody goes back to a backup.
-        host_.addTo("frmMainVeldona", [this](FormWindow& window) { addMenus(window, backups_, [] {}); });
     }
 
     FormHost& follower() override { return host_; }
@@ -41,7 +36,6 @@ public:
 
 private:
     WindowHost host_;
-    BackupMenu backups_;
 };
 
 // Where there is no display, windows are drawn without one.
@@ -64,8 +58,8 @@ WindowSystem::WindowSystem(int& count, char** arguments) {
 
 WindowSystem::~WindowSystem() = default;
 
-std::unique_ptr<Windows> WindowSystem::open(Clock& clock, const std::string& folder) const {
-    return std::make_unique<RealWindows>(clock, folder);
+std::unique_ptr<Windows> WindowSystem::open(Clock& clock) const {
+    return std::make_unique<RealWindows>(clock);
 }
 
 } // namespace veldona::console

@@ -18,7 +18,7 @@ public:
     WindowSystem(const WindowSystem&) = delete;
     WindowSystem& operator=(const WindowSystem&) = delete;
 
-    [[nodiscard]] std::unique_ptr<Windows> open(Clock& clock, const std::string& folder) const;
+    [[nodiscard]] std::unique_ptr<Windows> open(Clock& clock) const;
 
 private:
     std::unique_ptr<QApplication> application_;

@@ -98,7 +98,7 @@ Ended runBooks(const std::string& root, std::optional<std::string>& backup) {
     };
     registerScreens(forms, session);
     windows.addTo("frmMainVeldona", [&](FormWindow& window) {
-        addMenus(window, backups, [&] {
+        bindMenus(window, backups, [&] {
             for (Form* open : forms.loadedForms())
                 forms.unload(*open);
         });

@@ -1,4 +1,4 @@
-// The menu bar of the main window. The screen below knows nothing of it.
+// What the entries of the main screen's menu bar do where there is a window.
 #pragma once
 
 #include <functional>
@@ -9,6 +9,6 @@ class BackupMenu;
 class FormWindow;
 
 // `onRestore`: the operator has chosen a backup to go back to.
-void addMenus(FormWindow& window, BackupMenu& backups, const std::function<void()>& onRestore);
+void bindMenus(FormWindow& mainWindow, BackupMenu& backups, const std::function<void()>& onRestore);
 
 } // namespace veldona

@@ -117,7 +117,7 @@ public:
         drawScreens(windows_);
         session_.reportDesk = &reports_;
         registerScreens(forms_, session_);
-        windows_.addTo("frmMainVeldona", [this](FormWindow& window) { addMenus(window, backups_, [] {}); });
+        windows_.addTo("frmMainVeldona", [this](FormWindow& window) { bindMenus(window, backups_, [] {}); });
     }
 
     void takeAll() {
@@ -173,10 +173,10 @@ private:
         user::focus(*front().find("txtUnvan"));
         camera_.take(look(), "antet");
     }
-    void takeMenu(int which, const std::string& name) {
-        QMenu* menu = window().findChild<QMenuBar*>()->actions()[which]->menu();
+    void takeMenu(const char* which, const std::string& name) {
+        auto* menu = window().findChild<QMenu*>(which);
         const auto* bar = window().findChild<QMenuBar*>();
-        const QPoint below = bar->actionGeometry(bar->actions()[which]).bottomLeft();
+        const QPoint below = bar->actionGeometry(menu->menuAction()).bottomLeft();
         menu->popup(bar->mapToGlobal(below));
         settle();
         QPixmap picture = window().grab();
@@ -186,8 +186,8 @@ private:
     }
     void takeWork() {
         settle();
-        takeMenu(0, "yedek-menusu");
-        takeMenu(1, "yardim-menusu");
+        takeMenu("mnuYedek", "yedek-menusu");
+        takeMenu("mnuYardim", "yardim-menusu");
         camera_.expect("tuslar");
         press(Key::F1);
 

@@ -1,4 +1,4 @@
-// The simple controls: label, text, button, check box, option, frame, menu, timer, date, web pane.
+// The simple controls: label, text, button, check box, option, frame, timer, date, web pane.
 #pragma once
 
 #include <functional>
@@ -118,14 +118,6 @@ private:
     Style style_;
     Value value_;
     Value lastDate_;
-};
-
-// A menu or an entry of one (placed in it). A hidden menu pops up from the control that names it.
-class MenuItem : public Captioned {
-public:
-    MenuItem(Form& form, std::string name, std::string caption)
-        : Captioned(form, std::move(name), std::move(caption)) {}
-    [[nodiscard]] bool takesFocus() const override { return false; }
 };
 
 class Timer : public Control {

@@ -18,8 +18,6 @@
 
 namespace veldona {
 
-class MenuItem;
-
 enum class Kip { Modeless, Modal };
 
 // Who shows the forms: a window system, or the operator console. Each call tells what has already happened in

@@ -231,7 +231,12 @@ bool pressKey(Form& form, KeyEvent key) {
     const KeyEvent pressed = withKeyNamed(key);
     Control* target = focusedOf(form);
     KeyEvent down = pressed;
-    if (deliverDown(form, target, down)) pressAndAct(form, target, pressed);
+    if (deliverDown(form, target, down)) {
+        if (MenuItem* entry = entryCalledBy(form, pressed))
+            clickMenu(*entry);
+        else
+            pressAndAct(form, target, pressed);
+    }
     if (lives(form)) keyUp(form, focusedOf(form), pressed);
     return true;
 }

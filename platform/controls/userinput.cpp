@@ -236,6 +236,14 @@ bool clickMenu(MenuItem& item) {
     return true;
 }
 
+MenuItem* entryCalledBy(const Form& form, const KeyEvent& key) {
+    for (Control* each : form.controls()) {
+        auto* item = dynamic_cast<MenuItem*>(each);
+        if (item && item->isCalledBy(key) && canReach(*item)) return item;
+    }
+    return nullptr;
+}
+
 bool clickTool(ToolBar& bar, std::string_view key) {
     const Forms::Hold hold(bar.form().forms());
     if (!turnTo(bar)) return false;

@@ -10,6 +10,7 @@
 
 #include "platform/controls/form.h"
 #include "platform/controls/lists.h"
+#include "platform/controls/menus.h"
 
 namespace veldona::user {
 
@@ -27,7 +28,7 @@ bool put(Control& textControl, std::string_view text);
 // Backspace or Delete edits, Up and Down move a list's, combo's or grid's row (with its click or row-change
 // event), Tab moves the focus, Space clicks a button, Enter clicks one that has the focus. Key-down,
 // key-press and what the control does go to the control that had the focus before, key-up to the one that has
-// it then.
+// it then. A key of a menu's entry that nobody swallowed on its way down clicks that entry and nothing else.
 bool pressKey(Form& form, KeyEvent key);
 // All but a label take the focus first.
 bool click(Control& control);
@@ -43,6 +44,7 @@ bool setChecked(CheckBox& box, bool checked);
 bool setChecked(DateBox& box, bool checked, DateTime today);
 bool pickDate(DateBox& box, const Value& dateOrNull);
 bool clickMenu(MenuItem& item);
+[[nodiscard]] MenuItem* entryCalledBy(const Form& form, const KeyEvent& key); // one in reach; nullptr: none
 bool clickTool(ToolBar& bar, std::string_view key);
 void tick(Timer& timer);
 

@@ -109,7 +109,7 @@ TEST_F(Lists, SagTusMenusu) {
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         ASSERT_NE(menu, nullptr);
         ASSERT_EQ(menu->actions().size(), 1);
-        EXPECT_EQ(menu->actions().front()->text(), "Satır Sil");
+        EXPECT_EQ(menu->actions().front()->text(), "Satır Sil\tCtrl+D");
         menu->actions().front()->trigger();
         menu->close();
     });
@@ -118,6 +118,8 @@ TEST_F(Lists, SagTusMenusu) {
     QContextMenuEvent ask(QContextMenuEvent::Mouse, where, left().viewport()->mapToGlobal(where));
     QCoreApplication::sendEvent(left().viewport(), &ask);
     EXPECT_EQ(told(), (Told{"click sol 2", "sil sol 2"}));
+    QTest::keyClick(left().viewport(), Qt::Key_D, Qt::ControlModifier); // by its key, too
+    EXPECT_EQ(told(), (Told{"sil sol 2"}));
 }
 
 TEST_F(TrialWindow, YirmiBinSatirYalnizGorunenleriSorar) {

@@ -16,7 +16,8 @@ namespace {
 
 // The keys of the keyboard's top row and Esc; the others do much by themselves in the field that has the
 // focus.
-constexpr Key kKeys[] = {Key::F1, Key::F2, Key::F3,  Key::F4,  Key::F5,  Key::F6,    Key::F7,
+// F1 is the same in every window.
+constexpr Key kKeys[] = {Key::F2, Key::F3, Key::F4,  Key::F5,  Key::F6,  Key::F7,
                          Key::F8, Key::F9, Key::F10, Key::F11, Key::F12, Key::Escape};
 
 // Counts what a key leads to. A modal screen that it opens is gone at once.
@@ -70,7 +71,8 @@ TEST_F(KeyOverview, SaysWhatTheScreensDo) {
          {"frmMainVeldona", "frmAntetBilgisi", "frmCariEkle", "frmCarihesapSec", "frmSatis",
           "rprbeklenentahsilat", "rprodemesigecen", "rptGelirGider", "taksitmustduzelt", "taksitodduzelt"}) {
         std::set<Key> told;
-        for (const KeyLine& line : keysOfScreen(screen))
+        effectOf(screen, Key::F12, FormModu::Gezinme); // which opens it
+        for (const KeyLine& line : keysOfScreen(*forms.loaded(screen)))
             told.insert(line.key);
         for (const Key key : kKeys) {
             // A sale can be changed only once one was saved.

@@ -71,7 +71,7 @@ protected:
               "('7',5,'20/10/2026 09:00:00',12345670000)"})
             shop.run(std::string("INSERT INTO ") + row);
         followScreen(*qApp);
-        host.addTo("frmMainVeldona", [this](FormWindow& window) { addMenus(window, backups, [] {}); });
+        host.addTo("frmMainVeldona", [this](FormWindow& window) { bindMenus(window, backups, [] {}); });
         start();
     }
     ~Manners() override { applyHouseStyle(*qApp, 1); }
@@ -231,9 +231,11 @@ TEST_F(Manners, EveryDialog) {
     expectGoodDialog([&] { dialogs.runtimeError({13, many}); }, "uzun-hata");
     expectGoodDialog([&] { static_cast<void>(dialogs.confirm("Silinsin mi?")); }, "soru");
     expectGoodDialog([&] { static_cast<void>(dialogs.input("Aranacak söz", "Ara")); }, "girdi");
-    for (const char* name : kScreens)
-        expectGoodDialog([&] { showKeys(host, nullptr, name, keysOfScreen(name)); },
+    for (const char* name : kScreens) {
+        open(name);
+        expectGoodDialog([&] { showKeys(host, nullptr, name, keysOfScreen(*forms.loaded(name))); },
                          std::string("tuslar-") + name);
+    }
 }
 
 TEST_F(Manners, TheCalendarOpensOnTheScreenAndOnTheProgramsDay) {

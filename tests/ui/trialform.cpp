@@ -94,7 +94,6 @@ TrialWindow::TrialWindow() {
         form = made.get();
         for (Control* each : {static_cast<Control*>(&made->Bir), static_cast<Control*>(&made->Iki)})
             each->placeIn(made->Secenekler);
-        made->mnuSil.placeIn(made->mnuListe);
         made->mnuListe.setVisible(false);
         made->Sol.popupMenu = &made->mnuListe;
         made->Sekmeler.addPage(made->Sayfa1);

@@ -10,6 +10,7 @@
 #include "platform/controls/controls.h"
 #include "platform/controls/forms.h"
 #include "platform/controls/lists.h"
+#include "platform/controls/menus.h"
 #include "platform/desktop/clock.h"
 #include "ui/host.h"
 
@@ -56,8 +57,8 @@ struct TrialForm : Form {
     Frame Sayfa2{*this, "Sayfa2", "İki"};
     TextBox Sayfadaki{*this, "Sayfadaki"};
     WebPane Belge{*this, "Belge"};
-    MenuItem mnuListe{*this, "mnuListe", "Liste"};
-    MenuItem mnuSil{*this, "mnuSil", "Satır Sil"};
+    Menu mnuListe{*this, "mnuListe", "Liste"};
+    MenuItem mnuSil{mnuListe, "mnuSil", "Satır Sil", "Ctrl+D"};
     Timer Saat{*this, "Saat", 1};
     TextBox Gizli{*this, "Gizli"};
 };

@@ -54,8 +54,8 @@ struct Screen : Form {
     OptionButton option2{*this, "opt2"};
     OptionButton framedOption{*this, "opt3"};
     DateBox date{*this, "dt", DateBox::Style::PickerWithCheck};
-    MenuItem menu{*this, "mnu", ""};
-    MenuItem entry{*this, "mnuSil", ""};
+    Menu menu{*this, "mnu", ""};
+    MenuItem entry{menu, "mnuSil", "", "Ctrl+D"};
 };
 
 // Modal screens are run by the next step of `script`.

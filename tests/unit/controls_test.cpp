@@ -322,10 +322,26 @@ TEST(Acts, ALabelIsClickedWithoutTheFocusAndADoubleClickIsAClickFirst) {
     EXPECT_EQ(stage.host.log.take(), "a.lost lst.got lst.click lst.dblclick");
 }
 
+TEST(Acts, AnEntrysKeyComesBehindScreenAndControl) {
+    Stage stage;
+    Screen& screen = stage.shown();
+    screen.trace(screen.entry);
+    const KeyEvent key{.character = U'd', .control = true};
+    user::pressKey(screen, key);
+    EXPECT_EQ(stage.host.log.take(), "mnuSil.click");
+    user::pressKey(screen, {.character = U'd'}); // the letter alone is a text's
+    screen.entry.setEnabled(false);
+    user::pressKey(screen, key);
+    screen.entry.setEnabled(true);
+    screen.a.onKeyDown = [](KeyEvent& event) { event.swallowed = true; };
+    screen.a.setFocus();
+    user::pressKey(screen, key);
+    EXPECT_EQ(stage.host.log.take().find("mnuSil"), std::string::npos);
+}
+
 TEST(Acts, AHiddenMenuOpensOverTheControlThatNamesIt) {
     Stage stage;
     Screen& screen = stage.shown();
-    screen.entry.placeIn(screen.menu);
     screen.trace(screen.entry);
     EXPECT_TRUE(user::clickMenu(screen.entry));
     screen.menu.setVisible(false);

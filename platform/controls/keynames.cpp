@@ -1,13 +1,12 @@
-#include "apps/operator/keynames.h"
+#include "platform/controls/keynames.h"
 
 #include <string_view>
 
-#include "apps/operator/script.h"
 #include "platform/controls/editing.h"
 #include "platform/controls/names.h"
 #include "platform/runtime/unicode.h"
 
-namespace veldona::console {
+namespace veldona {
 
 namespace {
 
@@ -48,13 +47,18 @@ constexpr NamedKey kNamedKeys[] = {
 
 } // namespace
 
-KeyEvent keyNamed(const std::string& name) {
-    for (const NamedKey& known : kNamedKeys) {
-        if (sameName(known.name, name)) return {.key = known.key};
+std::optional<KeyEvent> keyNamed(std::string_view name) {
+    if (constexpr std::string_view control = "Ctrl+";
+        name.size() > control.size() && sameName(name.substr(0, control.size()), control)) {
+        auto made = keyNamed(name.substr(control.size()));
+        if (made) made->control = true;
+        return made;
     }
+    for (const NamedKey& known : kNamedKeys)
+        if (sameName(known.name, name)) return KeyEvent{.key = known.key};
     const std::u32string characters = charactersOf(name);
-    if (characters.size() != 1) throw UnreadableLine("no such key: " + name);
-    return {.character = characters.front()};
+    if (characters.size() != 1) return std::nullopt;
+    return KeyEvent{.character = characters.front()};
 }
 
-} // namespace veldona::console
+} // namespace veldona

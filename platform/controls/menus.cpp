@@ -1,0 +1,41 @@
+#include "platform/controls/menus.h"
+
+#include <algorithm>
+
+#include "platform/controls/keynames.h"
+#include "platform/runtime/error.h"
+
+namespace veldona {
+
+namespace {
+
+char32_t lower(char32_t character) {
+    return character >= U'A' && character <= U'Z' ? character - U'A' + U'a' : character;
+}
+
+} // namespace
+
+Menu::Menu(Form& form, std::string name, std::string caption)
+    : Captioned(form, std::move(name), std::move(caption)) {}
+
+bool Menu::hasEntryToShow() const {
+    return std::any_of(entries_.begin(), entries_.end(),
+                       [](const MenuItem* each) { return each->visible(); });
+}
+
+MenuItem::MenuItem(Menu& menu, std::string name, std::string caption, std::string key)
+    : Captioned(menu.form(), std::move(name), std::move(caption)), keyName_(std::move(key)) {
+    placeIn(menu);
+    menu.entries_.push_back(this);
+    if (keyName_.empty()) return;
+    const auto named = keyNamed(keyName_);
+    if (!named) raise(ErrorNumber::InvalidCall);
+    key_ = *named;
+}
+
+bool MenuItem::isCalledBy(const KeyEvent& event) const {
+    return !keyName_.empty() && event.key == key_.key && lower(event.character) == lower(key_.character) &&
+           event.control == key_.control && event.alt == key_.alt && event.shift == key_.shift;
+}
+
+} // namespace veldona
