@@ -46,8 +46,8 @@ private:
 struct Setting {
     std::string folder; // stands for drive C:
     RegisterScreens screens;
-    OpenWindows windows = nullptr; // none are attached
-    WritePdf writePdf = nullptr;   // nobody can
+    OpenWindows windows = nullptr;                             // none are attached
+    WritePdf writePdf = nullptr;                               // nobody can
     std::optional<store::ServerAddress> server = std::nullopt; // the books lie there and not in the folder
 };
 
