@@ -8,9 +8,9 @@
 #include "core/books.h"
 #include "core/session.h"
 #include "platform/store/dialect/storeerror.h"
-#include "platform/store/engine/draft.h"
 #include "platform/store/engine/openfile.h"
 #include "platform/store/engine/tablerows.h"
+#include "platform/store/engine/temporaryfile.h"
 #include "schema/tables.h"
 
 namespace veldona::backup {
@@ -36,12 +36,12 @@ Refusal noRoom(const std::string& file, const std::string& books) {
                    "Yarım kalan kopya silindi. Yer açın ya da başka bir disk seçin.");
 }
 
-Picture copyAsItStands(const std::string& books, const std::string& file, const Onlooker& onlooker) {
+Fingerprint copyAsItStands(const std::string& books, const std::string& file, const Onlooker& onlooker) {
     look(onlooker, Step::Copying);
     const store::Place place = store::placeOf(books);
     const auto original = openBooksToRead(place, kWait);
     original->beginReading();
-    Picture picture = pictureOf(*original);
+    Fingerprint fingerprint = fingerprintOf(*original);
     try {
         const auto copy = store::createFile(file, kDeliveredPassword);
         const auto goOn = [&onlooker](std::int64_t done, std::int64_t all) {
@@ -57,23 +57,24 @@ Picture copyAsItStands(const std::string& books, const std::string& file, const 
         if (failure.kind() != store::StoreError::Kind::DiskFull) throw;
         throw noRoom(file, books);
     }
-    return picture;
+    return fingerprint;
 }
 
 } // namespace
 
-Picture copyToDraft(const std::string& books, const std::string& draft, const Onlooker& onlooker) {
-    const Picture picture = copyAsItStands(books, draft, onlooker);
-    syncFile(draft);
-    requireProved(draft, picture, onlooker);
-    return picture;
+Fingerprint copyToTemporary(const std::string& books, const std::string& temporary,
+                            const Onlooker& onlooker) {
+    const Fingerprint fingerprint = copyAsItStands(books, temporary, onlooker);
+    syncFile(temporary);
+    requireProved(temporary, fingerprint, onlooker);
+    return fingerprint;
 }
 
-Picture copyBooks(const std::string& books, const std::string& file, const Onlooker& onlooker) {
-    const store::Draft draft(file + ".yarim");
-    const Picture picture = copyToDraft(books, draft.path(), onlooker);
-    giveName(draft.path(), file, picture, onlooker);
-    return picture;
+Fingerprint copyBooks(const std::string& books, const std::string& file, const Onlooker& onlooker) {
+    const store::TemporaryFile temporary(file + ".yarim");
+    const Fingerprint fingerprint = copyToTemporary(books, temporary.path(), onlooker);
+    giveName(temporary.path(), file, fingerprint, onlooker);
+    return fingerprint;
 }
 
 } // namespace veldona::backup

@@ -3,17 +3,18 @@
 
 #include <string>
 
+#include "backup/fingerprint.h"
 #include "backup/onlooker.h"
-#include "backup/picture.h"
 
 namespace veldona::backup {
 
-// Copies the books that `books` stands for, in their file or on their server and perhaps in use, to `draft`,
-// an encrypted file which its owner takes away; then proves the copy by itself and holds its picture against
-// the one of the books at the moment of the copy. Raises Refusal or StoreError.
-Picture copyToDraft(const std::string& books, const std::string& draft, const Onlooker& onlooker = {});
+// Copies the books that `books` stands for, in their file or on their server and perhaps in use, to
+// `temporary`, an encrypted file which its owner takes away; then proves the copy by itself and holds its
+// fingerprint against the one of the books at the moment of the copy. Raises Refusal or StoreError.
+Fingerprint copyToTemporary(const std::string& books, const std::string& temporary,
+                            const Onlooker& onlooker = {});
 
 // The same to `file`, which must not be there. What fails leaves no file.
-Picture copyBooks(const std::string& books, const std::string& file, const Onlooker& onlooker = {});
+Fingerprint copyBooks(const std::string& books, const std::string& file, const Onlooker& onlooker = {});
 
 } // namespace veldona::backup

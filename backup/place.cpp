@@ -82,8 +82,8 @@ public:
         }
         ::unlink((books_ + "-shm").c_str()); // the journal's index, made anew from it
     }
-    void moveIn(const std::string& draft) {
-        if (std::rename(draft.c_str(), books_.c_str()) != 0)
+    void moveIn(const std::string& temporary) {
+        if (std::rename(temporary.c_str(), books_.c_str()) != 0)
             throw Refusal(books_ + " yerine konamadı: " + lastReason());
         hasArrived_ = true;
     }
@@ -137,10 +137,10 @@ void makeFolder(const std::string& folder) {
     if (failed) throw Refusal(folder + " klasörü kullanılamıyor: " + reasonOf(failed));
 }
 
-void giveName(const std::string& draft, const std::string& file, const Picture& proven,
+void giveName(const std::string& temporary, const std::string& file, const Fingerprint& proven,
               const Onlooker& onlooker) {
-    const auto coming = lockAlone(draft); // nobody begins to work on it before it is proven
-    renameToFree(draft, file);
+    const auto coming = lockAlone(temporary); // nobody begins to work on it before it is proven
+    renameToFree(temporary, file);
     try {
         syncFolder(folderOf(file));
         requireProved(file, proven, onlooker);
@@ -154,14 +154,14 @@ void requireClosed(const std::string& books) {
     if (stands(books)) static_cast<void>(lockAlone(books));
 }
 
-std::vector<std::string> exchange(const std::string& draft, const Picture& proven, const std::string& books,
-                                  const SetAside& names) {
+std::vector<std::string> exchange(const std::string& temporary, const Fingerprint& proven,
+                                  const std::string& books, const SetAside& names) {
     const auto present = stands(books) ? lockAlone(books) : nullptr;
-    const auto coming = lockAlone(draft);
+    const auto coming = lockAlone(temporary);
     Exchange exchange(books, names);
     exchange.setAside();
     syncFolder(folderOf(names.books));
-    exchange.moveIn(draft);
+    exchange.moveIn(temporary);
     syncFolder(folderOf(books));
     requireProved(books, proven);
     return exchange.end();

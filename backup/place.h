@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "backup/fingerprint.h"
 #include "backup/onlooker.h"
-#include "backup/picture.h"
 
 namespace veldona::backup {
 
@@ -31,9 +31,9 @@ private:
 // Makes the folder where it is not there, for its owner alone. Raises Refusal.
 void makeFolder(const std::string& folder);
 
-// Gives `draft`, which holds `proven`, the name `file`, makes that last and proves it once more. What fails
-// leaves no file. Raises Refusal, also where something stands at `file`.
-void giveName(const std::string& draft, const std::string& file, const Picture& proven,
+// Gives `temporary`, which holds `proven`, the name `file`, makes that last and proves it once more. What
+// fails leaves no file. Raises Refusal, also where something stands at `file`.
+void giveName(const std::string& temporary, const std::string& file, const Fingerprint& proven,
               const Onlooker& onlooker = {});
 
 // Raises Refusal where somebody has the books open. They need not be there.
@@ -44,11 +44,11 @@ struct SetAside {
     std::string books, journal;
 };
 
-// Puts `draft`, which holds `proven`, in the place of `books` and answers what was set aside: nothing where
-// nothing stood there. From before the exchange to behind the last proof nobody can open either file: who
-// tries waits, and finds what stands then. What fails leaves the books as they were. Raises Refusal or
+// Puts `temporary`, which holds `proven`, in the place of `books` and answers what was set aside: nothing
+// where nothing stood there. From before the exchange to behind the last proof nobody can open either file:
+// who tries waits, and finds what stands then. What fails leaves the books as they were. Raises Refusal or
 // StoreError.
-std::vector<std::string> exchange(const std::string& draft, const Picture& proven, const std::string& books,
-                                  const SetAside& names);
+std::vector<std::string> exchange(const std::string& temporary, const Fingerprint& proven,
+                                  const std::string& books, const SetAside& names);
 
 } // namespace veldona::backup

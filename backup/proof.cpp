@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 
 constexpr std::chrono::seconds kWait(15); // for another workstation's lock
 
-Picture lookThrough(store::Engine& books, const std::string& file, const Onlooker& onlooker) {
+Fingerprint lookThrough(store::Engine& books, const std::string& file, const Onlooker& onlooker) {
     const auto goOn = [&onlooker] {
         look(onlooker, Step::Proving);
         return true;
@@ -27,18 +27,18 @@ Picture lookThrough(store::Engine& books, const std::string& file, const Onlooke
     const store::ReadBounds bounds{kAll, kAll, goOn};
     books.setBounds(&bounds);
     if (!books.isSound()) throw Refusal(file + " bozuk.");
-    Picture picture = pictureOf(books);
+    Fingerprint fingerprint = fingerprintOf(books);
     books.setBounds(nullptr);
-    return picture;
+    return fingerprint;
 }
 
 } // namespace
 
-Picture inspect(const std::string& file) {
+Fingerprint inspect(const std::string& file) {
     return lookThrough(*openBooksToRead(file, kWait), file, {});
 }
 
-Picture prove(const std::string& file, const Onlooker& onlooker) {
+Fingerprint prove(const std::string& file, const Onlooker& onlooker) {
     for (const char* journal : kJournals)
         if (stands(file + journal)) throw Refusal(file + " yarım kaldı: " + journal + " günlüğü duruyor.");
     const auto books = openBooksAlone(file);
@@ -47,7 +47,7 @@ Picture prove(const std::string& file, const Onlooker& onlooker) {
     return lookThrough(*books, file, onlooker);
 }
 
-void requireProved(const std::string& file, const Picture& expected, const Onlooker& onlooker) {
+void requireProved(const std::string& file, const Fingerprint& expected, const Onlooker& onlooker) {
     if (prove(file, onlooker) != expected)
         throw Refusal("Kopya defterin aynısı çıkmadı ve silindi. Diski denetleyip yeniden deneyin.");
 }

@@ -15,9 +15,9 @@
 #include "platform/runtime/format.h"
 #include "platform/runtime/storedamount.h"
 #include "platform/store/dialect/storeerror.h"
-#include "platform/store/engine/draft.h"
 #include "platform/store/engine/inquiry.h"
 #include "platform/store/engine/openfile.h"
+#include "platform/store/engine/temporaryfile.h"
 
 namespace veldona::backup {
 namespace {
@@ -43,7 +43,7 @@ std::string newRows(const store::Inquiry& books, const std::string& sums, std::i
 }
 
 // The payments and sales written since: they are what a shop would have to ask its customers for.
-std::string newRows(store::Engine& engine, const Picture& backup) {
+std::string newRows(store::Engine& engine, const Fingerprint& backup) {
     const store::Inquiry books(engine);
     return newRows(books, "SELECT COUNT(*), SUM(ODMIKTAR) FROM TAKSITODENEN WHERE ID > ",
                    backup.lastPaymentId, "ödeme") +
@@ -51,7 +51,7 @@ std::string newRows(store::Engine& engine, const Picture& backup) {
                    "satış");
 }
 
-std::string differences(const Picture& backup, const Picture& now) {
+std::string differences(const Fingerprint& backup, const Fingerprint& now) {
     std::string text;
     for (const auto& [table, count] : now.rows) {
         const auto kept = backup.rows.find(table);
@@ -102,7 +102,7 @@ SetAside namesFor(const std::string& books, DateTime now, bool isForeign) {
 } // namespace
 
 Loss lossOfRestoring(const std::string& backup, const std::string& books) {
-    const Picture kept = inspect(backup);
+    const Fingerprint kept = inspect(backup);
     Loss loss;
     loss.text = "Yedekteki son ödeme: " + shownDate(kept.newestPayment) + "\n";
     loss.booksStand = stands(books) || areOnServer(books);
@@ -112,7 +112,7 @@ Loss lossOfRestoring(const std::string& backup, const std::string& books) {
     }
     try {
         const auto present = openBooksToRead(store::placeOf(books), std::chrono::seconds(15));
-        const Picture now = pictureOf(*present);
+        const Fingerprint now = fingerprintOf(*present);
         loss.text += "Defterdeki son ödeme: " + shownDate(now.newestPayment) + "\n" +
                      newRows(*present, kept) + differences(kept, now) +
                      "Yedekten sonra düzeltilmiş satırlar da yedekteki hâline döner.\n";
@@ -140,8 +140,8 @@ std::vector<std::string> restore(const std::string& backup, const std::string& b
     const std::string folder = fs::path(books).parent_path().string();
     makeFolder(folder);
     const FolderLock lock(folder, "Bir yedek zaten yerine konuyor. Bitmesini bekleyip yeniden deneyin.");
-    const store::Draft arrived(books + ".geri");
-    const Picture proven = copyToDraft(backup, arrived.path());
+    const store::TemporaryFile arrived(books + ".geri");
+    const Fingerprint proven = copyToTemporary(backup, arrived.path());
     const SetAside names = namesFor(books, now, isJournalForeign(books));
     return exchange(arrived.path(), proven, books, names);
 }

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "backup/picture.h"
+#include "backup/fingerprint.h"
 #include "platform/runtime/datetime.h"
 
 namespace veldona::backup {

@@ -41,7 +41,7 @@ Taken takeBackup(const std::string& books, const std::string& folder, DateTime n
     const std::string name = backupName(now);
     Taken taken;
     taken.file = (fs::path(folder) / name).string();
-    taken.picture = copyBooks(books, taken.file, onlooker);
+    taken.fingerprint = copyBooks(books, taken.file, onlooker);
     noteBackup(books, {now, fs::absolute(taken.file).string()});
     const std::vector<std::string> names = listBackups(folder);
     if (names.back() == name)

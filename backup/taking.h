@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "backup/fingerprint.h"
 #include "backup/onlooker.h"
-#include "backup/picture.h"
 #include "platform/desktop/paths.h"
 #include "platform/runtime/datetime.h"
 
@@ -19,7 +19,7 @@ namespace veldona::backup {
 
 struct Taken {
     std::string file;
-    Picture picture;
+    Fingerprint fingerprint;
     std::optional<std::string> newer; // the newest backup, where its name is a later one
 };
 

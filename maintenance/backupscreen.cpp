@@ -80,9 +80,10 @@ void cmdBaskaKlasor_Click(FrmYedek& f) {
 
 std::string toldOf(const backup::Taken& taken, DateTime now) {
     const std::string warning = backup::warningOf(taken);
-    const std::string& last = taken.picture.newestPayment;
+    const std::string& last = taken.fingerprint.newestPayment;
     return "Yedek alındı ve denetlendi.\n\nDosya: " + taken.file +
-           "\nZaman: " + format(now, "dd/mm/yyyy hh:mm") + "\nİçinde: " + backup::countsOf(taken.picture) +
+           "\nZaman: " + format(now, "dd/mm/yyyy hh:mm") +
+           "\nİçinde: " + backup::countsOf(taken.fingerprint) +
            "\nSon ödeme: " + (last.empty() ? "yok" : backup::shownDate(last)) +
            (warning.empty() ? "" : "\n\n" + warning);
 }

@@ -9,7 +9,7 @@
 #include "backup/proof.h"
 #include "backup/refusal.h"
 #include "core/books.h"
-#include "platform/store/engine/draft.h"
+#include "platform/store/engine/temporaryfile.h"
 
 namespace veldona::anonim {
 namespace {
@@ -22,7 +22,8 @@ void disguiseBooks(const std::string& file, Disguise& disguise, Outcome& outcome
     const auto books = openBooks(file, std::chrono::seconds(1));
     books->keepNoJournal(); // a copy that fails is thrown away
     outcome.replaced = takeNamesOut(*books, disguise);
-    outcome.picture.newestPayment = backup::pictureOf(*books).newestPayment; // its date is another now
+    outcome.fingerprint.newestPayment =
+        backup::fingerprintOf(*books).newestPayment; // its date is another now
     books->rewrite();
 }
 
@@ -31,14 +32,14 @@ void disguiseBooks(const std::string& file, Disguise& disguise, Outcome& outcome
 Outcome copyWithoutNames(const std::string& books, const std::string& named, Disguise disguise) {
     const std::string file = fs::absolute(named).string(); // the folder of a bare name is synced too
     if (backup::stands(file)) throw Refusal(file + " zaten var ve olduğu gibi bırakıldı.");
-    const store::Draft draft(file + ".adli"); // it still carries the names of the shop
+    const store::TemporaryFile temporary(file + ".adli"); // it still carries the names of the shop
     Outcome outcome;
-    outcome.picture = backup::copyToDraft(books, draft.path());
-    disguiseBooks(draft.path(), disguise, outcome);
-    backup::syncFile(draft.path());
-    if (backup::prove(draft.path()) != outcome.picture)
+    outcome.fingerprint = backup::copyToTemporary(books, temporary.path());
+    disguiseBooks(temporary.path(), disguise, outcome);
+    backup::syncFile(temporary.path());
+    if (backup::prove(temporary.path()) != outcome.fingerprint)
         throw Refusal("Adsız kopya defterin sayılarını taşımıyor ve silindi.");
-    backup::giveName(draft.path(), file, outcome.picture);
+    backup::giveName(temporary.path(), file, outcome.fingerprint);
     return outcome;
 }
 

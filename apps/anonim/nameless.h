@@ -5,13 +5,13 @@
 #include <string>
 
 #include "apps/anonim/disguise.h"
-#include "backup/picture.h"
+#include "backup/fingerprint.h"
 
 namespace veldona::anonim {
 
 struct Outcome {
     std::int64_t replaced = 0; // cells
-    backup::Picture picture;
+    backup::Fingerprint fingerprint;
 };
 
 // Copies `books`, which may be in use, to `file`, which must not be there, under the same password. What

@@ -24,7 +24,7 @@ namespace {
 namespace fs = std::filesystem;
 using backup::stands;
 
-constexpr std::string_view kSitePrefix = ".hazirla-";
+constexpr std::string_view kWorkFolderPrefix = ".hazirla-";
 
 // Held as long as the process lives, however it ends.
 int lockFolder(const std::string& folder) {
@@ -35,10 +35,10 @@ int lockFolder(const std::string& folder) {
 }
 
 // What a killed run left behind; a folder that is being built in is locked.
-void clearAbandonedSites(const fs::path& folder) {
+void clearAbandonedFolders(const fs::path& folder) {
     std::error_code ignored;
     for (const fs::directory_entry& entry : fs::directory_iterator(folder, ignored)) {
-        if (!entry.path().filename().string().starts_with(kSitePrefix)) continue;
+        if (!entry.path().filename().string().starts_with(kWorkFolderPrefix)) continue;
         const int lock = lockFolder(entry.path().string());
         if (lock < 0) continue;
         fs::remove_all(entry.path(), ignored);
@@ -47,25 +47,25 @@ void clearAbandonedSites(const fs::path& folder) {
 }
 
 // Beside the target, so that the last step is a rename within one disk.
-class BuildingSite {
+class WorkFolder {
 public:
-    explicit BuildingSite(const fs::path& folder)
-        : folder_((folder / (std::string(kSitePrefix) + "XXXXXX")).string()) {
-        clearAbandonedSites(folder);
+    explicit WorkFolder(const fs::path& folder)
+        : folder_((folder / (std::string(kWorkFolderPrefix) + "XXXXXX")).string()) {
+        clearAbandonedFolders(folder);
         if (mkdtemp(folder_.data()) == nullptr)
             throw Refusal(folder.string() + " klasörüne yazılamıyor: " + backup::lastReason());
         lock_ = lockFolder(folder_);
     }
-    ~BuildingSite() {
+    ~WorkFolder() {
         std::error_code ignored;
         fs::remove_all(folder_, ignored);
         if (lock_ >= 0) ::close(lock_);
     }
-    BuildingSite(const BuildingSite&) = delete;
-    BuildingSite& operator=(const BuildingSite&) = delete;
+    WorkFolder(const WorkFolder&) = delete;
+    WorkFolder& operator=(const WorkFolder&) = delete;
 
     [[nodiscard]] std::string file() const { return folder_ + "/vorel.mdb"; }
-    [[nodiscard]] std::string replaced() const { return folder_ + "/eski.mdb"; } // gone with the site
+    [[nodiscard]] std::string replaced() const { return folder_ + "/eski.mdb"; } // gone with the folder
 
 private:
     std::string folder_;
@@ -107,18 +107,18 @@ void deliver(const std::string& target, Existing existing,
     lookAtTarget(target, existing);
     const fs::path folder = fs::path(target).parent_path();
     backup::makeFolder(folder.string());
-    const BuildingSite site(folder);
-    store::createDatabase(site.file(), kDeliveredPassword, schema::tables(), schema::savedQueries());
-    runStatements(site.file(), {schema::firstRows().begin(), schema::firstRows().end()});
-    fill(site.file());
-    store::settleFile(site.file(), kDeliveredPassword);
-    backup::syncFile(site.file());
-    const backup::Picture proven = backup::prove(site.file());
+    const WorkFolder work(folder);
+    store::createDatabase(work.file(), kDeliveredPassword, schema::tables(), schema::savedQueries());
+    runStatements(work.file(), {schema::firstRows().begin(), schema::firstRows().end()});
+    fill(work.file());
+    store::settleFile(work.file(), kDeliveredPassword);
+    backup::syncFile(work.file());
+    const backup::Fingerprint proven = backup::prove(work.file());
     lookAtTarget(target, existing);
     if (stands(target))
-        backup::exchange(site.file(), proven, target, {site.replaced(), site.replaced()});
+        backup::exchange(work.file(), proven, target, {work.replaced(), work.replaced()});
     else
-        backup::giveName(site.file(), target, proven);
+        backup::giveName(work.file(), target, proven);
 }
 
 } // namespace veldona::hazirla

@@ -12,7 +12,7 @@
 #include <QThread>
 #include <QVBoxLayout>
 
-#include "backup/picture.h"
+#include "backup/fingerprint.h"
 #include "core/books.h"
 #include "platform/store/dialect/storeerror.h"
 #include "ui/housestyle.h"
@@ -29,9 +29,9 @@ QStringList firstCells(const backup::Restorable& each) {
             each.isReplaced ? "Değişen defter" : "Yedek"};
 }
 
-QString count(const backup::Picture& picture, const char* table) {
-    const auto found = picture.rows.find(table);
-    return QLocale(QLocale::Turkish).toString(qlonglong(found == picture.rows.end() ? 0 : found->second));
+QString count(const backup::Fingerprint& fingerprint, const char* table) {
+    const auto found = fingerprint.rows.find(table);
+    return QLocale(QLocale::Turkish).toString(qlonglong(found == fingerprint.rows.end() ? 0 : found->second));
 }
 
 } // namespace
@@ -122,10 +122,10 @@ void RestoreDialog::readAll() {
         QStringList cells = firstCells(all_[i]);
         try {
             const auto file = openBooksToRead(all_[i].file, std::chrono::seconds(1));
-            const backup::Picture picture = backup::pictureOf(*file);
+            const backup::Fingerprint fingerprint = backup::fingerprintOf(*file);
             for (const char* table : {"MUSTKAYIT", "ISLEMNOTABLO", "TAKSITODENEN"})
-                cells << count(picture, table);
-            cells << QString::fromStdString(backup::shownDate(picture.newestPayment)).left(16);
+                cells << count(fingerprint, table);
+            cells << QString::fromStdString(backup::shownDate(fingerprint.newestPayment)).left(16);
         } catch (const store::StoreError&) {
             cells << "okunamıyor";
         }

@@ -24,7 +24,7 @@ using namespace veldona::yedek;
 void takeNow(const std::string& books, const std::string& folder) {
     const Taken taken = takeBackup(books, folder, SystemClock().now());
     std::cout << "Yedeklendi ve denetlendi: " << taken.file
-              << "\nSon ödeme: " << shownDate(taken.picture.newestPayment) << '\n';
+              << "\nSon ödeme: " << shownDate(taken.fingerprint.newestPayment) << '\n';
     if (taken.newer) std::cerr << warningOf(taken) << '\n';
 }
 

@@ -164,7 +164,7 @@ TEST_F(Anonim, BosalanSayfalarKopyayaGecmez) {
 }
 
 TEST_F(Anonim, DefterVeVarOlanDosyaKalir) {
-    const backup::Picture before = backup::inspect(books());
+    const backup::Fingerprint before = backup::inspect(books());
     copyWithoutNames(books(), copy(), Disguise());
     EXPECT_EQ(shop.filesInside(), 2) << "a file with names was left";
     EXPECT_THROW(copyWithoutNames(books(), copy(), Disguise()), backup::Refusal);

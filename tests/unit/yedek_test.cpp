@@ -58,11 +58,11 @@ TEST_F(Yedek, ProgramYazarkenAlinanYedekKaydedileniTasir) {
     program->execute("UPDATE MUSTKAYIT SET AD = 'Şükrü' WHERE HSTNO = '1'"); // stands in the log alone
     program->begin();
     program->execute("DELETE FROM TAKSITODENEN");
-    const Picture picture = copyBooks(books(), backup());
+    const Fingerprint fingerprint = copyBooks(books(), backup());
     program->commit();
-    EXPECT_GT(picture.rows.at("TAKSITODENEN"), 60);
-    EXPECT_EQ(inspect(backup()), picture);
-    EXPECT_NE(inspect(books()), picture);
+    EXPECT_GT(fingerprint.rows.at("TAKSITODENEN"), 60);
+    EXPECT_EQ(inspect(backup()), fingerprint);
+    EXPECT_NE(inspect(books()), fingerprint);
     const auto copy = test::openBooks(backup());
     const auto name = copy->prepare("SELECT AD FROM MUSTKAYIT WHERE HSTNO = '1'");
     ASSERT_TRUE(name->step());
@@ -81,9 +81,9 @@ TEST_F(Yedek, BozukDefterdenYedekKalmaz) {
 }
 
 TEST_F(Yedek, GeriYuklemeKaybolaniSoylerVeDegiseniSaklar) {
-    const Picture before = copyBooks(books(), backup());
+    const Fingerprint before = copyBooks(books(), backup());
     payTwice();
-    const Picture after = inspect(books());
+    const Fingerprint after = inspect(books());
     const std::string loss = lossOfRestoring(backup(), books()).text;
     EXPECT_NE(loss.find("2 ödeme, toplam 251,00"), std::string::npos) << loss;
     EXPECT_NE(loss.find("Defterdeki son ödeme: 22/11/2026 10:00:00"), std::string::npos) << loss;
@@ -105,7 +105,7 @@ TEST_F(Yedek, GeriYuklemeKaybolaniSoylerVeDegiseniSaklar) {
 }
 
 TEST_F(Yedek, AcikDefterDegistirilmezBozukYedekKonmaz) {
-    const Picture before = copyBooks(books(), backup());
+    const Fingerprint before = copyBooks(books(), backup());
     payTwice();
     {
         const auto program = test::openBooks(books());
@@ -119,7 +119,7 @@ TEST_F(Yedek, AcikDefterDegistirilmezBozukYedekKonmaz) {
 }
 
 TEST_F(Yedek, OkunamayanDefterinYerineYedekKonur) {
-    const Picture before = copyBooks(books(), backup());
+    const Fingerprint before = copyBooks(books(), backup());
     std::ofstream(books(), std::ios::binary) << std::string(8192, 'x');
     EXPECT_NE(lossOfRestoring(backup(), books()).text.find("okunamıyor"), std::string::npos);
     EXPECT_EQ(restore(backup(), books(), kNow).size(), 1U);
@@ -130,7 +130,7 @@ TEST_F(Yedek, OkunamayanDefterinYerineYedekKonur) {
 }
 
 TEST_F(Yedek, OldurulmusPrograminGunluguSaklananDeftereGirer) {
-    const Picture before = copyBooks(books(), backup());
+    const Fingerprint before = copyBooks(books(), backup());
     payTwiceAndBeKilled();
     const std::vector<std::string> kept = restore(backup(), books(), kNow);
     ASSERT_EQ(kept.size(), 1U) << toldOf(kept);
@@ -140,7 +140,7 @@ TEST_F(Yedek, OldurulmusPrograminGunluguSaklananDeftereGirer) {
 
 // After a power cut over damaged books: neither is lost, and the way back is open.
 TEST_F(Yedek, BozukDefterinGunluguYanindaSaklanir) {
-    const Picture before = copyBooks(books(), backup());
+    const Fingerprint before = copyBooks(books(), backup());
     payTwiceAndBeKilled();
     const std::string journal = test::bytesOf(books() + "-wal");
     const std::string damaged(8192, 'x');
@@ -155,7 +155,7 @@ TEST_F(Yedek, BozukDefterinGunluguYanindaSaklanir) {
 }
 
 TEST_F(Yedek, ElleKopyalananYedekBaskasininGunluguyleBozulmaz) {
-    const Picture before = copyBooks(books(), backup());
+    const Fingerprint before = copyBooks(books(), backup());
     payTwiceAndBeKilled();
     const std::string journal = test::bytesOf(books() + "-wal");
     fs::copy_file(backup(), books(), fs::copy_options::overwrite_existing);
@@ -183,7 +183,7 @@ TEST_F(Yedek, GeriKalanSaatHicbirYedegiSilmez) {
     for (int day = 0; day < 50; ++day)
         std::ofstream(folder + '/' + backupName(kNow.plusDays(-day))) << "x";
     const Taken old = takeBackup(books(), folder, kNow.plusDays(-400));
-    EXPECT_EQ(prove(old.file), old.picture);
+    EXPECT_EQ(prove(old.file), old.fingerprint);
     EXPECT_NE(warningOf(old).find(backupName(kNow)), std::string::npos) << warningOf(old);
     EXPECT_EQ(listBackups(folder).size(), 51U);
 

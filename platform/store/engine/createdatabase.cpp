@@ -2,11 +2,11 @@
 
 #include <filesystem>
 
-#include "platform/store/engine/draft.h"
 #include "platform/store/engine/durable.h"
 #include "platform/store/engine/networkdisk.h"
 #include "platform/store/engine/openfile.h"
 #include "platform/store/engine/sqlcipher/sqlcipherfailure.h"
+#include "platform/store/engine/temporaryfile.h"
 
 namespace veldona::store {
 namespace {
@@ -20,9 +20,9 @@ void createDatabase(const std::string& nativePath, std::string_view password,
     refuseNetworkDisk(nativePath);
     std::error_code failed;
     if (fs::exists(fs::symlink_status(nativePath, failed))) throw fileExists(nativePath);
-    const Draft draft(nativePath + ".yeni");
-    createFile(draft.path(), password)->define(tables, queries);
-    fs::rename(draft.path(), nativePath, failed);
+    const TemporaryFile temporary(nativePath + ".yeni");
+    createFile(temporary.path(), password)->define(tables, queries);
+    fs::rename(temporary.path(), nativePath, failed);
     if (failed) throw unreachableFile(nativePath);
     syncFolderOf(nativePath);
 }

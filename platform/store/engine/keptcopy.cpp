@@ -5,10 +5,10 @@
 #include <filesystem>
 
 #include "platform/store/dialect/storeerror.h"
-#include "platform/store/engine/draft.h"
 #include "platform/store/engine/durable.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "platform/store/engine/sqlcipher/sqlcipherfailure.h"
+#include "platform/store/engine/temporaryfile.h"
 
 namespace veldona::store {
 namespace {
@@ -37,13 +37,13 @@ void requireSound(const std::string& copy, std::string_view password) {
 } // namespace
 
 void keepCopyBeside(const std::string& path, std::string_view password) {
-    const Draft draft(path + ".eski");
+    const TemporaryFile temporary(path + ".eski");
     // By a connection of its own: the engine copies nothing from the one that is about to write.
-    openSqlcipherToRead(path, password, kWait)->copyInto(*createSqlcipher(draft.path(), password));
-    syncFile(draft.path());
-    requireSound(draft.path(), password);
+    openSqlcipherToRead(path, password, kWait)->copyInto(*createSqlcipher(temporary.path(), password));
+    syncFile(temporary.path());
+    requireSound(temporary.path(), password);
     std::error_code failed;
-    fs::rename(draft.path(), freeNameBeside(path), failed);
+    fs::rename(temporary.path(), freeNameBeside(path), failed);
     if (failed) throw unreachableFile(path);
     syncFolderOf(path);
 }

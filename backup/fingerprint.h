@@ -1,4 +1,4 @@
-// What the books hold, in figures: two files with the same picture are taken for the same books.
+// What the books hold, in figures: two files with the same fingerprint are taken for the same books.
 #pragma once
 
 #include <cstdint>
@@ -9,19 +9,19 @@
 
 namespace veldona::backup {
 
-struct Picture {
+struct Fingerprint {
     std::map<std::string, std::int64_t> rows; // by table
     std::string newestPayment;                // its date as it is stored
     std::int64_t lastPaymentId = 0;
     std::int64_t lastSaleId = 0;
 
-    friend bool operator==(const Picture&, const Picture&) = default;
+    friend bool operator==(const Fingerprint&, const Fingerprint&) = default;
 };
 
-[[nodiscard]] Picture pictureOf(store::Engine& engine);
+[[nodiscard]] Fingerprint fingerprintOf(store::Engine& engine);
 
 // "21 müşteri, 60 satış, 1.204 ödeme".
-[[nodiscard]] std::string countsOf(const Picture& picture);
+[[nodiscard]] std::string countsOf(const Fingerprint& fingerprint);
 
 // "2026-11-22 14:30:05" as the program shows dates; the text itself where it is none.
 [[nodiscard]] std::string shownDate(const std::string& stored);

@@ -10,12 +10,12 @@
 
 namespace veldona::store {
 
-class Draft {
+class TemporaryFile {
 public:
-    explicit Draft(std::string path) : path_(std::move(path)) { remove(); }
-    ~Draft() { remove(); }
-    Draft(const Draft&) = delete;
-    Draft& operator=(const Draft&) = delete;
+    explicit TemporaryFile(std::string path) : path_(std::move(path)) { remove(); }
+    ~TemporaryFile() { remove(); }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
 
     [[nodiscard]] const std::string& path() const { return path_; }
 
