@@ -13,8 +13,6 @@ namespace veldona {
 
 namespace {
 
-using Words = std::vector<std::string>;
-
 struct Screen : Form {
     explicit Screen(Forms& forms) : Form(forms, "frmDeneme", "Deneme") {
         locked.locked = true;
@@ -39,40 +37,6 @@ protected:
     }
     test::Shop shop;
 };
-
-Words shownTools(const ToolBar& bar) {
-    Words keys;
-    for (const auto& tool : bar.tools())
-        if (tool.visible) keys.push_back(tool.key);
-    return keys;
-}
-
-TEST_F(FormCercevesi, HerDurumKendiAraclariniGosterir) {
-    Screen& screen = open();
-    const Words marks = {"cmdBosluk", "cmdBoslukOzel", "lblBookmark"};
-    const std::pair<int, Words> states[] = {
-        {1, {"cmdOnceki", "cmdSonraki", "cmdYeni", "cmdDegistir", "cmdSil", "cmdCikis"}},
-        {2, {"cmdYeni", "cmdDegistir", "cmdSil", "cmdBul", "cmdTemizle", "cmdCikis"}},
-        {3, {"cmdKaydet", "cmdVazgec"}},
-        {4, {"cmdKaydet", "cmdVazgec"}},
-        {5,
-         {"cmdOnceki", "cmdSonraki", "cmdYeni", "cmdDegistir", "cmdSil", "cmdBul", "cmdYanile",
-          "cmdDevirBakiye", "cmdMail", "cmdNotDefteri", "cmdHesapMakinesi", "cmdCikis"}},
-        {13, {"cmdDegistir", "cmdCikis"}},
-        {14, {"cmdKaydet", "cmdCikis"}},
-        {0, {}},
-        {6, {}},
-        {-1, {}},
-    };
-    for (const auto& [state, tools] : states) {
-        Words expected = tools;
-        expected.insert(expected.end(), marks.begin(), marks.end());
-        BarDurumAyarla(state, screen.bar, 0);
-        EXPECT_EQ(shownTools(screen.bar), expected) << state;
-        BarDurumAyarla(state, screen.bar, 1);
-        EXPECT_EQ(shownTools(screen.bar), marks) << state;
-    }
-}
 
 TEST_F(FormCercevesi, OdakIsaretlenirKilitliRenginiKorur) {
     Screen& screen = open();

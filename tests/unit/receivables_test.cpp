@@ -12,6 +12,7 @@
 #include "platform/controls/userinput.h"
 #include "platform/runtime/text.h"
 #include "reportpaper.h"
+#include "reports/income.h"
 #include "reports/receivablesscreen.h"
 #include "tests/support/shop.h"
 
@@ -315,6 +316,19 @@ TEST(ReceivablesRun, EkranKapanincaHesapBirakilir) {
         EXPECT_EQ(shop.forms.loaded("rprodemesigecen") != nullptr, closedAt == 0);
         if (closedAt == 0) shop.forms.unload(f);
     }
+}
+
+// Whatever the store refuses is told in its own words, and the screen stays.
+TEST(IncomeRun, SorguHatasiSoylenir) {
+    Shop shop;
+    shop.forms.add("rptGelirGider", [&](Forms& f) { return makeRptGelirGider(f, shop.session); });
+    EkranGoster(shop.session, "rptGelirGider", Kip::Modeless);
+    shop.session.gBaglanti->close();
+    cmdTamam_Click(dynamic_cast<RptGelirGider&>(*shop.forms.loaded("rptGelirGider")));
+    const Paper said = shop.said();
+    ASSERT_EQ(said.size(), 1u);
+    EXPECT_FALSE(said[0].empty());
+    EXPECT_NE(shop.forms.loaded("rptGelirGider"), nullptr);
 }
 
 INSTANTIATE_TEST_SUITE_P(Dukkanlar, Receivables, ::testing::Values(1u, 2u, 3u));
