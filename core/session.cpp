@@ -28,19 +28,13 @@ bool inTransaction(const Session& session) {
     return session.gBaglanti && session.gBaglanti->isOpen() && session.gBaglanti->inTransaction();
 }
 
-store::Place placeOf(const Session& session, const std::string& native) {
-    if (session.givenServer && native == session.desktop.paths.toNative(kDatabasePath))
-        return *session.givenServer;
-    return store::placeOf(native);
-}
-
 } // namespace
 
 Session::Session(Desktop& itsDesktop, Forms& itsForms)
     : desktop(itsDesktop), forms(itsForms),
       workspace(
           {.toNativePath = [&itsDesktop](std::string_view path) { return itsDesktop.paths.toNative(path); },
-           .place = [this](const std::string& native) { return placeOf(*this, native); },
+           .place = store::placeOf,
            .dataSource = [&itsDesktop](std::string_view name) { return itsDesktop.dataSources.find(name); },
            .clock = [&itsDesktop] { return itsDesktop.clock.now(); },
            .delivered = schema::delivered(),

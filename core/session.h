@@ -49,8 +49,6 @@ struct Session {
 
     std::vector<Message> heldBoxes; // to be told behind the end of the open transaction
 
-    // In place of the shop's file: where nobody else says where its books are. Set before the start.
-    std::optional<store::ServerPlace> givenServer;
     report::ReportDesk* reportDesk = nullptr; // set before the start where there is anybody to show reports
     // The user's guide at the chapter of a screen; set before the start where there is anybody to show it.
     std::function<void(const std::string& screen)> showGuide;

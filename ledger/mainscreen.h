@@ -165,7 +165,6 @@ struct FrmMainVeldona : Form {
 
     // Menu bar
     Menu mnuGun{*this, "mnuGun", "&Gün"}; // what the day's work looks at
-    MenuItem mnuBugun{mnuGun, "mnuBugun", "&Bugün", "F8"};
     Menu mnuYedek{*this, "mnuYedek", "Ye&dek"};
     MenuItem mnuYedekAl{mnuYedek, "mnuYedekAl", "Yedek &Al…"};
     MenuItem mnuYedektenDon{mnuYedek, "mnuYedektenDon", "Yedekten &Dön…"};

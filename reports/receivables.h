@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "platform/runtime/datetime.h"
-#include "platform/runtime/storedamount.h"
 #include "platform/store/faces/adodb.h"
 #include "reports/receivablesscreen.h"
 
@@ -30,7 +29,7 @@ struct GecikmeKaydi {
     std::int16_t ISLEMNO = 0;
     DateTime ODTRH;     // the latest due date counted
     DateTime MIN_ODTRH; // the earliest
-    StoredAmount KALAN;
+    double KALAN = 0;   // in stored units
 };
 
 // One element a sale, counted in 16 bits. An element that is passed over stays empty.

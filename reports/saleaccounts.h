@@ -12,14 +12,13 @@
 #include <vector>
 
 #include "core/session.h"
-#include "platform/runtime/storedamount.h"
 
 namespace veldona {
 
 struct Hareket {
     std::int32_t ISLEMNO;
     std::optional<DateTime> ODTRH;
-    StoredAmount ODMIKTAR; // 0 where the books have none
+    double ODMIKTAR; // as stored; 0 where the books have none
 };
 
 class SatisHareketleri {

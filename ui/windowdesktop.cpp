@@ -1,7 +1,5 @@
 #include "ui/windowdesktop.h"
 
-#include <filesystem>
-
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QStorageInfo>
@@ -40,16 +38,6 @@ std::vector<Medium> MountedMedia::pluggedIn() {
         media.push_back({volume.displayName().toStdString(), folder.toStdString()});
     }
     return media;
-}
-
-std::optional<std::uintmax_t> MountedMedia::freeRoom(const std::string& folder) {
-    std::filesystem::path there = std::filesystem::absolute(folder);
-    std::error_code unreachable;
-    while (!std::filesystem::exists(there, unreachable) && there.has_relative_path())
-        there = there.parent_path();
-    const std::filesystem::space_info room = std::filesystem::space(there, unreachable);
-    if (unreachable) return std::nullopt;
-    return room.available;
 }
 
 } // namespace veldona

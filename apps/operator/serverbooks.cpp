@@ -2,9 +2,10 @@
 
 #include <unistd.h>
 
+#include <filesystem>
 #include <iostream>
-#include <string>
 
+#include "platform/desktop/paths.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/openserver.h"
 #include "schema/tables.h"
@@ -29,17 +30,22 @@ ServerBooks::~ServerBooks() {
     }
 }
 
-void ServerBooks::make() {
+void ServerBooks::make(const std::string& booksPath) {
     remove();
-    const store::ServerPlace place{address_, nextSchema()};
+    const std::string text = address_.text() + " options='-c search_path=" + nextSchema() + "'";
+    const store::ServerPlace place(store::ServerAddress(text, address_.source()));
     store::createOnServer(place, schema::tables(), schema::savedQueries());
     place_ = place;
+    file_ = store::ServerAddress::fileBeside(booksPath);
+    writeTextFile(file_, text);
 }
 
 void ServerBooks::remove() {
     if (!place_) return;
     const store::ServerPlace made = *place_;
     place_.reset();
+    std::error_code ignored; // it lies in the scenario's own folder
+    std::filesystem::remove(file_, ignored);
     store::removeFromServer(made);
 }
 

@@ -48,15 +48,13 @@ void Stage::renewProcess() {
     if (process_) dropProcess(); // the old run lets go of the files first
     process_ = std::make_unique<Process>(setting_.folder, setting_.screens, clock, dialogs, *host_);
     process_->session().reportDesk = &desk_;
-    if (server_) process_->session().givenServer = server_->place();
 }
 
 void Stage::makeBooks() {
     if (!server_)
         return store::createDatabase(process_->paths().toNative(kDatabasePath), kDeliveredPassword,
                                      schema::tables(), schema::savedQueries());
-    server_->make();
-    process_->session().givenServer = server_->place();
+    server_->make(process_->paths().toNative(kDatabasePath));
 }
 
 void Stage::dropProcess() {

@@ -120,7 +120,6 @@ QString chapterOf(const std::string& screen) {
     static const std::map<std::string, QString> chapters = {
         {"frmMainVeldona", "ana-ekran"},
         {"frmAntetBilgisi", "programı-ilk-kez-açmak"},
-        {"frmBugun", "bugün-aranacaklar"},
         {"frmCariEkle", "yeni-müşteri-kartı"},
         {"frmCarihesapSec", "müşteriyi-bulmak"},
         {"frmSatis", "satış"},

@@ -54,7 +54,8 @@ struct Planner {
     bool listsKeys() const {
         return plan.baseTables.size() == 1 && plan.columns.size() == 1 &&
                plan.columns.front().type == ColumnType::Counter &&
-               plan.sql == "SELECT \"ID\" FROM \"" + plan.baseTables.front() + "\" ORDER BY \"ID\"";
+               plan.sql == "SELECT \"ID\" FROM \"" + plan.baseTables.front() + "\" ORDER BY \"ID\"" +
+                               std::string(words.ascending);
     }
 
     void operator()(const sql::Insert& insert) const {

@@ -37,6 +37,13 @@ bool holdsToOneText(const Expr* where, const Expr& column) {
            familyOf(comparedType(column, value)) == Family::Text;
 }
 
+std::vector<const Expr*> allKeys(const Arm& arm) {
+    std::vector<const Expr*> keys;
+    for (const ExprPtr& key : arm.groupBy)
+        keys.push_back(key.get());
+    return keys;
+}
+
 // The keys that part the rows. The engine does not see that a text column held to one value parts nothing: it
 // would sort the rows of a customer that its index brings in order. One key is kept, or there would be no
 // groups.
@@ -84,10 +91,15 @@ void Writer::arm(const Arm& arm, Use use, bool alone, const std::vector<std::str
     items(arm, use);
     if (!arm.from.empty()) from(arm);
     where(arm, narrowing);
-    groupKeys(arm, " GROUP BY ");
+    std::string_view before = " GROUP BY ";
+    for (const Expr* key : words_.groupsBySelected ? allKeys(arm) : partingKeys(arm)) {
+        put(before);
+        collated(*key);
+        before = ", ";
+    }
     if (!limitedPart) return;
     if (!arm.aggregates || !arm.groupBy.empty()) defaultOrder(arm);
-    put(" LIMIT " + std::to_string(*arm.top) + ")");
+    put(" LIMIT " + std::to_string(*arm.top) + ") AS \"%top\"");
 }
 
 void Writer::items(const Arm& arm, Use use) {
@@ -168,12 +180,20 @@ void Writer::narrow(const Arm& arm, const std::string& column, std::size_t place
     failUnknown("alan", column);
 }
 
-void Writer::groupKeys(const Arm& arm, std::string_view clause) {
-    std::string_view before = clause;
+void Writer::orderByGroups(const Arm& arm) {
+    std::string_view before = " ORDER BY ";
     for (const Expr* key : partingKeys(arm)) {
         put(before);
         collated(*key);
+        put(words_.ascending);
         before = ", ";
+    }
+}
+
+void Writer::orderByItems(std::size_t count) {
+    for (std::size_t i = 1; i <= count; ++i) {
+        put((i == 1 ? " ORDER BY " : ", ") + std::to_string(i));
+        put(words_.ascending);
     }
 }
 
@@ -187,9 +207,7 @@ void Writer::order(const Select& select, Use use) {
     if (!select.orderBy.empty()) {
         if (isPlain(select)) sameOrderById(select.arms.front());
     } else if (isUnion(select)) {
-        for (std::size_t i = 1; i <= select.arms.front().items.size(); ++i) {
-            put((i == 1 ? " ORDER BY " : ", ") + std::to_string(i));
-        }
+        orderByItems(select.arms.front().items.size());
     } else {
         defaultOrder(select.arms.front());
     }
@@ -201,18 +219,16 @@ void Writer::orderTerm(const OrderTerm& term) {
     } else {
         collated(*term.expr);
     }
-    if (term.descending) put(" DESC");
+    put(term.descending ? words_.descending : words_.ascending);
 }
 
 // Groups and distinct rows come by their keys, rows of one table by its ID. For a join nothing is said: its
 // order would cost a sort that no one asked for.
 void Writer::defaultOrder(const Arm& arm) {
     if (!arm.groupBy.empty()) {
-        groupKeys(arm, " ORDER BY ");
+        orderByGroups(arm);
     } else if (arm.distinct) {
-        for (std::size_t i = 1; i <= arm.items.size(); ++i) {
-            put((i == 1 ? " ORDER BY " : ", ") + std::to_string(i));
-        }
+        orderByItems(arm.items.size());
     } else if (!arm.aggregates && arm.sources.size() == 1 && arm.sources.front()->isTable) {
         put(" ORDER BY ");
         if (qualified_) {
@@ -220,6 +236,7 @@ void Writer::defaultOrder(const Arm& arm) {
             put(".");
         }
         name("ID");
+        put(words_.ascending);
     }
 }
 
@@ -233,6 +250,7 @@ void Writer::sameOrderById(const Arm& arm) {
             put(".");
         }
         name(id->name);
+        put(words_.ascending);
     }
 }
 
@@ -245,9 +263,11 @@ void Writer::insert(const Insert& insert, const Source& table) {
         name(column.name);
         storedTypes_.push_back(column.type.value_or(ColumnType::Text));
     }
+    countedTable_ = words_.counter.empty() ? std::string() : table.name;
     if (insert.query) {
         put(") ");
-        return select(*insert.query, Use::Stored);
+        select(*insert.query, Use::Stored);
+        return put(words_.behindInsert);
     }
     for (std::size_t i = 0; i < insert.values.size(); ++i) {
         put(i == 0 ? ") VALUES (" : ", ");
@@ -255,6 +275,7 @@ void Writer::insert(const Insert& insert, const Source& table) {
         stored(*insert.values[i], storedTypes_[i]);
     }
     put(")");
+    put(words_.behindInsert);
 }
 
 void Writer::update(const Update& update) {

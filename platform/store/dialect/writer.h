@@ -89,7 +89,8 @@ private:
     void source(const Source& source);
     void where(const Arm& arm, const std::vector<std::string>& narrowing);
     void narrow(const Arm& arm, const std::string& column, std::size_t place);
-    void groupKeys(const Arm& arm, std::string_view clause);
+    void orderByGroups(const Arm& arm);
+    void orderByItems(std::size_t count);
     void order(const Select& select, Use use);
     void orderTerm(const OrderTerm& term);
     void defaultOrder(const Arm& arm);
@@ -103,6 +104,7 @@ private:
     bool qualified_;
     std::vector<ColumnType> narrowTypes_;
     std::vector<ColumnType> storedTypes_; // of the columns that a Stored SELECT fills
+    std::string countedTable_;            // of an insert, where the engine's counters are a function's
     std::string sql_;
     int held_ = 0;
 };

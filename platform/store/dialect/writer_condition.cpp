@@ -44,6 +44,11 @@ bool declaresAlphabet(const Expr& expr) {
     return expr.kind == Kind::Column && expr.source->isTable && familyOf(expr.type) == Family::Text;
 }
 
+// A date has an order of its own, and beside it no column's order is understood by itself.
+bool mustSayAlphabet(const Expr& leading, const Expr& other) {
+    return !declaresAlphabet(leading) || familyOf(other.type) == Family::Date;
+}
+
 void Writer::condition(const Expr& expr, Tightness need) {
     switch (expr.kind) {
     case Kind::Comparison:
@@ -68,7 +73,11 @@ void Writer::condition(const Expr& expr, Tightness need) {
         throw StoreError(StoreError::Kind::TypeMismatch,
                          "Veri türü uyuşmuyor: koşul bir karşılaştırma olmalı.");
     }
-    value(expr, need);
+    if (words_.isTrue.empty()) return value(expr, need);
+    grouped(Tightness::Compare, need, [&] {
+        value(expr, Tightness::Add);
+        put(words_.isTrue);
+    });
 }
 
 void Writer::comparison(const Expr& expr) {
@@ -77,8 +86,9 @@ void Writer::comparison(const Expr& expr) {
 
 void Writer::compareSides(const Expr& left, std::string_view op, const Expr& right) {
     const auto type = comparedType(left, right);
-    const bool leads = left.kind == Kind::Column ? declaresAlphabet(left) : declaresAlphabet(right);
-    const bool collates = familyOf(type) == Family::Text && !leads;
+    const bool columnFirst = left.kind == Kind::Column;
+    const bool collates = familyOf(type) == Family::Text &&
+                          mustSayAlphabet(columnFirst ? left : right, columnFirst ? right : left);
     as(left, type, collates ? Tightness::Collate : Tightness::Add);
     if (collates) put(words_.byAlphabet);
     put(op);
@@ -121,7 +131,8 @@ void Writer::between(const Expr& expr) {
     if (familyOf(low) != familyOf(high)) {
         throw StoreError(StoreError::Kind::TypeMismatch, "BETWEEN koşulunun sınırları aynı türden olmalı.");
     }
-    const bool collates = familyOf(low) == Family::Text && !declaresAlphabet(tested);
+    const bool collates = familyOf(low) == Family::Text && (mustSayAlphabet(tested, *expr.parts[1]) ||
+                                                            mustSayAlphabet(tested, *expr.parts[2]));
     as(tested, low, collates ? Tightness::Collate : Tightness::Add);
     if (collates) put(words_.byAlphabet);
     put(expr.negated ? " NOT BETWEEN " : " BETWEEN ");
@@ -135,7 +146,7 @@ void Writer::membership(const Expr& expr) {
     const Expr& tested = *expr.parts[0];
     const Expr& first = expr.query ? *expr.query->arms.front().items.front().expr : *expr.parts[1];
     const auto type = comparedType(tested, first);
-    const bool collates = familyOf(type) == Family::Text && !declaresAlphabet(tested);
+    const bool collates = familyOf(type) == Family::Text && mustSayAlphabet(tested, first);
     as(tested, type, collates ? Tightness::Collate : Tightness::Add);
     if (collates) put(words_.byAlphabet);
     put(expr.negated ? " NOT IN (" : " IN (");

@@ -12,6 +12,7 @@ namespace veldona::store::sql {
 // A column of a table declares the alphabet's order; whatever else is text must say that it is compared by
 // it.
 [[nodiscard]] bool declaresAlphabet(const Expr& expr);
+[[nodiscard]] bool mustSayAlphabet(const Expr& leading, const Expr& other);
 
 [[nodiscard]] constexpr Tightness below(Tightness tightness) {
     return static_cast<Tightness>(static_cast<int>(tightness) + 1);

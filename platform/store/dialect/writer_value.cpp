@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "platform/store/dialect/literal.h"
 #include "platform/store/dialect/writer_parts.h"
 
@@ -13,9 +15,9 @@ void Writer::value(const Expr& expr, Tightness need) {
         // True counts as -1 wherever it is a value.
         return grouped(Tightness::Sign, need, [&] {
             const Held sign(*this, 2);
-            put("-(");
+            put(words_.beforeTruth);
             condition(expr, Tightness::Or);
-            put(")");
+            put(words_.behindTruth);
         });
     }
     switch (expr.kind) {
@@ -81,6 +83,13 @@ void Writer::date(const Expr& expr, Tightness need) {
 
 // What goes into a column of `type`: unlike a compared value it is rounded to what the column holds.
 void Writer::stored(const Expr& expr, ColumnType type) {
+    if (type == ColumnType::Counter && !countedTable_.empty()) {
+        const std::string table = engineLiteral('"' + std::exchange(countedTable_, {}) + '"');
+        return function(words_.counter, [&] {
+            put(table + ", ");
+            stored(expr, type);
+        });
+    }
     const bool fits = expr.kind == Kind::Null || expr.kind == Kind::Value || expr.kind == Kind::Parameter ||
                       (expr.kind == Kind::Column && expr.type == type);
     if (fits) return as(expr, type, Tightness::Or);
@@ -91,9 +100,10 @@ void Writer::stored(const Expr& expr, ColumnType type) {
     case ColumnType::Small:
         return function("vd_integer", [&] { number(expr, Tightness::Or); });
     case ColumnType::Boolean:
-        put("-(");
+        put(words_.beforeTruth);
         number(expr, Tightness::Add);
-        return put(" <> 0)");
+        put(" <> 0");
+        return put(words_.behindTruth);
     default:
         return as(expr, type, Tightness::Or);
     }
@@ -125,7 +135,9 @@ void Writer::parameter(std::size_t number) {
 }
 
 void Writer::literal(const Value& value, Tightness need) {
-    const std::string written = engineLiteral(value);
+    std::string written = engineLiteral(value);
+    if (value.kind() == Value::Kind::Whole) written += words_.whole;
+    if (value.kind() == Value::Kind::Double) written += words_.number;
     grouped(written.front() == '-' ? Tightness::Sign : Tightness::Whole, need, [&] { put(written); });
 }
 
@@ -251,7 +263,8 @@ void Writer::call(const Expr& expr, Tightness need) {
             as(*expr.parts[0], expr.type, Tightness::Or);
             put(", ");
             if (expr.parts.size() == 2) return as(*expr.parts[1], expr.type, Tightness::Or);
-            put(familyOf(expr.type) == Family::Numeric ? "0" : "''");
+            if (familyOf(expr.type) != Family::Numeric) return put("''");
+            literal(std::int64_t{0}, Tightness::Or);
         });
     case Function::Kind::Count:
         return function("COUNT", [&] { value(*expr.parts[0], Tightness::Or); });

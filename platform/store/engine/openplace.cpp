@@ -4,6 +4,23 @@
 
 namespace veldona::store {
 
+namespace {
+
+std::string schemaOf(const ServerAddress& address) {
+    constexpr std::string_view setting = "search_path=";
+    const auto options = address.keywords().find("options");
+    if (options == address.keywords().end()) return kBooksSchema;
+    const std::size_t at = options->second.find(setting);
+    if (at == std::string::npos) return kBooksSchema;
+    const std::size_t begin = at + setting.size();
+    return options->second.substr(begin, options->second.find_first_of(" ,", begin) - begin);
+}
+
+} // namespace
+
+ServerPlace::ServerPlace(ServerAddress itsAddress)
+    : address(std::move(itsAddress)), schema(schemaOf(address)) {}
+
 Place placeOf(const std::string& booksPath) {
     if (auto address = ServerAddress::beside(booksPath)) return ServerPlace{std::move(*address)};
     return FilePlace{booksPath};

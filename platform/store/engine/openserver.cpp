@@ -1,35 +1,56 @@
 #include "platform/store/engine/openserver.h"
 
+#include "platform/store/engine/postgres/definitions.h"
+#include "platform/store/engine/postgres/postgresengine.h"
+#include "platform/store/engine/postgres/wire.h"
+
 namespace veldona::store {
 namespace {
 
-[[noreturn]] void refuse(const ServerPlace& place) {
-    throw StoreError(StoreError::Kind::Other,
-                     "Sunucudaki defter bu sürümle açılamaz: " + place.address.shown() + ".");
+constexpr std::chrono::seconds kWait(15);
+
+// Outside of any schema's use.
+void runScript(const ServerPlace& place, const std::string& sql) {
+    try {
+        Wire(connectTo(place.address, kWait)).script("SET client_min_messages = error; " + sql);
+    } catch (const ServerRefusal& refusal) {
+        if (refusal.code == "42P06")
+            throw StoreError(StoreError::Kind::Other, "Sunucuda bir defter zaten var: " +
+                                                          place.address.shown() + ". Üzerine yazılmadı.");
+        throw storeErrorOf(refusal);
+    } catch (const LostConnection&) {
+        throw connectionLost();
+    }
 }
 
 } // namespace
 
-std::unique_ptr<Engine> openServerToWork(const ServerPlace& place, const Opening&, const Delivered&) {
-    refuse(place);
+std::unique_ptr<Engine> openServerToWork(const ServerPlace& place, const Opening& opening,
+                                         const Delivered& delivered) {
+    auto engine = openPostgres(place, opening.wait, opening.clock, delivered.scratch);
+    engine->setLockWait(opening.lockWait);
+    return engine;
 }
 
-std::unique_ptr<Engine> openServer(const ServerPlace& place, std::chrono::milliseconds, const Delivered&) {
-    refuse(place);
+std::unique_ptr<Engine> openServer(const ServerPlace& place, std::chrono::milliseconds wait,
+                                   const Delivered&) {
+    return openPostgres(place, wait, {}, {});
 }
 
-std::unique_ptr<Engine> openServerToRead(const ServerPlace& place, std::chrono::milliseconds,
+std::unique_ptr<Engine> openServerToRead(const ServerPlace& place, std::chrono::milliseconds wait,
                                          const Delivered&) {
-    refuse(place);
+    return openPostgres(place, wait, {}, {});
 }
 
-void createOnServer(const ServerPlace& place, const std::vector<TableDef>&,
-                    const std::vector<SavedQueryDef>&) {
-    refuse(place);
+void createOnServer(const ServerPlace& place, const std::vector<TableDef>& tables,
+                    const std::vector<SavedQueryDef>& queries) {
+    const std::string schema = quotedName(place.schema);
+    runScript(place, "BEGIN; CREATE SCHEMA " + schema + "; SET LOCAL search_path = " + schema + ";\n" +
+                         definitionScript(tables, queries) + "COMMIT");
 }
 
 void removeFromServer(const ServerPlace& place) {
-    refuse(place);
+    runScript(place, "DROP SCHEMA IF EXISTS " + quotedName(place.schema) + " CASCADE");
 }
 
 } // namespace veldona::store

@@ -15,8 +15,12 @@ struct FilePlace {
 inline constexpr const char* kBooksSchema = "vorel";
 
 struct ServerPlace {
+    // The schema is the one that the address names by options='-c search_path=…', so that several shops can
+    // live in one database; else kBooksSchema.
+    explicit ServerPlace(ServerAddress itsAddress);
+
     ServerAddress address;
-    std::string schema = kBooksSchema;
+    std::string schema;
 };
 
 using Place = std::variant<FilePlace, ServerPlace>;

@@ -3,10 +3,7 @@
 #include <stdexcept>
 
 #include "platform/store/dialect/catalog.h"
-#include "platform/store/dialect/parser.h"
-#include "platform/store/dialect/reading.h"
-#include "platform/store/dialect/tree_check.h"
-#include "platform/store/dialect/writer.h"
+#include "platform/store/dialect/savedquery.h"
 #include "platform/store/engine/sqlcipher/words.h"
 
 namespace veldona::store {
@@ -39,23 +36,6 @@ std::string declaration(ColumnType type) {
         return "BOOLEAN";
     }
     throw std::logic_error("a column type without a declaration");
-}
-
-// A view, and what later queries must know of it.
-std::string queryStatement(const SavedQueryDef& query, Catalog& catalog) {
-    sql::Statement tree = sql::parse(readStatement(query.sql, Literals::Kept));
-    const sql::Checked checked = sql::check(tree, catalog);
-    const auto* select = std::get_if<std::unique_ptr<sql::Select>>(&tree);
-    if (!select) throw std::logic_error("a saved query that does not read: " + query.name);
-    std::vector<std::optional<ColumnType>> targets;
-    sql::Writer writer(kSqlcipherWords, targets, checked.sources > 1);
-    writer.select(**select, sql::Writer::Use::Source);
-    Catalog::Relation relation{query.name, {}, true, checked.baseTables};
-    for (const sql::SelectItem& item : (*select)->arms.front().items) {
-        relation.columns.push_back({item.name, item.expr->type.value_or(Text)});
-    }
-    catalog.add(std::move(relation));
-    return "CREATE VIEW " + quoted(query.name) + " AS " + writer.take();
 }
 
 } // namespace
@@ -102,7 +82,8 @@ std::vector<std::string> definitionStatements(const std::vector<TableDef>& table
         catalog.add({table.name, table.columns, false, {table.name}});
     }
     for (const SavedQueryDef& query : queries)
-        statements.push_back(queryStatement(query, catalog));
+        statements.push_back("CREATE VIEW " + quoted(query.name) + " AS " +
+                             savedQueryText(query, catalog, kSqlcipherWords));
     return statements;
 }
 

@@ -3,16 +3,11 @@
 #include <stdexcept>
 #include <utility>
 
+#include "platform/store/engine/failures.h"
 #include "platform/store/engine/sqlcipher/sqlcipherfailure.h"
 
 namespace veldona::store {
 namespace {
-
-bool isOfTheDisk(StoreError::Kind kind) {
-    using Kind = StoreError::Kind;
-    return kind == Kind::Damaged || kind == Kind::WrongPassword || kind == Kind::Locked ||
-           kind == Kind::DiskFull || kind == Kind::InputOutput || kind == Kind::ReadOnly;
-}
 
 // The third version, which gives up none, has no answer.
 bool isLost(sqlite3* connection) {

@@ -2,18 +2,14 @@
 
 #include <sqlcipher/sqlite3.h>
 
+#include "platform/store/engine/failures.h"
+
 namespace veldona::store {
 namespace {
 
 using Kind = StoreError::Kind;
 
 constexpr std::string_view kOwnFunctionMark = "T:"; // our SQL functions put it before what they have to say
-
-StoreError locked() {
-    return {Kind::Locked,
-            "Veritabanı başka bir bilgisayar tarafından kullanılıyor ve bekleme süresi içinde serbest "
-            "kalmadı. Kayıt yapılmadı. Biraz sonra yeniden deneyin."};
-}
 
 StoreError damaged() {
     return {Kind::Damaged,
@@ -28,7 +24,7 @@ StoreError engineFailure(int code, std::string_view engineText) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
     case SQLITE_PROTOCOL:
-        return locked();
+        return lockedBooks();
     case SQLITE_FULL:
         return {Kind::DiskFull, "Diskte yer kalmadı, kayıt yazılmadı. Yer açıp yeniden deneyin."};
     case SQLITE_IOERR:
@@ -45,12 +41,11 @@ StoreError engineFailure(int code, std::string_view engineText) {
                 "Veritabanına yazma izni yok, kayıt yazılmadı. Dosyanın ve klasörünün izinlerini "
                 "denetleyin."};
     case SQLITE_CONSTRAINT:
-        return {Kind::Constraint,
-                "Kayıt yazılmadı: değer tabloda zaten var ya da boş bırakılamayan bir alan boş."};
+        return brokenConstraint();
     case SQLITE_MISMATCH:
-        return {Kind::TypeMismatch, "Kayıt yazılmadı: değer, alanın türüne uymuyor."};
+        return unfitValue();
     case SQLITE_TOOBIG:
-        return {Kind::Other, "Değer ya da deyim, alınabilenden uzun. Kısaltıp yeniden deneyin."};
+        return tooLong();
     case SQLITE_NOMEM:
         return {Kind::Other, "Bellek yetmedi, işlem yapılmadı. Açık programları kapatıp yeniden deneyin."};
     default:

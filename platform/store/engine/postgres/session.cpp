@@ -1,0 +1,333 @@
+#include "platform/store/engine/postgres/session.h"
+
+#include <libpq-fe.h>
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+#include "platform/store/dialect/literal.h"
+#include "platform/store/engine/failures.h"
+#include "platform/store/engine/postgres/definitions.h"
+#include "platform/store/engine/postgres/words.h"
+
+namespace veldona::store {
+namespace {
+
+using std::chrono::milliseconds;
+using Storage = Statement::Storage;
+
+// A write that nobody holds up is done by then, on any network that a till can work over.
+constexpr milliseconds kFirstLook(100);
+
+constexpr const char* kSavepoint = "SAVEPOINT vd";
+constexpr const char* kRelease = "RELEASE vd";
+constexpr const char* kBackToSavepoint = "ROLLBACK TO vd";
+
+Command plain(std::string sql) {
+    return {Command::Kind::Run, std::move(sql), {}, {}};
+}
+
+Command syncHere() {
+    return {Command::Kind::Sync, {}, {}, {}};
+}
+
+Storage storageOf(Oid type) {
+    switch (type) {
+    case 20:
+    case 21:
+    case 23:
+        return Storage::Whole;
+    case 700:
+    case 701:
+    case 1700:
+        return Storage::Number;
+    default:
+        return Storage::Text;
+    }
+}
+
+// The name behind a beginning of the writer's: INSERT INTO "T" …
+std::string tableBehind(std::string_view sql, std::string_view beginning) {
+    sql.remove_prefix(beginning.size());
+    return std::string(sql.substr(0, sql.find('"')));
+}
+
+ServerConnection opened(const ServerPlace& place, milliseconds wait) {
+    return connectTo(place.address, wait);
+}
+
+} // namespace
+
+ServerRows::ServerRows(ServerAnswer answer) : answer_(std::move(answer)) {
+    if (answer_) takeColumns(answer_.get());
+}
+
+void ServerRows::takeColumns(const pg_result* answer) {
+    if (!types_.empty()) return;
+    for (int i = 0; i < PQnfields(answer); ++i) {
+        types_.push_back(storageOf(PQftype(answer, i)));
+        names_.emplace_back(PQfname(answer, i));
+    }
+}
+
+void ServerRows::take(const pg_result* row) {
+    takeColumns(row);
+    for (int i = 0; i < PQnfields(row); ++i) {
+        const auto size = static_cast<std::size_t>(PQgetlength(row, 0, i));
+        cells_.push_back({letters_.size(), size, PQgetisnull(row, 0, i) == 1});
+        letters_.append(PQgetvalue(row, 0, i), size);
+        bytes_ += sizeof(Value) + size;
+    }
+}
+
+int ServerRows::rowCount() const {
+    if (!cells_.empty()) return static_cast<int>(cells_.size() / types_.size());
+    return answer_ ? PQntuples(answer_.get()) : 0;
+}
+
+Storage ServerRows::storage(int row, int column) const {
+    const auto at = static_cast<std::size_t>(column);
+    const bool isNull = cells_.empty() ? PQgetisnull(answer_.get(), row, column) == 1
+                                       : cells_[static_cast<std::size_t>(row) * types_.size() + at].isNull;
+    return isNull ? Storage::Null : types_[at];
+}
+
+std::string_view ServerRows::text(int row, int column) const {
+    if (cells_.empty())
+        return {PQgetvalue(answer_.get(), row, column),
+                static_cast<std::size_t>(PQgetlength(answer_.get(), row, column))};
+    const Cell& cell =
+        cells_[static_cast<std::size_t>(row) * types_.size() + static_cast<std::size_t>(column)];
+    return std::string_view(letters_).substr(cell.begin, cell.size);
+}
+
+Prepared::Prepared(std::string_view text) : sql(text) {
+    for (const auto& [beginning, itsKind] :
+         {std::pair<std::string_view, Kind>{"INSERT INTO \"", Kind::Insert},
+          {"UPDATE \"", Kind::Change},
+          {"DELETE FROM \"", Kind::Change}}) {
+        if (!text.starts_with(beginning)) continue;
+        kind = itsKind;
+        table = tableBehind(text, beginning);
+    }
+    if (text == kLastCounter) kind = Kind::LastCounter;
+    readsClock = sql.find("vd_now(") != sql.npos || sql.find("vd_today(") != sql.npos;
+}
+
+Session::Session(const ServerPlace& place, milliseconds wait, std::function<DateTime()> clock)
+    : busyTimeout(wait), place_(place), wire_(opened(place, wait)), clock_(std::move(clock)) {
+    const std::string schema = quotedName(place_.schema);
+    script(
+        "SET search_path = " + schema +
+        "; SET jit = off; SET client_min_messages = error; SET default_transaction_isolation = "
+        "'read committed'; SET statement_timeout = 0; SET idle_in_transaction_session_timeout = 0; LISTEN " +
+        schema);
+    const ServerRows known = ask("SELECT oid::text FROM pg_namespace WHERE nspname = current_schema()");
+    if (known.rowCount() == 0)
+        throw StoreError(StoreError::Kind::FileMissing,
+                         "Sunucuda bu programın defteri yok: " + place_.address.shown() +
+                             ". Defter sunucuya vorel-sunucu --kur komutuyla taşınır.");
+    lockKey_ = "SELECT pg_advisory_xact_lock(7645, " + std::string(known.text(0, 0)) + "::int)";
+}
+
+Command Session::lock() const {
+    return plain(lockKey_);
+}
+
+void Session::addSettings(Batch& batch, const Prepared* statement) {
+    if (!forgotten_.empty() && !isOpen_) {
+        for (const std::string& name : std::exchange(forgotten_, {}))
+            batch.push_back(plain("DEALLOCATE " + name));
+        batch.push_back(syncHere());
+    }
+    if (timeoutSet_ != busyTimeout) {
+        // Nought would be no end at all.
+        const auto most =
+            std::max<std::int64_t>(1, std::min<std::int64_t>(busyTimeout.count(), 2'000'000'000));
+        batch.push_back(plain("SET lock_timeout = " + std::to_string(most)));
+        if (!isOpen_) batch.push_back(syncHere());
+    }
+    if (statement == nullptr || !statement->readsClock || !clock_) return;
+    Command tell = plain("SELECT set_config('veldona.now', $1, false)");
+    tell.values.push_back(boundOf(storedDate(clock_())));
+    batch.push_back(std::move(tell));
+}
+
+void Session::bindTo(Batch& batch, Prepared& statement, const std::vector<Bound>& values, std::string& made) {
+    std::vector<unsigned> types;
+    for (const Bound& value : values)
+        types.push_back(value.type);
+    const auto known = std::find_if(statement.variants.begin(), statement.variants.end(),
+                                    [&](const Prepared::Variant& variant) { return variant.types == types; });
+    if (known == statement.variants.end()) {
+        made = "vd" + std::to_string(++named_);
+        batch.push_back({Command::Kind::Prepare, statement.sql, made, values});
+    }
+    batch.push_back(
+        {Command::Kind::RunPrepared, {}, known == statement.variants.end() ? made : known->name, values});
+}
+
+ServerRows Session::run(Prepared& statement, const std::vector<Bound>& values) {
+    const bool writes = statement.kind != Prepared::Kind::Read;
+    const bool isShared = writes && !scratch_.contains(statement.table);
+    Batch batch;
+    addSettings(batch, &statement);
+    if (isOpen_) batch.push_back(plain(kSavepoint));
+    if (isShared && !isOpen_) batch.push_back(lock());
+    std::string made;
+    bindTo(batch, statement, values, made);
+    const std::size_t place = batch.size() - 1;
+    ServerRows taken;
+    if (bounds != nullptr && !writes)
+        batch.back().takeRow = [&](const pg_result* row) {
+            taken.take(row);
+            if (static_cast<std::size_t>(taken.rowCount()) > bounds->mostRows ||
+                taken.bytes() > bounds->mostBytes)
+                throw tooLarge();
+        };
+    if (isOpen_) batch.push_back(plain(kRelease));
+    const bool isBounded = static_cast<bool>(batch[place].takeRow);
+    std::vector<ServerAnswer> answers = send(batch, isShared    ? patienceForLock()
+                                                    : isBounded ? patienceForRows()
+                                                                : Patience());
+    if (!made.empty()) {
+        Prepared::Variant variant{{}, made};
+        for (const Bound& value : values)
+            variant.types.push_back(value.type);
+        statement.variants.push_back(std::move(variant));
+    }
+    if (writes) noteWrite(statement, answers[place].get());
+    if (writes) return {};
+    return taken.rowCount() > 0 ? std::move(taken) : ServerRows(std::move(answers[place]));
+}
+
+void Session::noteWrite(const Prepared& statement, const pg_result* answer) {
+    const std::string_view count = PQcmdTuples(const_cast<pg_result*>(answer));
+    rowsChanged = 0;
+    std::from_chars(count.data(), count.data() + count.size(), rowsChanged);
+    const int rows = PQntuples(answer);
+    if (statement.kind != Prepared::Kind::Insert || rows == 0) return;
+    const std::string_view id = PQgetvalue(answer, rows - 1, 0);
+    std::from_chars(id.data(), id.data() + id.size(), lastId);
+    if (!isOpen_) return;
+    std::int64_t first = 0;
+    const std::string_view lowest = PQgetvalue(answer, 0, 0);
+    std::from_chars(lowest.data(), lowest.data() + lowest.size(), first);
+    counted_.try_emplace(statement.table, first);
+}
+
+std::vector<ServerAnswer> Session::send(const Batch& batch, const Patience& patience) {
+    try {
+        std::vector<ServerAnswer> answers = wire_.run(batch, patience);
+        timeoutSet_ = busyTimeout;
+        return answers;
+    } catch (const ServerRefusal& refusal) {
+        if (isOpen_ && wire_.isInTransaction()) {
+            try {
+                static_cast<void>(wire_.run({plain(kBackToSavepoint), plain(kRelease)}));
+            } catch (const ServerRefusal&) {
+                // The transaction is lost as a whole; its end says so.
+            }
+        }
+        if (refusal.code == "55P03" && lockWait)
+            static_cast<void>(lockWait->goesOn(busyTimeout, busyTimeout));
+        if (refusal.code == "57014" && bounds != nullptr)
+            throw StoreError(StoreError::Kind::GivenUp, "Sorgudan vazgeçildi.");
+        fail(storeErrorOf(refusal));
+    } catch (const LostConnection&) {
+        isOpen_ = false;
+        fail(connectionLost());
+    }
+}
+
+void Session::fail(StoreError failure) {
+    if (isOfTheDisk(failure.kind())) ofTheDisk = failure;
+    throw StoreError(std::move(failure));
+}
+
+Patience Session::patienceForLock() const {
+    if (!lockWait) return {};
+    return
+        [this](milliseconds waited) { return waited < kFirstLook || lockWait->goesOn(waited, busyTimeout); };
+}
+
+Patience Session::patienceForRows() const {
+    return [this](milliseconds) { return !bounds->goOn || bounds->goOn(); };
+}
+
+void Session::script(const std::string& sql) {
+    try {
+        wire_.script(sql);
+    } catch (const ServerRefusal& refusal) {
+        fail(storeErrorOf(refusal));
+    } catch (const LostConnection&) {
+        isOpen_ = false;
+        fail(connectionLost());
+    }
+}
+
+ServerRows Session::ask(const std::string& sql, const std::vector<Bound>& values) {
+    Batch batch = {plain(sql)};
+    batch.front().values = values;
+    return ServerRows(std::move(send(batch, {}).front()));
+}
+
+void Session::begin() {
+    Batch batch;
+    addSettings(batch, nullptr);
+    batch.push_back(plain("BEGIN"));
+    batch.push_back(lock());
+    try {
+        static_cast<void>(send(batch, patienceForLock()));
+        isOpen_ = true;
+    } catch (const StoreError&) {
+        if (wire_.isInTransaction()) script("ROLLBACK");
+        throw;
+    }
+}
+
+void Session::beginReading() {
+    script("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY");
+    isOpen_ = true;
+}
+
+void Session::commit() {
+    isOpen_ = false;
+    counted_.clear();
+    const std::vector<ServerAnswer> answers = send({plain("COMMIT")}, {});
+    // A transaction that failed as a whole is undone instead, without a word.
+    if (std::string_view(PQcmdStatus(answers.front().get())) != "COMMIT") fail(connectionLost());
+}
+
+// The counters that the transaction took are given back, as the file gives them: nobody else writes until its
+// end.
+void Session::rollback() {
+    isOpen_ = false;
+    Batch batch;
+    for (const auto& [table, id] : std::exchange(counted_, {})) {
+        batch.push_back(plain("SELECT setval(pg_get_serial_sequence($1, 'ID'), $2, false)"));
+        batch.back().values = {boundOf(quotedName(table)), boundOf(id)};
+    }
+    batch.push_back(syncHere()); // one that failed as a whole takes nothing but its end
+    batch.push_back(plain("ROLLBACK"));
+    try {
+        static_cast<void>(wire_.run(batch));
+    } catch (const ServerRefusal& refusal) {
+        if (wire_.isInTransaction()) fail(storeErrorOf(refusal));
+    } catch (const LostConnection&) {
+        fail(connectionLost());
+    }
+}
+
+void Session::makeScratch(const TableDef& table) {
+    script(scratchStatement(table));
+    scratch_.insert(table.name);
+}
+
+void Session::forget(const Prepared& statement) {
+    for (const Prepared::Variant& variant : statement.variants)
+        forgotten_.push_back(variant.name);
+}
+
+} // namespace veldona::store

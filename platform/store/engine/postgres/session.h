@@ -1,0 +1,121 @@
+// What one connection is at: its transaction, its settings, what it answered last. Shared by the engine and
+// its statements, which may outlive it.
+//
+// Each statement is one trip. Inside a transaction it stands between a savepoint and its release, so that the
+// transaction goes on behind a refused one; a write outside of one waits for the lock of the books first, as
+// begin() does, so that one till writes at a time.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/runtime/datetime.h"
+#include "platform/store/engine/engine.h"
+#include "platform/store/engine/place.h"
+#include "platform/store/engine/postgres/wire.h"
+
+namespace veldona::store {
+
+// An answer's rows: as the server sent them, or, where their room is bounded, as they were taken one by one.
+class ServerRows {
+public:
+    ServerRows() = default;
+    explicit ServerRows(ServerAnswer answer);
+
+    [[nodiscard]] int rowCount() const;
+    [[nodiscard]] int columnCount() const { return static_cast<int>(types_.size()); }
+    [[nodiscard]] const std::string& columnName(int column) const {
+        return names_[static_cast<std::size_t>(column)];
+    }
+    [[nodiscard]] Statement::Storage storage(int row, int column) const;
+    [[nodiscard]] std::string_view text(int row, int column) const;
+    void take(const pg_result* row); // bounded
+    [[nodiscard]] std::size_t bytes() const { return bytes_; }
+
+private:
+    struct Cell {
+        std::size_t begin, size;
+        bool isNull;
+    };
+    void takeColumns(const pg_result* answer);
+
+    ServerAnswer answer_;
+    std::vector<Statement::Storage> types_; // of what is not Null
+    std::vector<std::string> names_;
+    std::vector<Cell> cells_; // of rows taken one by one
+    std::string letters_;
+    std::size_t bytes_ = 0;
+};
+
+// A statement as the server knows it, once for each set of types that its values have had.
+struct Prepared {
+    explicit Prepared(std::string_view text);
+
+    enum class Kind { Read, Insert, Change, LastCounter };
+    std::string sql;
+    Kind kind = Kind::Read;
+    std::string table; // written
+    bool readsClock = false;
+    struct Variant {
+        std::vector<unsigned> types;
+        std::string name;
+    };
+    std::vector<Variant> variants;
+};
+
+class Session {
+public:
+    Session(const ServerPlace& place, std::chrono::milliseconds wait, std::function<DateTime()> clock);
+
+    [[nodiscard]] ServerRows run(Prepared& statement, const std::vector<Bound>& values);
+    // Statements of ours.
+    void script(const std::string& sql);
+    [[nodiscard]] ServerRows ask(const std::string& sql, const std::vector<Bound>& values = {});
+
+    void begin();
+    void beginReading();
+    void commit();
+    void rollback();
+    [[nodiscard]] bool inTransaction() const { return isOpen_ && wire_.isInTransaction(); }
+
+    void makeScratch(const TableDef& table);
+    void forget(const Prepared& statement);
+    [[nodiscard]] std::int64_t writesOfOthers() { return wire_.notesOfOthers(); }
+
+    std::int64_t lastId = 0;
+    std::int64_t rowsChanged = 0;
+    std::chrono::milliseconds busyTimeout;
+    std::shared_ptr<LockWait> lockWait; // nothing: until the time is up
+    const ReadBounds* bounds = nullptr;
+    std::optional<StoreError> ofTheDisk;
+
+private:
+    using Batch = std::vector<Command>;
+    void addSettings(Batch& batch, const Prepared* statement);
+    [[nodiscard]] Command lock() const;
+    void bindTo(Batch& batch, Prepared& statement, const std::vector<Bound>& values, std::string& made);
+    [[nodiscard]] std::vector<ServerAnswer> send(const Batch& batch, const Patience& patience);
+    [[noreturn]] void fail(StoreError failure);
+    [[nodiscard]] Patience patienceForLock() const;
+    [[nodiscard]] Patience patienceForRows() const;
+    void noteWrite(const Prepared& statement, const pg_result* answer);
+
+    ServerPlace place_;
+    Wire wire_;
+    std::function<DateTime()> clock_;
+    std::string lockKey_;
+    std::chrono::milliseconds timeoutSet_{-1};
+    std::set<std::string> scratch_;
+    std::vector<std::string> forgotten_;          // names to be taken back with the next trip
+    std::map<std::string, std::int64_t> counted_; // the first counter of each table in this transaction
+    std::int64_t named_ = 0;
+    bool isOpen_ = false; // a transaction
+};
+
+} // namespace veldona::store
