@@ -4,6 +4,7 @@
 
 #include "core/database.h"
 #include "core/formframe.h"
+#include "daybook/statement.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
 
@@ -46,6 +47,11 @@ void bindMenuBar(FrmMainVeldona& f) {
     // Where there is a window, the program gives them its acts.
     for (MenuItem* entry : {&f.mnuYedektenDon, &f.mnuTuslar})
         entry->onClick = [&f] { tellOfWindow(f.session); };
+    f.mnuEkstre.onClick = [&f] { showStatement(f.session, f.Text1.text(), StatementNotes::None); };
+    f.mnuEkstreNotlu.onClick = [&f] { showStatement(f.session, f.Text1.text(), StatementNotes::Last); };
+    f.mnuEkstre.setToolTip("Müşterinin ekstresini hazırlar");
+    f.mnuGrafik.setEnabled(f.forms().isKnown("frmGrafik"));
+    f.mnuGrafik.onClick = [&f] { EkranGoster(f.session, "frmGrafik", Kip::Modal); };
     f.mnuYedekAl.onClick = [&f] { EkranGoster(f.session, "frmYedek", Kip::Modal); };
     f.mnuKilavuz.onClick = [&f] {
         if (f.session.showGuide)

@@ -165,6 +165,9 @@ struct FrmMainVeldona : Form {
 
     // Menu bar
     Menu mnuGun{*this, "mnuGun", "&Gün"}; // what the day's work looks at
+    MenuItem mnuEkstre{mnuGun, "mnuEkstre", "&Ekstre", "F7"};
+    MenuItem mnuEkstreNotlu{mnuGun, "mnuEkstreNotlu", "Ekstre, Görüşme &Notlarıyla"};
+    MenuItem mnuGrafik{mnuGun, "mnuGrafik", "Gra&fikler"};
     Menu mnuYedek{*this, "mnuYedek", "Ye&dek"};
     MenuItem mnuYedekAl{mnuYedek, "mnuYedekAl", "Yedek &Al…"};
     MenuItem mnuYedektenDon{mnuYedek, "mnuYedektenDon", "Yedekten &Dön…"};

@@ -69,6 +69,7 @@ const std::map<std::string_view, Lines> kScreens = {
       {Key::None, "Enter (ödeme tablosunda)", "Hücreyi yazar ve sonraki sütuna geçer"}}},
     {"frmYedek",
      {{Key::None, "Enter (listede)", "Seçili yere yedek alır"}, {Key::Escape, "Esc", "Ekranı kapatır"}}},
+    {"frmGrafik", {{Key::F9, "F9", "Grafikleri yazdırır"}, {Key::Escape, "Esc", "Ekranı kapatır"}}},
     {"frmCrNesne",
      {{Key::None, "Page Up  Page Down", "Sayfayı kaydırır; sonunda öteki sayfaya geçer"},
       {Key::None, "Enter (büyütmede)", "Yazılan büyütmeyi uygular"},

@@ -125,6 +125,7 @@ QString chapterOf(const std::string& screen) {
         {"frmSatis", "satış"},
         {"frmYedek", "yedek"},
         {"frmCrNesne", "yazdırma-ve-pdf"},
+        {"frmGrafik", "grafikler"},
         {"rprodemesigecen", "günü-geçenler"},
         {"rprbeklenentahsilat", "beklenenler"},
         {"rptGelirGider", "tahsilat-listesi"},

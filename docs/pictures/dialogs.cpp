@@ -199,6 +199,8 @@ private:
         press(Key::F2);
         camera_.expect("makbuz");
         press(Key::F9);
+        camera_.expect("ekstre");
+        press(Key::F7);
         camera_.expect("satis-sil-sorusu", false);
         press(Key::F6);
         takeReport("cmdGunuGecenOdemeler", "gunu-gecen-rapor");
