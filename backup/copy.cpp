@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 
 constexpr std::chrono::seconds kWait(15); // for another workstation's lock
 
-constexpr std::uintmax_t kMegabyte = 1024 * 1024;
+constexpr std::uintmax_t kMegabyte = std::uintmax_t{1024} * 1024;
 
 std::string megabytes(std::uintmax_t bytes) {
     return std::to_string((bytes + kMegabyte - 1) / kMegabyte) + " MB";
@@ -64,7 +64,7 @@ Fingerprint copyAsItStands(const std::string& books, const std::string& file, co
 
 Fingerprint copyToTemporary(const std::string& books, const std::string& temporary,
                             const Onlooker& onlooker) {
-    const Fingerprint fingerprint = copyAsItStands(books, temporary, onlooker);
+    Fingerprint fingerprint = copyAsItStands(books, temporary, onlooker);
     syncFile(temporary);
     requireProved(temporary, fingerprint, onlooker);
     return fingerprint;
@@ -72,7 +72,7 @@ Fingerprint copyToTemporary(const std::string& books, const std::string& tempora
 
 Fingerprint copyBooks(const std::string& books, const std::string& file, const Onlooker& onlooker) {
     const store::TemporaryFile temporary(file + ".yarim");
-    const Fingerprint fingerprint = copyToTemporary(books, temporary.path(), onlooker);
+    Fingerprint fingerprint = copyToTemporary(books, temporary.path(), onlooker);
     giveName(temporary.path(), file, fingerprint, onlooker);
     return fingerprint;
 }

@@ -167,7 +167,7 @@ long residentMegabytes() {
     std::ifstream status("/proc/self/statm");
     long size = 0, resident = 0;
     status >> size >> resident;
-    return resident * sysconf(_SC_PAGESIZE) / (1024 * 1024);
+    return resident * sysconf(_SC_PAGESIZE) / (1024L * 1024);
 }
 
 void benchShop(const std::string& root, DateTime now) {

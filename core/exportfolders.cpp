@@ -25,9 +25,10 @@ std::string aktarimDosyasi(Session& session, std::string_view bicim, const std::
     std::error_code error;
     std::filesystem::create_directories(klasor, error);
     if (error) raise(ErrorNumber::PathFileAccess);
-    std::string dosya = klasor + "/" + ad + uzanti;
+    const std::string beginning = klasor + "/" + ad;
+    std::string dosya = beginning + uzanti;
     for (int i = 2; std::filesystem::exists(dosya); ++i)
-        dosya = klasor + "/" + ad + " (" + std::to_string(i) + ")" + uzanti;
+        (dosya = beginning).append(" (").append(std::to_string(i)).append(")").append(uzanti);
     return dosya;
 }
 

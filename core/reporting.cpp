@@ -128,7 +128,7 @@ std::optional<std::string> adlandirilanSutun(const std::string& ad, std::string_
     if (!ad.starts_with(onek)) return std::nullopt;
     const std::string sutun = ad.substr(onek.size());
     for (int i = 0; i < rows.fieldCount(); ++i) {
-        const std::string name = rows.fieldName(i);
+        const std::string& name = rows.fieldName(i);
         if (sutun == std::to_string(i + 1) || upperTurkish(sutun) == upperTurkish(name)) return name;
     }
     return std::nullopt;

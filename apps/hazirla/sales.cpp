@@ -20,8 +20,8 @@ std::vector<DateTime> saleTimes(Random& random, const ShopPlan& plan) {
     times.reserve(static_cast<std::size_t>(plan.sales));
     for (int i = 0; i < plan.sales; ++i) {
         const DateTime day = openDay(first.plusDays(random.below(days)));
-        const DateTime at = day.plusSeconds(9 * 3600 + random.below(10 * 3600));
-        times.push_back(at < plan.today ? at : openDay(first).plusSeconds(10 * 3600));
+        const DateTime at = day.plusSeconds(9 * kSecondsAnHour + random.below(36000));
+        times.push_back(at < plan.today ? at : openDay(first).plusSeconds(10 * kSecondsAnHour));
     }
     std::sort(times.begin(), times.end());
     return times;
@@ -53,14 +53,15 @@ private:
     // Numbers are given in the order of coming in: the shop starts with a third of its customers.
     std::int32_t buyer() {
         const auto done = static_cast<std::int64_t>(shop_.sales.size());
-        const std::int64_t known = plan_.customers * (plan_.sales + 2 * done) / (3 * plan_.sales);
+        const std::int64_t known =
+            plan_.customers * (plan_.sales + 2 * done) / (std::int64_t{3} * plan_.sales);
         int index = random_.below(std::max(1, static_cast<int>(known)));
         while (customerAt(index).group == kGuarantorGroup)
             --index;
         return index + kSystemAccounts;
     }
     const Customer& customerAt(int index) const {
-        return shop_.customers[static_cast<std::size_t>(index + kSystemAccounts)];
+        return shop_.customers[static_cast<std::size_t>(index) + kSystemAccounts];
     }
 
     // Once the shop wrote every article; for years now a sale is one amount with a note.
@@ -95,7 +96,7 @@ private:
         }
     }
     Kurus price(const Product& product) {
-        const Kurus lira = random_.between(product.lowest / 5, product.highest / 5) * 5;
+        const Kurus lira = Kurus{5} * random_.between(product.lowest / 5, product.highest / 5);
         constexpr Kurus tails[] = {50, 90, 99, 25};
         return lira * kLira + (random_.chance(10) ? random_.pick(std::span<const Kurus>(tails)) : 0);
     }

@@ -14,11 +14,12 @@ void addDesk(Shop& shop, const ShopPlan& plan) {
     for (std::size_t i = 3; i < shop.customers.size(); ++i) {
         const Customer& customer = shop.customers[i];
         if (random.below(150) == 0)
-            shop.cheques.push_back({customer.number, random.between(5, 60) * 1000, random.chance(60)});
+            shop.cheques.push_back({customer.number, Kurus{1000} * random.between(5, 60), random.chance(60)});
         if (random.below(20) != 0) continue;
-        CashMovement movement{random.between(1, 3), customer.id, {}, random.between(10, 400) * 100, {}, 1};
-        movement.on =
-            openDay(first.plusDays(random.below(days - 1))).plusSeconds(9 * 3600 + random.below(36000));
+        CashMovement movement{
+            random.between(1, 3), customer.id, {}, Kurus{100} * random.between(10, 400), {}, 1};
+        movement.on = openDay(first.plusDays(random.below(days - 1)))
+                          .plusSeconds(9 * kSecondsAnHour + random.below(36000));
         movement.cashBox = random.between(1, 2);
         if (random.chance(80)) movement.note = "Elden alındı";
         shop.cashMovements.push_back(std::move(movement));

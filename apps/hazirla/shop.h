@@ -25,6 +25,8 @@ struct ShopPlan {
 
 using Kurus = std::int64_t;
 
+inline constexpr std::int64_t kSecondsAnHour = 3600;
+
 // IDs are those that the store will give: 1 for the first row of an empty table.
 struct Customer {
     std::int32_t id = 0;

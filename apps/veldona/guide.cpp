@@ -34,7 +34,7 @@ public:
     using QTextBrowser::QTextBrowser;
 
     QVariant loadResource(int type, const QUrl& url) override {
-        const QVariant loaded = QTextBrowser::loadResource(type, url);
+        QVariant loaded = QTextBrowser::loadResource(type, url);
         if (type != QTextDocument::ImageResource) return loaded;
         QImage picture;
         if (!picture.loadFromData(loaded.toByteArray())) return loaded;

@@ -44,8 +44,7 @@ std::optional<bool> isNetworkLine(const std::string& line, const std::string& de
     std::istringstream words(line);
     std::string skipped, found, type, source, options;
     if (!(words >> skipped >> skipped >> found) || found != device) return std::nullopt;
-    while (words >> skipped && skipped != "-") {
-    }
+    static_cast<void>(std::find(std::istream_iterator<std::string>(words), {}, "-"));
     words >> type >> source >> options;
     return isNetworkMount(type, options);
 }

@@ -17,7 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 using Kind = StoreError::Kind;
 
-constexpr std::uintmax_t kMostBytes = 16 * 1024;
+constexpr std::uintmax_t kMostBytes = std::uintmax_t{16} * 1024;
 
 StoreError refused(const std::string& source, const std::string& why) {
     return {Kind::Other, "Defterin sunucusu anlaşılamadı (" + source + "): " + why};
