@@ -176,24 +176,6 @@ TEST_F(Core, MoneyIsStoredTimesAMillion) {
     EXPECT_EQ(SifirIseNull("5"), Value(5));
 }
 
-// A window built from a swapped date and the store's month-first literal covers the right days on both sides
-// of the 13th; a literal built from the date itself does too.
-TEST_F(Core, SwappedTwiceADateIsItself) {
-    for (const int day : {1, 11, 12, 13, 14, 28}) {
-        const DateTime due = DateTime::of(2026, 5, day);
-        shop.run("Delete from URUNSAT");
-        shop.run("INSERT INTO URUNSAT (MUSTNO,ODTRH) VALUES ('1','" + toText(due) + "')");
-        DateTime swapped = due;
-        TarihDuzelt(swapped);
-        EXPECT_EQ(swapped == due, day >= 13 || day == 5) << day;
-        EXPECT_EQ(shop.rows("SELECT MUSTNO FROM URUNSAT WHERE ODTRH = #" + toText(swapped) + "#").size(), 1u)
-            << day;
-        EXPECT_EQ(shop.rows("SELECT MUSTNO FROM URUNSAT WHERE ODTRH = " + TarihSabiti(due)).size(), 1u)
-            << day;
-    }
-    EXPECT_EQ(TarihSabiti(DateTime::of(2026, 11, 5), kGunSonu), "#11,05,2026 23:59:59#");
-}
-
 } // namespace
 
 } // namespace veldona

@@ -28,24 +28,6 @@ protected:
     }
 };
 
-// Rows and blank rows of the grid for every count, with and without a down payment.
-TEST_F(Plan, RowsByCount) {
-    FrmSatis& f = open();
-    for (const bool pesinat : {false, true}) {
-        user::put(f.MskToplamUcret, "1000");
-        user::put(f.MskAlinanPesinat, pesinat ? "100" : "0");
-        user::focus(f.MskTaksitAdedi);
-        for (const int adet : {0, 1, 2, 3, 4, 10, 126, 127, 128, 254}) {
-            user::put(f.MskTaksitAdedi, std::to_string(adet));
-            const int rows = !pesinat ? std::max(adet + 1, 2) : adet < 3 ? adet + 2 : 2 * adet;
-            EXPECT_EQ(f.grdYapilacakOdeme.rows(), pesinat && adet == 1 ? 3 : rows) << adet;
-            EXPECT_EQ(planned(f).size(), static_cast<std::size_t>(adet + pesinat)) << adet;
-            EXPECT_EQ(f.grdYapilanOdeme.rows(), pesinat ? 2 : 1) << adet;
-        }
-    }
-    EXPECT_TRUE(shop.said().empty());
-}
-
 // By count every row is the same, and what the rounding loses is at most half a cent a row.
 TEST_F(Plan, ByCountTheCentsOfTheDivisionStayLost) {
     FrmSatis& f = open();

@@ -179,22 +179,5 @@ TEST(Text, OnlyWhatCanBeSeenIsTyped) {
     EXPECT_EQ(visibleText("\xC5"), "\uFFFD");
 }
 
-TEST(Text, AFullFieldOfBrokenBytesPassesEverywhere) {
-    std::string field;
-    for (int i = 0; i < 65'536; ++i)
-        field += static_cast<char>(i * 131 + i / 256);
-    // Compared as a whole: the bytes would tell nobody anything.
-    const std::string mended = validUtf8(field), upper = upperTurkish(field), lower = lowerTurkish(field);
-    EXPECT_TRUE(validUtf8(mended) == mended);
-    EXPECT_TRUE(validUtf8(upper) == upper);
-    EXPECT_TRUE(validUtf8(lower) == lower);
-    EXPECT_TRUE(left(field, length(field)) == field);
-    EXPECT_TRUE(left(field, 100) + mid(field, 101) == field);
-    EXPECT_TRUE(format(field, "#,##0.00") == field);
-    EXPECT_TRUE(format(field, "dd/mm/yyyy") == field);
-    EXPECT_FALSE(isDate(field));
-    EXPECT_EQ(val(field), 0);
-}
-
 } // namespace
 } // namespace veldona

@@ -53,19 +53,6 @@ TEST_F(Live, AWalkSeesTheRowsAsTheyStand) {
     EXPECT_EQ(rows.value("ISLEMNO"), Value(201));
 }
 
-TEST_F(Live, ATableIsWalkedBothWaysInTheOrderOfItsKey) {
-    for (int i = 1; i <= 150; ++i)
-        pay("1", i, i);
-    auto rows = dao().openRecordset("ODEME");
-    int expected = 150;
-    for (rows.moveLast(); !rows.bof(); rows.movePrevious(), --expected)
-        ASSERT_EQ(rows.value("ISLEMNO"), Value(expected));
-    EXPECT_EQ(expected, 0);
-    EXPECT_EQ(numberRaised([&] { rows.movePrevious(); }), 3021);
-    rows.moveNext();
-    EXPECT_EQ(rows.value("ISLEMNO"), Value(1));
-}
-
 TEST_F(Live, OpeningReadsNothingAndALookReadsAPortion) {
     connection.beginTrans();
     for (int i = 1; i <= 5000; ++i)
