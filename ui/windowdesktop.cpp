@@ -35,7 +35,8 @@ std::vector<Medium> MountedMedia::pluggedIn() {
         const QString folder = volume.rootPath();
         if (!folder.startsWith("/media/") && !folder.startsWith("/run/media/")) continue;
         if (!volume.isReady() || volume.isReadOnly()) continue;
-        media.push_back({volume.displayName().toStdString(), folder.toStdString()});
+        const QString name = volume.name().isEmpty() ? QFileInfo(folder).fileName() : volume.name();
+        media.push_back({name.toStdString(), folder.toStdString()});
     }
     return media;
 }

@@ -64,6 +64,7 @@ protected:
         } else if (auto* bar = front ? front->findChild<QProgressBar*>() : nullptr;
                    bar && bar->value() == 40) {
             manners << mnemonicClashes(*front) << namelessControls(*front) << clippedWords(*front);
+            leavePicture(*front, "yedek-bekleme");
             QTest::keyClick(front, Qt::Key_Escape);
         }
     }
