@@ -146,7 +146,7 @@ std::vector<std::string> restore(const std::string& backup, const std::string& b
     return exchange(arrived.path(), proven, books, names);
 }
 
-std::string toldOf(const std::vector<std::string>& setAside) {
+std::string describe(const std::vector<std::string>& setAside) {
     std::string text;
     for (const std::string& file : setAside) {
         const bool isJournal = !file.ends_with(".mdb");

@@ -27,6 +27,6 @@ struct Loss {
 std::vector<std::string> restore(const std::string& backup, const std::string& books, DateTime now);
 
 // Where they are, in a sentence; "" where nothing was set aside.
-[[nodiscard]] std::string toldOf(const std::vector<std::string>& setAside);
+[[nodiscard]] std::string describe(const std::vector<std::string>& setAside);
 
 } // namespace veldona::backup

@@ -54,7 +54,7 @@ bool IslemBaslat(Session& session) {
 bool IslemOnayla(Session& session) {
     std::string hata;
     if (!shown(session, hata, [&] { session.gBaglanti->commitTrans(); })) return false;
-    tellHeld(session);
+    tellDeferred(session);
     return true;
 }
 
@@ -62,7 +62,7 @@ bool IslemGeriAl(Session& session) {
     std::string hata;
     const bool undone = !session.gBaglanti->inTransaction() ||
                         shown(session, hata, [&] { session.gBaglanti->rollbackTrans(); });
-    tellHeld(session);
+    tellDeferred(session);
     return undone;
 }
 

@@ -104,13 +104,13 @@ bool basla(Session& session) {
 
 void tell(Session& session, Message message) {
     if (inTransaction(session))
-        session.heldBoxes.push_back(std::move(message));
+        session.deferredBoxes.push_back(std::move(message));
     else
         session.desktop.dialogs.show(message);
 }
 
-void tellHeld(Session& session) {
-    for (const Message& message : std::exchange(session.heldBoxes, {}))
+void tellDeferred(Session& session) {
+    for (const Message& message : std::exchange(session.deferredBoxes, {}))
         session.desktop.dialogs.show(message);
 }
 
@@ -119,15 +119,15 @@ void yakalanmayanHata(Session& session, const RuntimeError& error) {
         Err ignored; // the surface below tells of the error that matters
         attempt(ignored, [&] { session.gBaglanti->rollbackTrans(); });
     }
-    tellHeld(session);
+    tellDeferred(session);
     session.desktop.dialogs.runtimeError(error);
 }
 
 void soylenmeyenHata(Session& session) {
     session.workspace.endAct();
     const auto failure = session.workspace.takeDiskFailure();
-    const bool told = !failure || session.desktop.dialogs.hasTold(failure->description());
-    session.desktop.dialogs.forgetTold();
+    const bool told = !failure || session.desktop.dialogs.hasShown(failure->description());
+    session.desktop.dialogs.forgetShown();
     if (!told)
         session.desktop.dialogs.runtimeError(
             RuntimeError(dao::numberOf(failure->kind()), failure->description()));

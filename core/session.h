@@ -47,7 +47,7 @@ struct Session {
     std::int32_t gKusuratModu = 0;
     FormKayit gFormKayit;
 
-    std::vector<Message> heldBoxes; // to be told behind the end of the open transaction
+    std::vector<Message> deferredBoxes; // to be told behind the end of the open transaction
 
     report::ReportDesk* reportDesk = nullptr; // set before the start where there is anybody to show reports
     // The user's guide at the chapter of a screen; set before the start where there is anybody to show it.
@@ -73,7 +73,7 @@ void IlkEkranSec(Session& session);
 // Shows a box; inside a transaction of the shared connection it is kept until behind the end of that one. A
 // box stands until somebody answers it, and the saves of the other tills would wait as long.
 void tell(Session& session, Message message);
-void tellHeld(Session& session); // for whoever ends the transaction
+void tellDeferred(Session& session); // for whoever ends the transaction
 
 // Rolls back what an uncaught error left open on the shared connection and shows the error's surface.
 void yakalanmayanHata(Session& session, const RuntimeError& error);

@@ -77,7 +77,7 @@ void cmdBaskaKlasor_Click(FrmYedek& f) {
     f.cmdYedekAl.setFocus();
 }
 
-std::string toldOf(const backup::Taken& taken, DateTime now) {
+std::string describe(const backup::Taken& taken, DateTime now) {
     const std::string warning = backup::warningOf(taken);
     const std::string& last = taken.fingerprint.newestPayment;
     return "Yedek alındı ve denetlendi.\n\nDosya: " + taken.file +
@@ -130,7 +130,7 @@ void cmdYedekAl_Click(FrmYedek& f) {
     const DateTime now = f.session.desktop.clock.now();
     const auto taken = takeInto(f, f.klasorler[static_cast<std::size_t>(row)], now);
     if (!taken) return;
-    f.session.desktop.dialogs.tell(toldOf(*taken, now), taken->newer ? Icon::Exclamation : Icon::Information);
+    f.session.desktop.dialogs.tell(describe(*taken, now), taken->newer ? Icon::Exclamation : Icon::Information);
     f.forms().unload(f);
 }
 

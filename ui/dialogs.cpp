@@ -38,7 +38,7 @@ QString numberText(std::int32_t number) {
 } // namespace
 
 Answer WindowDialogs::show(const Message& message) {
-    noteTold(message.text);
+    noteShown(message.text);
     QMessageBox box(iconOf(message.icon), toQt(message.title), toQt(message.text), QMessageBox::NoButton,
                     host_.frontWindow());
     box.setTextFormat(Qt::PlainText);
@@ -70,7 +70,7 @@ std::optional<std::string> WindowDialogs::folder(const std::string& title, const
 }
 
 void WindowDialogs::runtimeError(const RuntimeError& error) {
-    noteTold(error.description());
+    noteShown(error.description());
     QMessageBox box(QMessageBox::Critical, QString(kProgramTitle) + " - Çalışma Zamanı Hatası",
                     "Çalışma zamanı hatası " + numberText(error.number()), QMessageBox::NoButton,
                     host_.frontWindow());

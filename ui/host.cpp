@@ -240,7 +240,7 @@ bool WindowHost::typeKey(Form& form, const KeyEvent& key) {
 
 void WindowHost::letEventsRun() {
     flush();
-    const bool keepsInputOut = keysUnderWay_ > 0 || lettingEventsRun_ || !held_.isEmpty();
+    const bool keepsInputOut = keysUnderWay_ > 0 || lettingEventsRun_ || !deferred_.isEmpty();
     {
         const Scoped<bool> letting(lettingEventsRun_, true);
         const Scoped<bool> keptOut(inputKeptOut_, keepsInputOut);
@@ -259,13 +259,13 @@ void WindowHost::letFilteredEventsRun() {
 }
 
 void WindowHost::giveHeldSoon() {
-    if (held_.isEmpty()) return;
+    if (deferred_.isEmpty()) return;
     // Behind the pause that it waits for, which tries again at its own end.
     QMetaObject::invokeMethod(
         this,
         [this] {
-            while (!inputKeptOut_ && !held_.isEmpty())
-                held_.giveOne();
+            while (!inputKeptOut_ && !deferred_.isEmpty())
+                deferred_.giveOne();
         },
         Qt::QueuedConnection);
 }
@@ -318,7 +318,7 @@ bool WindowHost::eventFilter(QObject* watched, QEvent* event) {
     if (lockNote_.keeps(*watched, *event)) return true;
     if (!watched->isWidgetType()) return false;
     auto* widget = static_cast<QWidget*>(watched);
-    if (inputKeptOut_ && held_.take(*widget, *event)) return true;
+    if (inputKeptOut_ && deferred_.take(*widget, *event)) return true;
     auto* formWindow = dynamic_cast<FormWindow*>(widget->window());
     return formWindow && formWindow->filter(*widget, *event);
 }

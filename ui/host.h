@@ -16,8 +16,8 @@
 
 #include "platform/controls/forms.h"
 #include "platform/desktop/clock.h"
+#include "ui/deferredinput.h"
 #include "ui/formwindow.h"
-#include "ui/heldinput.h"
 #include "ui/locknote.h"
 #include "ui/usersettings.h"
 #include "ui/windowmemory.h"
@@ -123,7 +123,7 @@ private:
     bool lettingEventsRun_ = false;
     bool standingStill_ = false;
     bool inputKeptOut_ = false;
-    HeldInput held_;
+    DeferredInput deferred_;
     bool flushing_ = false;
     bool flushWaits_ = false;
     bool waitCursor_ = false;

@@ -30,7 +30,7 @@ BackupMenu::BackupMenu(WindowHost& host, Clock& clock, const Paths& paths, Media
     : host_(host), clock_(clock), media_(media), books_(paths.toNative(kDatabasePath)),
       folder_(backup::usualFolder(paths)) {}
 
-template <class Act> bool BackupMenu::attemptTold(Act act, const char* kept) {
+template <class Act> bool BackupMenu::attemptReported(Act act, const char* kept) {
     std::string failure;
     try {
         act();
@@ -58,7 +58,7 @@ std::set<std::string> BackupMenu::folders() const {
 bool BackupMenu::choose() {
     chosen_.reset();
     std::vector<backup::Restorable> all;
-    if (!attemptTold([&] { all = backup::listRestorable(folders(), books_); }, "Hiçbir şey değişmedi."))
+    if (!attemptReported([&] { all = backup::listRestorable(folders(), books_); }, "Hiçbir şey değişmedi."))
         return false;
     std::optional<std::string> wanted;
     {
@@ -74,7 +74,7 @@ bool BackupMenu::choose() {
 
 bool BackupMenu::agrees(const std::string& backup) {
     backup::Loss loss;
-    const bool looked = attemptTold(
+    const bool looked = attemptReported(
         [&] {
             runBeside(host_, "Yedek denetleniyor…", [&] { loss = backup::lossOfRestoring(backup, books_); });
         },
@@ -99,14 +99,14 @@ void BackupMenu::putBack() {
     const std::string from = *std::exchange(chosen_, std::nullopt);
     std::vector<std::string> setAside;
     const DateTime now = clock_.now();
-    const bool done = attemptTold(
+    const bool done = attemptReported(
         [&] {
             runBeside(host_, "Yedek yerine konuyor…", [&] { setAside = backup::restore(from, books_, now); });
         },
         "Yedeğe dönülmedi; defter olduğu gibi duruyor.");
     if (!done) return;
     tell("Yedek yerine kondu ve denetlendi: " + fs::path(from).filename().string() +
-             (setAside.empty() ? "" : "\n\n" + backup::toldOf(setAside)),
+             (setAside.empty() ? "" : "\n\n" + backup::describe(setAside)),
          false);
 }
 

@@ -34,7 +34,7 @@ private:
     [[nodiscard]] bool agrees(const std::string& backup);
     void tell(const std::string& text, bool isFailure);
     // False where `act` failed; it has been told of, with `kept`: what the failure left as it was.
-    template <class Act> bool attemptTold(Act act, const char* kept);
+    template <class Act> bool attemptReported(Act act, const char* kept);
 
     WindowHost& host_;
     Clock& clock_;

@@ -43,7 +43,7 @@ void putBack(const std::string& backup, const std::string& books, bool confirmed
     }
     const std::vector<std::string> setAside = restore(backup, books, SystemClock().now());
     std::cout << "Yedek yerine kondu ve denetlendi: " << books << '\n';
-    if (!setAside.empty()) std::cout << toldOf(setAside) << '\n';
+    if (!setAside.empty()) std::cout << describe(setAside) << '\n';
 }
 
 void run(const Options& options) {

@@ -3,7 +3,7 @@
 namespace veldona {
 
 Answer RecordingDialogs::show(const Message& message) {
-    noteTold(message.text);
+    noteShown(message.text);
     said.push_back({message.text, message.title, std::nullopt});
     const auto isNext = [this](const char* answer) { return !answers.empty() && answers.front() == answer; };
     if (message.buttons == Buttons::Ok) {
@@ -35,7 +35,7 @@ std::optional<std::string> RecordingDialogs::folder(const std::string& title, co
 }
 
 void RecordingDialogs::runtimeError(const RuntimeError& error) {
-    noteTold(error.description());
+    noteShown(error.description());
     said.push_back({error.description(), kProgramTitle, error.number()});
 }
 

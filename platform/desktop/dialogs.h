@@ -49,16 +49,16 @@ public:
                Answer::Yes;
     }
 
-    // Whether a box since forgetTold() held these words.
-    [[nodiscard]] bool hasTold(const std::string& words) const { return told_.find(words) != told_.npos; }
-    void forgetTold() { told_.clear(); }
+    // Whether a box since forgetShown() held these words.
+    [[nodiscard]] bool hasShown(const std::string& words) const { return shown_.find(words) != shown_.npos; }
+    void forgetShown() { shown_.clear(); }
 
 protected:
     // For whoever shows a box.
-    void noteTold(const std::string& text) { told_.append(text).append(1, '\n'); }
+    void noteShown(const std::string& text) { shown_.append(text).append(1, '\n'); }
 
 private:
-    std::string told_;
+    std::string shown_;
 };
 
 // Keeps what was said until somebody looks, and answers from a queue: for tests and the operator console. A

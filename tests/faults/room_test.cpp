@@ -21,7 +21,7 @@ bool isClear(const std::string& text) {
     return has("Diskte yer kalmadı") || has("okunamadı ya da yazılamadı") || has("Diskteki yeri");
 }
 
-bool hasTold(Till& till, const std::function<bool(const std::string&)>& what) {
+bool hasShown(Till& till, const std::function<bool(const std::string&)>& what) {
     const auto said = till.said();
     return std::any_of(said.begin(), said.end(), what);
 }
@@ -67,11 +67,11 @@ std::string wrongWithoutRoom(const Drive& drive, const std::function<void()>& ta
             while (till.screenInFront() != "frmMainVeldona")
                 till.perform("key Esc");
             save(till);
-            if (!hasTold(till, isSaved)) return "it does not save once there is room";
+            if (!hasShown(till, isSaved)) return "it does not save once there is room";
         } else if (!done) {
             Till next(drive);
             startAndSave(next);
-            if (!hasTold(next, isSaved)) return "it does not start once there is room";
+            if (!hasShown(next, isSaved)) return "it does not start once there is room";
         }
     }
     if (contentOf(drive, faults) != saved) return "once there is room, the books hold something else";

@@ -42,7 +42,7 @@ Outcome cutOff(const std::string& program, const Program::Words& words, const fs
     return outcome;
 }
 
-bool hasTold(const Outcome& outcome, const std::string& words) {
+bool hasShown(const Outcome& outcome, const std::string& words) {
     return outcome.said.find(words) != outcome.said.npos;
 }
 
@@ -92,7 +92,7 @@ public:
     }
     [[nodiscard]] std::string wrongBehind(const Drive& drive, const Outcome& outcome) const override {
         if (fs::exists(drive.books())) return wrongWith(drive.books(), content_);
-        return hasTold(outcome, "Hazırlandı") ? "told as made, and not there" : "";
+        return hasShown(outcome, "Hazırlandı") ? "told as made, and not there" : "";
     }
     [[nodiscard]] std::string wrongBehindNext(const Drive& drive) const override {
         Program::Words again = words(drive);
@@ -161,7 +161,7 @@ public:
     [[nodiscard]] Program::Words words(const Drive& drive) const override { return {"--kok", drive.path()}; }
     [[nodiscard]] std::string wrongBehind(const Drive& drive, const Outcome& outcome) const override {
         const std::vector<std::string> backups = backupsTold(drive);
-        if (hasTold(outcome, "Yedeklendi") && backups.empty()) return "told as backed up, and not there";
+        if (hasShown(outcome, "Yedeklendi") && backups.empty()) return "told as backed up, and not there";
         for (const std::string& backup : backups) {
             const std::string wrong = wrongWith(backup, content_);
             if (!wrong.empty()) return wrong;
@@ -207,7 +207,7 @@ public:
         if (!backup.empty()) return backup;
         const std::string restored = wrongWith(drive.books(), before_);
         if (!restored.empty())
-            return hasTold(outcome, "yerine kondu") ? restored : wrongWith(drive.books(), now_);
+            return hasShown(outcome, "yerine kondu") ? restored : wrongWith(drive.books(), now_);
         for (const auto& entry : fs::directory_iterator(drive.books().parent_path()))
             if (entry.path().filename().string().starts_with("degistirilen-"))
                 return wrongWith(entry.path(), now_);

@@ -133,7 +133,7 @@ TEST_F(Yedek, OldurulmusPrograminGunluguSaklananDeftereGirer) {
     const Fingerprint before = copyBooks(books(), backup());
     payTwiceAndBeKilled();
     const std::vector<std::string> kept = restore(backup(), books(), kNow);
-    ASSERT_EQ(kept.size(), 1U) << toldOf(kept);
+    ASSERT_EQ(kept.size(), 1U) << describe(kept);
     EXPECT_EQ(prove(books()), before);
     EXPECT_EQ(prove(kept[0]).rows.at("TAKSITODENEN"), before.rows.at("TAKSITODENEN") + 2);
 }
@@ -147,7 +147,7 @@ TEST_F(Yedek, BozukDefterinGunluguYanindaSaklanir) {
     std::ofstream(books(), std::ios::binary) << damaged;
     EXPECT_TRUE(areDamaged(books()));
     const std::vector<std::string> kept = restore(backup(), books(), kNow);
-    ASSERT_EQ(kept.size(), 2U) << toldOf(kept);
+    ASSERT_EQ(kept.size(), 2U) << describe(kept);
     EXPECT_EQ(prove(books()), before);
     EXPECT_EQ(test::bytesOf(kept[0]), damaged);
     EXPECT_EQ(kept[1], kept[0] + "-wal");
@@ -171,7 +171,7 @@ TEST_F(Yedek, ElleKopyalananYedekBaskasininGunluguyleBozulmaz) {
     EXPECT_TRUE(areDamaged(books())) << "the start would not offer the backups";
 
     const std::vector<std::string> kept = restore(backup(), books(), kNow);
-    ASSERT_EQ(kept.size(), 2U) << toldOf(kept);
+    ASSERT_EQ(kept.size(), 2U) << describe(kept);
     EXPECT_EQ(prove(kept[0]), before);
     EXPECT_EQ(test::bytesOf(kept[1]), journal);
     EXPECT_EQ(prove(books()), before);

@@ -84,7 +84,7 @@ void Writer::select(const Select& select, Use use, const std::vector<std::string
 void Writer::arm(const Arm& arm, Use use, bool alone, const std::vector<std::string>& narrowing) {
     // The engine limits a whole union only, so that a limited part of one becomes a sub-select.
     const bool limitedPart = arm.top && !alone;
-    const Held opened(*this, limitedPart ? 12 : 6);
+    const DepthGuard opened(*this, limitedPart ? 12 : 6);
     if (limitedPart) put("SELECT * FROM (");
     // Doubles do not matter to IN, and looking for them would sort the rows.
     put(arm.distinct && (use != Use::Members || arm.top) ? "SELECT DISTINCT " : "SELECT ");
@@ -127,7 +127,7 @@ void Writer::from(const Arm& arm) {
 
 void Writer::from(const From& from, bool nested) {
     if (from.kind == From::Kind::Single) return source(from.source);
-    const Held opened(*this, nested ? 5 : 3);
+    const DepthGuard opened(*this, nested ? 5 : 3);
     if (nested) put("(");
     this->from(*from.left, false);
     put(from.kind == From::Kind::Inner ? " INNER JOIN " : " LEFT JOIN ");
@@ -139,7 +139,7 @@ void Writer::from(const From& from, bool nested) {
 
 void Writer::source(const Source& source) {
     if (source.query) {
-        const Held opened(*this, 3);
+        const DepthGuard opened(*this, 3);
         put("(");
         select(*source.query, Use::Source);
         put(")");
@@ -271,7 +271,7 @@ void Writer::insert(const Insert& insert, const Source& table) {
     }
     for (std::size_t i = 0; i < insert.values.size(); ++i) {
         put(i == 0 ? ") VALUES (" : ", ");
-        const Held list(*this, 8);
+        const DepthGuard list(*this, 8);
         stored(*insert.values[i], storedTypes_[i]);
     }
     put(")");
@@ -286,12 +286,12 @@ void Writer::update(const Update& update) {
         put(i == 0 ? " SET " : ", ");
         name(column->name);
         put(" = ");
-        const Held list(*this, 8);
+        const DepthGuard list(*this, 8);
         stored(*value, column->type.value_or(ColumnType::Text));
     }
     if (!update.where) return;
     put(" WHERE ");
-    const Held clause(*this, 8);
+    const DepthGuard clause(*this, 8);
     condition(*update.where, Tightness::Or);
 }
 
@@ -300,7 +300,7 @@ void Writer::remove(const Delete& remove) {
     name(remove.table.name);
     if (!remove.where) return;
     put(" WHERE ");
-    const Held clause(*this, 6);
+    const DepthGuard clause(*this, 6);
     condition(*remove.where, Tightness::Or);
 }
 

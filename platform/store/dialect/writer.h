@@ -44,7 +44,7 @@ public:
 private:
     // Names what the engine's parser must keep in mind while something is written; it has room for so much
     // only.
-    class Held;
+    class DepthGuard;
 
     // Expressions: as they are, as a condition, or brought to a type.
     void value(const Expr& expr, Tightness need);
@@ -106,7 +106,7 @@ private:
     std::vector<ColumnType> storedTypes_; // of the columns that a Stored SELECT fills
     std::string countedTable_;            // of an insert, where the engine's counters are a function's
     std::string sql_;
-    int held_ = 0;
+    int depth_ = 0;
 };
 
 } // namespace veldona::store::sql

@@ -92,14 +92,14 @@ void Writer::compareSides(const Expr& left, std::string_view op, const Expr& rig
     as(left, type, collates ? Tightness::Collate : Tightness::Add);
     if (collates) put(words_.byAlphabet);
     put(op);
-    const Held waiting(*this, 2);
+    const DepthGuard waiting(*this, 2);
     as(right, type, Tightness::Add);
 }
 
 void Writer::logic(const Expr& expr, Tightness need) {
     if (expr.op == Operator::Not) {
         return grouped(Tightness::Not, need, [&] {
-            const Held sign(*this, 1);
+            const DepthGuard sign(*this, 1);
             put("NOT ");
             condition(*expr.parts[0], Tightness::Not);
         });
@@ -108,7 +108,7 @@ void Writer::logic(const Expr& expr, Tightness need) {
     grouped(have, need, [&] {
         condition(*expr.parts[0], have);
         put(expr.op == Operator::And ? " AND " : " OR ");
-        const Held waiting(*this, 2);
+        const DepthGuard waiting(*this, 2);
         condition(*expr.parts[1], below(have));
     });
 }
@@ -136,7 +136,7 @@ void Writer::between(const Expr& expr) {
     as(tested, low, collates ? Tightness::Collate : Tightness::Add);
     if (collates) put(words_.byAlphabet);
     put(expr.negated ? " NOT BETWEEN " : " BETWEEN ");
-    const Held waiting(*this, 4);
+    const DepthGuard waiting(*this, 4);
     as(*expr.parts[1], low, Tightness::Add);
     put(" AND ");
     as(*expr.parts[2], low, Tightness::Add);
@@ -150,7 +150,7 @@ void Writer::membership(const Expr& expr) {
     as(tested, type, collates ? Tightness::Collate : Tightness::Add);
     if (collates) put(words_.byAlphabet);
     put(expr.negated ? " NOT IN (" : " IN (");
-    const Held list(*this, 6);
+    const DepthGuard list(*this, 6);
     if (expr.query) {
         if (familyOf(first.type) != familyOf(type)) {
             throw StoreError(StoreError::Kind::TypeMismatch,

@@ -20,15 +20,15 @@ namespace veldona::store::sql {
 
 // The engine's parser has a stack of a hundred symbols. A statement that would run over it is refused here,
 // with our own words, instead of failing there.
-class Writer::Held {
+class Writer::DepthGuard {
 public:
-    Held(Writer& writer, int symbols) : writer_(writer), symbols_(symbols) {
-        if (writer.held_ + symbols > kRoom) throw StoreError(StoreError::Kind::Syntax, kTooNested);
-        writer.held_ += symbols;
+    DepthGuard(Writer& writer, int symbols) : writer_(writer), symbols_(symbols) {
+        if (writer.depth_ + symbols > kRoom) throw StoreError(StoreError::Kind::Syntax, kTooNested);
+        writer.depth_ += symbols;
     }
-    ~Held() { writer_.held_ -= symbols_; }
-    Held(const Held&) = delete;
-    Held& operator=(const Held&) = delete;
+    ~DepthGuard() { writer_.depth_ -= symbols_; }
+    DepthGuard(const DepthGuard&) = delete;
+    DepthGuard& operator=(const DepthGuard&) = delete;
 
 private:
     static constexpr int kRoom = 80; // the rest is for the statement around
@@ -38,14 +38,14 @@ private:
 
 template <class Write> void Writer::grouped(Tightness have, Tightness need, Write&& write) {
     if (have >= need) return write();
-    const Held parenthesis(*this, 1);
+    const DepthGuard parenthesis(*this, 1);
     put("(");
     write();
     put(")");
 }
 
 template <class Write> void Writer::function(std::string_view name, Write&& write) {
-    const Held opened(*this, 5);
+    const DepthGuard opened(*this, 5);
     put(name);
     put("(");
     write();

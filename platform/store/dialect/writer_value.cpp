@@ -14,7 +14,7 @@ void Writer::value(const Expr& expr, Tightness need) {
     if (isTruth(expr)) {
         // True counts as -1 wherever it is a value.
         return grouped(Tightness::Sign, need, [&] {
-            const Held sign(*this, 2);
+            const DepthGuard sign(*this, 2);
             put(words_.beforeTruth);
             condition(expr, Tightness::Or);
             put(words_.behindTruth);
@@ -154,7 +154,7 @@ void Writer::calculation(const Expr& expr, Tightness need) {
         return binary(*parts[0], " * ", *parts[1], Tightness::Multiply, need);
     case Operator::Negate:
         return grouped(Tightness::Sign, need, [&] {
-            const Held sign(*this, 1);
+            const DepthGuard sign(*this, 1);
             put("-");
             number(*parts[0], Tightness::Whole);
         });
@@ -175,7 +175,7 @@ void Writer::binary(const Expr& left, std::string_view op, const Expr& right, Ti
     grouped(have, need, [&] {
         number(left, have);
         put(op);
-        const Held waiting(*this, 2);
+        const DepthGuard waiting(*this, 2);
         number(right, below(have));
     });
 }
@@ -190,7 +190,7 @@ void Writer::sum(const Expr& expr, Tightness need) {
         return grouped(Tightness::Concat, need, [&] {
             text(left, Tightness::Concat);
             put(" || ");
-            const Held waiting(*this, 2);
+            const DepthGuard waiting(*this, 2);
             text(right, Tightness::Collate);
         });
     case Family::Date: {
@@ -215,7 +215,7 @@ void Writer::join(const Expr& expr, Tightness need) {
     grouped(Tightness::Concat, need, [&] {
         joinPart(*expr.parts[0]);
         put(" || ");
-        const Held waiting(*this, 2);
+        const DepthGuard waiting(*this, 2);
         joinPart(*expr.parts[1]);
     });
 }
@@ -285,7 +285,7 @@ void Writer::engineCall(const Expr& expr) {
 }
 
 void Writer::choice(const Expr& expr) {
-    const Held opened(*this, 6);
+    const DepthGuard opened(*this, 6);
     put("CASE WHEN ");
     condition(*expr.parts[0], Tightness::Or);
     put(" THEN ");

@@ -1,6 +1,6 @@
 // The shared-connection face of the store: a connection, and recordsets that hold what a query answered.
 //
-// A recordset is a picture of the moment it was opened (or last requeried). Errors are RuntimeErrors: a
+// A recordset is a snapshot of the moment it was opened (or last requeried). Errors are RuntimeErrors: a
 // statement's carry kStatementError, a wrong password kWrongPassword, everything else at opening kOpenFailed.
 #pragma once
 

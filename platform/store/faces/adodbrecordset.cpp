@@ -15,7 +15,8 @@ struct Recordset::State {
     std::string source;
     mutable store::Answer answer; // read at the latest when a row is looked at
     int position = 0;             // -1 before the first row, the row count behind the last one
-    Bookmark picture = 0; // counts the answers taken, so that a place in an older one is known for what it is
+    Bookmark snapshot =
+        0; // counts the answers taken, so that a place in an older one is known for what it is
     store::ColumnIndex columns;
 
     [[nodiscard]] const std::vector<store::ResultColumn>& fields() const { return answer.plan().columns; }
@@ -26,7 +27,7 @@ struct Recordset::State {
     [[nodiscard]] bool isOnRow() const { return position >= 0 && position < rows().rowCount(); }
 
     void ask() {
-        if (answer.renew()) ++picture;
+        if (answer.renew()) ++snapshot;
         position = 0;
     }
     void requireRow() const {
@@ -149,13 +150,13 @@ void Recordset::find(std::string_view criteria) {
 Recordset::Bookmark Recordset::bookmark() const {
     const State& state = opened();
     state.requireRow();
-    return (state.picture << 32) | state.position;
+    return (state.snapshot << 32) | state.position;
 }
 
 void Recordset::setBookmark(Bookmark place) {
     State& state = opened();
     const auto row = static_cast<int>(place & 0x7fffffff);
-    if (place >> 32 != state.picture || row >= state.rows().rowCount()) raise(ErrorNumber::NoCurrentRecord);
+    if (place >> 32 != state.snapshot || row >= state.rows().rowCount()) raise(ErrorNumber::NoCurrentRecord);
     state.position = row;
 }
 

@@ -12,20 +12,20 @@
 
 namespace veldona {
 
-class HeldInput {
+class DeferredInput {
 public:
     // True: it is the operator's and is kept; the widget must not get it now.
     bool take(QWidget& receiver, const QEvent& event);
-    [[nodiscard]] bool isEmpty() const { return held_.empty(); }
+    [[nodiscard]] bool isEmpty() const { return deferred_.empty(); }
     // Gives the oldest on, a key to the widget that has the focus by then.
     void giveOne();
 
 private:
-    struct Held {
+    struct Deferred {
         QPointer<QWidget> receiver;
         std::unique_ptr<QEvent> event;
     };
-    std::deque<Held> held_;
+    std::deque<Deferred> deferred_;
 };
 
 } // namespace veldona

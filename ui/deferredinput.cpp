@@ -1,4 +1,4 @@
-#include "ui/heldinput.h"
+#include "ui/deferredinput.h"
 
 #include <utility>
 
@@ -19,15 +19,15 @@ bool isOfHand(QEvent::Type type) {
 
 } // namespace
 
-bool HeldInput::take(QWidget& receiver, const QEvent& event) {
+bool DeferredInput::take(QWidget& receiver, const QEvent& event) {
     if (!isOfHand(event.type())) return false;
-    held_.push_back({&receiver, std::unique_ptr<QEvent>(event.clone())});
+    deferred_.push_back({&receiver, std::unique_ptr<QEvent>(event.clone())});
     return true;
 }
 
-void HeldInput::giveOne() {
-    const Held oldest = std::exchange(held_.front(), {});
-    held_.pop_front();
+void DeferredInput::giveOne() {
+    const Deferred oldest = std::exchange(deferred_.front(), {});
+    deferred_.pop_front();
     if (!oldest.receiver) return;
     QWidget* target = oldest.receiver;
     if (QWidget* focused = target->window()->focusWidget(); focused && goesToFocus(oldest.event->type()))
