@@ -20,30 +20,31 @@ std::string booksOf(const FrmYedek& f) {
     return f.session.desktop.paths.toNative(kDatabasePath);
 }
 
-// Of the disk that the folder lies or will lie on; "" where it can't be told.
-std::string freeRoom(const std::string& folder) {
+std::string freeRoom(FrmYedek& f, const std::string& folder) {
     constexpr double kGigabyte = 1e9;
-    fs::path there = folder;
-    std::error_code failed;
-    while (!fs::exists(there, failed) && there.has_relative_path())
-        there = there.parent_path();
-    const fs::space_info room = fs::space(there, failed);
-    if (failed) return {};
-    return format(static_cast<double>(room.available) / kGigabyte, "#,##0.0") + " GB boş";
+    Media* const media = f.session.desktop.media;
+    const auto room = media != nullptr ? media->freeRoom(folder) : std::nullopt;
+    return room ? "   ·   " + format(static_cast<double>(*room) / kGigabyte, "#,##0.0") + " GB boş" : "";
+}
+
+// -1: not in the list.
+int placeOf(const FrmYedek& f, const std::string& folder) {
+    const auto found = std::ranges::find_if(f.klasorler, [&](const std::string& known) {
+        std::error_code unreachable;
+        return known == folder || fs::equivalent(known, folder, unreachable);
+    });
+    return found == f.klasorler.end() ? -1 : static_cast<int>(found - f.klasorler.begin());
 }
 
 void addPlace(FrmYedek& f, const std::string& name, const std::string& folder) {
-    if (std::ranges::find(f.klasorler, folder) != f.klasorler.end()) return;
-    const std::string room = freeRoom(folder);
+    if (placeOf(f, folder) >= 0) return;
     f.klasorler.push_back(folder);
-    f.lstYer.add(name + (room.empty() ? "" : "   ·   " + room));
+    f.lstYer.add(name + freeRoom(f, folder));
 }
 
-void choosePlace(FrmYedek& f, const std::string& folder) {
-    const auto found = std::ranges::find(f.klasorler, folder);
-    if (found == f.klasorler.end()) return;
-    f.lstYer.setListIndex(static_cast<int>(found - f.klasorler.begin()));
-    f.lblKlasor.setCaption("Klasör: " + folder);
+void choosePlace(FrmYedek& f, int row) {
+    if (f.lstYer.listIndex() != row) f.lstYer.setListIndex(row);
+    f.lblKlasor.setCaption(row < 0 ? "" : "Klasör: " + f.klasorler[static_cast<std::size_t>(row)]);
 }
 
 // Where the last backup went, as long as it can be reached, else the usual folder.
@@ -55,13 +56,13 @@ void fillPlaces(FrmYedek& f) {
             addPlace(f, "Takılı disk: " + medium.name, backup::folderOn(medium.folder));
     const auto last = backup::findLastBackup(booksOf(f), usual);
     f.lblSonYedek.setCaption(backup::ageText(last, f.session.desktop.clock.now()));
-    choosePlace(f, usual);
+    choosePlace(f, 0);
     if (!last) return;
     const std::string before = fs::path(last->file).parent_path().string();
     std::error_code unreachable;
     if (!fs::is_directory(before, unreachable)) return;
     addPlace(f, fs::path(before).filename().string(), before);
-    choosePlace(f, before);
+    choosePlace(f, placeOf(f, before));
 }
 
 void cmdBaskaKlasor_Click(FrmYedek& f) {
@@ -73,7 +74,7 @@ void cmdBaskaKlasor_Click(FrmYedek& f) {
     if (!fs::is_directory(*folder, failed))
         return f.session.desktop.dialogs.tell("Böyle bir klasör yok: " + *folder, Icon::Exclamation);
     addPlace(f, fs::path(*folder).filename().string(), *folder);
-    choosePlace(f, *folder);
+    choosePlace(f, placeOf(f, *folder));
     f.cmdYedekAl.setFocus();
 }
 
@@ -143,10 +144,7 @@ FrmYedek::FrmYedek(Forms& itsForms, Session& itsSession)
     onKeyPress = [this](KeyPress& press) {
         if (press.character == static_cast<char32_t>(Key::Escape)) forms().unload(*this);
     };
-    lstYer.onClick = [this] {
-        if (lstYer.listIndex() >= 0)
-            choosePlace(*this, klasorler[static_cast<std::size_t>(lstYer.listIndex())]);
-    };
+    lstYer.onClick = [this] { choosePlace(*this, lstYer.listIndex()); };
     lstYer.onDblClick = [this] { cmdYedekAl_Click(*this); };
     lstYer.onKeyDown = [this](KeyEvent& event) {
         if (event.key == Key::Enter) cmdYedekAl_Click(*this);

@@ -1,5 +1,7 @@
 #include "ui/windowdesktop.h"
 
+#include <filesystem>
+
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QStorageInfo>
@@ -39,6 +41,16 @@ std::vector<Medium> MountedMedia::pluggedIn() {
         media.push_back({name.toStdString(), folder.toStdString()});
     }
     return media;
+}
+
+std::optional<std::uintmax_t> MountedMedia::freeRoom(const std::string& folder) {
+    std::filesystem::path there = std::filesystem::absolute(folder);
+    std::error_code unreachable;
+    while (!std::filesystem::exists(there, unreachable) && there.has_relative_path())
+        there = there.parent_path();
+    const std::filesystem::space_info room = std::filesystem::space(there, unreachable);
+    if (unreachable) return std::nullopt;
+    return room.available;
 }
 
 } // namespace veldona

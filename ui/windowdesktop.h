@@ -37,6 +37,7 @@ public:
 class MountedMedia : public Media {
 public:
     [[nodiscard]] std::vector<Medium> pluggedIn() override;
+    [[nodiscard]] std::optional<std::uintmax_t> freeRoom(const std::string& folder) override;
 };
 
 } // namespace veldona

@@ -47,8 +47,11 @@ template <class Act> bool BackupMenu::attemptReported(Act act, const char* kept)
 // The usual one, the one that the last backup went to, and those of the disks that are plugged in.
 std::set<std::string> BackupMenu::folders() const {
     std::set<std::string> all = {folder_};
-    if (const auto last = backup::findLastBackup(books_, folder_))
-        all.insert(fs::path(last->file).parent_path().string());
+    if (const auto last = backup::findLastBackup(books_, folder_)) {
+        const fs::path folder = fs::path(last->file).parent_path();
+        std::error_code unreachable;
+        if (!fs::equivalent(folder, folder_, unreachable)) all.insert(folder.string());
+    }
     if (media_ != nullptr)
         for (const Medium& medium : media_->pluggedIn())
             all.insert(backup::folderOn(medium.folder));

@@ -140,7 +140,16 @@ private:
     struct DesktopOf {
         DesktopOf(const std::string& root, WindowHost& windows, Clock& clock)
             : dialogs(windows),
-              desktop{clock, dialogs, pump, opener, Paths(root), {}, DataSources(root + "/ODBC.INI")} {}
+              desktop{clock,   dialogs, pump,  opener, Paths(root), {}, DataSources(root + "/ODBC.INI"),
+                      nullptr, nullptr, &media} {}
+        // A disk that is plugged in, and room that is the same wherever the pictures are taken.
+        class Plugged : public Media {
+        public:
+            std::vector<Medium> pluggedIn() override { return {{"USB DİSK", "/media/kasa/USB DİSK"}}; }
+            std::optional<std::uintmax_t> freeRoom(const std::string& folder) override {
+                return folder.starts_with("/media") ? 14'600'000'000 : 212'400'000'000;
+            }
+        };
         class Shut : public Opener {
         public:
             bool open(const std::string&) override { return false; }
@@ -148,6 +157,7 @@ private:
         WindowDialogs dialogs;
         EventPump pump;
         Shut opener;
+        Plugged media;
         Desktop desktop;
     };
 
