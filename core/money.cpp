@@ -2,7 +2,6 @@
 
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
-#include "platform/runtime/storedamount.h"
 
 namespace veldona {
 
@@ -17,24 +16,30 @@ constexpr const char* kWholeMask = "###,###,###";
 
 } // namespace
 
-std::string ParaYaz(const Session& session, const Value& value, const std::string& ifade, ParaKipi kip) {
-    if (kip == ParaKipi::Ifade) return session.gParaBirimi == 1 ? "(" + ifade + " / 1000000)" : ifade;
-    if (value.isNull()) return {};
-    if (session.gParaBirimi != 1) return format(value, kWholeMask);
-    return format(StoredAmount::ofColumn(value).lira(), mask(session));
+std::optional<StoredAmount> storedIn(const Value& column) {
+    if (column.isNull()) return std::nullopt;
+    return StoredAmount::ofColumn(column);
 }
 
-std::string ParaOku(const Session& session, const Value& value, const std::string&, ParaKipi kip) {
+std::string ParaYaz(const Session& session, const std::optional<StoredAmount>& stored,
+                    const std::string& ifade, ParaKipi kip) {
+    if (kip == ParaKipi::Ifade) return session.gParaBirimi == 1 ? "(" + ifade + " / 1000000)" : ifade;
+    if (!stored) return {};
+    if (session.gParaBirimi != 1) return format(stored->column(), kWholeMask);
+    return format(stored->lira(), mask(session));
+}
+
+StoredText ParaOku(const Session& session, const Value& value, const std::string&, ParaKipi kip) {
     Value amount = value;
     if (session.gParaBirimi == 1) {
         const bool empty = amount.isText() && amount.get<std::string>().empty();
         amount = empty ? 0.0 : StoredAmount::ofLira(toDouble(amount)).column();
     }
-    if (kip == ParaKipi::Ifade) return toText(amount);
-    return format(amount, session.gParaBirimi == 1 ? mask(session) : kWholeMask);
+    if (kip == ParaKipi::Ifade) return StoredText(toText(amount));
+    return StoredText(format(amount, session.gParaBirimi == 1 ? mask(session) : kWholeMask));
 }
 
-std::string ParaGoster(const Session& session, const Value& stored) {
+std::string ParaGoster(const Session& session, const std::optional<StoredAmount>& stored) {
     return ParaYaz(session, stored, {}, ParaKipi::Deger);
 }
 

@@ -1,30 +1,49 @@
 // What an amount and a date look like in the books, on the screen and in a statement.
 //
-// Stored: the shown amount times 1,000,000. Shown: text under "#,##0.00". Worked with: Currency, which sums
+// Stored: StoredAmount. Shown: text under "#,##0.00". Worked with: Currency, which sums
 // the shown texts, so that each addend is already rounded to two places. A date in a statement is month, day,
 // year.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "core/session.h"
+#include "platform/runtime/storedamount.h"
 #include "platform/runtime/value.h"
 
 namespace veldona {
 
 inline constexpr const char* kParaMaskesi = "#,##0.00"; // of every shown amount
 
+// A stored amount on its way into a column, as the text that the statement builder takes. It is a value of a
+// column, and no text that a screen could show.
+class StoredText {
+public:
+    explicit StoredText(std::string text) : text_(std::move(text)) {}
+    [[nodiscard]] const std::string& inStatement() const { return text_; }
+    operator Value() const { return text_; }
+
+private:
+    std::string text_;
+};
+
 enum class ParaKipi { Deger = 1, Ifade = 2 };
 
-// Stored amount → shown text (Deger; Null gives ""), or the fragment that divides `ifade` in a query (Ifade).
-[[nodiscard]] std::string ParaYaz(const Session& session, const Value& value, const std::string& ifade,
-                                  ParaKipi kip);
+// What a column holds; nothing for Null. Error 13 for what does not read.
+[[nodiscard]] std::optional<StoredAmount> storedIn(const Value& column);
+
+// Stored amount → shown text (Deger; nothing gives ""), or the fragment that divides `ifade` in a query
+// (Ifade).
+[[nodiscard]] std::string ParaYaz(const Session& session, const std::optional<StoredAmount>& stored,
+                                  const std::string& ifade, ParaKipi kip);
 // Shown amount → stored amount as formatted text (Deger), or as plain number text (Ifade). "" counts as 0;
 // error 13 for what does not read.
-[[nodiscard]] std::string ParaOku(const Session& session, const Value& value, const std::string& ifade,
-                                  ParaKipi kip);
+[[nodiscard]] StoredText ParaOku(const Session& session, const Value& value, const std::string& ifade,
+                                 ParaKipi kip);
 // ParaYaz of an amount.
-[[nodiscard]] std::string ParaGoster(const Session& session, const Value& stored);
+[[nodiscard]] std::string ParaGoster(const Session& session, const std::optional<StoredAmount>& stored);
 
 [[nodiscard]] Value BosIseNull(const std::string& text);
 // "NULL" for Null and for 0 or less, else the whole number.

@@ -52,8 +52,8 @@ void BAKIYE_HESAPLA(FrmMainVeldona& f, const Value& indirim) {
         [&] { paid = toCurrency(f.Label8.caption()); }, [&] { showFormatted(f.Label8); },
         // Stored, then shown, then read back: the discount is rounded to two places.
         [&] {
-            const Value stored = isEmptyAmount(indirim) ? Value(Currency{}) : Value(toCurrency(indirim));
-            discount = toCurrency(ParaGoster(f.session, stored));
+            const Currency column = isEmptyAmount(indirim) ? Currency{} : toCurrency(indirim);
+            discount = toCurrency(ParaGoster(f.session, StoredAmount::ofColumn(column.toDouble())));
         },
         [&] { f.Label11.setCaption(toText(due - discount)); }, [&] { showFormatted(f.Label11); },
         [&] { f.Label9.setCaption(toText(toCurrency(f.Label11.caption()) - paid)); },
@@ -126,7 +126,8 @@ bool TaksitKontrol(FrmMainVeldona& f) {
     f.lblIndirim.setCaption("0");
     if (found && !isEmptyAmount(indirim))
         attempt(passedOver, [&] {
-            f.lblIndirim.setCaption(toText(roundHalfEven(toDouble(ParaGoster(f.session, indirim)), 2)));
+            f.lblIndirim.setCaption(
+                toText(roundHalfEven(toDouble(ParaGoster(f.session, storedIn(indirim))), 2)));
         });
     attempt(passedOver, [&] {
         if (f.Label11.caption().empty() || !f.bTaksitKontrol || toCurrency(f.Label11.caption()) == sum)

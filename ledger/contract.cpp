@@ -21,7 +21,7 @@ struct SozlesmeTutarlari {
 };
 
 Currency shown(const FrmMainVeldona& f, const Value& stored) {
-    return stored.isNull() ? Currency{} : toCurrency(ParaGoster(f.session, stored));
+    return stored.isNull() ? Currency{} : toCurrency(ParaGoster(f.session, storedIn(stored)));
 }
 
 Currency discountOnShow(const FrmMainVeldona& f) {

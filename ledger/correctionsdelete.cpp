@@ -68,7 +68,7 @@ std::optional<std::int32_t> idOf(Err& err, const ListBox& ids, int row) {
 // What is owed for the lines that are left, in the stored form.
 std::string debtLeft(const FrmMainVeldona& f) {
     const Currency debt = sumOf(f.List6) - amountOrZero(f.lblIndirim.caption());
-    return ParaOku(f.session, debt, {}, ParaKipi::Ifade);
+    return ParaOku(f.session, debt, {}, ParaKipi::Ifade).inStatement();
 }
 
 } // namespace

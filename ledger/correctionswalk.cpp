@@ -43,7 +43,7 @@ std::function<bool(const Value&)> onDay(std::string day) {
 }
 
 Currency shownAmount(const Session& session, const Value& stored) {
-    return amountOrZero(ParaGoster(session, stored));
+    return amountOrZero(ParaGoster(session, storedIn(stored)));
 }
 
 Currency amountOrZero(const std::string& text) {

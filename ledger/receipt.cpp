@@ -53,7 +53,7 @@ Currency sumUntil(FrmMainVeldona& f, const std::string& select, DateTime day) {
     KayitSetiAc(f.session, rs,
                 select + f.Text5.text() + " AND ODTRH <= #" + toText(day) + kGunSonu + "# GROUP BY ISLEMNO",
                 adodb::CursorLocation::Client);
-    return rs->eof() ? Currency{} : toCurrency(ParaGoster(f.session, rs->value(0)));
+    return rs->eof() ? Currency{} : toCurrency(ParaGoster(f.session, storedIn(rs->value(0))));
 }
 
 void MAKBUZ_GENEL_YAZ(FrmMainVeldona& f, const TarafMetinleri& taraf, Currency total, Currency paid) {

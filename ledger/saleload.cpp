@@ -46,7 +46,7 @@ void fillSchedule(FrmMainVeldona& f, const std::string& islemno, Yol yol) {
         if (!isOfSale(f, *f.rsSatis, islemno) || isPassedOver(*f.rsSatis, yol, true)) continue;
         f.L4.add(format(f.rsSatis->value("ODTRH"), kListDate));
         f.lstYapilacakOdmID.add(joinText(f.rsSatis->value("ID")));
-        f.L5.add(ParaGoster(f.session, f.rsSatis->value("ODMIKTAR")));
+        f.L5.add(ParaGoster(f.session, storedIn(f.rsSatis->value("ODMIKTAR"))));
     }
 }
 
@@ -58,7 +58,7 @@ void fillPayments(FrmMainVeldona& f, const std::string& islemno, Yol yol) {
         if (!isOfSale(f, *f.rsOdenen, islemno) || isPassedOver(*f.rsOdenen, yol, false)) continue;
         f.L1.add(format(f.rsOdenen->value("ODTRH"), kListDate));
         f.lstOdemeTip.add("T");
-        f.L2.add(ParaGoster(f.session, f.rsOdenen->value("ODMIKTAR")));
+        f.L2.add(ParaGoster(f.session, storedIn(f.rsOdenen->value("ODMIKTAR"))));
     }
 }
 
@@ -67,11 +67,12 @@ void addLine(FrmMainVeldona& f, dao::Recordset& rs) {
     f.lstID.add(joinText(rs.value("ID")));
     f.List1.add(joinText(rs.value("URKOD")));
     f.List5.add(joinText(rs.value("ADET")));
-    f.List3.add(ParaGoster(f.session, rs.value("FIYAT")));
+    f.List3.add(ParaGoster(f.session, storedIn(rs.value("FIYAT"))));
     f.List4.add(joinText(rs.value("TRH")));
     // On the stored value, so that the total is rounded once.
     attempt(passedOver, [&] {
-        f.List6.add(ParaGoster(f.session, toDouble(rs.value("ADET")) * toDouble(rs.value("FIYAT"))));
+        f.List6.add(
+            ParaGoster(f.session, toDouble(rs.value("ADET")) * StoredAmount::ofColumn(rs.value("FIYAT"))));
     });
     f.List7.add(joinText(rs.value("ACIKLAMA")));
 }

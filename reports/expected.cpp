@@ -17,12 +17,12 @@ std::string donemKosulu(const TarihAraligi& aralik) {
 // `planlanan` up to the end, `odenen` up to the end, `donem` in the period, or nothing where no row falls
 // in it. What such a sale gets is of no account: its last date lies before the period, so the paper leaves it
 // out.
-double beklenen(double planlanan, double odenen, std::optional<double> donem) {
-    double kalan = planlanan - odenen;
+StoredAmount beklenen(StoredAmount planlanan, StoredAmount odenen, std::optional<StoredAmount> donem) {
+    StoredAmount kalan = planlanan - odenen;
     if (donem)
         kalan = *donem;
     else
-        odenen = 0;
+        odenen = {};
     return planlanan - odenen <= kalan ? planlanan - odenen : kalan;
 }
 
@@ -38,7 +38,7 @@ bool hesapla(RaporEkrani& f, const TarihAraligi& aralik, GecikmeDizisi& dizi) {
     for (; !rs->eof(); rs->moveNext()) {
         GecikmeKaydi kayit;
         GrubuAl(*rs, kayit);
-        const double odenen = odenenler.bul(session, kayit.MUSTNO, kayit.ISLEMNO).value_or(0);
+        const auto odenen = odenenler.bul(session, kayit.MUSTNO, kayit.ISLEMNO).value_or(StoredAmount{});
         kayit.KALAN =
             beklenen(TamTutar(rs->value(2)), odenen, donemler.bul(session, kayit.MUSTNO, kayit.ISLEMNO));
         dizi.uzat() = std::move(kayit);

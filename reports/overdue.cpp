@@ -78,8 +78,10 @@ bool hesapla(RaporEkrani& f, const TarihAraligi& aralik, GecikmeDizisi& dizi) {
         GecikmeKaydi kayit;
         GrubuAl(*rs, kayit);
         const Currency cek = cekToplami(session, cekler, kayit.MUSTNO, dizi);
-        const double odenen = odenenler.bul(session, kayit.MUSTNO, kayit.ISLEMNO).value_or(0);
-        kayit.KALAN = (Currency::ofDouble(TamTutar(rs->value(2)) - odenen) - cek).toDouble();
+        const auto odenen = odenenler.bul(session, kayit.MUSTNO, kayit.ISLEMNO).value_or(StoredAmount{});
+        // The stored amount counts as one of lira here, and so do the cheques: both on purpose.
+        const Currency fark = Currency::ofDouble((TamTutar(rs->value(2)) - odenen).column());
+        kayit.KALAN = StoredAmount::ofColumn((fark - cek).toDouble());
         dizi.uzat() = std::move(kayit);
         dizi.ilerle();
     }

@@ -62,7 +62,7 @@ bool satirYaz(Session& session, KayitYapisi& rec, const GecikmeKaydi& kayit) {
     rec.Deger[1] = kayit.AD + "    " + kayit.SOYAD;
     rec.Deger[2] = std::to_string(kayit.ISLEMNO);
     rec.Deger[3] = toText(kayit.ODTRH);
-    rec.Deger[4] = toText(kayit.KALAN);
+    rec.Deger[4] = toText(kayit.KALAN.column());
     rec.Deger[5] = toText(kayit.MIN_ODTRH);
     return KayitYaz(session, rec);
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/runtime/datetime.h"
+#include "platform/runtime/storedamount.h"
 #include "platform/store/faces/adodb.h"
 #include "reports/receivablesscreen.h"
 
@@ -29,7 +30,7 @@ struct GecikmeKaydi {
     std::int16_t ISLEMNO = 0;
     DateTime ODTRH;     // the latest due date counted
     DateTime MIN_ODTRH; // the earliest
-    double KALAN = 0;   // in stored units
+    StoredAmount KALAN;
 };
 
 // One element a sale, counted in 16 bits. An element that is passed over stays empty.

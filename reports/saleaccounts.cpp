@@ -23,7 +23,7 @@ void oku(Session& session, std::string_view tablo, std::int32_t ilk, std::int32_
         const Value& date = rs->at(i, 1);
         const Value& amount = rs->at(i, 2);
         rows.push_back({toLong(rs->at(i, 0)), date.isNull() ? std::nullopt : std::optional(toDate(date)),
-                        amount.isNull() ? 0 : toDouble(amount)});
+                        amount.isNull() ? StoredAmount{} : StoredAmount::ofColumn(amount)});
     }
 }
 

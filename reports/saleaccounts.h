@@ -12,13 +12,14 @@
 #include <vector>
 
 #include "core/session.h"
+#include "platform/runtime/storedamount.h"
 
 namespace veldona {
 
 struct Hareket {
     std::int32_t ISLEMNO;
     std::optional<DateTime> ODTRH;
-    double ODMIKTAR; // as stored; 0 where the books have none
+    StoredAmount ODMIKTAR; // 0 where the books have none
 };
 
 class SatisHareketleri {

@@ -29,8 +29,8 @@ bool SatisToplamlari::oku(Session& session, SatisSorgusu sorgu) {
     return true;
 }
 
-std::optional<double> SatisToplamlari::bul(Session& session, const std::string& mustno,
-                                           std::int16_t islemno) const {
+std::optional<StoredAmount> SatisToplamlari::bul(Session& session, const std::string& mustno,
+                                                 std::int16_t islemno) const {
     const auto satis = satislar_.find(islemno);
     if (satis == satislar_.end()) return std::nullopt;
     for (const Toplam& toplam : satis->second)
@@ -43,8 +43,8 @@ std::optional<double> SatisToplamlari::bul(Session& session, const std::string& 
     return TamTutar(rs->value(2));
 }
 
-double TamTutar(const Value& tutar) {
-    return roundHalfEven(toDouble(tutar));
+StoredAmount TamTutar(const Value& tutar) {
+    return StoredAmount::ofColumn(tutar).rounded();
 }
 
 } // namespace veldona

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/session.h"
+#include "platform/runtime/storedamount.h"
 
 namespace veldona {
 
@@ -25,8 +26,8 @@ public:
     // False where the query fails; the operator has been told.
     [[nodiscard]] bool oku(Session& session, SatisSorgusu sorgu);
     // ODMIKTAR of the sale's rows, rounded to whole stored units; nothing where it has no row.
-    [[nodiscard]] std::optional<double> bul(Session& session, const std::string& mustno,
-                                            std::int16_t islemno) const;
+    [[nodiscard]] std::optional<StoredAmount> bul(Session& session, const std::string& mustno,
+                                                  std::int16_t islemno) const;
 
 private:
     struct Toplam {
@@ -38,6 +39,6 @@ private:
 };
 
 // A stored sum in whole units, ties to the even number; error 94 for a sum of nothing but Null.
-[[nodiscard]] double TamTutar(const Value& tutar);
+[[nodiscard]] StoredAmount TamTutar(const Value& tutar);
 
 } // namespace veldona

@@ -26,7 +26,7 @@ constexpr int kBosKutuluSatis = 369; // shows an empty box; the shop knows why
 
 struct Satis {
     std::int32_t ISLEMNO;
-    double TOPBORC;
+    StoredAmount TOPBORC;
 };
 
 struct Musteri {
@@ -37,11 +37,11 @@ std::vector<Satis> satislariOku(Session& session) {
     dao::Database db = session.dbEngine.openDatabase(session.gVeritabaniYolu, session.connectText());
     dao::Recordset rs = db.openRecordset("SELECT  ISLEMNO,TOPBORC From ISLEMNOTABLO  ");
     std::vector<Satis> satislar;
-    std::map<std::int32_t, double> ilkBorc; // a number that stands twice has the debt of its first row
+    std::map<std::int32_t, StoredAmount> ilkBorc; // a number that stands twice has the debt of its first row
     for (; !rs.eof(); rs.moveNext()) {
         const Value borc = rs.value("TOPBORC");
         const std::int32_t no = toLong(rs.value("ISLEMNO"));
-        const auto debt = ilkBorc.try_emplace(no, borc.isNull() ? 0 : toDouble(borc)).first;
+        const auto debt = ilkBorc.try_emplace(no, storedIn(borc).value_or(StoredAmount{})).first;
         satislar.push_back({no, debt->second});
     }
     return satislar;
@@ -113,8 +113,8 @@ void ExcelListesi::satirYaz(const Musteri& musteri, std::int32_t islemNo, const 
     tablo_.write(satir, 2, musteri.SOYAD);
     tablo_.write(satir, 3, islemNo);
     tablo_.write(satir, 4, ay.ODTRH);
-    tablo_.write(satir, 5, ay.kalan);
-    ToplamKalan = static_cast<float>(static_cast<double>(ToplamKalan) + ay.kalan);
+    tablo_.write(satir, 5, ay.kalan.column());
+    ToplamKalan = static_cast<float>(static_cast<double>(ToplamKalan) + ay.kalan.column());
     SatirNo = toInteger(SatirNo + 1);
 }
 

@@ -13,19 +13,20 @@ namespace {
 using Hareketler = std::span<const Hareket>;
 
 // Sums of fractions leave a residue in the last bits, which is no money.
-double net(double sum) {
+StoredAmount net(StoredAmount sum) {
     constexpr int decimals = 4;
-    return sum == std::nearbyint(sum) ? sum : roundHalfEven(sum, decimals);
+    const double column = sum.column();
+    return column == std::nearbyint(column) ? sum : StoredAmount::ofColumn(roundHalfEven(column, decimals));
 }
 
-template <class Test> double topla(Hareketler rows, const Test& test) {
-    double sum = 0;
+template <class Test> StoredAmount topla(Hareketler rows, const Test& test) {
+    StoredAmount sum;
     for (const Hareket& row : rows)
         if (row.ODTRH && test(*row.ODTRH)) sum += row.ODMIKTAR;
     return net(sum);
 }
 
-double tariheKadar(Hareketler rows, DateTime son) {
+StoredAmount tariheKadar(Hareketler rows, DateTime son) {
     return topla(rows, [&](DateTime date) { return date <= son; });
 }
 
@@ -59,11 +60,11 @@ struct Uclar {
 
 } // namespace
 
-bool tamamenOdenmis(double topBorc, std::span<const Hareket> odenen) {
-    double sum = 0;
+bool tamamenOdenmis(StoredAmount topBorc, std::span<const Hareket> odenen) {
+    StoredAmount sum;
     for (const Hareket& row : odenen)
         sum += row.ODMIKTAR;
-    return roundHalfEven(topBorc) == roundHalfEven(sum);
+    return topBorc.rounded() == sum.rounded();
 }
 
 std::vector<AcikAy> acikAylar(std::span<const Hareket> taksit, std::span<const Hareket> odenen) {
@@ -75,12 +76,12 @@ std::vector<AcikAy> acikAylar(std::span<const Hareket> taksit, std::span<const H
     const int aySayisi = toByte(monthsBetween(*uclar.ilk, *uclar.son));
     DateTime tarih = *uclar.ilk;
     for (int i = 0; i <= aySayisi; ++i, tarih = addMonths(tarih, 1)) {
-        const double borc = tariheKadar(taksit, tarih), odeme = tariheKadar(odenen, tarih);
+        const StoredAmount borc = tariheKadar(taksit, tarih), odeme = tariheKadar(odenen, tarih);
         if (borc == odeme) break;
         if (odeme > borc) continue;
         const Pencere ay = ayi(tarih);
         const auto icinde = [&](DateTime date) { return ay.holds(date); };
-        const double ayinBorcu = topla(taksit, icinde), ayinOdemesi = topla(odenen, icinde);
+        const StoredAmount ayinBorcu = topla(taksit, icinde), ayinOdemesi = topla(odenen, icinde);
         if (ayinBorcu == ayinOdemesi) continue;
         const Hareket* ilk = ilki(taksit, ay);
         if (!ilk) ilk = ilki(odenen, ay);

@@ -12,12 +12,12 @@
 namespace veldona {
 
 struct AcikAy {
-    DateTime ODTRH; // of the month's first schedule row, else of its first payment
-    double kalan;   // due less paid in that month, as stored; negative where more was paid
+    DateTime ODTRH;     // of the month's first schedule row, else of its first payment
+    StoredAmount kalan; // due less paid in that month; negative where more was paid
 };
 
 // True where debt and payments are the same number of whole stored units.
-[[nodiscard]] bool tamamenOdenmis(double topBorc, std::span<const Hareket> odenen);
+[[nodiscard]] bool tamamenOdenmis(StoredAmount topBorc, std::span<const Hareket> odenen);
 
 // Error 6 where the dates lie more than 255 months apart.
 [[nodiscard]] std::vector<AcikAy> acikAylar(std::span<const Hareket> taksit, std::span<const Hareket> odenen);

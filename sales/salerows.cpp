@@ -12,7 +12,7 @@ namespace {
 constexpr const char* kTekUrun = "1"; // the one product that a sale sells
 constexpr int kYok = -1;
 
-std::string scaled(const FrmSatis& f, const Value& tutar) {
+StoredText scaled(const FrmSatis& f, const Value& tutar) {
     return ParaOku(f.session, tutar, {}, ParaKipi::Deger);
 }
 
@@ -109,7 +109,7 @@ bool SatisSatiriEkle(FrmSatis& f) {
     rec.ekle("URKOD", kTekUrun);
     rec.ekle("ADET", 1);
     rec.ekle("TRH", VarsayilanDeger(f, SatisAlani::Trh));
-    rec.ekle("FIYAT", toplam.empty() ? "NULL" : scaled(f, toplam));
+    rec.ekle("FIYAT", toplam.empty() ? Value("NULL") : Value(scaled(f, toplam)));
     rec.ekle("ACIKLAMA", trim(f.txtAciklama.text()));
     rec.ekle("KDV", 0);
     rec.ekle("KDV_DAHIL_HARIC", 1);

@@ -144,8 +144,8 @@ void storedHolds(Currency money) {
     constexpr std::int64_t kShops = 1'000'000'000LL * 10'000; // as far as a stored amount keeps its kuruş
     if (std::llabs(money.tenThousandths()) > kShops) return;
     const std::string shown = format(money, kParaMaskesi);
-    const std::string stored = ParaOku(session, shown, {}, ParaKipi::Deger);
-    requireEqual(ParaYaz(session, stored, {}, ParaKipi::Deger), shown, "stored as " + stored);
+    const StoredText stored = ParaOku(session, shown, {}, ParaKipi::Deger);
+    requireEqual(ParaGoster(session, storedIn(stored)), shown, "stored as " + stored.inStatement());
 }
 
 } // namespace

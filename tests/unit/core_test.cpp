@@ -162,14 +162,14 @@ TEST_F(Core, TextsOfALayoutShowTheColumnsThatTheirNamesSay) {
 }
 
 TEST_F(Core, MoneyIsStoredTimesAMillion) {
-    EXPECT_EQ(ParaGoster(session, 12500000.0), "12,50");
-    EXPECT_EQ(ParaGoster(session, -1234567890.0), "-1.234,57");
-    EXPECT_EQ(ParaGoster(session, Null{}), "");
-    EXPECT_EQ(ParaYaz(session, 0, "ODMIKTAR", ParaKipi::Ifade), "(ODMIKTAR / 1000000)");
-    EXPECT_EQ(ParaOku(session, "1234,50", "", ParaKipi::Deger), "1.234.500.000,00");
-    EXPECT_EQ(ParaOku(session, "", "", ParaKipi::Deger), "0,00");
-    EXPECT_EQ(ParaOku(session, "12,3456789", "", ParaKipi::Deger), "12.345.678,90");
-    EXPECT_EQ(ParaOku(session, "1234,5", "", ParaKipi::Ifade), "1234500000");
+    EXPECT_EQ(ParaGoster(session, StoredAmount::ofColumn(12500000.0)), "12,50");
+    EXPECT_EQ(ParaGoster(session, StoredAmount::ofColumn(-1234567890.0)), "-1.234,57");
+    EXPECT_EQ(ParaGoster(session, storedIn(Null{})), "");
+    EXPECT_EQ(ParaYaz(session, {}, "ODMIKTAR", ParaKipi::Ifade), "(ODMIKTAR / 1000000)");
+    EXPECT_EQ(ParaOku(session, "1234,50", "", ParaKipi::Deger).inStatement(), "1.234.500.000,00");
+    EXPECT_EQ(ParaOku(session, "", "", ParaKipi::Deger).inStatement(), "0,00");
+    EXPECT_EQ(ParaOku(session, "12,3456789", "", ParaKipi::Deger).inStatement(), "12.345.678,90");
+    EXPECT_EQ(ParaOku(session, "1234,5", "", ParaKipi::Ifade).inStatement(), "1234500000");
     EXPECT_THROW(static_cast<void>(ParaOku(session, "abc", "", ParaKipi::Deger)), RuntimeError);
     EXPECT_EQ(SifirIseNull(0), Value("NULL"));
     EXPECT_EQ(SifirIseNull(Null{}), Value("NULL"));
