@@ -2,6 +2,7 @@
 
 #include "customers/customercard.h"
 #include "customers/customerfinder.h"
+#include "daybook/bugun.h"
 #include "daybook/charts.h"
 #include "ledger/mainscreen.h"
 #include "maintenance/backupscreen.h"
@@ -26,6 +27,9 @@ void registerScreens(Forms& forms, Session& session) {
     forms.add("rprodemesigecen", [&session](Forms& f) { return makeRprOdemesiGecen(f, session); });
     forms.add("rprbeklenentahsilat", [&session](Forms& f) { return makeRprBeklenenTahsilat(f, session); });
     forms.add("rptGelirGider", [&session](Forms& f) { return makeRptGelirGider(f, session); });
+    forms.add("frmBugun", [&session, memory = std::make_shared<CallListMemory>()](Forms& f) {
+        return makeFrmBugun(f, session, memory);
+    });
     forms.add("frmGrafik", [&session](Forms& f) { return makeFrmGrafik(f, session); });
     forms.add("taksitodduzelt", [&session](Forms& f) { return makeTaksitOdDuzelt(f, session); });
     forms.add("taksitmustduzelt", [&session](Forms& f) { return makeTaksitMustDuzelt(f, session); });

@@ -165,6 +165,7 @@ struct FrmMainVeldona : Form {
 
     // Menu bar
     Menu mnuGun{*this, "mnuGun", "&Gün"}; // what the day's work looks at
+    MenuItem mnuBugun{mnuGun, "mnuBugun", "&Bugün", "F8"};
     MenuItem mnuEkstre{mnuGun, "mnuEkstre", "&Ekstre", "F7"};
     MenuItem mnuEkstreNotlu{mnuGun, "mnuEkstreNotlu", "Ekstre, Görüşme &Notlarıyla"};
     MenuItem mnuGrafik{mnuGun, "mnuGrafik", "Gra&fikler"};

@@ -37,6 +37,7 @@ Shop makeShop(const ShopPlan& plan) {
     addSales(shop, plan);
     addPayments(shop, plan);
     addDesk(shop, plan);
+    addCalls(shop, plan);
     return shop;
 }
 

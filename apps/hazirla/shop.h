@@ -101,6 +101,14 @@ struct CashMovement {
     int cashBox = 1;
 };
 
+struct Call {
+    std::int32_t customer = 0; // index into Shop::customers
+    DateTime at;
+    const char* said = "";
+    Value promisedDay;
+    Kurus promised = 0;
+};
+
 struct Shop {
     std::vector<Customer> customers; // the system accounts first
     std::vector<Sale> sales;         // in the order of their times and numbers
@@ -110,6 +118,7 @@ struct Shop {
     std::vector<const char*> cashBoxes; // the delivered one first
     std::vector<Cheque> cheques;
     std::vector<CashMovement> cashMovements;
+    std::vector<Call> calls; // in the order of their times
 };
 
 [[nodiscard]] Shop makeShop(const ShopPlan& plan);
@@ -122,6 +131,7 @@ struct Shop {
 void addCustomers(Shop& shop, const ShopPlan& plan);
 void addSales(Shop& shop, const ShopPlan& plan);
 void addPayments(Shop& shop, const ShopPlan& plan);
+void addCalls(Shop& shop, const ShopPlan& plan);
 
 // A day on which the shop is open: a Sunday moves on to the Monday.
 [[nodiscard]] DateTime openDay(DateTime day);

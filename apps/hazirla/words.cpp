@@ -71,6 +71,20 @@ std::span<const char* const> warnings() {
     return all;
 }
 
+std::span<const char* const> answers() {
+    static constexpr const char* all[] = {
+        "Maaşını alınca uğrayacak.",
+        "Eşi açtı, akşam aranacak.",
+        "Bir taksidi bu hafta, kalanı ay sonunda ödeyecek.",
+        "Numara kullanılmıyor, iş yerinden ulaşılacak.",
+        "Hasat parasını bekliyor.",
+        "Ödediğini söylüyor, makbuzu getirecek.",
+        "Telefonu açmadı, mesaj bırakıldı.",
+        "Havale yapacak.",
+    };
+    return all;
+}
+
 std::span<const Product> products() {
     static constexpr Product all[] = {
         {"BZ01", "Buzdolabı", 700, 1800},

@@ -24,6 +24,7 @@ struct Product {
 [[nodiscard]] std::span<const char* const> quarters();
 [[nodiscard]] std::span<const char* const> streets();
 [[nodiscard]] std::span<const char* const> warnings();
+[[nodiscard]] std::span<const char* const> answers(); // on the telephone
 [[nodiscard]] std::span<const Product> products();
 
 } // namespace veldona::hazirla

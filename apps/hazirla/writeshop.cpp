@@ -144,6 +144,15 @@ void writeDesk(BulkLoad& load, const Shop& shop) {
     }
 }
 
+void writeCalls(BulkLoad& load, const Shop& shop) {
+    BulkLoad::Rows rows = load.into(table("ARAMA_NOTU"), {"MUSTNO", "TRH", "ACIKLAMA", "SOZ_TRH", "SOZ_TUTAR",
+                                                          "KONTROL_KIM", "KONTROL_NE_ZAMAN"});
+    for (const Call& call : shop.calls) {
+        rows.add({shop.customers[static_cast<std::size_t>(call.customer)].number, call.at, call.said,
+                  call.promisedDay, call.promised == 0 ? Value() : stored(call.promised), kNobody, call.at});
+    }
+}
+
 void describeFirstRows(const std::string& file, const StockItem& saleProduct) {
     const std::string sold = std::to_string(saleProduct.sold);
     runStatements(file, {"UPDATE FIRMABILGISI SET DEGER='1', GIRIS='Örnek Mobilya', "
@@ -168,6 +177,7 @@ void writeShop(const std::string& file, const Shop& shop) {
     writeSchedule(load, shop);
     writePayments(load, shop);
     writeDesk(load, shop);
+    writeCalls(load, shop);
     load.finish();
 }
 

@@ -51,11 +51,11 @@ std::string pictureName(const std::string& what) {
     return "pencere-" + std::to_string(screen.width()) + '-' + what;
 }
 
-constexpr const char* kScreens[] = {
-    "frmMainVeldona", "frmAntetBilgisi",  "frmCariEkle",         "frmCarihesapSec",
-    "frmCrNesne",     "frmSatis",         "rprbeklenentahsilat", "rprodemesigecen",
-    "rptGelirGider",  "taksitmustduzelt", "taksitodduzelt",      "frmYedek",
-    "frmGrafik"};
+constexpr const char* kScreens[] = {"frmMainVeldona",      "frmAntetBilgisi", "frmCariEkle",
+                                    "frmCarihesapSec",     "frmCrNesne",      "frmSatis",
+                                    "rprbeklenentahsilat", "rprodemesigecen", "rptGelirGider",
+                                    "taksitmustduzelt",    "taksitodduzelt",  "frmYedek",
+                                    "frmGrafik",           "frmBugun"};
 
 class Manners : public ProgramWindows {
 protected:

@@ -39,6 +39,7 @@ const std::vector<Way>& ways() {
         {"frmCarihesapSec", "key F10\nclick cmdBul\n", {"MUSTKAYIT"}},
         {"frmAntetBilgisi", "click cmdAntetBilgisi\n", {"FIRMABILGISI"}},
         {"frmSatis", "click cmdSatis\n", {}},
+        {"frmBugun", "key F8\n", {}},
         {"frmCrNesne", "key F10\nclick cmdBul\nclick cmdYazici\n", {}},
         {"rprodemesigecen", "click cmdGunuGecenOdemeler\n", {}},
         {"rprbeklenentahsilat", "click cmdBeklenenTaksitler\n", {}},
