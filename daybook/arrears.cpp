@@ -185,7 +185,7 @@ public:
     Discounts(adodb::Connection& books, const Choice& choice) : books_(books) {
         const std::string where = choice.where();
         books.walk("SELECT ISLEMNO,INDIRIM_YTL FROM ISLEMNOTABLO" + where +
-                       (where.empty() ? " WHERE" : " AND") + " INDIRIM_YTL>0",
+                       (where.empty() ? " WHERE" : " AND") + " INDIRIM_YTL>0 ORDER BY INDIRIM_YTL,ISLEMNO",
                    [this](const Statement& row) { bySale_.emplace(row.whole(0), amountIn(row, 1)); });
     }
 

@@ -82,15 +82,20 @@ TEST(LookUps, GoThroughTheirIndex) {
                 EXPECT_EQ(sql.find("\"HSTNO\" = ?"), std::string::npos) << sql;
             else if (Statements{"URUNAL", "URUNSAT", "TAKSITODENEN", "ISLEMNOTABLO"}.contains(table))
                 ofSales.insert(sql.substr(0, sql.find(" WHERE")));
-    EXPECT_EQ(ofSales,
-              (Statements{
-                  R"(SELECT "ID" FROM "ISLEMNOTABLO" ORDER BY "ID")", // through which the sale screen walks,
-                  R"(SELECT COUNT(*) FROM "ISLEMNOTABLO")",           // and whether it still stands
-                  R"(SELECT "ISLEMNO", "TOPBORC" FROM "ISLEMNOTABLO" ORDER BY "ID")", // the spreadsheet
-                  // the reports, which compute in sets
-                  R"(SELECT "MUSTNO", "ISLEMNO", SUM("ODMIKTAR") FROM "TAKSITODENEN")",
-                  R"(SELECT "MUSTNO", "ISLEMNO", SUM("ODMIKTAR"), MAX("ODTRH"), MIN("ODTRH") FROM "URUNSAT")",
-              }));
+    EXPECT_EQ(
+        ofSales,
+        (Statements{
+            R"(SELECT "ID" FROM "ISLEMNOTABLO" ORDER BY "ID")", // through which the sale screen walks,
+            R"(SELECT COUNT(*) FROM "ISLEMNOTABLO")",           // and whether it still stands
+            R"(SELECT "ISLEMNO", "TOPBORC" FROM "ISLEMNOTABLO" ORDER BY "ID")", // the spreadsheet
+            // the reports and the call list, which compute in sets
+            R"(SELECT "MUSTNO", "ISLEMNO", "ODTRH", "ODMIKTAR" FROM "URUNSAT" )"
+            R"(ORDER BY 1, 2, 3, 4, "ID", "ID")",
+            R"(SELECT "MUSTNO", "ISLEMNO", "ODTRH", "ODMIKTAR" FROM "TAKSITODENEN" ORDER BY 1 DESC, 2 DESC, )"
+            R"(3 DESC, 4 DESC, "ID" DESC, "ID")",
+            R"(SELECT "MUSTNO", "ISLEMNO", SUM("ODMIKTAR") FROM "TAKSITODENEN")",
+            R"(SELECT "MUSTNO", "ISLEMNO", SUM("ODMIKTAR"), MAX("ODTRH"), MIN("ODTRH") FROM "URUNSAT")",
+        }));
 }
 
 } // namespace
