@@ -4,6 +4,8 @@
 
 #include "core/formframe.h"
 #include "daybook/bugunacts.h"
+#include "daybook/reminders.h"
+#include "daybook/statement.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"
@@ -219,6 +221,25 @@ void bindChoice(FrmBugun& f) {
     f.cmdTemizle.onClick = [&f] { cmdTemizle_Click(f); };
 }
 
+// Those who are written to, of the customers shown.
+std::vector<std::string> overdueAccounts(const FrmBugun& f) {
+    std::vector<std::string> accounts;
+    for (const CallRow* row : f.rows.shown())
+        if (row->overdue >= kLeastClaim) accounts.push_back(row->account);
+    return accounts;
+}
+
+void bindPapers(FrmBugun& f) {
+    f.cmdYazdir.onClick = [&f] { printCallList(f); };
+    f.cmdTablo.onClick = [&f] { writeCallSheet(f); };
+    f.cmdMektup.onClick = [&f] { showReminderLetters(f.session, overdueAccounts(f)); };
+    f.cmdMesaj.onClick = [&f] { writeReminderMessages(f.session, overdueAccounts(f)); };
+    f.cmdEkstre.onClick = [&f] {
+        if (const CallRow* row = f.rows.current())
+            showStatement(f.session, row->account, StatementNotes::Last);
+    };
+}
+
 void bindEvents(FrmBugun& f) {
     bindChoice(f);
     for (Control* box : std::initializer_list<Control*>{&f.txtNot, &f.dtSozTarihi, &f.txtSozTutari})
@@ -235,8 +256,7 @@ void bindEvents(FrmBugun& f) {
         f.grdListe.setFocus();
     };
     f.cmdHesap.onClick = [&f] { openCalledAccount(f); };
-    f.cmdYazdir.onClick = [&f] { printCallList(f); };
-    f.cmdTablo.onClick = [&f] { writeCallSheet(f); };
+    bindPapers(f);
     f.cmdCikis.onClick = [&f] { f.forms().unload(f); };
     f.onKeyDown = [&f](KeyEvent& event) { Form_KeyDown(f, event); };
     f.onKeyPress = [&f](KeyPress& press) {
@@ -256,7 +276,13 @@ std::string CallNoteRows::cell(int row, std::string_view field) const {
 }
 
 void refreshCallList(FrmBugun& f) {
-    f.memory->list = readCallList(*f.session.gBaglanti, f.session.desktop.clock.today());
+    CallListMemory& memory = *f.memory;
+    const DateTime today = f.session.desktop.clock.today();
+    const bool isStale = memory.watch.hasChanged(*f.session.gBaglanti);
+    if (isStale || memory.list.today != today)
+        memory.list = readCallList(*f.session.gBaglanti, today);
+    else
+        readCalls(*f.session.gBaglanti, memory.list);
     showFigures(f);
     showRows(f);
 }

@@ -17,7 +17,9 @@ namespace veldona {
 
 // What outlives the screen.
 struct CallListMemory {
-    CallList list;
+    CallList list; // as the books stood when `watch` was asked last
+    adodb::ChangeWatch watch{{"MUSTKAYIT", "ISLEMNOTABLO", "URUNAL", "URUNSAT", "TAKSITODENEN",
+                              "T_KASA_TANITIM", "T_KASA_HAREKETLERI"}};
     CallChoice choice;
     std::string account; // the customer that was stood on
 };
@@ -75,9 +77,12 @@ struct FrmBugun : Form {
     CommandButton cmdNotKaydet{*this, "cmdNotKaydet", "Notu Kaydet"};
     DataGrid grdNotlar{*this, "grdNotlar"};
 
-    CommandButton cmdHesap{*this, "cmdHesap", "Hesabı Aç"};
     CommandButton cmdYazdir{*this, "cmdYazdir", "Yazdır"};
     CommandButton cmdTablo{*this, "cmdTablo", "Tabloya Yaz"};
+    CommandButton cmdMektup{*this, "cmdMektup", "Mektuplar"}; // to those shown
+    CommandButton cmdMesaj{*this, "cmdMesaj", "Mesajlar"};
+    CommandButton cmdEkstre{*this, "cmdEkstre", "Ekstre"}; // of the customer stood on
+    CommandButton cmdHesap{*this, "cmdHesap", "Hesabı Aç"};
     CommandButton cmdCikis{*this, "cmdCikis", "Çıkış"};
 
     CallRows rows;

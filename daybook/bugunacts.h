@@ -5,7 +5,7 @@
 
 namespace veldona {
 
-// All of it read anew; the customer stood on stays, where still listed.
+// What was written since is read anew; the customer stood on stays, where still listed.
 void refreshCallList(FrmBugun& f);
 // Hands the customer stood on to the caller and closes the screen; nothing without one.
 void openCalledAccount(FrmBugun& f);

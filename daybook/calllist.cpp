@@ -155,8 +155,8 @@ void readCalls(adodb::Connection& books, CallList& list) {
     for (LastCall& call : lastCalls(books, list.today))
         if (const auto place = places.find(call.note.account)) list.rows[*place].call = std::move(call);
     for (CallRow& row : list.rows)
-        row.plain = lowerTurkish(row.account + '\n' + row.name + '\n' + row.telephones + '\n' +
-                                 (row.call ? row.call->note.text : std::string()));
+        row.plain = store::Alphabet::plain(row.account + '\n' + row.name + '\n' + row.telephones + '\n' +
+                                           (row.call ? row.call->note.text : std::string()));
 }
 
 } // namespace veldona

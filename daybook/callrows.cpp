@@ -38,7 +38,7 @@ bool isOfKind(const CallRow& row, CallKind kind) {
 
 std::vector<std::string> wordsOf(const std::string& typed) {
     std::vector<std::string> words(1);
-    for (const char letter : lowerTurkish(typed))
+    for (const char letter : store::Alphabet::plain(typed))
         if (letter != ' ')
             words.back() += letter;
         else if (!words.back().empty())

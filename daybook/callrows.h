@@ -56,6 +56,7 @@ public:
     void show(const CallList& list, const CallChoice& choice);
     [[nodiscard]] const CallRow* current() const; // nullptr: none
     void moveTo(std::string_view account);        // nothing where it is not shown
+    [[nodiscard]] const std::vector<const CallRow*>& shown() const { return shown_; }
     [[nodiscard]] const CallTotals& totals() const { return totals_; }
     // As a number, date or text: what is sorted by, and what a spreadsheet holds.
     [[nodiscard]] Value value(int row, CallColumn column) const;

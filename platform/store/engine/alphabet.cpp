@@ -2,11 +2,15 @@
 
 #include <unicode/uchar.h>
 #include <unicode/ucol.h>
+#include <unicode/unorm2.h>
+#include <unicode/utf16.h>
 #include <unicode/utf8.h>
 
 #include <algorithm>
 #include <array>
 #include <stdexcept>
+
+#include "platform/runtime/unicode.h"
 
 namespace veldona::store {
 namespace {
@@ -50,6 +54,25 @@ char32_t nextFolded(std::string_view text, std::size_t& at) {
     const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
     U8_NEXT(bytes, at, text.size(), letter);
     return letter < 0 ? kBroken : foldOther(static_cast<char32_t>(letter));
+}
+
+// A letter beyond ASCII, parted from its marks, which are left out.
+void appendPlain(std::string& text, UChar32 letter) {
+    UErrorCode status = U_ZERO_ERROR;
+    static const UNormalizer2* const parting = unorm2_getNFDInstance(&status);
+    std::array<UChar, 32> parts{};
+    std::int32_t length = unorm2_getDecomposition(parting, letter, parts.data(),
+                                                  static_cast<std::int32_t>(parts.size()), &status);
+    if (length < 0) { // it is whole
+        length = 0;
+        U16_APPEND_UNSAFE(parts, length, letter);
+    }
+    for (std::int32_t at = 0; at < length;) {
+        UChar32 part = 0;
+        U16_NEXT(parts, at, length, part);
+        if (u_getCombiningClass(part) == 0)
+            appendUtf8(text, static_cast<char32_t>(u_foldCase(part, U_FOLD_CASE_DEFAULT)));
+    }
 }
 
 bool isDigits(std::string_view text) {
@@ -96,6 +119,22 @@ std::vector<char32_t> Alphabet::folded(std::string_view text) {
     letters.reserve(text.size());
     for (std::size_t at = 0; at < text.size();)
         letters.push_back(nextFolded(text, at));
+    return letters;
+}
+
+std::string Alphabet::plain(std::string_view text) {
+    std::string letters;
+    letters.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const Letter letter = letterAt(text, at);
+        at += letter.bytes;
+        if (letter.code < kLatin.size())
+            letters += letter.code == 'I' ? 'i' : static_cast<char>(kLatin[letter.code]);
+        else if (letter.code == kDotlessI)
+            letters += 'i';
+        else
+            appendPlain(letters, static_cast<UChar32>(letter.code));
+    }
     return letters;
 }
 

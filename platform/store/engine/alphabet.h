@@ -28,6 +28,9 @@ public:
 
     // Broken UTF-8 is one U+FFFD a byte.
     [[nodiscard]] static std::vector<char32_t> folded(std::string_view text);
+    // For a search by whoever has no Turkish keyboard or no time for it: small letters without their marks, ı
+    // being i. "IŞIK", "Işık" and "isik" are one.
+    [[nodiscard]] static std::string plain(std::string_view text);
 
 private:
     Alphabet();

@@ -71,6 +71,15 @@ bool Connection::inTransaction() const {
     return isOpen() && database_->inTransaction();
 }
 
+bool ChangeWatch::hasChanged(const Connection& connection) {
+    const std::uint64_t now =
+        asStatement([&] { return connection.database().stampWithWritesOfOthers(tables_); });
+    const bool isAsBefore = database_.lock() == connection.database_ && stamp_ == now;
+    database_ = connection.database_;
+    stamp_ = now;
+    return !isAsBefore;
+}
+
 BoundedReading::BoundedReading(Connection& connection, const store::ReadBounds& bounds)
     : database_(connection.database_) {
     connection.database().setBounds(&bounds);

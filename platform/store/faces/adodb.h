@@ -61,10 +61,25 @@ public:
 private:
     friend class Recordset;
     friend class BoundedReading;
+    friend class ChangeWatch;
     template <class Opening> void connect(const Opening& opening);
     [[nodiscard]] store::Database& database() const; // error kOpenFailed where closed
     store::Workspace* workspace_;
     std::shared_ptr<store::Database> database_;
+};
+
+// For whoever keeps what it made of some tables.
+class ChangeWatch {
+public:
+    explicit ChangeWatch(std::vector<std::string> tables) : tables_(std::move(tables)) {}
+    // At the first question, and whenever anybody wrote to one of the tables since the last one. Asked before
+    // the tables are read, so that nothing written in between is missed.
+    [[nodiscard]] bool hasChanged(const Connection& connection);
+
+private:
+    std::vector<std::string> tables_;
+    std::weak_ptr<store::Database> database_; // other books may have come to the same number
+    std::uint64_t stamp_ = 0;
 };
 
 // While it stands, what is read on the connection keeps to the bounds, which must outlive it.
