@@ -131,7 +131,8 @@ void cmdYedekAl_Click(FrmYedek& f) {
     const DateTime now = f.session.desktop.clock.now();
     const auto taken = takeInto(f, f.klasorler[static_cast<std::size_t>(row)], now);
     if (!taken) return;
-    f.session.desktop.dialogs.tell(describe(*taken, now), taken->newer ? Icon::Exclamation : Icon::Information);
+    f.session.desktop.dialogs.tell(describe(*taken, now),
+                                   taken->newer ? Icon::Exclamation : Icon::Information);
     f.forms().unload(f);
 }
 
