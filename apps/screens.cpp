@@ -4,6 +4,7 @@
 #include "customers/customerfinder.h"
 #include "daybook/bugun.h"
 #include "daybook/charts.h"
+#include "daybook/search.h"
 #include "ledger/mainscreen.h"
 #include "maintenance/backupscreen.h"
 #include "maintenance/letterhead.h"
@@ -21,6 +22,9 @@ void registerScreens(Forms& forms, Session& session) {
     forms.add("frmCariEkle", [&session](Forms& f) { return makeFrmCariEkle(f, session); });
     forms.add("frmCarihesapSec", [&session](Forms& f) { return makeFrmCarihesapSec(f, session); });
     forms.add("frmAntetBilgisi", [&session](Forms& f) { return makeFrmAntetBilgisi(f, session); });
+    forms.add("frmArama", [&session, memory = std::make_shared<SearchMemory>()](Forms& f) {
+        return makeFrmArama(f, session, memory);
+    });
     forms.add("frmSatis", [&session](Forms& f) { return makeFrmSatis(f, session); });
     forms.add("frmYedek", [&session](Forms& f) { return makeFrmYedek(f, session); });
     forms.add("frmCrNesne", [&session](Forms& f) { return makeFrmCrNesne(f, session); });

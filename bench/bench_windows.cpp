@@ -91,8 +91,8 @@ public:
         return *found;
     }
     FormWindow& window(const char* name) { return *host_.window(form(name)); }
-    QWidget& grid(const char* name) {
-        auto* view = window(name).findChild<QAbstractItemView*>("grdList");
+    QWidget& grid(const char* name, const char* control = "grdList") {
+        auto* view = window(name).findChild<QAbstractItemView*>(control);
         if (view == nullptr) throw std::runtime_error("no grid in the window");
         return *view->viewport();
     }
@@ -163,6 +163,40 @@ void timeFinder(Shown& shop) {
     print("the finder's full list", times, 100);
 }
 
+// What is looked for by one letter, by words of both sides and by a telephone; the index is made at the first
+// opening, and again where a sale was written since.
+void timeSearch(Shown& shop) {
+    Session& session = shop.session();
+    std::vector<double> openings, keys;
+    for (int run = 0; run < 5; ++run) {
+        session.gBaglanti->execute("UPDATE MUSTKAYIT SET YAS = '" + std::to_string(run) +
+                                   "' WHERE HSTNO = '1'");
+        const auto begun = Clock::now();
+        EkranGoster(session, "frmArama", Kip::Modeless);
+        Form& search = shop.form("frmArama");
+        Painted grid(shop.grid("frmArama", "grdSonuc"));
+        shop.host().flush();
+        grid.wait();
+        openings.push_back(millisecondsSince(begun));
+        for (const std::string_view typed : {"a", "hacer camasir", "0532 12", "5123", "e i u o"}) {
+            for (const char letter : typed) {
+                QCoreApplication::processEvents();
+                grid.forget();
+                const auto pressed = Clock::now();
+                shop.host().typeKey(search, {.character = static_cast<unsigned char>(letter)});
+                grid.wait();
+                keys.push_back(millisecondsSince(pressed));
+            }
+            for (std::size_t i = 0; i < typed.size(); ++i)
+                shop.host().typeKey(search, {.key = Key::Backspace});
+        }
+        session.forms.unload(search);
+        QCoreApplication::processEvents();
+    }
+    print("the search opened, all read anew", openings, 500);
+    print("the search after a key", keys, 50);
+}
+
 long residentMegabytes() {
     std::ifstream status("/proc/self/statm");
     long size = 0, resident = 0;
@@ -190,6 +224,7 @@ void benchShop(const std::string& root, DateTime now) {
     print("the start to the first painted window", starts, 1000);
     timeLetters(*shop);
     timeFinder(*shop);
+    timeSearch(*shop);
     std::printf("  %-44s %6ld MB\n", "memory of the whole program", residentMegabytes());
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/database.h"
 #include "core/money.h"
+#include "ledger/accountmarks.h"
 #include "ledger/loading.h"
 #include "platform/runtime/bytecounter.h"
 #include "platform/runtime/conversion.h"
@@ -94,6 +95,7 @@ void GECIKEN_ODM(FrmMainVeldona& f) {
         });
     });
     f.Label21.setCaption(format(total, kParaMaskesi));
+    showMarksAnew(f);
 }
 
 void TAKSITLENDIRILMEMIS_MIKTAR(FrmMainVeldona& f) {

@@ -2,6 +2,7 @@
 
 #include "core/database.h"
 #include "core/money.h"
+#include "ledger/accountmarks.h"
 #include "ledger/balances.h"
 #include "ledger/overdue.h"
 #include "platform/runtime/bytecounter.h"
@@ -28,7 +29,8 @@ std::string refusal(FrmMainVeldona& f) {
     return {};
 }
 
-void writeRow(FrmMainVeldona& f) {
+// False where nothing was written, which the operator is not told of.
+bool writeRow(FrmMainVeldona& f) {
     Err passedOver;
     dao::Recordset& rs = *f.rsOdenen2;
     const DateTime now = f.session.desktop.clock.now();
@@ -41,8 +43,8 @@ void writeRow(FrmMainVeldona& f) {
         // No cash box is no number, and the column takes nothing else: it stays empty.
         [&] {
             if (val(f.txtKasaID.text()) > 0) rs.set("KASA_ID", f.txtKasaID.text());
-        },
-        [&] { rs.update(); });
+        });
+    return attempt(passedOver, [&] { rs.update(); });
 }
 
 } // namespace
@@ -53,10 +55,11 @@ void Command1_Click(FrmMainVeldona& f) {
         f.session.desktop.dialogs.tell(words, Icon::Exclamation);
         return;
     }
-    writeRow(f);
+    const bool isWritten = writeRow(f);
     f.L1.add(f.DTPicker1.text());
     f.lstOdemeTip.add("T");
     f.L2.add(format(f.mskOdenenPara.text(), kParaMaskesi));
+    if (isWritten) notePosting(f);
     f.session.desktop.dialogs.tell("KAYIT İŞLEMİ TAMAMLANDI", Icon::Information);
     Err passedOver;
     resumeNext(

@@ -5,7 +5,7 @@
 #include "core/database.h"
 #include "core/formframe.h"
 #include "daybook/statement.h"
-#include "ledger/loading.h"
+#include "ledger/openaccount.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
 
@@ -44,23 +44,6 @@ void tellOfWindow(Session& session) {
     session.desktop.dialogs.tell("Bu komut yalnız programın penceresinde çalışır.", Icon::Information);
 }
 
-// The customer picked there is shown, with the sale to begin with opened.
-void openCallList(FrmMainVeldona& f) {
-    FormKayitTemizle(f.session);
-    EkranGoster(f.session, "frmBugun", Kip::Modal);
-    const FormKayit picked = f.session.gFormKayit;
-    FormKayitTemizle(f.session);
-    if (picked.Sonuc != Currency::ofWhole(FormSonucu::Secildi)) return;
-    f.session.gHSTNO = picked.HSTNO;
-    f.Text1.setText(picked.HSTNO);
-    for (int row = 0; row < f.L3.count(); ++row) {
-        if (f.L3.list(row) != std::to_string(picked.KayitID)) continue;
-        f.L3.setListIndex(row);
-        L3_DblClick(f);
-        break;
-    }
-}
-
 void bindMenuBar(FrmMainVeldona& f) {
     // Where there is a window, the program gives them its acts.
     for (MenuItem* entry : {&f.mnuYedektenDon, &f.mnuTuslar})
@@ -71,8 +54,10 @@ void bindMenuBar(FrmMainVeldona& f) {
     f.mnuGrafik.setEnabled(f.forms().isKnown("frmGrafik"));
     f.mnuGrafik.onClick = [&f] { EkranGoster(f.session, "frmGrafik", Kip::Modal); };
     f.mnuYedekAl.onClick = [&f] { EkranGoster(f.session, "frmYedek", Kip::Modal); };
-    f.mnuBugun.onClick = [&f] { openCallList(f); };
+    f.mnuBugun.onClick = [&f] { openPickedIn(f, "frmBugun"); };
+    f.mnuAra.onClick = [&f] { openPickedIn(f, "frmArama"); };
     f.mnuBugun.setToolTip("Bugün aranacak müşterileri ve günün tutarlarını gösterir");
+    f.mnuAra.setToolTip("Ad, telefon, numara ya da ürünle hesabı ve satışı bulur");
     f.mnuKilavuz.onClick = [&f] {
         if (f.session.showGuide)
             f.session.showGuide(f.name());

@@ -31,6 +31,8 @@ void CariGoster(FrmMainVeldona& f) {
     f.session.desktop.dialogs.tell(KayitDurumu(err));
 }
 
+} // namespace
+
 void blankAccount(FrmMainVeldona& f) {
     f.L3.clear();
     for (TextBox* box : {&f.Text1, &f.Text5, &f.txtAdres, &f.txtTel, &f.mskOdenenPara, &f.txtOdemeTipi,
@@ -42,8 +44,6 @@ void blankAccount(FrmMainVeldona& f) {
     f.cboKasa.setText("");
     f.lblVadeFarki.setCaption("");
 }
-
-} // namespace
 
 std::string SQLSelectHazirla(const FrmMainVeldona&) {
     return std::string("(SELECT DISTINCT HSTNO") + "  FROM " + "MUSTKAYIT";

@@ -26,5 +26,7 @@ void grdList_DblClick(FrmMainVeldona& f);
 void cmdMusteriKaydi_Click(FrmMainVeldona& f);
 // Opens the customer finder and loads what was chosen there.
 void cmdCariSec_Click(FrmMainVeldona& f);
+// No customer and no sale is on show.
+void blankAccount(FrmMainVeldona& f);
 
 } // namespace veldona

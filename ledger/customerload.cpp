@@ -1,4 +1,5 @@
 #include "core/database.h"
+#include "ledger/accountmarks.h"
 #include "ledger/balances.h"
 #include "ledger/customergrid.h"
 #include "ledger/loading.h"
@@ -69,6 +70,7 @@ void MusteriYukle(FrmMainVeldona& f) {
     f.dbMain = f.session.dbEngine.openDatabase(f.session.gVeritabaniYolu, f.session.connectText());
     f.rsMusteri = f.dbMain->openRecordset("MUSTKAYIT");
     f.lblIndirim.setCaption("");
+    forgetArrears(f);
     const std::string hstno = trim(f.Text1.text());
     if (hstno.empty()) {
         KayitSetiKapat(f.rsBul);

@@ -3,6 +3,7 @@
 #include <initializer_list>
 
 #include "core/customerlist.h"
+#include "ledger/accountmarks.h"
 #include "ledger/collection.h"
 #include "ledger/commands.h"
 #include "ledger/contract.h"
@@ -12,6 +13,7 @@
 #include "ledger/ledgerplan.h"
 #include "ledger/lifecycle.h"
 #include "ledger/loading.h"
+#include "ledger/openaccount.h"
 #include "ledger/overdue.h"
 #include "ledger/receipt.h"
 
@@ -23,7 +25,7 @@ using Controls = std::initializer_list<Control*>;
 
 void placeControls(FrmMainVeldona& f) {
     place(f.fraMusteri, {&f.Text1, &f.txtSoyad, &f.txtAd, &f.cmdCariSec, &f.Label7, &f.lbluyari,
-                         &f.lblVadeFarki, &f.txtAdres, &f.txtTel, &f.grdList});
+                         &f.lblVadeFarki, &f.lblToplamGeciken, &f.txtAdres, &f.txtTel, &f.grdList});
     place(f.fraSatislar, {&f.L3, &f.Text5, &f.Text6, &f.txtOdemeTipi, &f.txtAciklama, &f.dtTeslimatTarihi,
                           &f.dtTeslimEdildigiTarih, &f.Command4});
     place(f.fraSatirlar, {&f.lstID, &f.List1, &f.List2, &f.List3, &f.List5, &f.List6, &f.List4, &f.List7});
@@ -32,7 +34,8 @@ void placeControls(FrmMainVeldona& f) {
     place(f.fraYapilanOdemeler, {&f.L1, &f.L2, &f.lstOdemeTip});
     place(f.fraBakiye, {&f.Label11, &f.Label8, &f.Label9, &f.lblIndirim, &f.Label15, &f.Command6,
                         &f.dtRaporTarihi, &f.dtRaporTarihiSon});
-    place(f.fraTahsilat, {&f.mskOdenenPara, &f.DTPicker1, &f.cboKasa, &f.txtKasaID, &f.Command1});
+    place(f.fraTahsilat, {&f.mskOdenenPara, &f.DTPicker1, &f.lblTarihNotu, &f.cboKasa, &f.txtKasaID,
+                          &f.Command1, &f.lblSonTahsilat});
     place(f.frmTahsilatMakbuzu, {&f.Option1, &f.Option2, &f.cmdMakbuzYazdir, &f.cmdVazgec});
     place(f.fraDuzelt, {&f.dtOdemeTarihi, &f.mskOdenecekMiktar, &f.cmdKaydet, &f.cmdVazGecKayit});
     place(f.fraIslemTarihi, {&f.dtIslemTarihi, &f.cmdTamam, &f.cmdVazgecIslemTarihi});
@@ -104,10 +107,7 @@ void bindLedgerEvents(FrmMainVeldona& f) {
     f.L3.onClick = [&f] { L3_Click(f); };
     f.L3.onDblClick = [&f] { L3_DblClick(f); };
     f.L3.onKeyDown = [&f](KeyEvent& event) {
-        if (event.key != Key::Enter) return;
-        if (!L3_DblClick(f)) return;
-        f.mskOdenenPara.setFocus();
-        f.mskOdenenPara.selectAll();
+        if (event.key == Key::Enter) openSelectedSale(f);
     };
     f.L1.onClick = [&f] { L1_Click(f); };
     f.L2.onClick = [&f] { L2_Click(f); };
@@ -148,6 +148,7 @@ FrmMainVeldona::FrmMainVeldona(Forms& forms, Session& itsSession)
     DuzeltmeleriBagla(*this);
     TaksitlendirmeyiBagla(*this);
     KomutlariBagla(*this);
+    DurumuBagla(*this);
     onLoad = [this] { Form_Load(*this); };
     onActivate = [this] { Form_Activate(*this); };
     onUnload = [this] { Form_Unload(*this); };

@@ -12,6 +12,7 @@
 
 #include "core/rowsource.h"
 #include "core/session.h"
+#include "daybook/arrears.h"
 #include "ledger/partytexts.h"
 #include "platform/controls/controls.h"
 #include "platform/controls/lists.h"
@@ -33,6 +34,21 @@ struct GecikmeSatisi {
     std::string SOYAD;
 };
 
+// What was last reckoned of the sale on show; without an account it is to be reckoned anew.
+struct InstallmentsOnShow {
+    adodb::ChangeWatch written{{"URUNSAT", "TAKSITODENEN", "ISLEMNOTABLO", "URUNAL"}};
+    std::optional<std::string> account;
+    std::string sale;
+    std::vector<Installment> rows;
+};
+
+// Whose arrears are on show, and on which day; the same.
+struct ArrearsOnShow {
+    adodb::ChangeWatch written{{"URUNSAT", "TAKSITODENEN", "ISLEMNOTABLO", "URUNAL"}};
+    std::optional<std::string> account;
+    DateTime day;
+};
+
 struct FrmMainVeldona : Form {
     FrmMainVeldona(Forms& forms, Session& itsSession);
 
@@ -44,9 +60,10 @@ struct FrmMainVeldona : Form {
     TextBox txtSoyad{*this, "txtSoyad"}; // filters of the grid: surnames that begin so
     TextBox txtAd{*this, "txtAd"};       // and first names
     CommandButton cmdCariSec{*this, "cmdCariSec", "Detaylı Ara"};
-    Label Label7{*this, "Label7"};                   // first name and surname of the customer on show
-    Label lbluyari{*this, "lbluyari", "İSTİHBARAT"}; // blinks while the customer's card holds a warning
-    Label lblVadeFarki{*this, "lblVadeFarki"};       // what is overdue, in a sentence
+    Label Label7{*this, "Label7"};                     // first name and surname of the customer on show
+    Label lbluyari{*this, "lbluyari", "İSTİHBARAT"};   // blinks while the customer's card holds a warning
+    Label lblVadeFarki{*this, "lblVadeFarki"};         // what is overdue, in a sentence
+    Label lblToplamGeciken{*this, "lblToplamGeciken"}; // the same over all months and sales of the customer
     TextBox txtAdres{*this, "txtAdres"};
     TextBox txtTel{*this, "txtTel"};
     DataGrid grdList{*this, "grdList"}; // the customers of the shop
@@ -103,9 +120,11 @@ struct FrmMainVeldona : Form {
     Frame fraTahsilat{*this, "fraTahsilat", "Tahsilat Yap"};
     TextBox mskOdenenPara{*this, "mskOdenenPara"}; // the amount to be posted
     DateBox DTPicker1{*this, "DTPicker1"};         // the day it was paid
+    Label lblTarihNotu{*this, "lblTarihNotu"};     // that it isn't today
     ComboBox cboKasa{*this, "cboKasa"};
     TextBox txtKasaID{*this, "txtKasaID"};                 // T_KASA_TANITIM.ID of cboKasa
     CommandButton Command1{*this, "Command1", "Tahsilat"}; // posts the payment
+    Label lblSonTahsilat{*this, "lblSonTahsilat"};         // the last one of this run
     Frame frmTahsilatMakbuzu{*this, "frmTahsilatMakbuzu", "Tahsilat Makbuzu"};
     OptionButton Option1{*this, "Option1", "Yeni Oluştur"};
     OptionButton Option2{*this, "Option2", "Hazır Form"};
@@ -166,6 +185,7 @@ struct FrmMainVeldona : Form {
     // Menu bar
     Menu mnuGun{*this, "mnuGun", "&Gün"}; // what the day's work looks at
     MenuItem mnuBugun{mnuGun, "mnuBugun", "&Bugün", "F8"};
+    MenuItem mnuAra{mnuGun, "mnuAra", "&Ara…", "Ctrl+F"};
     MenuItem mnuEkstre{mnuGun, "mnuEkstre", "&Ekstre", "F7"};
     MenuItem mnuEkstreNotlu{mnuGun, "mnuEkstreNotlu", "Ekstre, Görüşme &Notlarıyla"};
     MenuItem mnuGrafik{mnuGun, "mnuGrafik", "Gra&fikler"};
@@ -178,6 +198,7 @@ struct FrmMainVeldona : Form {
     MenuItem mnuHakkinda{mnuYardim, "mnuHakkinda", "&Hakkında"};
 
     Timer tmrUyari{*this, "tmrUyari", 700};
+    Timer tmrDurum{*this, "tmrDurum", 300}; // the screen rests: the quiet lines are brought up to date
 
     // What the screen remembers between events
     std::optional<dao::Database> dbMain;
@@ -201,7 +222,11 @@ struct FrmMainVeldona : Form {
     std::uint8_t PlanBaslangicSatiri = 0; // the first row of L4 that the plan touched
     bool YeniDuzen = true;                // keys in the plan's fields build it
     std::int32_t gKayitSayaci = 0;
-    unsigned loadsRun = 0; // loads of sale numbers and of a sale that came to their end
+    InstallmentsOnShow installmentsOnShow;
+    ArrearsOnShow arrearsOnShow;
+    DateTime knownDay;      // the day on which the quiet lines were last brought up to date
+    DateTime dayOfChoosing; // that on which DTPicker1 was set
+    unsigned loadsRun = 0;  // loads of sale numbers and of a sale that came to their end
     std::vector<GecikmeSatisi> gecikmeler;
     Currency gecikmeToplami; // what is overdue over all of them
 };

@@ -18,6 +18,7 @@ namespace {
 const char* toneOf(const Control& control) {
     if (control.foreColor() == Colour::CoveredByPayments) return "covered";
     if (control.backColor() == Colour::FocusedBackground) return "focused";
+    if (control.backColor() == Colour::Unusual) return "unusual";
     return "";
 }
 

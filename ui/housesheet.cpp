@@ -38,6 +38,8 @@ QLabel[role="overdue"] {
 QLabel[role="alert"] {
     color: #3a2500; background: #ffb300; font-weight: bold; border-radius: 4px; padding: 2px 10px;
 }
+QLabel[role="note"] { color: #5b6875; font-size: 9pt; }
+QLabel[role="warning"] { color: #9a4d00; font-size: 9pt; font-weight: bold; }
 QLabel[role="hint"] { color: #5b6875; }
 QLabel:disabled { color: #98a2ad; }
 
@@ -51,8 +53,10 @@ QLineEdit:read-only { background: #f4f7fa; border-color: #dde3ea; }
 QLineEdit[unset="true"] { background: #f1f3f6; color: #98a2ad; }
 QComboBox QLineEdit { border: 0; background: transparent; }
 QLineEdit[role="idle"] { background: transparent; border: 0; color: #5b6875; }
+QLineEdit[role="search"] { font-size: 13pt; padding: 4px 6px; }
 QLineEdit[role="amount"] { font-size: 16pt; font-weight: bold; color: #0f3d63; }
 QLineEdit[tone="focused"] { background: #fff3c4; }
+QLineEdit[tone="unusual"] { background: #ffe2b8; border-color: #e08a00; }
 
 veldona--DateField > QToolButton {
     background: #ffffff; border: 1px solid #b9c3ce; border-radius: 4px; padding: 0;

@@ -126,6 +126,25 @@ void applyHouseStyle(QApplication& application, double scale) {
     application.setStyleSheet(houseSheet(scale, letters));
 }
 
+QColor letterColour(RowMark::Kind mark) {
+    switch (mark) {
+    case RowMark::Kind::Done:
+        return {"#5b6875"};
+    case RowMark::Kind::Next:
+    case RowMark::Kind::New:
+        return {"#1d5c8a"};
+    case RowMark::Kind::Late:
+        return {"#b71c1c"};
+    case RowMark::Kind::None:
+        break;
+    }
+    return {"#1f2933"};
+}
+
+QColor lineColour() {
+    return {"#e08a00"};
+}
+
 double houseScale() {
     return currentScale;
 }

@@ -6,7 +6,10 @@
 
 #include <QString>
 
+#include "platform/controls/lists.h"
+
 class QApplication;
+class QColor;
 class QSize;
 
 namespace veldona {
@@ -22,6 +25,10 @@ void applyHouseStyle(QApplication& application, double scale);
 
 // A length drawn for scale 1, at the scale of now.
 [[nodiscard]] int scaled(int pixels);
+
+// Of the letters of a marked row, and of the line between rows; readable on a list's background.
+[[nodiscard]] QColor letterColour(RowMark::Kind mark);
+[[nodiscard]] QColor lineColour();
 
 // The style sheet, its lengths multiplied: pixels by one, letters (pt) by the other.
 [[nodiscard]] QString houseSheet(double scale, double letters);

@@ -16,6 +16,7 @@
 #include "ui/formwindow.h"
 #include "ui/host.h"
 #include "ui/housestyle.h"
+#include "ui/linebetweenrows.h"
 #include "ui/parallellists.h"
 #include "ui/rowmodels.h"
 
@@ -92,9 +93,12 @@ class ListBinder : public RowsBinder<ListBox, QListView> {
 public:
     ListBinder(FormWindow& window, ListBox& list, QListView& widget)
         : RowsBinder(window, list, widget),
-          rows_(new ListRows(&widget, widget.property("rightAligned").toBool())),
-          table_(qobject_cast<ParallelLists*>(widget.parentWidget())) {
+          rows_(new ListRows(&widget, widget.property("rightAligned").toBool(),
+                             widget.property("rowSigns").toBool())),
+          line_(new LineBetweenRows(widget)), table_(qobject_cast<ParallelLists*>(widget.parentWidget())) {
+        widget.setItemDelegate(line_);
         widget.setModel(rows_);
+        restyled();
         widget.setUniformItemSizes(true);
         widget.setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
         follow();
@@ -102,8 +106,11 @@ public:
 
     void refresh() override {
         Binder::refresh();
-        rows_->show(bound.rows());
+        RowMarks marks = bound.marks ? bound.marks() : RowMarks{};
+        const bool isOther = rows_->show(bound.rows(), std::move(marks.rows));
+        line_->show(marks.lineAbove, toQt(marks.lineWords));
         showSelected();
+        if (isOther && marks.inSight >= 0 && bound.listIndex() < 0) bringInSight(marks.inSight);
         if (ListBinder* own = leader(); own != this) {
             view.setFocusProxy(&own->view);
             return;
@@ -112,6 +119,7 @@ public:
             if (each != this && each->leader() == this) each->showSelected();
     }
 
+    void restyled() override { view.setIconSize({scaled(12), scaled(12)}); }
     [[nodiscard]] Control& target() override { return leader()->bound; }
     [[nodiscard]] QWidget* focusTarget() const override { return &view; }
     [[nodiscard]] QWidget* takerOfDigits() override {
@@ -143,7 +151,18 @@ private:
         showCurrent(row >= 0 && row < rows_->rowCount() ? rows_->index(row) : QModelIndex());
     }
 
+    // When all columns of the table have their rows.
+    void bringInSight(int row) {
+        QMetaObject::invokeMethod(
+            &view,
+            [&rows = view, row] {
+                rows.scrollTo(rows.model()->index(row, 0), QAbstractItemView::PositionAtCenter);
+            },
+            Qt::QueuedConnection);
+    }
+
     ListRows* rows_;
+    LineBetweenRows* line_;
     ParallelLists* table_;
 };
 

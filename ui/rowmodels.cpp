@@ -3,9 +3,12 @@
 #include <algorithm>
 
 #include <QColor>
+#include <QFont>
 
 #include "platform/runtime/error.h"
 #include "ui/binder.h"
+#include "ui/housestyle.h"
+#include "ui/signs.h"
 
 namespace veldona {
 
@@ -16,8 +19,10 @@ constexpr int kRight = Qt::AlignRight | Qt::AlignVCenter;
 
 } // namespace
 
-void ListRows::show(const std::vector<std::string>& rows) {
-    if (rows == rows_) return;
+bool ListRows::show(const std::vector<std::string>& rows, std::vector<RowMark> marks) {
+    const bool isOther = rows != rows_;
+    if (!isOther && marks == marks_) return false;
+    marks_ = std::move(marks);
     const int before = static_cast<int>(rows_.size());
     const int now = static_cast<int>(rows.size());
     if (now > before) {
@@ -31,6 +36,7 @@ void ListRows::show(const std::vector<std::string>& rows) {
     }
     rows_ = rows;
     if (const int kept = std::min(before, now); kept > 0) emit dataChanged(index(0), index(kept - 1));
+    return isOther;
 }
 
 int ListRows::rowCount(const QModelIndex& parent) const {
@@ -39,8 +45,22 @@ int ListRows::rowCount(const QModelIndex& parent) const {
 
 QVariant ListRows::data(const QModelIndex& index, int role) const {
     if (role == Qt::TextAlignmentRole) return rightAligned_ ? kRight : kLeft;
-    if (role != Qt::DisplayRole || !index.isValid() || index.row() >= rowCount()) return {};
-    return toQt(rows_[static_cast<std::size_t>(index.row())]);
+    if (!index.isValid() || index.row() >= rowCount()) return {};
+    const auto row = static_cast<std::size_t>(index.row());
+    if (role == Qt::DisplayRole) return toQt(rows_[row]);
+    static const RowMark none;
+    const RowMark& mark = row < marks_.size() ? marks_[row] : none;
+    if (role == Qt::DecorationRole && withSigns_) return rowSign(mark.kind);
+    if (role == Qt::FontRole && mark.kind == RowMark::Kind::New) {
+        QFont bold;
+        bold.setBold(true);
+        return bold;
+    }
+    if (role == Qt::ForegroundRole && mark.kind != RowMark::Kind::None) return letterColour(mark.kind);
+    if (mark.words.empty()) return {};
+    if (role == Qt::ToolTipRole) return toQt(mark.words);
+    if (role == Qt::AccessibleTextRole) return toQt(rows_[row] + ", " + mark.words);
+    return {};
 }
 
 bool GridRows::follow() {

@@ -16,15 +16,20 @@ namespace veldona {
 
 class ListRows : public QAbstractListModel {
 public:
-    ListRows(QObject* parent, bool rightAligned) : QAbstractListModel(parent), rightAligned_(rightAligned) {}
+    // `withSigns`: the sign of a row's mark stands before its text.
+    ListRows(QObject* parent, bool rightAligned, bool withSigns)
+        : QAbstractListModel(parent), rightAligned_(rightAligned), withSigns_(withSigns) {}
 
-    void show(const std::vector<std::string>& rows);
+    // True where the rows are others than before; the marks may be, too.
+    bool show(const std::vector<std::string>& rows, std::vector<RowMark> marks);
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
 
 private:
     std::vector<std::string> rows_;
+    std::vector<RowMark> marks_;
     bool rightAligned_;
+    bool withSigns_;
 };
 
 class GridRows : public QAbstractTableModel {

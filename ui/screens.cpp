@@ -3,6 +3,7 @@
 #include "ui/host.h"
 #include "ui/reportpreview.h"
 #include "ui_frmAntetBilgisi.h"
+#include "ui_frmArama.h"
 #include "ui_frmBugun.h"
 #include "ui_frmCariEkle.h"
 #include "ui_frmCarihesapSec.h"
@@ -29,6 +30,7 @@ template <class Drawn> void drawAs(QWidget& window) {
 
 void drawScreens(WindowHost& host) {
     host.draw("frmAntetBilgisi", drawAs<Ui::frmAntetBilgisi>);
+    host.draw("frmArama", drawAs<Ui::frmArama>);
     host.draw("frmBugun", drawAs<Ui::frmBugun>);
     host.draw("frmCariEkle", drawAs<Ui::frmCariEkle>);
     host.draw("frmCarihesapSec", drawAs<Ui::frmCarihesapSec>);

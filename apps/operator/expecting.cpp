@@ -76,6 +76,22 @@ void expectList(Stage& stage, const Line& line) {
     requireEqual(textsFrom(line, 1), stage.control<ListBox>(line.words[0], "list or combo").rows());
 }
 
+void requireInside(int row, int rows) {
+    if (row < 0 || row >= rows) {
+        throw Shortfall("row " + std::to_string(row) + " is outside, there are " + std::to_string(rows));
+    }
+}
+
+// What a row's mark says to whoever does not see it; "" without one.
+void expectMark(Stage& stage, const Line& line) {
+    const auto& list = stage.control<ListBox>(line.words[0], "list");
+    const int row = wholeNumber(line.words[1]);
+    requireInside(row, list.count());
+    const RowMarks marks = list.marks ? list.marks() : RowMarks{};
+    const auto at = static_cast<std::size_t>(row);
+    requireEqual(line.words[2].text, at < marks.rows.size() ? marks.rows[at].words : std::string());
+}
+
 int selectedRow(Stage& stage, const Word& name) {
     const Control& control = stage.control(name);
     if (const auto* list = dynamic_cast<const ListBox*>(&control)) return list->listIndex();
@@ -137,12 +153,6 @@ int columnOf(const DataGrid& grid, const Word& column) {
         throw Shortfall(grid.name() + " has no column " + column.text);
     }
     return index;
-}
-
-void requireInside(int row, int rows) {
-    if (row < 0 || row >= rows) {
-        throw Shortfall("row " + std::to_string(row) + " is outside, there are " + std::to_string(rows));
-    }
 }
 
 void expectCell(Stage& stage, const Line& line) {
@@ -285,6 +295,7 @@ void expectFile(Stage& stage, const Line& line) {
 constexpr Verb kVerbs[] = {
     {"expect", 2, 2, expectText},
     {"expect-list", 1, kAnyNumber, expectList},
+    {"expect-mark", 3, 3, expectMark},
     {"expect-selected", 2, 2, expectSelected},
     {"expect-visible", 2, 2, expectVisible},
     {"expect-enabled", 2, 2, expectEnabled},

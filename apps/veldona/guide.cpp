@@ -120,6 +120,7 @@ QString chapterOf(const std::string& screen) {
     static const std::map<std::string, QString> chapters = {
         {"frmMainVeldona", "ana-ekran"},
         {"frmAntetBilgisi", "programı-ilk-kez-açmak"},
+        {"frmArama", "hesabı-ve-satışı-aramak"},
         {"frmBugun", "bugün-aranacaklar"},
         {"frmCariEkle", "yeni-müşteri-kartı"},
         {"frmCarihesapSec", "müşteriyi-bulmak"},

@@ -23,6 +23,7 @@ enum class Colour : std::uint32_t {
     WindowBackground = 0x80000005,
     FocusedBackground = 0x80000013,
     CoveredByPayments = 0x000040C0,
+    Unusual = 0x0080C0FF, // our own: a value that is rarely meant
 };
 
 class Control {

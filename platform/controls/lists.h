@@ -11,11 +11,32 @@
 
 namespace veldona {
 
+// How a row stands out beside its text, which it leaves as it is: by a sign and a colour for the eye, in
+// words for the ear and as a tool tip.
+struct RowMark {
+    enum class Kind { None, Done, Next, Late, New };
+    Kind kind = Kind::None;
+    std::string words;
+    friend bool operator==(const RowMark&, const RowMark&) = default;
+};
+
+struct RowMarks {
+    std::vector<RowMark> rows; // one a row; those behind the last one have none
+    int lineAbove = -1;        // a line above this row, or below the last one, parts the rows; -1: none
+    std::string lineWords;     // what it stands for
+    int inSight = -1;          // the row to be seen when the rows are others than before; -1: the first
+};
+
 // An ordered list of texts with a selected index. The rows are the ledger's working copy, so reading beyond
 // the end is no error: list(i) is "" there.
 class ListBox : public Control {
 public:
     ListBox(Form& form, std::string name) : Control(form, std::move(name)) {}
+
+    // Asked for by a window each time that it shows the list, so that nobody else pays for it. Raises
+    // nothing.
+    std::function<RowMarks()> marks;
+    void marksChanged() { changed(); } // though the rows have not
 
     [[nodiscard]] int count() const { return static_cast<int>(rows_.size()); }
     [[nodiscard]] const std::string& list(int row) const; // "" outside

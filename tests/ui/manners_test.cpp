@@ -55,7 +55,7 @@ constexpr const char* kScreens[] = {"frmMainVeldona",      "frmAntetBilgisi", "f
                                     "frmCarihesapSec",     "frmCrNesne",      "frmSatis",
                                     "rprbeklenentahsilat", "rprodemesigecen", "rptGelirGider",
                                     "taksitmustduzelt",    "taksitodduzelt",  "frmYedek",
-                                    "frmGrafik",           "frmBugun"};
+                                    "frmGrafik",           "frmBugun",        "frmArama"};
 
 class Manners : public ProgramWindows {
 protected:

@@ -38,6 +38,7 @@ const std::vector<Way>& ways() {
         {"frmCariEkle", "click cmdMusteriKaydi\n", {"MUSTKAYIT"}},
         {"frmCarihesapSec", "key F10\nclick cmdBul\n", {"MUSTKAYIT"}},
         {"frmAntetBilgisi", "click cmdAntetBilgisi\n", {"FIRMABILGISI"}},
+        {"frmArama", "key Ctrl+F\n", {}},
         {"frmSatis", "click cmdSatis\n", {}},
         {"frmBugun", "key F8\n", {}},
         {"frmCrNesne", "key F10\nclick cmdBul\nclick cmdYazici\n", {}},

@@ -88,6 +88,8 @@ TEST(LookUps, GoThroughTheirIndex) {
             R"(SELECT "ID" FROM "ISLEMNOTABLO" ORDER BY "ID")", // through which the sale screen walks,
             R"(SELECT COUNT(*) FROM "ISLEMNOTABLO")",           // and whether it still stands
             R"(SELECT "ISLEMNO", "TOPBORC" FROM "ISLEMNOTABLO" ORDER BY "ID")", // the spreadsheet
+            // the index of the search
+            R"(SELECT "ISLEMNO", "MUSTNO", "URKOD", "TRH", "ACIKLAMA" FROM "URUNAL" ORDER BY "ID")",
             // the reports and the call list, which compute in sets
             R"(SELECT "MUSTNO", "ISLEMNO", "ODTRH", "ODMIKTAR" FROM "URUNSAT" )"
             R"(ORDER BY 1, 2, 3, 4, "ID", "ID")",
