@@ -47,14 +47,14 @@ struct Pictures {
     Chart payments, ages, sales;
 };
 
-Pictures picturesOf(const ShopFigures& figures) {
+Pictures picturesOf(const FrmGrafik& f) {
     Pictures made;
     made.payments = {"Vadesi gelen ve tahsil edilen (YTL)",
                      {},
                      {{"Vadesi gelen", Filling::Hatched, {}}, {"Tahsil edilen", Filling::Solid, {}}}};
     made.sales = {"Satışlar (YTL)", {}, {{"Satış", Filling::Hatched, {}}}};
     made.ages = {"Günü geçen alacak (YTL)", {}, {{"Günü geçen", Filling::Solid, {}}}};
-    for (const MonthFigures& month : figures.months) {
+    for (const MonthFigures& month : f.months) {
         made.payments.categories.push_back(monthName(month.first));
         made.payments.series[0].values.push_back(month.due.lira());
         made.payments.series[1].values.push_back(month.received.lira());
@@ -63,7 +63,7 @@ Pictures picturesOf(const ShopFigures& figures) {
     made.sales.categories = made.payments.categories;
     for (std::size_t i = 0; i < AgeGroups::kAll.size(); ++i) {
         made.ages.categories.emplace_back(AgeGroups::kAll[i].name);
-        made.ages.series[0].values.push_back(figures.ages.sums[i].lira());
+        made.ages.series[0].values.push_back(f.ages.sums[i].lira());
     }
     return made;
 }
@@ -92,35 +92,39 @@ void showPictures(FrmGrafik& f, Pictures pictures) {
 
 void showTables(FrmGrafik& f) {
     std::vector<std::vector<std::string>> months, ages;
-    for (const MonthFigures& month : f.figures.months | std::views::reverse) // the newest is looked at first
+    for (const MonthFigures& month : f.months | std::views::reverse) // the newest is looked at first
         months.push_back({monthName(month.first), shown(month.due), shown(month.received),
                           shown(month.received - month.due), std::to_string(month.sales), shown(month.sold)});
     for (std::size_t i = 0; i < AgeGroups::kAll.size(); ++i)
-        ages.push_back({AgeGroups::kAll[i].name, std::to_string(f.figures.ages.counts[i]),
-                        shown(f.figures.ages.sums[i])});
-    f.months.show({"AY", "VADE", "TAHSILAT", "FARK", "ADET", "SATIS"}, std::move(months));
-    f.ages.show({"YAS", "TAKSIT", "TUTAR"}, std::move(ages));
+        ages.push_back({AgeGroups::kAll[i].name, std::to_string(f.ages.counts[i]), shown(f.ages.sums[i])});
+    f.monthRows.show({"AY", "VADE", "TAHSILAT", "FARK", "ADET", "SATIS"}, std::move(months));
+    f.ageRows.show({"YAS", "TAKSIT", "TUTAR"}, std::move(ages));
     f.grdAylar.refresh();
     f.grdGecikme.refresh();
 }
 
 std::string summaryOf(const FrmGrafik& f) {
     StoredAmount due, received;
-    for (const MonthFigures& month : f.figures.months) {
+    for (const MonthFigures& month : f.months) {
         due += month.due;
         received += month.received;
     }
     std::string words = std::string(chosenSpan(f).name) + ": vadesi gelen " + shown(due) +
                         ", tahsil edilen " + shown(received);
     if (due > StoredAmount{}) words += " (% " + format(100 * received.lira() / due.lira(), "0") + ")";
-    return words + ". Günü geçen alacak " + shown(f.figures.ages.total()) + ".";
+    return words + ". Günü geçen alacak " + shown(f.ages.total()) + ".";
 }
 
-void readAndShow(FrmGrafik& f) {
-    f.figures = readFigures(*f.session.gBaglanti, f.session.desktop.clock.today(), chosenSpan(f).months);
-    showPictures(f, picturesOf(f.figures));
+void showSpan(FrmGrafik& f) {
+    f.months = readMonths(*f.session.gBaglanti, f.session.desktop.clock.today(), chosenSpan(f).months);
+    showPictures(f, picturesOf(f));
     showTables(f);
     f.lblOzet.setCaption(summaryOf(f));
+}
+
+void Form_Load(FrmGrafik& f) {
+    f.ages = readAges(*f.session.gBaglanti, f.session.desktop.clock.today());
+    showSpan(f);
 }
 
 std::vector<DataSet> paperRows(FrmGrafik& f) {
@@ -131,19 +135,19 @@ std::vector<DataSet> paperRows(FrmGrafik& f) {
                     {"FARK", kMoney},
                     {"SATIS_SAYISI", kWhole},
                     {"SATIS", kMoney}}};
-    for (const MonthFigures& month : f.figures.months)
+    for (const MonthFigures& month : f.months)
         months.addRow({monthName(month.first), month.due.working(), month.received.working(),
                        (month.received - month.due).working(), month.sales, month.sold.working()});
     DataSet ages{"gecikme", {{"YAS"}, {"TAKSIT", kWhole}, {"TUTAR", kMoney}}};
     for (std::size_t i = 0; i < AgeGroups::kAll.size(); ++i)
-        ages.addRow({AgeGroups::kAll[i].name, f.figures.ages.counts[i], f.figures.ages.sums[i].working()});
+        ages.addRow({AgeGroups::kAll[i].name, f.ages.counts[i], f.ages.sums[i].working()});
     DataSet summary{"ozet", {{"OZET"}}};
     summary.addRow({f.lblOzet.caption()});
     return {letterhead(f.session), std::move(summary), std::move(months), std::move(ages)};
 }
 
 void setCharts(const FrmGrafik& f, report::Layout& layout) {
-    Pictures pictures = picturesOf(f.figures);
+    Pictures pictures = picturesOf(f);
     layout.setChart("odeme", pictures.payments);
     layout.setChart("gecikme", pictures.ages);
     layout.setChart("satis", pictures.sales);
@@ -179,8 +183,8 @@ void bindGrids(FrmGrafik& f) {
                            {"Satış Tutarı", "SATIS", 84, true}});
     f.grdGecikme.setColumns(
         {{"Gecikme", "YAS", 120}, {"Taksit", "TAKSIT", 60, true}, {"Tutar", "TUTAR", 110, true}});
-    f.grdAylar.bind(&f.months);
-    f.grdGecikme.bind(&f.ages);
+    f.grdAylar.bind(&f.monthRows);
+    f.grdGecikme.bind(&f.ageRows);
 }
 
 } // namespace
@@ -202,12 +206,12 @@ FrmGrafik::FrmGrafik(Forms& forms, Session& itsSession)
         cboDonem.add(span.name);
     cboDonem.setListIndex(0);
     bindGrids(*this);
-    cboDonem.onClick = [this] { readAndShow(*this); };
+    cboDonem.onClick = [this] { showSpan(*this); };
     cmdYazdir.onClick = [this] { cmdYazdir_Click(*this); };
     cmdResim.onClick = [this] { cmdResim_Click(*this); };
     cmdKapat.onClick = [this] { this->forms().unload(*this); };
     onKeyDown = [this](KeyEvent& event) { Form_KeyDown(*this, event); };
-    onLoad = [this] { readAndShow(*this); };
+    onLoad = [this] { Form_Load(*this); };
 }
 
 std::unique_ptr<Form> makeFrmGrafik(Forms& forms, Session& session) {

@@ -45,8 +45,9 @@ struct FrmGrafik : Form {
     CommandButton cmdResim{*this, "cmdResim", "&Resim Olarak Kaydet"};
     CommandButton cmdKapat{*this, "cmdKapat", "&Kapat"};
 
-    ShopFigures figures;
-    FigureRows months, ages; // as the grids show them
+    std::vector<MonthFigures> months; // of the time that is chosen
+    AgeGroups ages;                   // read once, at the opening
+    FigureRows monthRows, ageRows;    // as the grids show them
 };
 
 [[nodiscard]] std::unique_ptr<Form> makeFrmGrafik(Forms& forms, Session& session);

@@ -21,7 +21,7 @@ namespace {
 using report::DataSet;
 using namespace columntype;
 
-constexpr const char* kNobody = "Seçilenlerin günü geçen borcu yok.";
+constexpr const char* kNobody = "Günü geçen borç yok, yazılacak bir şey bulunmadı.";
 
 // What is overdue of the accounts.
 struct Reminders {

@@ -86,20 +86,23 @@ std::unordered_set<std::string> customersOf(adodb::Connection& books) {
 
 } // namespace
 
-ShopFigures readFigures(adodb::Connection& books, DateTime today, int months) {
-    ShopFigures figures;
+std::vector<MonthFigures> readMonths(adodb::Connection& books, DateTime today, int months) {
     Months rows(today, months);
     addSums(books, rows, "URUNSAT", &MonthFigures::due);
     addSums(books, rows, "TAKSITODENEN", &MonthFigures::received);
     addSales(books, rows);
-    figures.months = rows.take();
+    return rows.take();
+}
+
+AgeGroups readAges(adodb::Connection& books, DateTime today) {
     const std::unordered_set<std::string> customers = customersOf(books);
+    AgeGroups ages;
     for (const SaleArrears& sale : arrearsOfAll(books, today)) {
         if (!customers.contains(lowerTurkish(sale.account))) continue;
         for (const OpenInstallment& row : sale.open)
-            figures.ages.add(row, today);
+            ages.add(row, today);
     }
-    return figures;
+    return ages;
 }
 
 } // namespace veldona

@@ -15,12 +15,10 @@ struct MonthFigures {
     int sales = 0;
 };
 
-struct ShopFigures {
-    std::vector<MonthFigures> months; // the last one is that of today
-    AgeGroups ages;                   // of the customers, as in the call list
-};
+// The last one is the month of today. Raises what the store raises, as the next one does.
+[[nodiscard]] std::vector<MonthFigures> readMonths(adodb::Connection& books, DateTime today, int months);
 
-// Raises what the store raises.
-[[nodiscard]] ShopFigures readFigures(adodb::Connection& books, DateTime today, int months);
+// What is overdue of the customers, as in the call list.
+[[nodiscard]] AgeGroups readAges(adodb::Connection& books, DateTime today);
 
 } // namespace veldona

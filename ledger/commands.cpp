@@ -4,6 +4,7 @@
 
 #include "core/database.h"
 #include "core/formframe.h"
+#include "daybook/reminders.h"
 #include "daybook/statement.h"
 #include "ledger/openaccount.h"
 #include "platform/runtime/conversion.h"
@@ -51,6 +52,7 @@ void bindMenuBar(FrmMainVeldona& f) {
     f.mnuEkstre.onClick = [&f] { showStatement(f.session, f.Text1.text(), StatementNotes::None); };
     f.mnuEkstreNotlu.onClick = [&f] { showStatement(f.session, f.Text1.text(), StatementNotes::Last); };
     f.mnuEkstre.setToolTip("Müşterinin ekstresini hazırlar");
+    f.mnuMektup.onClick = [&f] { showReminderLetters(f.session, {f.Text1.text()}); };
     f.mnuGrafik.setEnabled(f.forms().isKnown("frmGrafik"));
     f.mnuGrafik.onClick = [&f] { EkranGoster(f.session, "frmGrafik", Kip::Modal); };
     f.mnuYedekAl.onClick = [&f] { EkranGoster(f.session, "frmYedek", Kip::Modal); };

@@ -188,6 +188,7 @@ struct FrmMainVeldona : Form {
     MenuItem mnuAra{mnuGun, "mnuAra", "&Ara…", "Ctrl+F"};
     MenuItem mnuEkstre{mnuGun, "mnuEkstre", "&Ekstre", "F7"};
     MenuItem mnuEkstreNotlu{mnuGun, "mnuEkstreNotlu", "Ekstre, Görüşme &Notlarıyla"};
+    MenuItem mnuMektup{mnuGun, "mnuMektup", "Hatırlatma &Mektubu"};
     MenuItem mnuGrafik{mnuGun, "mnuGrafik", "Gra&fikler"};
     Menu mnuYedek{*this, "mnuYedek", "Ye&dek"};
     MenuItem mnuYedekAl{mnuYedek, "mnuYedekAl", "Yedek &Al…"};
