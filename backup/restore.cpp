@@ -24,6 +24,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+const std::string kOnServer = "sunucuda, şema ";
+
 std::string tableWord(const std::string& table) {
     if (table == "MUSTKAYIT") return "müşteri kartı";
     if (table == "ISLEMNOTABLO") return "satış";
@@ -135,13 +137,19 @@ bool areDamaged(const std::string& books) {
     }
 }
 
-std::vector<std::string> restore(const std::string& backup, const std::string& books, DateTime now) {
-    requireClosed(books);
+std::vector<std::string> restore(const std::string& backup, const std::string& books, DateTime now,
+                                 const std::string& owner) {
+    const auto server = store::ServerAddress::beside(books);
+    if (!server) requireClosed(books);
     const std::string folder = fs::path(books).parent_path().string();
     makeFolder(folder);
     const FolderLock lock(folder, "Bir yedek zaten yerine konuyor. Bitmesini bekleyip yeniden deneyin.");
     const store::TemporaryFile arrived(books + ".geri");
     const Fingerprint proven = copyToTemporary(backup, arrived.path());
+    if (server) {
+        const std::string former = putOnServer(arrived.path(), store::ServerPlace(server->as(owner)), now);
+        return former.empty() ? std::vector<std::string>() : std::vector{kOnServer + former};
+    }
     const SetAside names = namesFor(books, now, isJournalForeign(books));
     return exchange(arrived.path(), proven, books, names);
 }
@@ -149,7 +157,7 @@ std::vector<std::string> restore(const std::string& backup, const std::string& b
 std::string describe(const std::vector<std::string>& setAside) {
     std::string text;
     for (const std::string& file : setAside) {
-        const bool isJournal = !file.ends_with(".mdb");
+        const bool isJournal = !file.ends_with(".mdb") && !file.starts_with(kOnServer);
         text += (text.empty() ? "" : "\n") +
                 std::string(isJournal ? "Yanında kalmış günlük burada: " : "Değişen defter burada: ") + file;
     }

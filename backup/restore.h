@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "backup/fingerprint.h"
+#include "backup/serverbooks.h"
 #include "platform/runtime/datetime.h"
 
 namespace veldona::backup {
@@ -22,9 +23,11 @@ struct Loss {
 [[nodiscard]] bool areDamaged(const std::string& books);
 
 // Puts a proven copy of `backup` in the place of `books` and answers what was set aside: the replaced file,
-// and a journal beside it that could not be taken in. Raises Refusal where a program has the books open, or
-// StoreError; the books then stay as they are.
-std::vector<std::string> restore(const std::string& backup, const std::string& books, DateTime now);
+// and a journal beside it that could not be taken in. Books on a server are replaced there by the role
+// `owner`, and set aside there. Raises Refusal where a program has the file open, or StoreError; the books
+// then stay as they are.
+std::vector<std::string> restore(const std::string& backup, const std::string& books, DateTime now,
+                                 const std::string& owner = kOwnerRole);
 
 // Where they are, in a sentence; "" where nothing was set aside.
 [[nodiscard]] std::string describe(const std::vector<std::string>& setAside);

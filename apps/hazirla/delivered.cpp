@@ -11,9 +11,12 @@
 
 #include "backup/place.h"
 #include "backup/proof.h"
+#include "backup/serverbooks.h"
 #include "core/session.h"
+#include "platform/desktop/clock.h"
 #include "platform/store/engine/createdatabase.h"
 #include "platform/store/engine/openfile.h"
+#include "platform/store/engine/servermove.h"
 #include "platform/store/faces/dao.h"
 #include "platform/store/faces/workspace.h"
 #include "schema/tables.h"
@@ -112,6 +115,13 @@ void deliver(const std::string& target, Existing existing,
     runStatements(work.file(), {schema::firstRows().begin(), schema::firstRows().end()});
     fill(work.file());
     store::settleFile(work.file(), kDeliveredPassword);
+    if (const auto server = store::ServerAddress::beside(target)) {
+        const DateTime now = SystemClock().now();
+        const store::ServerPlace place{server->as(backup::kOwnerRole)};
+        if (existing == Existing::Keep && store::standOnServer(place)) refuseExisting(server->shown());
+        backup::putOnServer(work.file(), place, now);
+        return;
+    }
     backup::syncFile(work.file());
     const backup::Fingerprint proven = backup::prove(work.file());
     lookAtTarget(target, existing);

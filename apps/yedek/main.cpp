@@ -35,13 +35,15 @@ void list(const std::string& folder, const std::string& books) {
         std::cout << each.file << '\n';
 }
 
-void putBack(const std::string& backup, const std::string& books, bool confirmed) {
+void putBack(const Options& options, const std::string& books) {
+    const std::string& backup = *options.restore;
     std::cout << lossOfRestoring(backup, books).text;
-    if (!confirmed) {
+    if (!options.confirmed) {
         std::cout << "Hiçbir şey değiştirilmedi. Yerine koymak için --evet ekleyin.\n";
         return;
     }
-    const std::vector<std::string> setAside = restore(backup, books, SystemClock().now());
+    const std::vector<std::string> setAside =
+        restore(backup, books, SystemClock().now(), options.owner.value_or(kOwnerRole));
     std::cout << "Yedek yerine kondu ve denetlendi: " << books << '\n';
     if (!setAside.empty()) std::cout << describe(setAside) << '\n';
 }
@@ -52,7 +54,7 @@ void run(const Options& options) {
     const std::string books = paths.toNative(kDatabasePath);
     const std::string folder = options.folder ? *options.folder : usualFolder(paths);
     if (options.list) return list(folder, books);
-    if (options.restore) return putBack(*options.restore, books, options.confirmed);
+    if (options.restore) return putBack(options, books);
     takeNow(books, folder);
 }
 

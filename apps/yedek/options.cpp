@@ -22,6 +22,7 @@ std::optional<std::string>* valueOf(const std::string& option, Options& options)
     if (option == "--kok") return &options.root;
     if (option == "--klasor") return &options.folder;
     if (option == "--geri-yukle") return &options.restore;
+    if (option == "--sahip") return &options.owner;
     return nullptr;
 }
 
@@ -40,6 +41,8 @@ Options readOptions(std::span<const char* const> arguments) {
     }
     if (options.confirmed && !options.restore)
         throw Refusal("--evet yalnızca --geri-yukle ile birlikte verilir.");
+    if (options.owner && !options.restore)
+        throw Refusal("--sahip yalnızca --geri-yukle ile birlikte verilir.");
     if (options.list && options.restore) throw Refusal("--liste ile --geri-yukle birlikte verilmez.");
     return options;
 }
@@ -55,6 +58,7 @@ const char* usage() {
            "  --liste             alınmış yedekleri ve değişen defterleri sıralar\n"
            "  --geri-yukle DOSYA  bu yedek yerine konursa ne kaybolacağını gösterir\n"
            "  --evet              gösterir ve yedeği yerine koyar; değişen defter yanında saklanır\n"
+           "  --sahip ROL         sunucudaki defterin tablolarının sahibi (veldona_sahip)\n"
            "  --yardim, --help    bu sayfa\n"
            "  --surum, --version  programın sürümü\n";
 }

@@ -11,6 +11,7 @@ struct Options {
     std::optional<std::string> root;    // the folder that stands for drive C:
     std::optional<std::string> folder;  // of the backups
     std::optional<std::string> restore; // a backup to put back
+    std::optional<std::string> owner;   // of books on a server
     bool confirmed = false;             // else a restoring is only shown
     bool list = false;
 };

@@ -122,6 +122,10 @@ public:
     // end; a key that rows bring twice is then unique no more.
     virtual void beginFilling() = 0;
     virtual void endFilling() = 0;
+    // The counter given last in a table, 0 before the first: it is above those of all rows where the last
+    // ones are gone. Books that come from elsewhere go on behind it.
+    [[nodiscard]] virtual std::int64_t lastCounterOf(const std::string& table) = 0;
+    virtual void setLastCounter(const std::string& table, std::int64_t given) = 0;
     // Writes the file anew, so that nothing is left in it of what was overwritten.
     virtual void rewrite() = 0;
 

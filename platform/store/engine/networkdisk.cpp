@@ -86,7 +86,8 @@ void refuseNetworkDisk(const std::string& path) {
         "Veritabanı açılmadı: " + path +
             " bir ağ klasöründe. Ağ klasöründeki defterde iki bilgisayarın kayıtları birbirini siler. "
             "Dosyaya dokunulmadı. Defteri tek bir bilgisayarın kendi diskine koyun ve orada kullanın; birkaç "
-            "bilgisayarın birlikte kullanması bir PostgreSQL sunucusuyla olur, o da gelecek sürümdedir.");
+            "bilgisayar birlikte kullanacaksa defteri bir PostgreSQL sunucusuna taşıyın (vorel-sunucu "
+            "--kur).");
 }
 
 } // namespace veldona::store

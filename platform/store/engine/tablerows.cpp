@@ -16,7 +16,7 @@ void copyTable(const Inquiry& from, const Inquiry& into, const Catalog::Relation
     const auto insertion = into.insertion(table.name, columns);
     std::int64_t count = 0;
     for (TableRows rows(from, table); rows.next();) {
-        if (count++ % kBetweenLooks == 0) onRows();
+        if (onRows && count++ % kBetweenLooks == 0) onRows();
         for (int column = 0; column < static_cast<int>(columns.size()); ++column)
             insertion->bind(column + 1, storedValue(rows.row(), column));
         insertion->step();
@@ -70,6 +70,8 @@ void copyRows(Engine& from, Engine& into, const std::function<void()>& onRows) {
     into.beginFilling();
     for (const Catalog::Relation& table : target.catalog().relations())
         if (!table.isQuery) copyTable(source, target, table, onRows);
+    for (const Catalog::Relation& table : target.catalog().relations())
+        if (!table.isQuery) into.setLastCounter(table.name, from.lastCounterOf(table.name));
     into.endFilling();
 }
 

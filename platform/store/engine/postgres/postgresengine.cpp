@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/store/engine/postgres/definitions.h"
+#include "platform/store/engine/postgres/serverfilling.h"
 #include "platform/store/engine/postgres/session.h"
 #include "platform/store/engine/postgres/statement.h"
 #include "platform/store/engine/postgres/words.h"
@@ -35,7 +36,11 @@ public:
             session_->makeScratch(table);
     }
 
-    std::unique_ptr<Statement> prepare(std::string_view sql) override { return makeStatement(session_, sql); }
+    std::unique_ptr<Statement> prepare(std::string_view sql) override {
+        return filling_ != nullptr && Prepared(sql).kind == Prepared::Kind::Insert
+                   ? filling_->insertion(sql)
+                   : makeStatement(session_, sql);
+    }
     const EngineWords& words() const override { return kPostgresWords; }
 
     Catalog readCatalog() override {
@@ -101,8 +106,22 @@ public:
         return std::stoll(std::string(size.text(0, 0)));
     }
     void keepNoJournal() override { session_->script("SET synchronous_commit = off"); }
-    void beginFilling() override { session_->begin(); }
-    void endFilling() override { session_->commit(); }
+    void beginFilling() override { filling_ = std::make_shared<ServerFilling>(session_); }
+    void endFilling() override {
+        filling_->finish();
+        filling_.reset();
+    }
+    std::int64_t lastCounterOf(const std::string& table) override {
+        const ServerRows given = session_->ask(
+            "SELECT coalesce(pg_sequence_last_value(pg_get_serial_sequence($1, 'ID')::regclass), 0)::text",
+            {boundOf(quotedName(table))});
+        return std::stoll(std::string(given.text(0, 0)));
+    }
+    void setLastCounter(const std::string& table, std::int64_t given) override {
+        if (given == 0) return; // as it was made
+        static_cast<void>(session_->ask("SELECT setval(pg_get_serial_sequence($1, 'ID'), $2)",
+                                        {boundOf(quotedName(table)), boundOf(given)}));
+    }
     void rewrite() override {
         const Catalog catalog = readCatalog();
         for (const Catalog::Relation& relation : catalog.relations())
@@ -111,6 +130,7 @@ public:
 
 private:
     std::shared_ptr<Session> session_;
+    std::shared_ptr<ServerFilling> filling_; // as long as it is filled
 };
 
 } // namespace

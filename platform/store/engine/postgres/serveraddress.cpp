@@ -112,6 +112,12 @@ std::optional<ServerAddress> ServerAddress::beside(const std::string& booksPath)
     return ServerAddress(text, path);
 }
 
+ServerAddress ServerAddress::as(const std::string& user) const {
+    ServerAddress address = *this;
+    address.keywords_["user"] = user;
+    return address;
+}
+
 std::string ServerAddress::text() const {
     std::string text;
     for (const auto& [keyword, value] : keywords_)

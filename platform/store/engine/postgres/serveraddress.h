@@ -24,6 +24,8 @@ public:
 
     // libpq's keywords; those that the text leaves to libpq are not among them.
     [[nodiscard]] const std::map<std::string, std::string>& keywords() const { return keywords_; }
+    // The same server for another user.
+    [[nodiscard]] ServerAddress as(const std::string& user) const;
     // The address as a text again, to be written into a file.
     [[nodiscard]] std::string text() const;
     [[nodiscard]] const std::string& source() const { return source_; }

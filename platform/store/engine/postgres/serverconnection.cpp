@@ -40,15 +40,18 @@ struct Reason {
 };
 
 constexpr const char* kWrongPassword =
-    "Sunucu bu kullanıcıyı ya da parolasını kabul etmedi. Parola, parola dosyasında (~/.pgpass) aranır; "
-    "satırını ve dosyanın yalnız sahibine açık olduğunu denetleyin.";
+    "Sunucu parolayı kabul etmedi. Parola, parola dosyasında (~/.pgpass) aranır; satırını ve dosyanın yalnız "
+    "sahibine açık olduğunu denetleyin.";
 constexpr const char* kUnsafe =
     "Sunucuyla güvenli (TLS) bağlantı kurulamadı. Sunucunun sertifikasını ve adresteki sslmode ile "
     "sslrootcert sözlerini denetleyin.";
 
 // The first that fits. A server's own code stands in the sentence behind "FATAL:".
 constexpr Reason kReasons[] = {
-    {"FATAL:  28", Kind::WrongPassword, kWrongPassword},
+    {"FATAL:  28P01", Kind::WrongPassword, kWrongPassword},
+    {"FATAL:  28", Kind::WrongPassword,
+     "Sunucu bu kullanıcıyı bu bilgisayardan kabul etmiyor. Rolün adını, veritabanının adını ve sunucudaki "
+     "pg_hba.conf satırını denetleyin."},
     {"no password supplied", Kind::WrongPassword, kWrongPassword},
     {"FATAL:  3D000", Kind::FileMissing,
      "Sunucuda bu adda bir veritabanı yok. Adı denetleyin; defter henüz taşınmadıysa vorel-sunucu --kur "
@@ -88,6 +91,10 @@ StoreError unreachable(const ServerAddress& address, std::string_view sentence) 
                 " Adres burada yazılı: " + address.source()};
 }
 
+// The server learns as soon that a till is gone: in the middle of a save it would hold up all others.
+const std::string kServerNotices = "-c tcp_keepalives_idle=10 -c tcp_keepalives_interval=5 "
+                                   "-c tcp_keepalives_count=3 -c tcp_user_timeout=20000 ";
+
 // A till whose network went away learns of it in seconds and not in the minutes that the system waits.
 ServerConnection begin(const ServerAddress& address) {
     std::map<std::string, std::string> keywords = {{"fallback_application_name", "veldona"},
@@ -98,6 +105,7 @@ ServerConnection begin(const ServerAddress& address) {
     for (const auto& [keyword, value] : address.keywords())
         keywords.insert_or_assign(keyword, value);
     keywords["client_encoding"] = "UTF8";
+    keywords["options"] = kServerNotices + keywords["options"];
     std::vector<const char*> names, values;
     for (const auto& [keyword, value] : keywords) {
         names.push_back(keyword.c_str());

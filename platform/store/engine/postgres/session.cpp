@@ -256,15 +256,23 @@ Patience Session::patienceForRows() const {
     return [this](milliseconds) { return !bounds->goOn || bounds->goOn(); };
 }
 
-void Session::script(const std::string& sql) {
+template <class Step> void Session::attempt(Step&& step) {
     try {
-        wire_.script(sql);
+        step();
     } catch (const ServerRefusal& refusal) {
         fail(storeErrorOf(refusal));
     } catch (const LostConnection&) {
         isOpen_ = false;
         fail(connectionLost());
     }
+}
+
+void Session::script(const std::string& sql) {
+    attempt([&] { wire_.script(sql); });
+}
+
+void Session::copyIn(const std::string& statement, const std::string& lines) {
+    attempt([&] { wire_.copyIn(statement, lines); });
 }
 
 ServerRows Session::ask(const std::string& sql, const std::vector<Bound>& values) {

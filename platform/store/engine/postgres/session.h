@@ -76,6 +76,8 @@ public:
     [[nodiscard]] ServerRows run(Prepared& statement, const std::vector<Bound>& values);
     // Statements of ours.
     void script(const std::string& sql);
+    // Rows into a table, by COPY … FROM STDIN.
+    void copyIn(const std::string& statement, const std::string& lines);
     [[nodiscard]] ServerRows ask(const std::string& sql, const std::vector<Bound>& values = {});
 
     void begin();
@@ -102,6 +104,7 @@ private:
     void bindTo(Batch& batch, Prepared& statement, const std::vector<Bound>& values, std::string& made);
     [[nodiscard]] std::vector<ServerAnswer> send(const Batch& batch, const Patience& patience);
     [[noreturn]] void fail(StoreError failure);
+    template <class Step> void attempt(Step&& step);
     [[nodiscard]] Patience patienceForLock() const;
     [[nodiscard]] Patience patienceForRows() const;
     void noteWrite(const Prepared& statement, const pg_result* answer);

@@ -144,6 +144,22 @@ public:
         filling_->finish();
         filling_.reset();
     }
+    std::int64_t lastCounterOf(const std::string& table) override {
+        const auto given = prepare("SELECT seq FROM sqlite_sequence WHERE name = ?1");
+        given->bind(1, table);
+        return given->step() ? given->whole(0) : 0;
+    }
+    void setLastCounter(const std::string& table, std::int64_t given) override {
+        if (given == 0) return; // as it was made
+        for (const char* sql : {"INSERT INTO sqlite_sequence (name, seq) SELECT ?1, ?2 WHERE NOT EXISTS "
+                                "(SELECT 1 FROM sqlite_sequence WHERE name = ?1)",
+                                "UPDATE sqlite_sequence SET seq = ?2 WHERE name = ?1"}) {
+            const auto change = prepare(sql);
+            change->bind(1, table);
+            change->bind(2, given);
+            change->step();
+        }
+    }
     void rewrite() override { execute("VACUUM"); }
 
     void shape(std::string_view sql) {

@@ -1,0 +1,159 @@
+#include "platform/store/engine/postgres/serverfilling.h"
+
+#include <array>
+#include <charconv>
+#include <utility>
+
+#include "platform/runtime/text.h"
+#include "platform/store/engine/postgres/definitions.h"
+
+namespace veldona::store {
+namespace {
+
+constexpr std::size_t kPortion = 1 << 20;
+
+template <class Number> std::string written(Number number) {
+    std::array<char, 32> digits{};
+    return {digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr};
+}
+
+// Such a text comes from a damaged file; to leave the letter out would be another text.
+std::string storable(const std::string& text) {
+    if (text.find('\0') != text.npos || validUtf8(text) != text)
+        throw StoreError(StoreError::Kind::TypeMismatch,
+                         "Sunucuya yazılamayan bir yazı var; harflerinden biri bozuk: " + visibleText(text));
+    std::string line;
+    for (const char letter : text) {
+        switch (letter) {
+        case '\\':
+            line += "\\\\";
+            break;
+        case '\t':
+            line += "\\t";
+            break;
+        case '\n':
+            line += "\\n";
+            break;
+        case '\r':
+            line += "\\r";
+            break;
+        default:
+            line += letter;
+        }
+    }
+    return line;
+}
+
+std::string cellOf(const Value& value) {
+    switch (value.kind()) {
+    case Value::Kind::Null:
+        return "\\N";
+    case Value::Kind::Boolean:
+        return value.get<bool>() ? "1" : "0";
+    case Value::Kind::Whole:
+        return written(value.get<std::int64_t>());
+    case Value::Kind::Double:
+        return written(value.get<double>());
+    case Value::Kind::Text:
+        return storable(value.get<std::string>());
+    case Value::Kind::Money:
+    case Value::Kind::Date:
+        break;
+    }
+    throw std::logic_error("a value reached the engine that was not turned into its stored form");
+}
+
+// It answers nothing: what it is run with is on its way only when the portion is full.
+class CopiedRow final : public Statement {
+public:
+    CopiedRow(std::shared_ptr<ServerFilling> filling, std::string target)
+        : filling_(std::move(filling)), target_(std::move(target)) {}
+
+    void bind(int index, const Value& value) override {
+        const auto place = static_cast<std::size_t>(index);
+        if (cells_.size() < place) cells_.resize(place);
+        cells_[place - 1] = cellOf(value);
+    }
+    bool step() override {
+        std::string line;
+        for (const std::string& cell : cells_)
+            line.append(cell).append(1, '\t');
+        line.back() = '\n';
+        filling_->add(target_, line);
+        return false;
+    }
+    void reset() override {}
+    int columnCount() const override { return 0; }
+    std::string columnName(int) const override { return {}; }
+    std::string declaredType(int) const override { return {}; }
+    Storage storage(int) const override { return Storage::Null; }
+    std::int64_t whole(int) const override { return 0; }
+    double number(int) const override { return 0; }
+    std::string_view text(int) const override { return {}; }
+
+private:
+    std::shared_ptr<ServerFilling> filling_;
+    std::string target_;
+    std::vector<std::string> cells_;
+};
+
+} // namespace
+
+ServerFilling::ServerFilling(std::shared_ptr<Session> session) : session_(std::move(session)) {
+    session_->begin();
+    session_->script("SET LOCAL maintenance_work_mem = '256MB'"); // the indexes are sorted in it
+    takeIndexesOff();
+}
+
+std::unique_ptr<Statement> ServerFilling::insertion(std::string_view sql) {
+    constexpr std::string_view into = "INSERT INTO ", values = " VALUES";
+    sql.remove_prefix(into.size());
+    return std::make_unique<CopiedRow>(shared_from_this(), std::string(sql.substr(0, sql.find(values))));
+}
+
+void ServerFilling::add(const std::string& target, std::string_view line) {
+    std::string& lines = lines_[target];
+    lines += line;
+    if (lines.size() >= kPortion) send(target, lines);
+}
+
+void ServerFilling::send(const std::string& target, std::string& lines) {
+    session_->copyIn("COPY " + target + " FROM STDIN", std::exchange(lines, {}));
+}
+
+void ServerFilling::finish() {
+    for (auto& [target, lines] : lines_)
+        if (!lines.empty()) send(target, lines);
+    for (const std::string& index : indexes_)
+        makeAgain(index);
+    session_->commit();
+}
+
+void ServerFilling::takeIndexesOff() {
+    const ServerRows known = session_->ask(
+        "SELECT c.relname, pg_get_indexdef(c.oid) FROM pg_index i JOIN pg_class c ON c.oid = i.indexrelid "
+        "WHERE c.relnamespace = current_schema()::regnamespace ORDER BY c.oid");
+    std::string script;
+    for (int i = 0; i < known.rowCount(); ++i) {
+        script += "DROP INDEX " + quotedName(std::string(known.text(i, 0))) + "; ";
+        indexes_.emplace_back(known.text(i, 1));
+    }
+    if (!script.empty()) session_->script(script);
+}
+
+// Rows may bring a key twice from where they come; the books then go on without its being unique.
+void ServerFilling::makeAgain(const std::string& index) {
+    constexpr std::string_view unique = "UNIQUE ";
+    const std::size_t word = index.find(unique);
+    if (word == index.npos) return session_->script(index);
+    session_->script("SAVEPOINT unique_key");
+    try {
+        session_->script(index);
+    } catch (const StoreError& failure) {
+        if (failure.kind() != StoreError::Kind::Constraint) throw;
+        session_->script("ROLLBACK TO unique_key");
+        session_->script(std::string(index).erase(word, unique.size()));
+    }
+}
+
+} // namespace veldona::store
