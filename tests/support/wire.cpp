@@ -66,10 +66,11 @@ void Wire::wake() const {
     static_cast<void>(!::write(wakeUp_, &one, sizeof one));
 }
 
-void Wire::cutAt(int nth) {
+void Wire::cutAt(int nth, std::function<void()> meanwhile) {
     cutAt_ = 0;
     messages_ = 0;
     cut_ = false;
+    meanwhile_ = std::move(meanwhile);
     cutAt_ = nth;
 }
 
@@ -123,11 +124,14 @@ void Wire::takeIn(Pair& pair, Direction& direction) {
         pair.ends = true;
         return;
     }
+    if (direction.isFromClient && pair.wasAnswered) ++trips_;
+    pair.wasAnswered = !direction.isFromClient;
     direction.arriving.append(bytes, static_cast<std::size_t>(got));
     Packet packet{Clock::now() + oneWay_, {}};
     const bool isCut = isCutBehind(direction, packet.bytes);
     if (!packet.bytes.empty()) direction.underWay.push_back(std::move(packet));
     if (!isCut) return;
+    if (meanwhile_) meanwhile_();
     cut_ = true;
     pair.ends = true;
 }

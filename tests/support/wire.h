@@ -5,6 +5,7 @@
 #include <atomic>
 #include <chrono>
 #include <deque>
+#include <functional>
 #include <list>
 #include <string>
 #include <string_view>
@@ -27,10 +28,12 @@ public:
     [[nodiscard]] std::string folder() const { return folder_.path().string(); }
 
     // The nth message from now on, of either side and of any connection, does not arrive: those before it do,
-    // then the connection is gone. 0: none is cut.
-    void cutAt(int nth);
+    // then the connection is gone, when `meanwhile` has run on the wire's own thread. 0: none is cut.
+    void cutAt(int nth, std::function<void()> meanwhile = {});
     [[nodiscard]] int messages() const { return messages_; } // since the last cutAt
-    [[nodiscard]] bool hasCut() const { return cut_; }       // likewise
+    // How often a side that had been told something spoke to the server: each is a trip there and back.
+    [[nodiscard]] int trips() const { return trips_; }
+    [[nodiscard]] bool hasCut() const { return cut_; } // likewise
     // While it is down every connection is gone and none is made.
     void setDown(bool down);
 
@@ -50,6 +53,7 @@ private:
     };
     struct Pair {
         Direction toServer, toClient;
+        bool wasAnswered = true;
         bool ends = false; // nothing is taken in any more; it closes when all has arrived
     };
 
@@ -66,7 +70,8 @@ private:
     TemporaryFolder folder_;
     int listener_ = -1, wakeUp_ = -1;
     std::list<Pair> pairs_; // of the wire's own thread
-    std::atomic<int> messages_ = 0, cutAt_ = 0;
+    std::atomic<int> messages_ = 0, trips_ = 0, cutAt_ = 0;
+    std::function<void()> meanwhile_; // set while nothing is to be cut
     std::atomic<bool> cut_ = false, down_ = false, over_ = false;
     std::thread thread_;
 };
