@@ -260,6 +260,10 @@ BEGIN
     RETURN given;
 END $$;
 
+-- The number of the last write of each session: how one learns what became of a write whose answer was lost.
+CREATE TABLE "MSysKASA" ("KASA" text COLLATE "C" PRIMARY KEY, "NO" bigint NOT NULL, "ID" bigint,
+                         "AN" timestamptz NOT NULL DEFAULT now());
+
 -- Tells the other tills that somebody wrote.
 CREATE FUNCTION vd_wrote() RETURNS trigger LANGUAGE plpgsql AS $$
 BEGIN

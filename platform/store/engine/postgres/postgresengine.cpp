@@ -31,10 +31,7 @@ class PostgresEngine final : public Engine {
 public:
     PostgresEngine(const ServerPlace& place, std::chrono::milliseconds wait, std::function<DateTime()> clock,
                    const std::vector<TableDef>& scratch)
-        : session_(std::make_shared<Session>(place, wait, std::move(clock))) {
-        for (const TableDef& table : scratch)
-            session_->makeScratch(table);
-    }
+        : session_(std::make_shared<Session>(place, wait, std::move(clock), scratch)) {}
 
     std::unique_ptr<Statement> prepare(std::string_view sql) override {
         return filling_ != nullptr && Prepared(sql).kind == Prepared::Kind::Insert
@@ -74,7 +71,7 @@ public:
     void commit() override { session_->commit(); }
     void rollback() override { session_->rollback(); }
     bool inTransaction() const override { return session_->inTransaction(); }
-    std::int64_t lastId() const override { return session_->lastId; }
+    std::int64_t lastId() const override { return session_->lastId(); }
     std::int64_t rowsChanged() const override { return session_->rowsChanged; }
     std::int64_t writesOfOthers() override { return session_->writesOfOthers(); }
     void setBusyTimeout(std::chrono::milliseconds timeout) override { session_->busyTimeout = timeout; }

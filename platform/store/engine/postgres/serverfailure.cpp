@@ -33,7 +33,8 @@ StoreError storeErrorOf(const ServerRefusal& refusal) {
 
 StoreError connectionLost() {
     return {Kind::InputOutput,
-            "Sunucuyla bağlantı koptu. Sunucuyu ve ağ bağlantısını denetleyip işlemi yeniden yapın."};
+            "Sunucuyla bağlantı koptu; yapılmakta olan işin hiçbir bölümü kaydedilmedi. Sunucuyu ve ağ "
+            "bağlantısını denetleyip işi yeniden yapın."};
 }
 
 } // namespace veldona::store

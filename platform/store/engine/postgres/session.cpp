@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <random>
 #include <utility>
 
 #include "platform/store/dialect/literal.h"
@@ -53,8 +54,29 @@ std::string tableBehind(std::string_view sql, std::string_view beginning) {
     return std::string(sql.substr(0, sql.find('"')));
 }
 
-ServerConnection opened(const ServerPlace& place, milliseconds wait) {
-    return connectTo(place.address, wait);
+// "A", "B" of INSERT INTO "T" ("A", "B") VALUES ($1, $2) …, where nothing is reckoned on the way.
+std::string plainColumns(std::string_view sql, const std::string& table) {
+    constexpr std::string_view values = ") VALUES (";
+    const std::size_t open = sql.find(" (") + 2, close = sql.find(values);
+    if (close == sql.npos || close < open) return {};
+    const std::string columns(sql.substr(open, close - open));
+    std::string expected;
+    int place = 0;
+    for (std::size_t at = 0; at < columns.size();) {
+        const std::size_t end = std::min(columns.find(", ", at), columns.size());
+        const std::string parameter = '$' + std::to_string(++place);
+        const bool isCounter = columns.compare(at, end - at, "\"ID\"") == 0;
+        expected += (place > 1 ? ", " : "") +
+                    (isCounter ? "vd_counter('" + quotedName(table) + "', " + parameter + ')' : parameter);
+        at = end + 2;
+    }
+    const std::string_view given = sql.substr(close + values.size());
+    return given == expected + ')' + std::string(kPostgresWords.behindInsert) ? columns : std::string();
+}
+
+std::string randomName() {
+    std::random_device random;
+    return std::to_string(random()) + '.' + std::to_string(random()) + '.' + std::to_string(random());
 }
 
 } // namespace
@@ -111,24 +133,18 @@ Prepared::Prepared(std::string_view text) : sql(text) {
         kind = itsKind;
         table = tableBehind(text, beginning);
     }
+    if (kind == Kind::Insert) columns = plainColumns(text, table);
     if (text == kLastCounter) kind = Kind::LastCounter;
     readsClock = sql.find("vd_now(") != sql.npos || sql.find("vd_today(") != sql.npos;
 }
 
-Session::Session(const ServerPlace& place, milliseconds wait, std::function<DateTime()> clock)
-    : busyTimeout(wait), place_(place), wire_(opened(place, wait)), clock_(std::move(clock)) {
-    const std::string schema = quotedName(place_.schema);
-    script(
-        "SET search_path = " + schema +
-        "; SET jit = off; SET client_min_messages = error; SET default_transaction_isolation = "
-        "'read committed'; SET statement_timeout = 0; SET idle_in_transaction_session_timeout = 0; LISTEN " +
-        schema);
-    const ServerRows known = ask("SELECT oid::text FROM pg_namespace WHERE nspname = current_schema()");
-    if (known.rowCount() == 0)
-        throw StoreError(StoreError::Kind::FileMissing,
-                         "Sunucuda bu programın defteri yok: " + place_.address.shown() +
-                             ". Defter sunucuya vorel-sunucu --kur komutuyla taşınır.");
-    lockKey_ = "SELECT pg_advisory_xact_lock(7645, " + std::string(known.text(0, 0)) + "::int)";
+Session::Session(const ServerPlace& place, milliseconds wait, std::function<DateTime()> clock,
+                 std::vector<TableDef> scratch)
+    : busyTimeout(wait), place_(place), clock_(std::move(clock)), scratchTables_(std::move(scratch)),
+      till_(randomName()) {
+    for (const TableDef& table : scratchTables_)
+        scratch_.insert(table.name);
+    connect(wait);
 }
 
 Command Session::lock() const {
@@ -141,6 +157,7 @@ void Session::addSettings(Batch& batch, const Prepared* statement) {
             batch.push_back(plain("DEALLOCATE " + name));
         batch.push_back(syncHere());
     }
+    addWaiting(batch);
     if (timeoutSet_ != busyTimeout) {
         // Nought would be no end at all.
         const auto most =
@@ -155,6 +172,7 @@ void Session::addSettings(Batch& batch, const Prepared* statement) {
 }
 
 void Session::bindTo(Batch& batch, Prepared& statement, const std::vector<Bound>& values, std::string& made) {
+    if (std::exchange(statement.connection, connections_) != connections_) statement.variants.clear();
     std::vector<unsigned> types;
     for (const Bound& value : values)
         types.push_back(value.type);
@@ -168,13 +186,42 @@ void Session::bindTo(Batch& batch, Prepared& statement, const std::vector<Bound>
         {Command::Kind::RunPrepared, {}, known == statement.variants.end() ? made : known->name, values});
 }
 
+// The number of the write stands in one with it.
+Command Session::mark(const std::string& table) {
+    Command command{Command::Kind::RunPrepared, {}, "vdmark", {}};
+    command.values = {boundOf(till_), boundOf(++act_),
+                      table.empty() ? boundOf(Value()) : boundOf(quotedName(table))};
+    return command;
+}
+
+bool Session::isShared(const Prepared& statement) const {
+    return statement.kind != Prepared::Kind::Read && !scratch_.contains(statement.table);
+}
+
 ServerRows Session::run(Prepared& statement, const std::vector<Bound>& values) {
+    requireConnection();
+    if (canWait(statement)) {
+        keepRow(statement, values);
+        return {};
+    }
+    sendWaiting();
+    const bool wasOpen = isOpen_;
+    try {
+        return attempt(statement, values);
+    } catch (const LostConnection&) {
+        if (wasOpen) fail(connectionLost());
+        return runAgain(statement, values);
+    }
+}
+
+ServerRows Session::attempt(Prepared& statement, const std::vector<Bound>& values) {
     const bool writes = statement.kind != Prepared::Kind::Read;
-    const bool isShared = writes && !scratch_.contains(statement.table);
+    const bool shared = isShared(statement);
+    requireScratch(statement);
     Batch batch;
     addSettings(batch, &statement);
     if (isOpen_) batch.push_back(plain(kSavepoint));
-    if (isShared && !isOpen_) batch.push_back(lock());
+    if (shared && !isOpen_) batch.push_back(lock());
     std::string made;
     bindTo(batch, statement, values, made);
     const std::size_t place = batch.size() - 1;
@@ -187,19 +234,23 @@ ServerRows Session::run(Prepared& statement, const std::vector<Bound>& values) {
                 throw tooLarge();
         };
     if (isOpen_) batch.push_back(plain(kRelease));
+    if (shared && !isOpen_)
+        batch.push_back(mark(statement.kind == Prepared::Kind::Insert ? statement.table : std::string()));
     const bool isBounded = static_cast<bool>(batch[place].takeRow);
-    std::vector<ServerAnswer> answers = send(batch, isShared    ? patienceForLock()
-                                                    : isBounded ? patienceForRows()
-                                                                : Patience());
+    Answers answers = send(batch, shared ? patienceForLock() : isBounded ? patienceForRows() : Patience());
     if (!made.empty()) {
         Prepared::Variant variant{{}, made};
         for (const Bound& value : values)
             variant.types.push_back(value.type);
         statement.variants.push_back(std::move(variant));
     }
-    if (writes) noteWrite(statement, answers[place].get());
-    if (writes) return {};
-    return taken.rowCount() > 0 ? std::move(taken) : ServerRows(std::move(answers[place]));
+    if (!writes) return taken.rowCount() > 0 ? std::move(taken) : ServerRows(std::move(answers[place]));
+    if (shared)
+        hasWritten_ = true;
+    else
+        filled_.insert(statement.table);
+    noteWrite(statement, answers[place].get());
+    return {};
 }
 
 void Session::noteWrite(const Prepared& statement, const pg_result* answer) {
@@ -209,7 +260,8 @@ void Session::noteWrite(const Prepared& statement, const pg_result* answer) {
     const int rows = PQntuples(answer);
     if (statement.kind != Prepared::Kind::Insert || rows == 0) return;
     const std::string_view id = PQgetvalue(answer, rows - 1, 0);
-    std::from_chars(id.data(), id.data() + id.size(), lastId);
+    std::from_chars(id.data(), id.data() + id.size(), lastId_);
+    lastTable_.clear();
     if (!isOpen_) return;
     std::int64_t first = 0;
     const std::string_view lowest = PQgetvalue(answer, 0, 0);
@@ -217,15 +269,15 @@ void Session::noteWrite(const Prepared& statement, const pg_result* answer) {
     counted_.try_emplace(statement.table, first);
 }
 
-std::vector<ServerAnswer> Session::send(const Batch& batch, const Patience& patience) {
+Session::Answers Session::send(const Batch& batch, const Patience& patience) {
     try {
-        std::vector<ServerAnswer> answers = wire_.run(batch, patience);
+        Answers answers = wire_->run(batch, patience);
         timeoutSet_ = busyTimeout;
         return answers;
     } catch (const ServerRefusal& refusal) {
-        if (isOpen_ && wire_.isInTransaction()) {
+        if (isOpen_ && wire_->isInTransaction()) {
             try {
-                static_cast<void>(wire_.run({plain(kBackToSavepoint), plain(kRelease)}));
+                static_cast<void>(wire_->run({plain(kBackToSavepoint), plain(kRelease)}));
             } catch (const ServerRefusal&) {
                 // The transaction is lost as a whole; its end says so.
             }
@@ -237,7 +289,7 @@ std::vector<ServerAnswer> Session::send(const Batch& batch, const Patience& pati
         fail(storeErrorOf(refusal));
     } catch (const LostConnection&) {
         isOpen_ = false;
-        fail(connectionLost());
+        throw;
     }
 }
 
@@ -256,8 +308,10 @@ Patience Session::patienceForRows() const {
     return [this](milliseconds) { return !bounds->goOn || bounds->goOn(); };
 }
 
-template <class Step> void Session::attempt(Step&& step) {
+template <class Step> void Session::guarded(Step&& step) {
     try {
+        requireConnection();
+        flushWaiting();
         step();
     } catch (const ServerRefusal& refusal) {
         fail(storeErrorOf(refusal));
@@ -268,50 +322,88 @@ template <class Step> void Session::attempt(Step&& step) {
 }
 
 void Session::script(const std::string& sql) {
-    attempt([&] { wire_.script(sql); });
+    guarded([&] { wire_->script(sql); });
 }
 
 void Session::copyIn(const std::string& statement, const std::string& lines) {
-    attempt([&] { wire_.copyIn(statement, lines); });
+    hasWritten_ = true;
+    guarded([&] { wire_->copyIn(statement, lines); });
 }
 
 ServerRows Session::ask(const std::string& sql, const std::vector<Bound>& values) {
     Batch batch = {plain(sql)};
     batch.front().values = values;
-    return ServerRows(std::move(send(batch, {}).front()));
+    try {
+        requireConnection();
+        flushWaiting();
+        return ServerRows(std::move(send(batch, {}).front()));
+    } catch (const LostConnection&) {
+        fail(connectionLost());
+    }
 }
 
 void Session::begin() {
-    Batch batch;
-    addSettings(batch, nullptr);
-    batch.push_back(plain("BEGIN"));
-    batch.push_back(lock());
-    try {
+    requireConnection();
+    sendWaiting();
+    const auto attempted = [this] {
+        Batch batch;
+        addSettings(batch, nullptr);
+        batch.push_back(plain("BEGIN"));
+        batch.push_back(lock());
         static_cast<void>(send(batch, patienceForLock()));
-        isOpen_ = true;
+    };
+    try {
+        attempted();
     } catch (const StoreError&) {
-        if (wire_.isInTransaction()) script("ROLLBACK");
+        if (wire_->isInTransaction()) script("ROLLBACK");
         throw;
+    } catch (const LostConnection&) {
+        reconnect(); // nothing was in it yet
+        try {
+            attempted();
+        } catch (const LostConnection&) {
+            fail(connectionLost());
+        }
     }
+    isOpen_ = true;
+    hasWritten_ = false;
+    counted_.clear();
 }
 
 void Session::beginReading() {
     script("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY");
     isOpen_ = true;
+    hasWritten_ = false;
 }
 
 void Session::commit() {
+    requireConnection();
+    flushWaiting();
     isOpen_ = false;
-    counted_.clear();
-    const std::vector<ServerAnswer> answers = send({plain("COMMIT")}, {});
-    // A transaction that failed as a whole is undone instead, without a word.
-    if (std::string_view(PQcmdStatus(answers.front().get())) != "COMMIT") fail(connectionLost());
+    Batch batch;
+    if (hasWritten_) batch.push_back(mark({}));
+    batch.push_back(plain("COMMIT"));
+    try {
+        const Answers answers = send(batch, {});
+        // A transaction that failed as a whole is undone instead, without a word.
+        if (std::string_view(PQcmdStatus(answers.back().get())) != "COMMIT") fail(connectionLost());
+    } catch (const StoreError&) {
+        if (wire_->isInTransaction()) script("ROLLBACK");
+        throw;
+    } catch (const LostConnection&) {
+        if (!hasWritten_) return;
+        inDoubt_ = act_;
+        reconnect(); // raises where nobody can be asked
+        if (!wentThrough(std::exchange(inDoubt_, 0))) fail(connectionLost());
+        tellLater("Son işlem kopmadan önce kaydedilmişti; yeniden yapmayın.");
+    }
 }
 
 // The counters that the transaction took are given back, as the file gives them: nobody else writes until its
 // end.
 void Session::rollback() {
     isOpen_ = false;
+    waiting_.clear();
     Batch batch;
     for (const auto& [table, id] : std::exchange(counted_, {})) {
         batch.push_back(plain("SELECT setval(pg_get_serial_sequence($1, 'ID'), $2, false)"));
@@ -320,20 +412,16 @@ void Session::rollback() {
     batch.push_back(syncHere()); // one that failed as a whole takes nothing but its end
     batch.push_back(plain("ROLLBACK"));
     try {
-        static_cast<void>(wire_.run(batch));
+        static_cast<void>(wire_->run(batch));
     } catch (const ServerRefusal& refusal) {
-        if (wire_.isInTransaction()) fail(storeErrorOf(refusal));
+        if (wire_->isInTransaction()) fail(storeErrorOf(refusal));
     } catch (const LostConnection&) {
-        fail(connectionLost());
+        // What was not committed is undone by the server.
     }
 }
 
-void Session::makeScratch(const TableDef& table) {
-    script(scratchStatement(table));
-    scratch_.insert(table.name);
-}
-
 void Session::forget(const Prepared& statement) {
+    if (statement.connection != connections_) return; // gone with it
     for (const Prepared::Variant& variant : statement.variants)
         forgotten_.push_back(variant.name);
 }

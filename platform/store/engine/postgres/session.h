@@ -4,6 +4,11 @@
 // Each statement is one trip. Inside a transaction it stands between a savepoint and its release, so that the
 // transaction goes on behind a refused one; a write outside of one waits for the lock of the books first, as
 // begin() does, so that one till writes at a time.
+//
+// A connection that goes away is made anew. Each write, and each transaction that wrote, leaves its number in
+// the row of this session, in one with what it wrote: so what became of one whose answer was lost is known,
+// and it is neither done twice nor told of as done where it wasn't. The server's own number of a transaction
+// would not do: one that a crash took away is given again.
 #pragma once
 
 #include <chrono>
@@ -18,6 +23,7 @@
 #include "platform/runtime/datetime.h"
 #include "platform/store/engine/engine.h"
 #include "platform/store/engine/place.h"
+#include "platform/store/engine/postgres/rowheap.h"
 #include "platform/store/engine/postgres/wire.h"
 
 namespace veldona::store {
@@ -62,16 +68,19 @@ struct Prepared {
     Kind kind = Kind::Read;
     std::string table; // written
     bool readsClock = false;
+    std::string columns; // of an insert of one row whose values are its parameters in their order; else ""
     struct Variant {
         std::vector<unsigned> types;
         std::string name;
     };
-    std::vector<Variant> variants;
+    std::vector<Variant> variants; // of the connection of this number
+    std::int64_t connection = 0;
 };
 
 class Session {
 public:
-    Session(const ServerPlace& place, std::chrono::milliseconds wait, std::function<DateTime()> clock);
+    Session(const ServerPlace& place, std::chrono::milliseconds wait, std::function<DateTime()> clock,
+            std::vector<TableDef> scratch);
 
     [[nodiscard]] ServerRows run(Prepared& statement, const std::vector<Bound>& values);
     // Statements of ours.
@@ -84,13 +93,13 @@ public:
     void beginReading();
     void commit();
     void rollback();
-    [[nodiscard]] bool inTransaction() const { return isOpen_ && wire_.isInTransaction(); }
+    [[nodiscard]] bool inTransaction() const { return isOpen_ && wire_->isInTransaction(); }
 
-    void makeScratch(const TableDef& table);
     void forget(const Prepared& statement);
-    [[nodiscard]] std::int64_t writesOfOthers() { return wire_.notesOfOthers(); }
+    [[nodiscard]] std::int64_t writesOfOthers();
 
-    std::int64_t lastId = 0;
+    [[nodiscard]] std::int64_t lastId();
+
     std::int64_t rowsChanged = 0;
     std::chrono::milliseconds busyTimeout;
     std::shared_ptr<LockWait> lockWait; // nothing: until the time is up
@@ -99,26 +108,63 @@ public:
 
 private:
     using Batch = std::vector<Command>;
+    using Answers = std::vector<ServerAnswer>;
+
     void addSettings(Batch& batch, const Prepared* statement);
     [[nodiscard]] Command lock() const;
+    [[nodiscard]] Command mark(const std::string& table);
     void bindTo(Batch& batch, Prepared& statement, const std::vector<Bound>& values, std::string& made);
-    [[nodiscard]] std::vector<ServerAnswer> send(const Batch& batch, const Patience& patience);
+    [[nodiscard]] ServerRows attempt(Prepared& statement, const std::vector<Bound>& values);
+    [[nodiscard]] Answers send(const Batch& batch, const Patience& patience);
     [[noreturn]] void fail(StoreError failure);
-    template <class Step> void attempt(Step&& step);
+    template <class Step> void guarded(Step&& step);
     [[nodiscard]] Patience patienceForLock() const;
     [[nodiscard]] Patience patienceForRows() const;
     void noteWrite(const Prepared& statement, const pg_result* answer);
+    [[nodiscard]] bool isShared(const Prepared& statement) const;
+
+    // Rows that wait (session_rows.cpp).
+    [[nodiscard]] bool canWait(const Prepared& statement) const;
+    void keepRow(const Prepared& statement, const std::vector<Bound>& values);
+    void addWaiting(Batch& batch);
+    void sendWaiting();
+    void flushWaiting();
+
+    // A connection that went away (session_lost.cpp).
+    void connect(std::chrono::milliseconds wait);
+    void requireConnection();
+    void reconnect();
+    void endOldBackend();
+    [[nodiscard]] bool wentThrough(std::int64_t act);
+    [[nodiscard]] ServerRows runAgain(Prepared& statement, const std::vector<Bound>& values);
+    void settleDoubt();
+    void requireScratch(const Prepared& statement);
+    void tellLater(const char* whatWasDone);
 
     ServerPlace place_;
-    Wire wire_;
+    std::unique_ptr<Wire> wire_;
+    std::int64_t connections_ = 0;
+    std::int64_t notesBefore_ = 0; // of connections that are gone
+    std::string backendStart_;
+    int oldBackend_ = 0;
+    std::string oldBackendStart_;
     std::function<DateTime()> clock_;
     std::string lockKey_;
     std::chrono::milliseconds timeoutSet_{-1};
+    std::vector<TableDef> scratchTables_;
     std::set<std::string> scratch_;
+    std::set<std::string> filled_, emptied_; // of the scratch tables; rows of them go with the connection
+    std::vector<RowHeap> waiting_;
+    std::string lastTable_; // whose counter is the last one, where the server was not asked for it yet
+    std::int64_t lastId_ = 0;
     std::vector<std::string> forgotten_;          // names to be taken back with the next trip
     std::map<std::string, std::int64_t> counted_; // the first counter of each table in this transaction
     std::int64_t named_ = 0;
-    bool isOpen_ = false; // a transaction
+    bool isOpen_ = false;     // a transaction
+    bool hasWritten_ = false; // the transaction, to what all tills share
+    const std::string till_;
+    std::int64_t act_ = 0;     // the number of the last write
+    std::int64_t inDoubt_ = 0; // the number of one of which nobody could be asked yet
 };
 
 } // namespace veldona::store

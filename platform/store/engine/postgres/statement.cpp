@@ -68,10 +68,10 @@ public:
     std::string columnName(int) const override { return "ID"; }
     std::string declaredType(int) const override { return {}; }
     Storage storage(int) const override { return Storage::Whole; }
-    std::int64_t whole(int) const override { return session_->lastId; }
-    double number(int) const override { return static_cast<double>(session_->lastId); }
+    std::int64_t whole(int) const override { return session_->lastId(); }
+    double number(int) const override { return static_cast<double>(session_->lastId()); }
     std::string_view text(int) const override {
-        text_ = std::to_string(session_->lastId);
+        text_ = std::to_string(session_->lastId());
         return text_;
     }
 

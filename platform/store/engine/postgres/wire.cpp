@@ -117,11 +117,11 @@ void Wire::send(const Command& command) {
         done = PQpipelineSync(to);
         break;
     }
-    if (done != 1) throw LostConnection();
+    if (done != 1) lost();
 }
 
 std::vector<ServerAnswer> Wire::run(const std::vector<Command>& commands, const Patience& patience) {
-    if (PQenterPipelineMode(connection_.get()) != 1) throw LostConnection();
+    if (PQenterPipelineMode(connection_.get()) != 1) lost();
     for (const Command& command : commands)
         send(command);
     send({Command::Kind::Sync, {}, {}, {}});
@@ -151,7 +151,7 @@ std::vector<ServerAnswer> Wire::run(const std::vector<Command>& commands, const 
         }
     }
     collectNotes();
-    if (PQexitPipelineMode(connection_.get()) != 1) throw LostConnection();
+    if (PQexitPipelineMode(connection_.get()) != 1) lost();
     if (reading.stopped) std::rethrow_exception(reading.stopped);
     if (reading.refusal) throw ServerRefusal(std::move(*reading.refusal));
     return answers;
@@ -160,7 +160,7 @@ std::vector<ServerAnswer> Wire::run(const std::vector<Command>& commands, const 
 ServerAnswer Wire::next(Reading& reading) {
     await(reading);
     ServerAnswer answer(PQgetResult(connection_.get()));
-    if (!isAlive()) throw LostConnection();
+    if (!isAlive()) lost();
     return answer;
 }
 
@@ -169,7 +169,7 @@ void Wire::await(Reading& reading) {
     while (PQisBusy(from) == 1) {
         pollfd socket{PQsocket(from), POLLIN, 0};
         const bool answered = poll(&socket, 1, kAskEvery) > 0;
-        if (answered && PQconsumeInput(from) != 1) throw LostConnection();
+        if (answered && PQconsumeInput(from) != 1) lost();
         if (answered || reading.isCancelled || !reading.patience) continue;
         const auto waited =
             std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - reading.since);
@@ -192,7 +192,7 @@ void Wire::cancel() {
 
 void Wire::script(const std::string& sql) {
     const ServerAnswer answer(PQexec(connection_.get(), sql.c_str()));
-    if (!isAlive()) throw LostConnection();
+    if (!isAlive()) lost();
     const ExecStatusType status = PQresultStatus(answer.get());
     if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK) return;
     throw ServerRefusal{0, fieldOf(answer.get(), PG_DIAG_SQLSTATE),
@@ -202,11 +202,11 @@ void Wire::script(const std::string& sql) {
 void Wire::copyIn(const std::string& statement, std::string_view lines) {
     PGconn* to = connection_.get();
     const ServerAnswer begun(PQexec(to, statement.c_str()));
-    if (!isAlive()) throw LostConnection();
+    if (!isAlive()) lost();
     if (PQresultStatus(begun.get()) == PGRES_COPY_IN) {
         if (PQputCopyData(to, lines.data(), static_cast<int>(lines.size())) != 1 ||
             PQputCopyEnd(to, nullptr) != 1)
-            throw LostConnection();
+            lost();
     }
     std::optional<ServerRefusal> refusal;
     if (PQresultStatus(begun.get()) == PGRES_FATAL_ERROR)
@@ -215,7 +215,7 @@ void Wire::copyIn(const std::string& statement, std::string_view lines) {
         if (PQresultStatus(answer.get()) == PGRES_FATAL_ERROR && !refusal)
             refusal = ServerRefusal{0, fieldOf(answer.get(), PG_DIAG_SQLSTATE), {}};
     }
-    if (!isAlive()) throw LostConnection();
+    if (!isAlive()) lost();
     if (refusal) throw ServerRefusal(std::move(*refusal));
 }
 
@@ -232,8 +232,17 @@ void Wire::collectNotes() {
     }
 }
 
+void Wire::lost() {
+    isLost_ = true;
+    throw LostConnection();
+}
+
+int Wire::backend() const {
+    return PQbackendPID(connection_.get());
+}
+
 bool Wire::isAlive() const {
-    return PQstatus(connection_.get()) == CONNECTION_OK;
+    return !isLost_ && PQstatus(connection_.get()) == CONNECTION_OK;
 }
 
 bool Wire::isInTransaction() const {

@@ -61,7 +61,9 @@ public:
 
     // How often others have told that they wrote, since the connection was made.
     [[nodiscard]] std::int64_t notesOfOthers();
+    // False for good once LostConnection was raised.
     [[nodiscard]] bool isAlive() const;
+    [[nodiscard]] int backend() const;          // the number of the server's process
     [[nodiscard]] bool isInTransaction() const; // also in one that failed
 
 private:
@@ -71,9 +73,11 @@ private:
     void await(Reading& reading);
     void cancel();
     void collectNotes();
+    [[noreturn]] void lost();
 
     ServerConnection connection_;
     std::int64_t notes_ = 0;
+    bool isLost_ = false;
 };
 
 } // namespace veldona::store
