@@ -132,37 +132,28 @@ void BGLoss(Control& control) {
 
 namespace {
 
-bool isField(const Control& control) {
-    return dynamic_cast<const TextBox*>(&control) || dynamic_cast<const ComboBox*>(&control) ||
-           dynamic_cast<const DateBox*>(&control);
-}
-
 // Turns to the tab page that the control stands on.
 void turnTo(const Control& control) {
-    for (const Control* page = &control; page->holder(); page = page->holder()) {
-        auto* tabs = dynamic_cast<TabControl*>(page->holder());
-        if (!tabs) continue;
-        const auto& pages = tabs->pages();
-        tabs->setTab(static_cast<int>(std::find(pages.begin(), pages.end(), page) - pages.begin()));
-    }
+    for (const Control* page = &control; page->holder(); page = page->holder())
+        page->holder()->turnToPage(*page);
 }
 
 // Shown, but perhaps on a page that is not turned to.
 bool canBeShown(const Control& control) {
     for (const Control* each = &control; each; each = each->holder())
-        if (!each->visible() && !dynamic_cast<const TabControl*>(each->holder())) return false;
+        if (!each->visible() && !(each->holder() && each->holder()->hasPages())) return false;
     return true;
 }
 
 bool canEnter(const Control& control) {
-    return isField(control) && canBeShown(control) && control.isUsable();
+    return control.isField() && canBeShown(control) && control.isUsable();
 }
 
 } // namespace
 
 void OdakIsaretle(Form& form) {
     for (Control* control : form.controls()) {
-        if (!isField(*control)) continue;
+        if (!control->isField()) continue;
         control->onGotFocus = [control] {
             HFocus(*control);
             BGFocus(*control);

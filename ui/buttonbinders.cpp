@@ -58,7 +58,7 @@ public:
     CheckBinder(FormWindow& window, CheckBox& box, QCheckBox& widget)
         : BinderOf(window, box, widget), drawn_(widget.text()) {
         QObject::connect(&widget, &QCheckBox::clicked, &widget, [this](bool on) {
-            if (listens()) act([&] { user::setChecked(bound, on); });
+            if (listens()) act([&] { user::setMark(bound, on, this->window().today()); });
         });
     }
     void refresh() override {

@@ -141,7 +141,7 @@ public:
             return QDate(day.year(), day.month(), day.day());
         };
         widget.onChecked = [this](bool on) {
-            if (listens()) act([&] { user::setChecked(bound, on, window().today()); });
+            if (listens()) act([&] { user::setMark(bound, on, window().today()); });
         };
     }
     void refresh() override {

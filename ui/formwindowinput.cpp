@@ -89,8 +89,8 @@ bool FormWindow::keyPressed(QKeyEvent& event) {
     Control* control = binder ? &binder->control() : nullptr;
     if (!toldOfKey(control, key, characterOf(event)) || !isBound()) return true;
     // No rule has a use for it; one that had would have swallowed it.
-    if (MenuItem* entry = user::entryCalledBy(form_, key)) {
-        act(*entry, [entry] { user::clickMenu(*entry); });
+    if (Control* called = user::calledBy(form_, key)) {
+        act(*called, [called] { user::click(*called); });
         return true;
     }
     if (key.key == Key::F1) {
@@ -109,7 +109,7 @@ bool FormWindow::keyPressed(QKeyEvent& event) {
 // Shift alone and its like are no key to anybody but the widget, nor are its own commands.
 bool FormWindow::concernsScreen(const KeyEvent& key) const {
     const bool isCommandLetter = key.control && !key.alt && key.character >= U'a' && key.character <= U'z';
-    if (isCommandLetter) return user::entryCalledBy(form_, key) != nullptr;
+    if (isCommandLetter) return user::calledBy(form_, key) != nullptr;
     return key.key != Key::None || key.character != 0;
 }
 

@@ -49,7 +49,7 @@ public:
         : Binder(window, item, nullptr), menu_(menu), view_(menu.view().addAction(QString())), bound_(item) {
         view_->setObjectName(toQt(item.name()));
         QObject::connect(view_, &QAction::triggered, view_, [this] {
-            if (listens()) act([this] { user::clickMenu(bound_); });
+            if (listens()) act([this] { user::click(bound_); });
         });
     }
     void refresh() override {

@@ -244,7 +244,7 @@ public:
 
 protected:
     void selected(const QModelIndex& index) override {
-        act([this, row = index.row()] { user::rowSelected(bound, row); });
+        act([this, row = index.row()] { user::rowEntered(bound, row); });
     }
 
 private:

@@ -1,6 +1,7 @@
 #include "apps/operator/verbs.h"
 #include "platform/controls/editing.h"
 #include "platform/controls/keynames.h"
+#include "platform/controls/menus.h"
 #include "platform/controls/names.h"
 #include "platform/controls/userinput.h"
 #include "platform/runtime/conversion.h"
@@ -37,20 +38,11 @@ bool pressKey(Stage& stage, Form& screen, const KeyEvent& key) {
     return true;
 }
 
-bool selectAll(Control& control) {
-    if (auto* text = dynamic_cast<TextBox*>(&control)) {
-        text->selectAll();
-        return true;
-    }
-    auto* combo = dynamic_cast<ComboBox*>(&control);
-    if (combo != nullptr) combo->selectAll();
-    return combo != nullptr;
-}
-
 bool type(Stage& stage, Control& control, const std::string& text) {
     if (stage.windows() == nullptr) return user::type(control, text);
     Form& screen = control.form();
-    if (!user::focus(control) || screen.activeControl() != &control || !selectAll(control)) return false;
+    if (!control.takesTyping() || !user::focus(control) || screen.activeControl() != &control) return false;
+    control.selectAll();
     for (const char32_t character : charactersOf(text)) {
         if (!pressKey(stage, screen, {.character = character})) return screen.isUnloaded();
     }
@@ -96,19 +88,14 @@ void clickCell(Stage& stage, const Line& line) {
 }
 
 void choose(Stage& stage, const Line& line) {
-    auto& combo = stage.control<ComboBox>(line.words[0], "combo");
+    Control& combo = stage.control(line.words[0]);
     require(user::choose(combo, line.words[1].text), line.words[0], combo);
 }
 
 void check(Stage& stage, const Line& line) {
     const bool on = choice(line.words[1], "on", "off");
     Control& control = stage.control(line.words[0]);
-    if (auto* box = dynamic_cast<CheckBox*>(&control)) {
-        require(user::setChecked(*box, on), line.words[0], control);
-    } else {
-        auto& date = stage.control<DateBox>(line.words[0], "check box or date picker");
-        require(user::setChecked(date, on, stage.clock.today()), line.words[0], control);
-    }
+    require(user::setMark(control, on, stage.clock.today()), line.words[0], control);
 }
 
 Value dateOrNull(const Word& word) {
@@ -128,7 +115,7 @@ void pickDate(Stage& stage, const Line& line) {
 
 void clickMenu(Stage& stage, const Line& line) {
     auto& item = stage.control<MenuItem>(line.words[0], "menu entry");
-    require(user::clickMenu(item), line.words[0], item);
+    require(user::click(item), line.words[0], item);
 }
 
 void clickTool(Stage& stage, const Line& line) {

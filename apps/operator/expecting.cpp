@@ -61,48 +61,37 @@ void expectText(Stage& stage, const Line& line) {
     requireEqual(line.words[1].text, stage.control(line.words[0]).shownText());
 }
 
-Texts rowsOf(const ComboBox& combo) {
-    Texts rows;
-    for (int row = 0; row < combo.count(); ++row)
-        rows.push_back(combo.list(row));
-    return rows;
+enum class RowKind { Any, List, Grid };
+
+const ShownRows& rowsOf(const Stage& stage, const Word& name, RowKind kind, const char* called) {
+    const ShownRows* rows = stage.control(name).shownRows();
+    const bool isList = rows != nullptr && rows->columnsShown() == 0;
+    if (rows == nullptr || (kind == RowKind::List && !isList) || (kind == RowKind::Grid && isList))
+        throw Shortfall(name.text + " is no " + called);
+    return *rows;
 }
 
 void expectList(Stage& stage, const Line& line) {
-    const Control& control = stage.control(line.words[0]);
-    if (const auto* combo = dynamic_cast<const ComboBox*>(&control)) {
-        return requireEqual(textsFrom(line, 1), rowsOf(*combo));
-    }
-    requireEqual(textsFrom(line, 1), stage.control<ListBox>(line.words[0], "list or combo").rows());
-}
-
-void requireInside(int row, int rows) {
-    if (row < 0 || row >= rows) {
-        throw Shortfall("row " + std::to_string(row) + " is outside, there are " + std::to_string(rows));
-    }
+    const ShownRows& list = rowsOf(stage, line.words[0], RowKind::List, "list or combo");
+    Texts there;
+    for (int row = 0; row < list.countShown(); ++row)
+        there.push_back(list.textShown(row, 0));
+    requireEqual(textsFrom(line, 1), there);
 }
 
 // What a row's mark says to whoever does not see it; "" without one.
 void expectMark(Stage& stage, const Line& line) {
     const auto& list = stage.control<ListBox>(line.words[0], "list");
     const int row = wholeNumber(line.words[1]);
-    requireInside(row, list.count());
+    if (row < 0 || row >= list.count()) throw Shortfall("row " + std::to_string(row) + " is outside");
     const RowMarks marks = list.marks ? list.marks() : RowMarks{};
     const auto at = static_cast<std::size_t>(row);
     requireEqual(line.words[2].text, at < marks.rows.size() ? marks.rows[at].words : std::string());
 }
 
-int selectedRow(Stage& stage, const Word& name) {
-    const Control& control = stage.control(name);
-    if (const auto* list = dynamic_cast<const ListBox*>(&control)) return list->listIndex();
-    if (const auto* combo = dynamic_cast<const ComboBox*>(&control)) return combo->listIndex();
-    if (const auto* sheet = dynamic_cast<const FlexGrid*>(&control)) return sheet->row();
-    return stage.control<DataGrid>(name, "list or grid").currentRow();
-}
-
 void expectSelected(Stage& stage, const Line& line) {
     const int expected = wholeNumber(line.words[1]);
-    requireEqual(expected, selectedRow(stage, line.words[0]));
+    requireEqual(expected, rowsOf(stage, line.words[0], RowKind::Any, "list or grid").selectedShown());
 }
 
 void expectVisible(Stage& stage, const Line& line) {
@@ -141,16 +130,13 @@ void expectTools(Stage& stage, const Line& line) {
 
 void expectRows(Stage& stage, const Line& line) {
     const int expected = wholeNumber(line.words[1]);
-    const Control& control = stage.control(line.words[0]);
-    const auto* sheet = dynamic_cast<const FlexGrid*>(&control);
-    requireEqual(expected, sheet != nullptr ? sheet->rows()
-                                            : stage.control<DataGrid>(line.words[0], "grid").rowCount());
+    requireEqual(expected, rowsOf(stage, line.words[0], RowKind::Grid, "grid").countShown());
 }
 
-int columnOf(const DataGrid& grid, const Word& column) {
-    const int index = column.quoted ? grid.columnOf(column.text) : wholeNumber(column);
-    if (index < 0 || index >= static_cast<int>(grid.columns().size())) {
-        throw Shortfall(grid.name() + " has no column " + column.text);
+int columnOf(const ShownRows& grid, const Word& name, const Word& column) {
+    const int index = column.quoted ? grid.columnNamed(column.text) : wholeNumber(column);
+    if (index < 0 || index >= grid.columnsShown()) {
+        throw Shortfall(name.text + " has no column " + column.text);
     }
     return index;
 }
@@ -159,18 +145,10 @@ void expectCell(Stage& stage, const Line& line) {
     const int row = wholeNumber(line.words[1]);
     const Word& column = line.words[2];
     const std::string& expected = line.words[3].text;
-    const Control& control = stage.control(line.words[0]);
-    if (const auto* sheet = dynamic_cast<const FlexGrid*>(&control)) {
-        const int index = wholeNumber(column);
-        requireInside(row, sheet->rows());
-        if (index < 0 || index >= sheet->columns())
-            throw Shortfall(sheet->name() + " has no column " + column.text);
-        return requireEqual(expected, sheet->textMatrix(row, index));
-    }
-    const auto& grid = stage.control<DataGrid>(line.words[0], "grid");
-    const int index = columnOf(grid, column);
-    requireInside(row, grid.rowCount());
-    requireEqual(expected, grid.cell(row, index));
+    const ShownRows& grid = rowsOf(stage, line.words[0], RowKind::Grid, "grid");
+    const int index = columnOf(grid, line.words[0], column);
+    requireInside(row, grid.countShown());
+    requireEqual(expected, grid.textShown(row, index));
 }
 
 // An input box is no message box: its prompt can be expected like one, and is passed over where it is not.

@@ -7,34 +7,11 @@ namespace veldona::console {
 
 namespace {
 
-void printRows(const ListBox& list) {
-    for (int row = 0; row < list.count(); ++row) {
-        std::cout << (row == list.listIndex() ? "  > " : "    ") << list.list(row) << '\n';
-    }
-}
-
-void printRows(const ComboBox& combo) {
-    for (int row = 0; row < combo.count(); ++row) {
-        std::cout << (row == combo.listIndex() ? "  > " : "    ") << combo.list(row) << '\n';
-    }
-}
-
-void printRows(const FlexGrid& grid) {
-    for (int row = 0; row < grid.rows(); ++row) {
-        std::cout << (row == grid.row() ? "  > " : "    ");
-        for (int column = 0; column < grid.columns(); ++column) {
-            std::cout << (column > 0 ? "|" : "") << grid.textMatrix(row, column);
-        }
-        std::cout << '\n';
-    }
-}
-
-void printRows(const DataGrid& grid) {
-    for (int row = 0; row < grid.rowCount(); ++row) {
-        std::cout << (row == grid.currentRow() ? "  > " : "    ");
-        for (int column = 0; column < static_cast<int>(grid.columns().size()); ++column) {
-            std::cout << (column > 0 ? "|" : "") << grid.cell(row, column);
-        }
+void printRows(const ShownRows& rows) {
+    for (int row = 0; row < rows.countShown(); ++row) {
+        std::cout << (row == rows.selectedShown() ? "  > " : "    ") << rows.textShown(row, 0);
+        for (int column = 1; column < rows.columnsShown(); ++column)
+            std::cout << '|' << rows.textShown(row, column);
         std::cout << '\n';
     }
 }
@@ -49,10 +26,7 @@ void show(Stage& stage, const Line& line) {
     const Control& control = stage.control(line.words[0]);
     std::cout << control.form().name() << '.' << control.name() << ": \"" << control.shownText() << '"'
               << (control.isShown() ? "" : " (hidden)") << (control.isUsable() ? "" : " (disabled)") << '\n';
-    if (const auto* list = dynamic_cast<const ListBox*>(&control)) printRows(*list);
-    if (const auto* combo = dynamic_cast<const ComboBox*>(&control)) printRows(*combo);
-    if (const auto* sheet = dynamic_cast<const FlexGrid*>(&control)) printRows(*sheet);
-    if (const auto* grid = dynamic_cast<const DataGrid*>(&control)) printRows(*grid);
+    if (const ShownRows* rows = control.shownRows()) printRows(*rows);
     if (const auto* bar = dynamic_cast<const ToolBar*>(&control)) printTools(*bar);
 }
 

@@ -54,6 +54,16 @@ void TabControl::setTab(int tab) {
     changed();
 }
 
+void TabControl::turnToPage(const Control& page) {
+    const auto found = std::find(pages_.begin(), pages_.end(), &page);
+    if (found != pages_.end()) setTab(static_cast<int>(found - pages_.begin()));
+}
+
+void TabControl::clickRow(int row) {
+    setTab(row);
+    raiseClick();
+}
+
 std::string TabControl::shownText() const {
     return isInside(tab_, pages_) ? pages_[static_cast<std::size_t>(tab_)]->caption() : std::string();
 }

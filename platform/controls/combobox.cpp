@@ -1,9 +1,11 @@
 #include <algorithm>
 
+#include "platform/controls/keyacts.h"
 #include "platform/controls/lists.h"
 #include "platform/controls/rowchecks.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
+#include "platform/runtime/unicode.h"
 
 namespace veldona {
 
@@ -60,6 +62,48 @@ void ComboBox::selectAll() {
     select(0, static_cast<int>(length(text_)));
 }
 
+// The next one, from the one behind the selected one on and round.
+std::optional<int> ComboBox::entryBeginning(char32_t character) const {
+    const std::string wanted = upperTurkish(utf8Of(character));
+    for (int step = 1; step <= count(); ++step) {
+        const int row = (listIndex_ + step) % count();
+        if (upperTurkish(left(list(row), 1)) != wanted) continue;
+        return row == listIndex_ ? std::nullopt : std::optional(row);
+    }
+    return std::nullopt;
+}
+
+void ComboBox::takeKey(const KeyEvent& key, char32_t character) {
+    const bool isTyped = style_ == Style::Free;
+    if (const auto row = movedRow(key.key, listIndex_, 0, count(), !isTyped); row && !locked) {
+        clickRow(*row);
+    } else if (isTyped) {
+        if (auto edited = editedBy(*this, key, character, 0))
+            dispatch([&] { edit(std::move(edited->text), edited->caret); });
+    } else if (!locked && character >= U' ') {
+        if (const auto begins = entryBeginning(character)) clickRow(*begins);
+    }
+}
+
+bool ComboBox::put(std::string_view text) {
+    if (style_ == Style::ListOnly) return choose(text);
+    std::string kept = validUtf8(text);
+    const int end = static_cast<int>(length(kept));
+    dispatch([&] { edit(std::move(kept), end); });
+    return true;
+}
+
+bool ComboBox::choose(std::string_view entry) {
+    const int row = indexOf(entry);
+    if (row >= 0) clickRow(row);
+    return row >= 0;
+}
+
+void ComboBox::clickRow(int row) {
+    setListIndex(row);
+    raiseClick();
+}
+
 std::string ComboBox::boundText() const {
     return isInside(listIndex_, entries_) ? joinText(entries_[static_cast<std::size_t>(listIndex_)].bound)
                                           : std::string();
@@ -71,9 +115,9 @@ void ComboBox::takeText(std::string text) {
     selLength_ = 0;
 }
 
-int ComboBox::indexOf(const std::string& text) const {
+int ComboBox::indexOf(std::string_view text) const {
     const auto found = std::find_if(entries_.begin(), entries_.end(),
-                                    [&text](const Entry& each) { return each.text == text; });
+                                    [text](const Entry& each) { return each.text == text; });
     return found == entries_.end() ? -1 : static_cast<int>(found - entries_.begin());
 }
 

@@ -67,6 +67,20 @@ void Control::fire(const std::function<void()>& handler) {
     call(handler);
 }
 
+void Control::press() {
+    raiseClick();
+}
+
+void Control::takeKey(const KeyEvent&, char32_t) {}
+
+void Control::dispatch(const std::function<void()>& event) {
+    form_->forms().dispatch(event);
+}
+
+void Control::raiseClick() {
+    dispatch([this] { call(onClick); });
+}
+
 void place(Control& holder, std::initializer_list<Control*> controls) {
     for (Control* control : controls)
         control->placeIn(holder);

@@ -10,8 +10,10 @@
 #include <initializer_list>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "platform/controls/keys.h"
+#include "platform/controls/shownrows.h"
 #include "platform/runtime/value.h"
 
 namespace veldona {
@@ -69,6 +71,31 @@ public:
     // Text or caption, as the operator reads it.
     [[nodiscard]] virtual std::string shownText() const = 0;
 
+    // Its rows as the operator sees them; nullptr: it has none.
+    [[nodiscard]] virtual const ShownRows* shownRows() const { return nullptr; }
+    // Shows and hides what stands in it by turning to one of its pages.
+    [[nodiscard]] virtual bool hasPages() const { return false; }
+    virtual void turnToPage(const Control&) {}
+
+    // What the operator's hand does with it once it has reached it (userinput.h), each as the events that it
+    // makes. A kind that has no use for an act leaves it as it is here, and the act is refused.
+    [[nodiscard]] virtual bool isInReach() const { return isShown() && isUsable(); }
+    [[nodiscard]] virtual bool isField() const { return false; }   // what is entered stands in it
+    [[nodiscard]] virtual bool takesClick() const { return true; } // all of it, not a part
+    virtual void press();                                          // a click
+    virtual void takeKey(const KeyEvent& key, char32_t character); // that nobody swallowed; 0: no character
+    [[nodiscard]] virtual bool isCalledBy(const KeyEvent&) const {
+        return false;
+    } // from anywhere in its form
+    [[nodiscard]] virtual bool takesTyping() const { return false; }
+    virtual void selectAll() {}
+    virtual bool put(std::string_view) { return false; }    // a text at once
+    virtual bool choose(std::string_view) { return false; } // an entry of its list
+    [[nodiscard]] virtual int rowsToClick() const { return 0; }
+    virtual void clickRow(int) {}
+    [[nodiscard]] virtual std::optional<bool> mark() const { return std::nullopt; } // its check box; none
+    virtual void setMark(bool, DateTime /*today*/) {}
+
     // A menu that the right button (or the menu key) opens over it.
     Control* popupMenu = nullptr;
     bool locked = false; // text is shown and selectable, not editable
@@ -78,6 +105,9 @@ protected:
     // Runs a handler that code's own assignment raises, its error going to that code. The last thing its
     // caller does.
     void fire(const std::function<void()>& handler);
+    // Runs an event of the operator's.
+    void dispatch(const std::function<void()>& event);
+    void raiseClick();
 
 private:
     Form* form_;

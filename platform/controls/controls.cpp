@@ -3,9 +3,11 @@
 #include <algorithm>
 
 #include "platform/controls/form.h"
+#include "platform/controls/keyacts.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/text.h"
+#include "platform/runtime/unicode.h"
 
 namespace veldona {
 
@@ -38,6 +40,43 @@ void TextBox::selectAll() {
     select(0, static_cast<int>(length(text_)));
 }
 
+void TextBox::takeKey(const KeyEvent& key, char32_t character) {
+    if (auto edited = editedBy(*this, key, character, maxLength))
+        dispatch([&] { edit(std::move(edited->text), edited->caret); });
+}
+
+bool TextBox::put(std::string_view text) {
+    std::string kept = validUtf8(text);
+    if (maxLength > 0) kept = left(kept, static_cast<std::size_t>(maxLength));
+    const int end = static_cast<int>(length(kept));
+    dispatch([&] { edit(std::move(kept), end); });
+    return true;
+}
+
+void CommandButton::takeKey(const KeyEvent& key, char32_t) {
+    if (key.key == Key::Space || key.key == Key::Enter) press();
+}
+
+void CheckBox::press() {
+    dispatch([this] { setChecked(!checked_); });
+}
+
+void CheckBox::takeKey(const KeyEvent& key, char32_t) {
+    if (key.key == Key::Space) press();
+}
+
+void CheckBox::setMark(bool on, DateTime) {
+    dispatch([this, on] { setChecked(on); });
+}
+
+void OptionButton::press() {
+    dispatch([this] { setValue(true); });
+}
+
+void OptionButton::takeKey(const KeyEvent& key, char32_t) {
+    if (key.key == Key::Space) press();
+}
+
 void CheckBox::setChecked(bool checked) {
     if (checked == checked_) return;
     checked_ = checked;
@@ -64,6 +103,27 @@ void DateBox::setValue(const Value& value) {
     if (!isEmpty) lastDate_ = value_;
     changed();
     fire(onChange);
+}
+
+bool DateBox::canHold(const Value& value) const {
+    return value.isNull() ? style_ != Style::Picker : isDate(value);
+}
+
+bool DateBox::put(std::string_view text) {
+    const Value value = text.empty() ? Value() : Value(text);
+    if (!canHold(value)) return false;
+    dispatch([&] { setValue(value); });
+    return true;
+}
+
+std::optional<bool> DateBox::mark() const {
+    if (style_ != Style::PickerWithCheck || locked) return std::nullopt;
+    return !value_.isNull();
+}
+
+void DateBox::setMark(bool on, DateTime today) {
+    const Value held = lastDate_.isNull() ? Value(today) : lastDate_;
+    dispatch([&] { setValue(on ? held : Value()); });
 }
 
 std::string DateBox::text() const {

@@ -32,6 +32,7 @@ class CommandButton : public Captioned {
 public:
     CommandButton(Form& form, std::string name, std::string caption = {})
         : Captioned(form, std::move(name), std::move(caption)) {}
+    void takeKey(const KeyEvent& key, char32_t character) override; // Space and Enter press it
 };
 
 // A frame, panel or tab page: holds other controls.
@@ -58,7 +59,11 @@ public:
     [[nodiscard]] int selStart() const { return selStart_; }
     [[nodiscard]] int selLength() const { return selLength_; }
     void select(int start, int length); // what is outside the text is left out
-    void selectAll();
+    void selectAll() override;
+    [[nodiscard]] bool isField() const override { return true; }
+    [[nodiscard]] bool takesTyping() const override { return true; }
+    void takeKey(const KeyEvent& key, char32_t character) override;
+    bool put(std::string_view text) override;
     // As setText, by the operator's hand: the caret is put first. (Assigning by code puts it before the
     // text.)
     void edit(std::string text, int caret);
@@ -77,6 +82,10 @@ public:
         : Captioned(form, std::move(name), std::move(caption)), checked_(checked) {}
     [[nodiscard]] bool checked() const { return checked_; }
     void setChecked(bool checked); // raises onClick where it changes, as this kind of control does
+    void press() override;
+    void takeKey(const KeyEvent& key, char32_t character) override;
+    [[nodiscard]] std::optional<bool> mark() const override { return checked_; }
+    void setMark(bool on, DateTime today) override;
     [[nodiscard]] std::string shownText() const override { return checked_ ? "on" : "off"; }
 
 private:
@@ -90,6 +99,8 @@ public:
         : Captioned(form, std::move(name), std::move(caption)) {}
     [[nodiscard]] bool value() const { return value_; }
     void setValue(bool value); // raises onClick when it becomes set
+    void press() override;
+    void takeKey(const KeyEvent& key, char32_t character) override;
     [[nodiscard]] std::string shownText() const override { return value_ ? "on" : "off"; }
 
 private:
@@ -113,6 +124,12 @@ public:
     [[nodiscard]] std::string text() const; // "dd/mm/yyyy", or ""
     [[nodiscard]] std::string shownText() const override { return text(); }
     [[nodiscard]] const Value& lastDate() const { return lastDate_; } // the last one held; Null: none yet
+    [[nodiscard]] bool canHold(const Value& value) const;             // setValue would take it
+    [[nodiscard]] bool isField() const override { return true; }
+    bool put(std::string_view text) override;
+    // Of a picker with a check box: off is Null, on the date that it last held, or today.
+    [[nodiscard]] std::optional<bool> mark() const override;
+    void setMark(bool on, DateTime today) override;
 
 private:
     Style style_;
@@ -127,6 +144,7 @@ public:
     std::function<void()> onTimer;
     int interval;
     [[nodiscard]] bool takesFocus() const override { return false; }
+    [[nodiscard]] bool takesClick() const override { return false; }
     [[nodiscard]] std::string shownText() const override { return {}; }
 };
 

@@ -1,5 +1,8 @@
 #include <algorithm>
 
+#include "platform/controls/form.h"
+#include "platform/controls/handlers.h"
+#include "platform/controls/keyacts.h"
 #include "platform/controls/lists.h"
 #include "platform/controls/names.h"
 #include "platform/controls/rowchecks.h"
@@ -35,6 +38,22 @@ void DataGrid::moveTo(int row) {
     if (row < 0 || row >= rowCount()) return;
     source_->moveTo(row);
     changed();
+}
+
+void DataGrid::enterRow(int row) {
+    dispatch([this, row] {
+        moveTo(row);
+        call(onRowChange);
+    });
+}
+
+void DataGrid::takeKey(const KeyEvent& key, char32_t) {
+    if (const auto row = movedRow(key.key, currentRow(), 0, rowCount(), false)) enterRow(*row);
+}
+
+void DataGrid::clickRow(int row) {
+    enterRow(row);
+    if (!form().isUnloaded()) raiseClick();
 }
 
 std::string DataGrid::cell(int row, int column) const {

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "platform/controls/keyacts.h"
 #include "platform/controls/lists.h"
 #include "platform/controls/rowchecks.h"
 
@@ -71,6 +72,12 @@ void FlexGrid::setColumnWidth(int column, int twips) {
 int FlexGrid::columnWidth(int column) const {
     if (!isInside(column, widths_)) raise(ErrorNumber::InvalidPropertyIndex);
     return widths_[static_cast<std::size_t>(column)];
+}
+
+void FlexGrid::takeKey(const KeyEvent& key, char32_t) {
+    if (const auto row = movedRow(key.key, row_, 1, rows(), false)) setRow(*row);
+    if (key.key == Key::Left && column_ > 1) setCol(column_ - 1);
+    if (key.key == Key::Right && column_ + 1 < columns_) setCol(column_ + 1);
 }
 
 std::string FlexGrid::shownText() const {

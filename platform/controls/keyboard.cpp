@@ -1,19 +1,13 @@
 // A key on its way: down to the screen and to the control, the character, what the control does with it, up.
 #include <algorithm>
-#include <optional>
 
-#include "platform/controls/editing.h"
 #include "platform/controls/forms.h"
 #include "platform/controls/handlers.h"
 #include "platform/controls/userinput.h"
-#include "platform/runtime/text.h"
-#include "platform/runtime/unicode.h"
 
 namespace veldona::user {
 
 namespace {
-
-constexpr int kPage = 10; // rows
 
 bool lives(const Form& form) {
     return !form.isUnloaded() && !form.forms().ended();
@@ -95,86 +89,6 @@ bool deliverPress(Form& form, Control* focused, KeyPress& press) {
     return deliver(form, focused, press, &Form::onKeyPress, &Control::onKeyPress);
 }
 
-// What a key does to a text. The caret is where it belongs before the change is told.
-template <class TextControl>
-void editText(TextControl& control, const KeyEvent& event, char32_t character, int maxLength) {
-    Editing editing{control.text(), control.selStart(), control.selLength()};
-    if (editing.moveCaret(event.key)) {
-        control.select(editing.caret, 0);
-        return;
-    }
-    if (control.locked) return;
-    const bool isEdited = event.key == Key::Delete ? editing.deleteForward()
-                          : character == U'\b'     ? editing.backspace()
-                          : character >= U' '      ? editing.insert(character, maxLength)
-                                                   : false;
-    if (!isEdited) return;
-    control.form().forms().dispatch([&] { control.edit(std::move(editing.text), editing.caret); });
-}
-
-// The row that a key moves to; nothing where it moves none.
-std::optional<int> movedRow(Key key, int row, int first, int count, bool endsToo) {
-    int to = row;
-    switch (key) {
-    case Key::Up:
-        to = row - 1;
-        break;
-    case Key::Down:
-        to = row + 1;
-        break;
-    case Key::PageUp:
-        to = row - kPage;
-        break;
-    case Key::PageDown:
-        to = row + kPage;
-        break;
-    case Key::Home:
-        to = endsToo ? first : row;
-        break;
-    case Key::End:
-        to = endsToo ? count - 1 : row;
-        break;
-    default:
-        return std::nullopt;
-    }
-    if (count <= first || to == row) return std::nullopt;
-    to = std::clamp(to, first, count - 1);
-    return to == row ? std::nullopt : std::optional(to);
-}
-
-// The next entry that begins with the character, from the one behind the selected one on and round.
-std::optional<int> entryBeginning(const ComboBox& combo, char32_t character) {
-    const std::string wanted = upperTurkish(utf8Of(character));
-    for (int step = 1; step <= combo.count(); ++step) {
-        const int row = (combo.listIndex() + step) % combo.count();
-        if (upperTurkish(left(combo.list(row), 1)) != wanted) continue;
-        return row == combo.listIndex() ? std::nullopt : std::optional(row);
-    }
-    return std::nullopt;
-}
-
-void keyToCombo(ComboBox& combo, const KeyEvent& event, char32_t character) {
-    const bool isTyped = combo.style() == ComboBox::Style::Free;
-    if (!combo.locked) {
-        if (const auto row = movedRow(event.key, combo.listIndex(), 0, combo.count(), !isTyped)) {
-            rowSelected(combo, *row);
-            return;
-        }
-    }
-    if (isTyped) {
-        editText(combo, event, character, 0);
-        return;
-    }
-    if (combo.locked || character < U' ') return;
-    if (const auto row = entryBeginning(combo, character)) rowSelected(combo, *row);
-}
-
-void keyToSheet(FlexGrid& grid, Key key) {
-    if (const auto row = movedRow(key, grid.row(), 1, grid.rows(), false)) grid.setRow(*row);
-    if (key == Key::Left && grid.col() > 1) grid.setCol(grid.col() - 1);
-    if (key == Key::Right && grid.col() + 1 < grid.columns()) grid.setCol(grid.col() + 1);
-}
-
 void moveFocusBy(Form& form, int step) {
     const auto& controls = form.controls();
     const int count = static_cast<int>(controls.size());
@@ -189,30 +103,6 @@ void moveFocusBy(Form& form, int step) {
     }
 }
 
-// What the control itself does with a key that nobody swallowed.
-void actOn(Control& control, const KeyEvent& event, char32_t character) {
-    Forms& forms = control.form().forms();
-    const bool isPush = event.key == Key::Space;
-    if (auto* text = dynamic_cast<TextBox*>(&control))
-        editText(*text, event, character, text->maxLength);
-    else if (auto* combo = dynamic_cast<ComboBox*>(&control))
-        keyToCombo(*combo, event, character);
-    else if (auto* list = dynamic_cast<ListBox*>(&control)) {
-        if (const auto row = movedRow(event.key, list->listIndex(), 0, list->count(), true))
-            rowSelected(*list, *row);
-    } else if (auto* grid = dynamic_cast<DataGrid*>(&control)) {
-        if (const auto row = movedRow(event.key, grid->currentRow(), 0, grid->rowCount(), false))
-            rowSelected(*grid, *row);
-    } else if (auto* sheet = dynamic_cast<FlexGrid*>(&control))
-        keyToSheet(*sheet, event.key);
-    else if (auto* box = dynamic_cast<CheckBox*>(&control); box && isPush)
-        forms.dispatch([box] { box->setChecked(!box->checked()); });
-    else if (auto* option = dynamic_cast<OptionButton*>(&control); option && isPush)
-        forms.dispatch([option] { option->setValue(true); });
-    else if (dynamic_cast<CommandButton*>(&control) && (isPush || event.key == Key::Enter))
-        forms.dispatch([&control] { call(control.onClick); });
-}
-
 void pressAndAct(Form& form, Control* target, const KeyEvent& event) {
     KeyPress press{characterOf(event)};
     if (press.character != 0 && !deliverPress(form, target, press)) return;
@@ -220,7 +110,7 @@ void pressAndAct(Form& form, Control* target, const KeyEvent& event) {
     if (event.key == Key::Tab)
         moveFocusBy(form, event.shift ? -1 : 1);
     else if (canAct(target))
-        actOn(*target, event, press.character);
+        target->takeKey(event, press.character);
 }
 
 } // namespace
@@ -232,8 +122,8 @@ bool pressKey(Form& form, KeyEvent key) {
     Control* target = focusedOf(form);
     KeyEvent down = pressed;
     if (deliverDown(form, target, down)) {
-        if (MenuItem* entry = entryCalledBy(form, pressed))
-            clickMenu(*entry);
+        if (Control* called = calledBy(form, pressed))
+            click(*called);
         else
             pressAndAct(form, target, pressed);
     }

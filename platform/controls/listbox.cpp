@@ -1,3 +1,4 @@
+#include "platform/controls/keyacts.h"
 #include "platform/controls/lists.h"
 #include "platform/controls/rowchecks.h"
 
@@ -39,6 +40,15 @@ void ListBox::setListIndex(int row) {
     if (row != -1 && !isInside(row, rows_)) raiseInvalidValue();
     listIndex_ = row;
     changed();
+}
+
+void ListBox::takeKey(const KeyEvent& key, char32_t) {
+    if (const auto row = movedRow(key.key, listIndex_, 0, count(), true)) clickRow(*row);
+}
+
+void ListBox::clickRow(int row) {
+    setListIndex(row);
+    raiseClick();
 }
 
 } // namespace veldona

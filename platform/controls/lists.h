@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -29,7 +30,7 @@ struct RowMarks {
 
 // An ordered list of texts with a selected index. The rows are the ledger's working copy, so reading beyond
 // the end is no error: list(i) is "" there.
-class ListBox : public Control {
+class ListBox : public Control, public ShownRows {
 public:
     ListBox(Form& form, std::string name) : Control(form, std::move(name)) {}
 
@@ -52,13 +53,21 @@ public:
     [[nodiscard]] std::string shownText() const override { return text(); }
     [[nodiscard]] const std::vector<std::string>& rows() const { return rows_; }
 
+    void takeKey(const KeyEvent& key, char32_t character) override;
+    [[nodiscard]] int rowsToClick() const override { return count(); }
+    void clickRow(int row) override; // selects and clicks
+    [[nodiscard]] const ShownRows* shownRows() const override { return this; }
+    [[nodiscard]] int countShown() const override { return count(); }
+    [[nodiscard]] int selectedShown() const override { return listIndex_; }
+    [[nodiscard]] std::string textShown(int row, int) const override { return list(row); }
+
 private:
     std::vector<std::string> rows_;
     int listIndex_ = -1;
 };
 
 // A text with a list; an entry may carry a bound value (a row's ID) that the operator does not see.
-class ComboBox : public Control {
+class ComboBox : public Control, public ShownRows {
 public:
     enum class Style { Free, ListOnly }; // may the text be typed?
     ComboBox(Form& form, std::string name, Style style = Style::Free)
@@ -84,10 +93,22 @@ public:
     [[nodiscard]] int selStart() const { return selStart_; }
     [[nodiscard]] int selLength() const { return selLength_; }
     void select(int start, int length);
-    void selectAll();
+    void selectAll() override;
     // The bound value of the selected entry as text; "" for none or Null.
     [[nodiscard]] std::string boundText() const;
     [[nodiscard]] std::string shownText() const override { return text_; }
+
+    [[nodiscard]] bool isField() const override { return true; }
+    [[nodiscard]] bool takesTyping() const override { return true; }
+    void takeKey(const KeyEvent& key, char32_t character) override;
+    bool put(std::string_view text) override;
+    bool choose(std::string_view entry) override;
+    [[nodiscard]] int rowsToClick() const override { return locked ? 0 : count(); }
+    void clickRow(int row) override; // chosen from the list
+    [[nodiscard]] const ShownRows* shownRows() const override { return this; }
+    [[nodiscard]] int countShown() const override { return count(); }
+    [[nodiscard]] int selectedShown() const override { return listIndex_; }
+    [[nodiscard]] std::string textShown(int row, int) const override { return list(row); }
 
 private:
     struct Entry {
@@ -95,7 +116,8 @@ private:
         Value bound;
     };
     void takeText(std::string text);
-    [[nodiscard]] int indexOf(const std::string& text) const; // -1: none
+    [[nodiscard]] int indexOf(std::string_view text) const; // -1: none
+    [[nodiscard]] std::optional<int> entryBeginning(char32_t character) const;
     Style style_;
     std::vector<Entry> entries_;
     int listIndex_ = -1;
@@ -105,7 +127,7 @@ private:
 };
 
 // A sheet of texts with a current cell; row 0 and column 0 are its headings.
-class FlexGrid : public Control {
+class FlexGrid : public Control, public ShownRows {
 public:
     FlexGrid(Form& form, std::string name, int rows = 2, int columns = 2);
 
@@ -125,6 +147,15 @@ public:
     void setColumnWidth(int column, int twips);
     [[nodiscard]] int columnWidth(int column) const;
     [[nodiscard]] std::string shownText() const override;
+
+    void takeKey(const KeyEvent& key, char32_t character) override;
+    [[nodiscard]] const ShownRows* shownRows() const override { return this; }
+    [[nodiscard]] int countShown() const override { return rows(); }
+    [[nodiscard]] int selectedShown() const override { return row_; }
+    [[nodiscard]] int columnsShown() const override { return columns_; }
+    [[nodiscard]] std::string textShown(int row, int column) const override {
+        return textMatrix(row, column);
+    }
 
 private:
     int columns_;
@@ -146,7 +177,7 @@ public:
 };
 
 // A read-only table bound to a row source: its current row is the source's.
-class DataGrid : public Control {
+class DataGrid : public Control, public ShownRows {
 public:
     struct Column {
         std::string title;
@@ -174,6 +205,17 @@ public:
     currentText(std::string_view titleOrField) const; // error 3021 without a current row
     [[nodiscard]] std::string shownText() const override;
 
+    void enterRow(int row); // by the operator: moves, and raises onRowChange
+    void takeKey(const KeyEvent& key, char32_t character) override;
+    [[nodiscard]] int rowsToClick() const override { return rowCount(); }
+    void clickRow(int row) override; // enters and clicks
+    [[nodiscard]] const ShownRows* shownRows() const override { return this; }
+    [[nodiscard]] int countShown() const override { return rowCount(); }
+    [[nodiscard]] int selectedShown() const override { return currentRow(); }
+    [[nodiscard]] int columnsShown() const override { return static_cast<int>(columns_.size()); }
+    [[nodiscard]] int columnNamed(std::string_view name) const override { return columnOf(name); }
+    [[nodiscard]] std::string textShown(int row, int column) const override { return cell(row, column); }
+
 private:
     std::vector<Column> columns_;
     RowSource* source_ = nullptr;
@@ -199,6 +241,7 @@ public:
     void setToolEnabled(std::string_view key, bool enabled);
     void setToolCaption(std::string_view key, std::string caption);
     [[nodiscard]] bool takesFocus() const override { return false; }
+    [[nodiscard]] bool takesClick() const override { return false; }
     [[nodiscard]] std::string shownText() const override { return {}; }
 
 private:
@@ -215,6 +258,10 @@ public:
     [[nodiscard]] int tab() const { return tab_; }
     void setTab(int tab); // error 380 outside; the page becomes visible, the others hidden
     [[nodiscard]] std::string shownText() const override;
+    [[nodiscard]] bool hasPages() const override { return true; }
+    void turnToPage(const Control& page) override;
+    [[nodiscard]] int rowsToClick() const override { return static_cast<int>(pages_.size()); }
+    void clickRow(int row) override; // the page is turned to
 
 private:
     std::vector<Frame*> pages_;

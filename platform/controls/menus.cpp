@@ -2,12 +2,20 @@
 
 #include <algorithm>
 
+#include "platform/controls/form.h"
 #include "platform/controls/keynames.h"
 #include "platform/runtime/error.h"
 
 namespace veldona {
 
 namespace {
+
+bool popsUp(const Control& menu) {
+    const auto& controls = menu.form().controls();
+    return std::any_of(controls.begin(), controls.end(), [&menu](const Control* each) {
+        return each->popupMenu == &menu && each->isShown() && each->isUsable();
+    });
+}
 
 char32_t lower(char32_t character) {
     return character >= U'A' && character <= U'Z' ? character - U'A' + U'a' : character;
@@ -31,6 +39,10 @@ MenuItem::MenuItem(Menu& menu, std::string name, std::string caption, std::strin
     const auto named = keyNamed(keyName_);
     if (!named) raise(ErrorNumber::InvalidCall);
     key_ = *named;
+}
+
+bool MenuItem::isInReach() const {
+    return visible() && isUsable() && (holder()->visible() || popsUp(*holder()));
 }
 
 bool MenuItem::isCalledBy(const KeyEvent& event) const {

@@ -32,8 +32,10 @@ public:
     // has swallowed it. Error 5 for a name that is no key's.
     MenuItem(Menu& menu, std::string name, std::string caption, std::string key = {});
     [[nodiscard]] bool takesFocus() const override { return false; }
+    // Its menu stands in the bar, or pops up from a control that can be used.
+    [[nodiscard]] bool isInReach() const override;
     [[nodiscard]] const std::string& keyName() const { return keyName_; } // as it is shown; "": none
-    [[nodiscard]] bool isCalledBy(const KeyEvent& event) const;
+    [[nodiscard]] bool isCalledBy(const KeyEvent& event) const override;
 
 private:
     std::string keyName_;

@@ -13,27 +13,8 @@ namespace veldona::user {
 
 namespace {
 
-void raiseClick(Control& control) {
-    control.form().forms().dispatch([&control] { call(control.onClick); });
-}
-
 bool isInFront(const Control& control) {
     return control.form().forms().active() == &control.form() && canReach(control);
-}
-
-// A menu that no bar shows opens over a control that names it.
-bool popsUp(const Control& menu) {
-    const auto& controls = menu.form().controls();
-    return std::any_of(controls.begin(), controls.end(), [&menu](const Control* each) {
-        return each->popupMenu == &menu && each->isShown() && each->isUsable();
-    });
-}
-
-bool canOpen(const Control& item) {
-    if (!item.isUsable() || !item.visible()) return false;
-    for (const Control* menu = item.holder(); menu; menu = menu->holder())
-        if (!menu->visible() && !popsUp(*menu)) return false;
-    return true;
 }
 
 // Turns to the control's screen; false where the control is out of reach, or by then is.
@@ -55,38 +36,10 @@ bool closedItsScreen(const Control& control) {
     return control.form().isUnloaded();
 }
 
-void selectAll(Control& control) {
-    if (auto* text = dynamic_cast<TextBox*>(&control)) text->selectAll();
-    if (auto* combo = dynamic_cast<ComboBox*>(&control)) combo->selectAll();
-}
-
-bool putDate(DateBox& box, std::string_view text) {
-    if (text.empty()) return pickDate(box, Null{});
-    return isDate(Value(text)) && pickDate(box, Value(text));
-}
-
-bool putText(Control& control, std::string_view text) {
-    if (auto* box = dynamic_cast<TextBox*>(&control)) {
-        std::string kept = validUtf8(text);
-        if (box->maxLength > 0) kept = left(kept, static_cast<std::size_t>(box->maxLength));
-        const int end = static_cast<int>(length(kept));
-        textEdited(*box, std::move(kept), end);
-        return true;
-    }
-    if (auto* date = dynamic_cast<DateBox*>(&control)) return putDate(*date, text);
-    auto* combo = dynamic_cast<ComboBox*>(&control);
-    if (!combo) return false;
-    if (combo->style() == ComboBox::Style::ListOnly) return choose(*combo, text);
-    textEdited(*combo, validUtf8(text));
-    return true;
-}
-
 } // namespace
 
 bool canReach(const Control& control) {
-    if (!control.form().forms().isOpenToOperator(control.form())) return false;
-    if (dynamic_cast<const MenuItem*>(&control)) return canOpen(control);
-    return control.isShown() && control.isUsable();
+    return control.form().forms().isOpenToOperator(control.form()) && control.isInReach();
 }
 
 bool focus(Control& control) {
@@ -97,11 +50,11 @@ bool focus(Control& control) {
 }
 
 bool type(Control& textControl, std::string_view text) {
-    if (!dynamic_cast<TextBox*>(&textControl) && !dynamic_cast<ComboBox*>(&textControl)) return false;
+    if (!textControl.takesTyping()) return false;
     Form& form = textControl.form();
     const Forms::Hold hold(form.forms());
     if (!reach(textControl) || form.activeControl() != &textControl) return closedItsScreen(textControl);
-    selectAll(textControl);
+    textControl.selectAll();
     // What a screen opened or closed by a character leaves of the text is typed to nobody.
     for (const char32_t character : charactersOf(text))
         if (!pressKey(form, {.character = character})) break;
@@ -111,7 +64,7 @@ bool type(Control& textControl, std::string_view text) {
 bool put(Control& textControl, std::string_view text) {
     Form& form = textControl.form();
     const Forms::Hold hold(form.forms());
-    if (textControl.locked || !reach(textControl) || !putText(textControl, text))
+    if (textControl.locked || !reach(textControl) || !textControl.put(text))
         return closedItsScreen(textControl);
     const std::u32string characters = charactersOf(text);
     KeyEvent last{.key = characters.empty() ? Key::Delete : Key::None};
@@ -121,46 +74,18 @@ bool put(Control& textControl, std::string_view text) {
 }
 
 bool click(Control& control) {
-    if (dynamic_cast<ToolBar*>(&control) || dynamic_cast<Timer*>(&control)) return false;
+    if (!control.takesClick()) return false;
     const Forms::Hold hold(control.form().forms());
     if (!reach(control)) return closedItsScreen(control);
-    Forms& forms = control.form().forms();
-    if (auto* box = dynamic_cast<CheckBox*>(&control))
-        forms.dispatch([box] { box->setChecked(!box->checked()); });
-    else if (auto* option = dynamic_cast<OptionButton*>(&control))
-        forms.dispatch([option] { option->setValue(true); });
-    else
-        raiseClick(control);
+    control.press();
     return true;
 }
 
 bool clickRow(Control& listOrGrid, int row) {
     const Forms::Hold hold(listOrGrid.form().forms());
-    const auto isRowOf = [row](int count) { return row >= 0 && row < count; };
-    if (auto* list = dynamic_cast<ListBox*>(&listOrGrid)) {
-        if (!isRowOf(list->count()) || !reach(*list) || !isRowOf(list->count()))
-            return closedItsScreen(*list);
-        rowSelected(*list, row);
-        return true;
-    }
-    if (auto* grid = dynamic_cast<DataGrid*>(&listOrGrid)) {
-        if (!isRowOf(grid->rowCount()) || !reach(*grid) || !isRowOf(grid->rowCount()))
-            return closedItsScreen(*grid);
-        rowSelected(*grid, row);
-        if (!grid->form().isUnloaded()) raiseClick(*grid);
-        return true;
-    }
-    if (auto* combo = dynamic_cast<ComboBox*>(&listOrGrid)) {
-        if (combo->locked || !isRowOf(combo->count()) || !reach(*combo) || !isRowOf(combo->count()))
-            return closedItsScreen(*combo);
-        rowSelected(*combo, row);
-        return true;
-    }
-    auto* tabs = dynamic_cast<TabControl*>(&listOrGrid);
-    if (!tabs || !isRowOf(static_cast<int>(tabs->pages().size())) || !reach(*tabs))
-        return tabs && closedItsScreen(*tabs);
-    tabs->setTab(row);
-    raiseClick(*tabs);
+    const auto isRow = [&] { return row >= 0 && row < listOrGrid.rowsToClick(); };
+    if (!isRow() || !reach(listOrGrid) || !isRow()) return closedItsScreen(listOrGrid);
+    listOrGrid.clickRow(row);
     return true;
 }
 
@@ -186,7 +111,7 @@ bool clickCell(FlexGrid& grid, int row, int column) {
     if (!isCell() || !reach(grid) || !isCell()) return closedItsScreen(grid);
     grid.setRow(row);
     grid.setCol(column);
-    raiseClick(grid);
+    grid.press();
     return true;
 }
 
@@ -198,49 +123,31 @@ bool clickHead(DataGrid& grid, int column) {
     return true;
 }
 
-bool choose(ComboBox& combo, std::string_view entry) {
+bool choose(Control& combo, std::string_view entry) {
     const Forms::Hold hold(combo.form().forms());
     if (combo.locked || !reach(combo)) return closedItsScreen(combo);
-    for (int row = 0; row < combo.count(); ++row) {
-        if (combo.list(row) != entry) continue;
-        rowSelected(combo, row);
-        return true;
-    }
-    return false;
+    return combo.choose(entry);
 }
 
-bool setChecked(CheckBox& box, bool checked) {
-    if (!canReach(box)) return false;
-    return box.checked() == checked || click(box);
-}
-
-bool setChecked(DateBox& box, bool checked, DateTime today) {
-    if (box.style() != DateBox::Style::PickerWithCheck || !canReach(box)) return false;
-    if (checked == !box.value().isNull()) return true;
-    const Value held = box.lastDate().isNull() ? Value(today) : box.lastDate();
-    return pickDate(box, checked ? held : Value());
+bool setMark(Control& box, bool on, DateTime today) {
+    const Forms::Hold hold(box.form().forms());
+    if (!box.mark() || !canReach(box)) return false;
+    if (box.mark() == on) return true;
+    if (!reach(box)) return closedItsScreen(box);
+    box.setMark(on, today);
+    return true;
 }
 
 bool pickDate(DateBox& box, const Value& dateOrNull) {
     const Forms::Hold hold(box.form().forms());
-    const bool canHold = dateOrNull.isNull() ? box.style() != DateBox::Style::Picker : isDate(dateOrNull);
-    if (!canHold || box.locked || !reach(box)) return closedItsScreen(box);
+    if (!box.canHold(dateOrNull) || box.locked || !reach(box)) return closedItsScreen(box);
     box.form().forms().dispatch([&] { box.setValue(dateOrNull); });
     return true;
 }
 
-bool clickMenu(MenuItem& item) {
-    const Forms::Hold hold(item.form().forms());
-    if (!turnTo(item)) return false;
-    raiseClick(item);
-    return true;
-}
-
-MenuItem* entryCalledBy(const Form& form, const KeyEvent& key) {
-    for (Control* each : form.controls()) {
-        auto* item = dynamic_cast<MenuItem*>(each);
-        if (item && item->isCalledBy(key) && canReach(*item)) return item;
-    }
+Control* calledBy(const Form& form, const KeyEvent& key) {
+    for (Control* each : form.controls())
+        if (each->isCalledBy(key) && canReach(*each)) return each;
     return nullptr;
 }
 
@@ -267,24 +174,13 @@ void textEdited(ComboBox& box, std::string text) {
     box.form().forms().dispatch([&] { box.edit(std::move(text), end); });
 }
 
-void rowSelected(ListBox& list, int row) {
-    if (row < 0 || row >= list.count()) return;
-    list.setListIndex(row);
-    raiseClick(list);
+void rowSelected(Control& list, int row) {
+    const Forms::Hold hold(list.form().forms());
+    if (row >= 0 && row < list.rowsToClick()) list.clickRow(row);
 }
 
-void rowSelected(ComboBox& combo, int row) {
-    if (row < 0 || row >= combo.count()) return;
-    combo.setListIndex(row);
-    raiseClick(combo);
-}
-
-void rowSelected(DataGrid& grid, int row) {
-    if (row < 0 || row >= grid.rowCount()) return;
-    grid.form().forms().dispatch([&] {
-        grid.moveTo(row);
-        call(grid.onRowChange);
-    });
+void rowEntered(DataGrid& grid, int row) {
+    if (row >= 0 && row < grid.rowCount()) grid.enterRow(row);
 }
 
 } // namespace veldona::user

@@ -10,7 +10,6 @@
 
 #include "platform/controls/form.h"
 #include "platform/controls/lists.h"
-#include "platform/controls/menus.h"
 
 namespace veldona::user {
 
@@ -38,13 +37,11 @@ bool dblClick(Control& control);
 bool dblClickRow(Control& listOrGrid, int row);
 bool clickCell(FlexGrid& grid, int row, int column);
 bool clickHead(DataGrid& grid, int column);
-bool choose(ComboBox& combo, std::string_view entry); // false where the list has no such entry
-bool setChecked(CheckBox& box, bool checked);
-// A picker's own check box: off is Null, on is the date that it last held, or `today` where it held none.
-bool setChecked(DateBox& box, bool checked, DateTime today);
+bool choose(Control& combo, std::string_view entry); // false where the list has no such entry
+// A check box, or a picker's own, which takes `today` where it never held a date.
+bool setMark(Control& box, bool on, DateTime today);
 bool pickDate(DateBox& box, const Value& dateOrNull);
-bool clickMenu(MenuItem& item);
-[[nodiscard]] MenuItem* entryCalledBy(const Form& form, const KeyEvent& key); // one in reach; nullptr: none
+[[nodiscard]] Control* calledBy(const Form& form, const KeyEvent& key); // one in reach; nullptr: none
 bool clickTool(ToolBar& bar, std::string_view key);
 void tick(Timer& timer);
 
@@ -55,8 +52,7 @@ bool keyPress(Form& form, Control* focused, KeyPress event);
 void keyUp(Form& form, Control* focused, KeyEvent event);
 void textEdited(TextBox& box, std::string text, int selStart);
 void textEdited(ComboBox& box, std::string text);
-void rowSelected(ListBox& list, int row);   // by mouse or arrow: selects and clicks
-void rowSelected(ComboBox& combo, int row); // chosen from its list
-void rowSelected(DataGrid& grid, int row);
+void rowSelected(Control& list, int row); // by mouse or arrow: selects and clicks
+void rowEntered(DataGrid& grid, int row);
 
 } // namespace veldona::user

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/controls/forms.h"
+#include "platform/controls/menus.h"
 #include "platform/controls/userinput.h"
 
 namespace veldona {

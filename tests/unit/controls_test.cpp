@@ -343,16 +343,16 @@ TEST(Acts, AHiddenMenuOpensOverTheControlThatNamesIt) {
     Stage stage;
     Screen& screen = stage.shown();
     screen.trace(screen.entry);
-    EXPECT_TRUE(user::clickMenu(screen.entry));
+    EXPECT_TRUE(user::click(screen.entry));
     screen.menu.setVisible(false);
-    EXPECT_FALSE(user::clickMenu(screen.entry));
+    EXPECT_FALSE(user::click(screen.entry));
     screen.list.popupMenu = &screen.menu;
-    EXPECT_TRUE(user::clickMenu(screen.entry));
+    EXPECT_TRUE(user::click(screen.entry));
     screen.list.setVisible(false);
-    EXPECT_FALSE(user::clickMenu(screen.entry));
+    EXPECT_FALSE(user::click(screen.entry));
     screen.list.setVisible(true);
     screen.entry.setVisible(false);
-    EXPECT_FALSE(user::clickMenu(screen.entry));
+    EXPECT_FALSE(user::click(screen.entry));
 }
 
 TEST(Choices, ClickOnceWhereTheyChange) {
@@ -364,7 +364,7 @@ TEST(Choices, ClickOnceWhereTheyChange) {
           static_cast<Control*>(&screen.option2), static_cast<Control*>(&screen.framedOption)})
         each->onClick = [&stage, each] { stage.host.log(each->name()); };
     user::click(screen.check);
-    user::setChecked(screen.check, true);
+    user::setMark(screen.check, true, {});
     screen.check.setChecked(true);
     screen.framedOption.setValue(true);
     screen.option1.setValue(true);
@@ -381,9 +381,9 @@ TEST(Dates, AreADayOrNothing) {
     const DateTime today = DateTime::of(2026, 11, 22);
     screen.date.setValue(DateTime::of(2026, 3, 5, 10, 30));
     EXPECT_EQ(screen.date.value(), Value(DateTime::of(2026, 3, 5)));
-    EXPECT_TRUE(user::setChecked(screen.date, false, today));
+    EXPECT_TRUE(user::setMark(screen.date, false, today));
     EXPECT_EQ(screen.date.shownText(), "");
-    EXPECT_TRUE(user::setChecked(screen.date, true, today));
+    EXPECT_TRUE(user::setMark(screen.date, true, today));
     EXPECT_EQ(screen.date.text(), "05/03/2026");
     EXPECT_TRUE(user::pickDate(screen.date, Null{}));
     EXPECT_TRUE(user::put(screen.date, "1.2.2026"));
@@ -392,7 +392,7 @@ TEST(Dates, AreADayOrNothing) {
     EXPECT_EQ(errorOf([&] { screen.date.setValue("olmaz"); }), 13);
     EXPECT_EQ(screen.date.text(), "01/02/2026");
     EXPECT_FALSE(user::pickDate(plain, Null{}));
-    EXPECT_FALSE(user::setChecked(plain, true, today));
+    EXPECT_FALSE(user::setMark(plain, true, today));
 }
 
 TEST(Lists, AnswerBeyondTheirEndAndKeepTheSelectionOnItsRow) {

@@ -211,16 +211,14 @@ private:
             if (text_.find(" OR ") != text_.npos || order_() % 3 == 0) typeAgain(form);
             if (!canGoOn(form)) return;
             stage.dialogs.answers.assign({"yes", text_, "yes"});
-            if (auto* menu = dynamic_cast<MenuItem*>(&control)) {
-                if (user::clickMenu(*menu)) ++pressed;
-            } else if (auto* bar = dynamic_cast<ToolBar*>(&control)) {
+            if (auto* bar = dynamic_cast<ToolBar*>(&control)) {
                 const auto tools = bar->tools();
                 for (const ToolBar::Tool& tool : tools)
                     if (canGoOn(form) && user::clickTool(*bar, tool.key)) ++pressed;
             } else if (dynamic_cast<ListBox*>(&control) || dynamic_cast<DataGrid*>(&control)) {
                 if (user::dblClickRow(control, 0)) ++pressed;
-            } else if (!dynamic_cast<Timer*>(&control)) {
-                if (user::click(control)) ++pressed;
+            } else if (user::click(control)) {
+                ++pressed;
             }
         });
         for (int key = static_cast<int>(Key::F2); key <= static_cast<int>(Key::F12); ++key)
