@@ -74,3 +74,15 @@ function(veldona_program name)
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE veldona_warnings ${ARG_LINKS})
 endfunction()
+
+# veldona_tool(NAME PACKAGE … SOURCES … LINKS …)
+#
+# A program that is installed, by the package veldona (what a shop uses) or araclar (what looks for a fault). It is built
+# with the packages, has its manual pages in packaging/man, tells about itself, and stands in the metadata.
+define_property(GLOBAL PROPERTY VELDONA_TOOLS_veldona)
+define_property(GLOBAL PROPERTY VELDONA_TOOLS_araclar)
+function(veldona_tool name)
+  cmake_parse_arguments(ARG "" "PACKAGE" "SOURCES;LINKS" ${ARGN})
+  veldona_program(${name} SOURCES ${ARG_SOURCES} LINKS ${ARG_LINKS} tool)
+  set_property(GLOBAL APPEND PROPERTY VELDONA_TOOLS_${ARG_PACKAGE} ${name})
+endfunction()

@@ -15,7 +15,7 @@ struct Options {
     bool trial = false;
 };
 
-// Raises hazirla::Refusal, with a sentence that names what cannot be read.
+// Raises UsageError, with a sentence that names what cannot be read.
 [[nodiscard]] Options readOptions(std::span<const char* const> arguments);
 
 [[nodiscard]] const char* usage();

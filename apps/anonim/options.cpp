@@ -1,28 +1,20 @@
 #include "apps/anonim/options.h"
 
-#include <string_view>
-
-#include "backup/refusal.h"
+#include "apps/tool/optionreader.h"
 
 namespace veldona::anonim {
 
-using backup::Refusal;
-
 Options readOptions(std::span<const char* const> arguments) {
     Options options;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string option = arguments[i];
-        if (option == "--kok") {
-            if (++i == arguments.size() || std::string_view(arguments[i]).empty())
-                throw Refusal("--kok bir klasör ister.");
-            options.root = arguments[i];
-        } else if (option.empty() || option.starts_with('-') || !options.target.empty()) {
-            throw Refusal("Bilinmeyen seçenek: " + option + "\n" + usage());
-        } else {
-            options.target = option;
-        }
-    }
-    if (options.target.empty()) throw Refusal(std::string("Kopyanın adı verilmedi.\n") + usage());
+    OptionReader(usage())
+        .value("--kok", options.root)
+        .word([&options](const std::string& word) {
+            const bool isFirst = options.target.empty();
+            if (isFirst) options.target = word;
+            return isFirst;
+        })
+        .read(arguments);
+    if (options.target.empty()) throw UsageError(std::string("Kopyanın adı verilmedi.\n") + usage());
     return options;
 }
 

@@ -12,7 +12,7 @@ struct Options {
     std::string target;
 };
 
-// Raises Refusal, with a sentence that names what cannot be read.
+// Raises UsageError, with a sentence that names what cannot be read.
 [[nodiscard]] Options readOptions(std::span<const char* const> arguments);
 
 [[nodiscard]] const char* usage();

@@ -2,6 +2,7 @@
 #include <chrono>
 #include <iostream>
 #include <span>
+#include <stdexcept>
 #include <string>
 
 #include "apps/denetle/check.h"
@@ -29,7 +30,7 @@ int check(const Options& options) {
     const auto books = openBooksToRead(store::placeOf(booksOf(options)), std::chrono::seconds(15));
     const Findings findings = checkBooks(*books);
     std::cout << (options.csv ? asCsv(findings) : asText(findings)) << std::flush;
-    if (!std::cout) throw Refusal("Bulgular yazılamadı.");
+    if (!std::cout) throw std::runtime_error("Bulgular yazılamadı.");
     return findings.all.empty() ? kNothingFound : kFound;
 }
 

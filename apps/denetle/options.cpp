@@ -1,24 +1,17 @@
 #include "apps/denetle/options.h"
 
-#include <string_view>
+#include "apps/tool/optionreader.h"
 
 namespace veldona::denetle {
 
 Options readOptions(std::span<const char* const> arguments) {
     Options options;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string option = arguments[i];
-        if (option == "--csv") {
-            options.csv = true;
-        } else if (option == "--kok" || option == "--dosya") {
-            if (++i == arguments.size() || std::string_view(arguments[i]).empty())
-                throw Refusal(option + " bir değer ister.");
-            (option == "--kok" ? options.root : options.file) = arguments[i];
-        } else {
-            throw Refusal("Bilinmeyen seçenek: " + option + "\n" + usage());
-        }
-    }
-    if (options.root && options.file) throw Refusal("--kok ile --dosya birlikte verilmez.");
+    OptionReader(usage())
+        .value("--kok", options.root)
+        .value("--dosya", options.file)
+        .flag("--csv", options.csv)
+        .read(arguments);
+    if (options.root && options.file) throw UsageError("--kok ile --dosya birlikte verilmez.");
     return options;
 }
 

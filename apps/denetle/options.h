@@ -3,16 +3,9 @@
 
 #include <optional>
 #include <span>
-#include <stdexcept>
 #include <string>
 
 namespace veldona::denetle {
-
-// What cannot be read on the command line, in a sentence.
-class Refusal : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
 
 struct Options {
     std::optional<std::string> root; // the folder that stands for drive C:
@@ -20,6 +13,7 @@ struct Options {
     bool csv = false;
 };
 
+// Raises UsageError, with a sentence that names what cannot be read.
 [[nodiscard]] Options readOptions(std::span<const char* const> arguments);
 
 [[nodiscard]] const char* usage();

@@ -1,11 +1,10 @@
 #include "apps/hazirla/options.h"
 
-#include <algorithm>
 #include <charconv>
-#include <iterator>
+#include <functional>
 #include <string_view>
 
-#include "apps/hazirla/delivered.h"
+#include "apps/tool/optionreader.h"
 
 namespace veldona::hazirla {
 namespace {
@@ -15,79 +14,48 @@ template <class T> T readNumber(std::string_view option, std::string_view text, 
     const char* end = text.data() + text.size();
     const auto [stop, failure] = std::from_chars(text.data(), end, number);
     if (failure == std::errc() && stop == end && number >= lowest && number <= highest) return number;
-    throw Refusal(std::string(option) + " için " + std::to_string(lowest) + " ile " +
-                  std::to_string(highest) + " arasında bir sayı gerekir: " + std::string(text));
+    throw UsageError(std::string(option) + " için " + std::to_string(lowest) + " ile " +
+                     std::to_string(highest) + " arasında bir sayı gerekir: " + std::string(text));
 }
 
 DateTime readDay(std::string_view option, std::string_view text) {
     const bool shaped = text.size() == 10 && text[2] == '/' && text[5] == '/';
-    if (!shaped) throw Refusal(std::string(option) + " GG/AA/YYYY biçiminde olmalı: " + std::string(text));
+    if (!shaped) throw UsageError(std::string(option) + " GG/AA/YYYY biçiminde olmalı: " + std::string(text));
     const int day = readNumber(option, text.substr(0, 2), 1, 31);
     const int month = readNumber(option, text.substr(3, 2), 1, 12);
     const int year = readNumber(option, text.substr(6, 4), 1950, 2200);
     if (!DateTime::isDay(year, month, day))
-        throw Refusal(std::string(option) + " takvimde olmayan bir gün: " + std::string(text));
+        throw UsageError(std::string(option) + " takvimde olmayan bir gün: " + std::string(text));
     return DateTime::of(year, month, day);
 }
-
-class Reader {
-public:
-    Reader(std::span<const char* const> arguments, DateTime today) : left_(arguments) {
-        options_.plan.today = today;
-    }
-
-    Options read() {
-        while (!left_.empty()) {
-            const std::string_view option = take();
-            if (!readSwitch(option)) readValue(option);
-        }
-        if (!shopOption_.empty() && !options_.sample)
-            throw Refusal(shopOption_ + " yalnızca --ornek ile birlikte verilir.");
-        return options_;
-    }
-
-private:
-    std::string_view take() {
-        const std::string_view first = left_.front();
-        left_ = left_.subspan(1);
-        return first;
-    }
-    bool readSwitch(std::string_view option) {
-        bool* const flag = option == "--ornek"         ? &options_.sample
-                           : option == "--uzerine-yaz" ? &options_.overwrite
-                                                       : nullptr;
-        if (flag != nullptr) *flag = true;
-        return flag != nullptr;
-    }
-    void readValue(std::string_view option) {
-        constexpr std::string_view known[] = {"--kok", "--musteri", "--satis", "--tohum", "--yil", "--bugun"};
-        if (std::find(std::begin(known), std::end(known), option) == std::end(known))
-            throw Refusal("Bilinmeyen seçenek: " + std::string(option) + "\n" + usage());
-        if (left_.empty()) throw Refusal(std::string(option) + " bir değer ister.");
-        const std::string_view value = take();
-        if (option == "--kok") {
-            if (value.empty()) throw Refusal("--kok bir klasör ister.");
-            options_.root = std::string(value);
-            return;
-        }
-        shopOption_ = option;
-        ShopPlan& plan = options_.plan;
-        if (option == "--musteri") plan.customers = readNumber(option, value, 1, 100'000);
-        if (option == "--satis") plan.sales = readNumber(option, value, 0, 500'000);
-        if (option == "--tohum") plan.seed = readNumber<std::uint64_t>(option, value, 0, ~std::uint64_t{0});
-        if (option == "--yil") plan.years = readNumber(option, value, 1, 40);
-        if (option == "--bugun") plan.today = readDay(option, value);
-    }
-
-    std::span<const char* const> left_;
-    Options options_;
-    std::string shopOption_; // the last one seen that only a sample shop understands
-};
 
 } // namespace
 
 Options readOptions(std::span<const char* const> arguments, DateTime today) {
-    return Reader(arguments, today).read();
+    Options options;
+    ShopPlan& plan = options.plan;
+    plan.today = today;
+    OptionReader reader(usage());
+    reader.value("--kok", options.root)
+        .flag("--ornek", options.sample)
+        .flag("--uzerine-yaz", options.overwrite);
+    std::string shopOption; // the last one seen that only a sample shop understands
+    const auto ofShop = [&](const std::string& name, const std::function<void(const std::string&)>& take) {
+        reader.value(name, [&shopOption, name, take](const std::string& text) {
+            shopOption = name;
+            take(text);
+        });
+    };
+    ofShop("--musteri", [&](auto& text) { plan.customers = readNumber("--musteri", text, 1, 100'000); });
+    ofShop("--satis", [&](auto& text) { plan.sales = readNumber("--satis", text, 0, 500'000); });
+    ofShop("--tohum",
+           [&](auto& text) { plan.seed = readNumber<std::uint64_t>("--tohum", text, 0, ~std::uint64_t{0}); });
+    ofShop("--yil", [&](auto& text) { plan.years = readNumber("--yil", text, 1, 40); });
+    ofShop("--bugun", [&](auto& text) { plan.today = readDay("--bugun", text); });
+    reader.read(arguments);
+    if (!shopOption.empty() && !options.sample)
+        throw UsageError(shopOption + " yalnızca --ornek ile birlikte verilir.");
+    return options;
 }
 
 const char* usage() {

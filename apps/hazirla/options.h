@@ -16,8 +16,8 @@ struct Options {
     ShopPlan plan;
 };
 
-// `today` stands where the command line names no day. Raises Refusal, with a sentence that names what cannot
-// be read.
+// `today` stands where the command line names no day. Raises UsageError, with a sentence that names what
+// cannot be read.
 [[nodiscard]] Options readOptions(std::span<const char* const> arguments, DateTime today);
 
 [[nodiscard]] const char* usage();

@@ -79,11 +79,16 @@ void expectList(Stage& stage, const Line& line) {
     requireEqual(textsFrom(line, 1), there);
 }
 
+void requireInside(int row, int rows) {
+    if (row < 0 || row >= rows)
+        throw Shortfall("row " + std::to_string(row) + " is outside, there are " + std::to_string(rows));
+}
+
 // What a row's mark says to whoever does not see it; "" without one.
 void expectMark(Stage& stage, const Line& line) {
     const auto& list = stage.control<ListBox>(line.words[0], "list");
     const int row = wholeNumber(line.words[1]);
-    if (row < 0 || row >= list.count()) throw Shortfall("row " + std::to_string(row) + " is outside");
+    requireInside(row, list.count());
     const RowMarks marks = list.marks ? list.marks() : RowMarks{};
     const auto at = static_cast<std::size_t>(row);
     requireEqual(line.words[2].text, at < marks.rows.size() ? marks.rows[at].words : std::string());

@@ -14,6 +14,7 @@
 #include "apps/operator/runner.h"
 #include "apps/operator/windowsystem.h"
 #include "apps/screens.h"
+#include "apps/tool/optionreader.h"
 #include "apps/tool/toolmain.h"
 
 namespace veldona::console {
@@ -36,22 +37,17 @@ struct Options {
     std::vector<std::string> files;
 };
 
-std::optional<Options> readOptions(const std::vector<std::string>& arguments) {
+Options readOptions(std::span<const char* const> arguments) {
     Options options;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string& argument = arguments[i];
-        if (argument == "--pencere") {
-            options.withWindows = true;
-        } else if (argument == "--kok" && i + 1 < arguments.size()) {
-            options.drive = arguments[++i];
-        } else if (argument == "--sunucu" && i + 1 < arguments.size()) {
-            options.server.emplace(arguments[++i], argument);
-        } else if (argument.starts_with("--")) {
-            return std::nullopt;
-        } else {
-            options.files.push_back(argument);
-        }
-    }
+    OptionReader(kTool.usage)
+        .flag("--pencere", options.withWindows)
+        .value("--kok", options.drive)
+        .value("--sunucu", [&options](const std::string& text) { options.server.emplace(text, "--sunucu"); })
+        .word([&options](const std::string& word) {
+            options.files.push_back(word);
+            return true;
+        })
+        .read(arguments);
     if (options.files.empty()) options.files.emplace_back("-");
     return options;
 }
@@ -83,20 +79,10 @@ Tally runAll(const Options& options, const Setting& setting) {
 }
 
 int run(int count, char** arguments, std::span<const char* const> given) {
-    std::optional<Options> options;
-    try {
-        options = readOptions({given.begin(), given.end()});
-    } catch (const store::StoreError& error) {
-        std::cerr << error.description() << '\n';
-        return CouldNotRead;
-    }
-    if (!options) {
-        std::cerr << kTool.usage;
-        return CouldNotRead;
-    }
+    const Options options = readOptions(given);
     std::optional<WindowSystem> system;
     OpenWindows windows;
-    if (options->withWindows) {
+    if (options.withWindows) {
         system.emplace(count, arguments);
         windows = [&](Clock& clock) { return system->open(clock); };
     }
@@ -104,7 +90,7 @@ int run(int count, char** arguments, std::span<const char* const> given) {
     const auto writePdf = [&pdf](const report::Document& document, const std::string& file) {
         pdf.write(document, file);
     };
-    const Tally tally = runAll(*options, {{}, registerScreens, windows, writePdf, options->server});
+    const Tally tally = runAll(options, {{}, registerScreens, windows, writePdf, options.server});
     std::cout << tally.passed << " passed, " << tally.failed << " failed" << std::endl;
     if (tally.unreadable) return CouldNotRead;
     return tally.failed > 0 ? FellShort : AllHeld;

@@ -1,44 +1,27 @@
 #include "apps/sunucu/options.h"
 
-#include "backup/refusal.h"
+#include "apps/tool/optionreader.h"
 
 namespace veldona::sunucu {
 
-using backup::Refusal;
-
-namespace {
-
-bool readTask(const std::string& option, Options& options) {
-    if (option != "--kur" && option != "--geri") return false;
-    if (options.task != Task::Tell) throw Refusal("--kur ile --geri birlikte verilmez.");
-    options.task = option == "--kur" ? Task::ToServer : Task::ToFile;
-    return true;
-}
-
-void readValue(const std::string& option, const std::string& value, Options& options) {
-    if (value.empty()) throw Refusal(option + " bir değer ister.");
-    if (option == "--kok") options.root = value;
-    if (option == "--adres") options.address = value;
-    if (option == "--sahip") options.owner = value;
-}
-
-} // namespace
-
 Options readOptions(std::span<const char* const> arguments) {
     Options options;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string option = arguments[i];
-        if (readTask(option, options)) continue;
-        if (option != "--kok" && option != "--adres" && option != "--sahip")
-            throw Refusal("Bilinmeyen seçenek: " + option + "\n" + usage());
-        if (++i == arguments.size()) throw Refusal(option + " bir değer ister.");
-        readValue(option, arguments[i], options);
-    }
+    bool toServer = false, toFile = false;
+    OptionReader(usage())
+        .flag("--kur", toServer)
+        .flag("--geri", toFile)
+        .value("--kok", options.root)
+        .value("--adres", options.address)
+        .value("--sahip", options.owner)
+        .read(arguments);
+    if (toServer && toFile) throw UsageError("--kur ile --geri birlikte verilmez.");
+    options.task = toServer ? Task::ToServer : toFile ? Task::ToFile : Task::Tell;
     if (options.task == Task::ToServer && !options.address)
-        throw Refusal("--kur sunucunun adresini de ister, örneğin: --adres \"host=kasa.dukkan dbname=veldona "
-                      "user=kasa1\"");
+        throw UsageError(
+            "--kur sunucunun adresini de ister, örneğin: --adres \"host=kasa.dukkan dbname=veldona "
+            "user=kasa1\"");
     if (options.task != Task::ToServer && options.address)
-        throw Refusal("--adres yalnızca --kur ile birlikte verilir.");
+        throw UsageError("--adres yalnızca --kur ile birlikte verilir.");
     return options;
 }
 

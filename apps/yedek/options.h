@@ -16,7 +16,7 @@ struct Options {
     bool list = false;
 };
 
-// Raises Refusal, with a sentence that names what cannot be read.
+// Raises UsageError, with a sentence that names what cannot be read.
 [[nodiscard]] Options readOptions(std::span<const char* const> arguments);
 
 [[nodiscard]] const char* usage();

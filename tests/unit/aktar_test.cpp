@@ -7,6 +7,7 @@
 #include "apps/aktar/jettext.h"
 #include "apps/aktar/options.h"
 #include "apps/hazirla/firstbooks.h"
+#include "apps/tool/optionreader.h"
 #include "jetshop.h"
 
 namespace veldona::aktar {
@@ -311,7 +312,7 @@ TEST(AktarSecenekleri, DosyaVeSecenekler) {
     EXPECT_TRUE(options.trial && options.passwordFromInput);
     for (const std::vector<const char*>& bad :
          {std::vector<const char*>{}, {"a.mdb", "b.mdb"}, {"a.mdb", "--parola"}, {"a.mdb", "--baska"}})
-        EXPECT_THROW(static_cast<void>(readOptions(bad)), Refusal);
+        EXPECT_THROW(static_cast<void>(readOptions(bad)), UsageError);
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include "apps/anonim/nameless.h"
 #include "apps/anonim/options.h"
 #include "apps/denetle/check.h"
+#include "apps/tool/optionreader.h"
 #include "backup/proof.h"
 #include "backup/refusal.h"
 #include "schema/tables.h"
@@ -199,7 +200,7 @@ TEST(AnonimSecenekler, OkunmayanSatirReddedilir) {
     EXPECT_EQ(read({"--kok", "x", "kopya.mdb"}).target, "kopya.mdb");
     const std::vector<std::vector<const char*>> refused = {{}, {"--kok"}, {"--bilinmez"}, {"a", "b"}, {""}};
     for (const auto& arguments : refused)
-        EXPECT_THROW(static_cast<void>(read(arguments)), backup::Refusal);
+        EXPECT_THROW(static_cast<void>(read(arguments)), UsageError);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 
 #include "apps/denetle/options.h"
 #include "apps/denetle/report.h"
+#include "apps/tool/optionreader.h"
 #include "core/session.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
@@ -147,7 +148,7 @@ TEST(Denetle, OkunmayanSatirReddedilir) {
     const std::vector<std::vector<const char*>> refused = {
         {"--bilinmez"}, {"--kok"}, {"--dosya", ""}, {"--kok", "a", "--dosya", "b"}, {"yedek.mdb"}};
     for (const auto& arguments : refused)
-        EXPECT_THROW(static_cast<void>(read(arguments)), Refusal) << arguments.back();
+        EXPECT_THROW(static_cast<void>(read(arguments)), UsageError) << arguments.back();
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "apps/hazirla/firstbooks.h"
 #include "apps/hazirla/options.h"
 #include "apps/hazirla/shop.h"
+#include "apps/tool/optionreader.h"
 #include "core/session.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
@@ -201,7 +202,7 @@ TEST(Secenekler, OkunmayanSatirReddedilir) {
                                                       {"--ornek", "--bugun", "29/02/2025"},
                                                       {"--ornek", "--bugun", "2026-11-22"},
                                                       {"--ornek", "--tohum", "-1"}})
-        EXPECT_THROW(static_cast<void>(read(arguments)), Refusal) << arguments.back();
+        EXPECT_THROW(static_cast<void>(read(arguments)), UsageError) << arguments.back();
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "apps/tool/optionreader.h"
 #include "apps/yedek/options.h"
 #include "backup/copy.h"
 #include "backup/keeping.h"
@@ -267,7 +268,7 @@ TEST(YedekSecenekler, OkunmayanSatirReddedilir) {
     const std::vector<std::vector<const char*>> refused = {
         {"--evet"}, {"--geri-yukle"}, {"--klasor", ""}, {"--liste", "--geri-yukle", "x"}, {"x.mdb"}};
     for (const auto& arguments : refused)
-        EXPECT_THROW(static_cast<void>(read(arguments)), Refusal) << arguments.back();
+        EXPECT_THROW(static_cast<void>(read(arguments)), UsageError) << arguments.back();
 }
 
 } // namespace
