@@ -45,6 +45,8 @@ const std::vector<Way>& ways() {
         {"rprodemesigecen", "click cmdGunuGecenOdemeler\n", {}},
         {"rprbeklenentahsilat", "click cmdBeklenenTaksitler\n", {}},
         {"rptGelirGider", "click cmdTahsilatListesi\n", {}},
+        {"frmYedek", "menu mnuYedekAl\n", {}},
+        {"frmGrafik", "menu mnuGrafik\n", {}},
         {"taksitodduzelt", "click L4 0\nclick Command3\n", {}},
         {"taksitmustduzelt", "dblclick L1 0\n", {}},
     };
