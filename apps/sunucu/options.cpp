@@ -12,7 +12,7 @@ Options readOptions(std::span<const char* const> arguments) {
         .flag("--geri", toFile)
         .value("--kok", options.root)
         .value("--adres", options.address)
-        .value("--sahip", options.owner)
+        .value("--sahip", [&options](const std::string& role) { options.owner = role; })
         .read(arguments);
     if (toServer && toFile) throw UsageError("--kur ile --geri birlikte verilmez.");
     options.task = toServer ? Task::ToServer : toFile ? Task::ToFile : Task::Tell;
