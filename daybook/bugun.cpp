@@ -234,6 +234,8 @@ void bindPapers(FrmBugun& f) {
     f.cmdTablo.onClick = [&f] { writeCallSheet(f); };
     f.cmdMektup.onClick = [&f] { showReminderLetters(f.session, overdueAccounts(f)); };
     f.cmdMesaj.onClick = [&f] { writeReminderMessages(f.session, overdueAccounts(f)); };
+    f.cmdGrafik.setEnabled(f.forms().isKnown("frmGrafik"));
+    f.cmdGrafik.onClick = [&f] { EkranGoster(f.session, "frmGrafik", Kip::Modal); };
     f.cmdEkstre.onClick = [&f] {
         if (const CallRow* row = f.rows.current())
             showStatement(f.session, row->account, StatementNotes::Last);

@@ -81,6 +81,7 @@ struct FrmBugun : Form {
     CommandButton cmdTablo{*this, "cmdTablo", "Tabloya Yaz"};
     CommandButton cmdMektup{*this, "cmdMektup", "Mektuplar"}; // to those shown
     CommandButton cmdMesaj{*this, "cmdMesaj", "Mesajlar"};
+    CommandButton cmdGrafik{*this, "cmdGrafik", "Grafikler"};
     CommandButton cmdEkstre{*this, "cmdEkstre", "Ekstre"}; // of the customer stood on
     CommandButton cmdHesap{*this, "cmdHesap", "Hesabı Aç"};
     CommandButton cmdCikis{*this, "cmdCikis", "Çıkış"};

@@ -154,7 +154,8 @@ void writeReminderMessages(Session& session, const std::vector<std::string>& acc
     }
     const std::size_t written = messages.rowCount();
     if (written == 0)
-        return session.desktop.dialogs.tell("Seçilenlerin hiçbirinin cep telefonu yok.", Icon::Information);
+        return session.desktop.dialogs.tell("Yazılacak müşterilerin hiçbirinin cep telefonu yok.",
+                                            Icon::Information);
     report::Document file;
     file.data.push_back(std::move(messages));
     const std::string path = aktarimDosyasi(
