@@ -11,8 +11,11 @@ Options readOptions(std::span<const char* const> arguments) {
         .value("--kok", options.root)
         .value("--parola",
                [&options](const std::string& value) {
-                   options.passwordFromInput = value == "-";
-                   options.password = options.passwordFromInput ? std::string() : value;
+                   // A password that stands here is overwritten later, also where another one counts.
+                   if (value == "-")
+                       options.passwordFromInput = true;
+                   else
+                       options.password = value;
                })
         .word([&options](const std::string& word) {
             if (!options.source.empty()) throw UsageError("Yalnızca bir dosya aktarılır: " + word);

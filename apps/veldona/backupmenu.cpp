@@ -113,8 +113,16 @@ void BackupMenu::putBack() {
          false);
 }
 
+bool BackupMenu::hasBackups() const {
+    try {
+        return !backup::listRestorable(folders(), books_).empty();
+    } catch (const backup::Refusal&) {
+        return false; // the start has told of the books, and there is nothing to offer
+    }
+}
+
 bool BackupMenu::offerAfterFailedStart() {
-    if (!backup::areDamaged(books_)) return false;
+    if (!backup::areDamaged(books_) || !hasBackups()) return false;
     QMessageBox box(QMessageBox::Warning, kProgramTitle,
                     "Defter okunamıyor. Alınmış yedeklerden birine dönülsün mü?", QMessageBox::NoButton);
     const QPushButton* yes = box.addButton("&Yedekleri Göster", QMessageBox::YesRole);

@@ -30,6 +30,7 @@ public:
     [[nodiscard]] bool offerAfterFailedStart();
 
 private:
+    [[nodiscard]] bool hasBackups() const;
     [[nodiscard]] std::set<std::string> folders() const;
     [[nodiscard]] bool agrees(const std::string& backup);
     void tell(const std::string& text, bool isFailure);

@@ -28,6 +28,7 @@ struct Way {
     const char* screen;
     const char* lines;
     std::set<std::string> writes;
+    bool hasFields = true; // to type into
 };
 
 const std::set<std::string> kSales = {"ISLEMNOTABLO", "URUNAL", "URUNSAT", "TAKSITODENEN", "URUNTANITIM"};
@@ -45,8 +46,8 @@ const std::vector<Way>& ways() {
         {"rprodemesigecen", "click cmdGunuGecenOdemeler\n", {}},
         {"rprbeklenentahsilat", "click cmdBeklenenTaksitler\n", {}},
         {"rptGelirGider", "click cmdTahsilatListesi\n", {}},
-        {"frmYedek", "menu mnuYedekAl\n", {}},
-        {"frmGrafik", "menu mnuGrafik\n", {}},
+        {"frmYedek", "menu mnuYedekAl\n", {}, false},
+        {"frmGrafik", "menu mnuGrafik\n", {}, false},
         {"taksitodduzelt", "click L4 0\nclick Command3\n", {}},
         {"taksitmustduzelt", "dblclick L1 0\n", {}},
     };
@@ -317,7 +318,7 @@ TEST_P(Hostile, TypedTextDoesNoHarm) {
     }
     RecordProperty("typed", typed);
     RecordProperty("pressed", pressed);
-    EXPECT_GE(typed, 10) << "what is typed reaches the screen's fields";
+    EXPECT_GE(typed, way.hasFields ? 10 : 0) << "what is typed reaches the screen's fields";
     EXPECT_GE(pressed, static_cast<int>(texts.size())) << "and its buttons";
 }
 

@@ -95,6 +95,12 @@ TEST(LookUps, GoThroughTheirIndex) {
             R"(ORDER BY 1, 2, 3, 4, "ID", "ID")",
             R"(SELECT "MUSTNO", "ISLEMNO", "ODTRH", "ODMIKTAR" FROM "TAKSITODENEN" ORDER BY 1 DESC, 2 DESC, )"
             R"(3 DESC, 4 DESC, "ID" DESC, "ID")",
+            R"(SELECT "TRH", "ADET" * "FIYAT", "ISLEMNO" FROM "URUNAL")", // the charts
+            // a backup's fingerprint
+            R"(SELECT COUNT(*) FROM "URUNAL")",
+            R"(SELECT COUNT(*) FROM "URUNSAT")",
+            R"(SELECT COUNT(*) FROM "TAKSITODENEN")",
+            R"(SELECT MAX("ODTRH"), MAX("ID") FROM "TAKSITODENEN")",
             R"(SELECT "MUSTNO", "ISLEMNO", SUM("ODMIKTAR") FROM "TAKSITODENEN")",
             R"(SELECT "MUSTNO", "ISLEMNO", SUM("ODMIKTAR"), MAX("ODTRH"), MIN("ODTRH") FROM "URUNSAT")",
         }));

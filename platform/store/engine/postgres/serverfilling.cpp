@@ -132,7 +132,7 @@ void ServerFilling::finish() {
 void ServerFilling::takeIndexesOff() {
     const ServerRows known = session_->ask(
         "SELECT c.relname, pg_get_indexdef(c.oid) FROM pg_index i JOIN pg_class c ON c.oid = i.indexrelid "
-        "WHERE c.relnamespace = current_schema()::regnamespace ORDER BY c.oid");
+        "WHERE c.relnamespace = current_schema()::regnamespace AND NOT i.indisprimary ORDER BY c.oid");
     std::string script;
     for (int i = 0; i < known.rowCount(); ++i) {
         script += "DROP INDEX " + quotedName(std::string(known.text(i, 0))) + "; ";
