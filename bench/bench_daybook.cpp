@@ -55,7 +55,7 @@ int behind(store::Engine& engine) {
 }
 
 FrmBugun& open(Headless& program) {
-    EkranGoster(program.session(), "frmBugun", Kip::Modeless);
+    showScreen(program.session(), "frmBugun", Kip::Modeless);
     return dynamic_cast<FrmBugun&>(*program.session().forms.loaded("frmBugun"));
 }
 

@@ -134,7 +134,7 @@ public:
     double time(const char* screen, const char* first, const char* last, const char* button,
                 const Value& from, const Value& to) {
         Session& session = program_.session();
-        EkranGoster(session, screen, Kip::Modeless);
+        showScreen(session, screen, Kip::Modeless);
         Form& form = *session.forms.loaded(screen);
         mustTake(user::pickDate(dynamic_cast<DateBox&>(*form.find(first)), from));
         mustTake(user::pickDate(dynamic_cast<DateBox&>(*form.find(last)), to));
@@ -147,7 +147,7 @@ public:
     // The list of what is unpaid of every sale, as a spreadsheet; once, for it takes seconds.
     double timeSpreadsheet(DateTime from, DateTime to) {
         Session& session = program_.session();
-        EkranGoster(session, "rprodemesigecen", Kip::Modeless);
+        showScreen(session, "rprodemesigecen", Kip::Modeless);
         Form& form = *session.forms.loaded("rprodemesigecen");
         mustTake(user::pickDate(dynamic_cast<DateBox&>(*form.find("DTPicker1")), from));
         mustTake(user::pickDate(dynamic_cast<DateBox&>(*form.find("DTPicker2")), to));

@@ -144,7 +144,7 @@ void benchShop(const std::string& root, std::chrono::microseconds line, DateTime
 void benchOverdue(const std::string& root, std::chrono::microseconds line, DateTime now) {
     Till till(root, line, now);
     Session& session = till.program().session();
-    EkranGoster(session, "rprodemesigecen", Kip::Modeless);
+    showScreen(session, "rprodemesigecen", Kip::Modeless);
     Form& form = *session.forms.loaded("rprodemesigecen");
     mustTake(user::pickDate(dynamic_cast<DateBox&>(*form.find("dtRaporTarihi")), Value()));
     mustTake(user::pickDate(dynamic_cast<DateBox&>(*form.find("dtRaporTarihiSon")), now.date()));

@@ -77,7 +77,7 @@ public:
         drawScreens(host_);
         host_.timersRun = false;
         registerScreens(*forms_, *session_);
-        if (!basla(*session_)) throw std::runtime_error("the start failed");
+        if (!startSession(*session_)) throw std::runtime_error("the start failed");
     }
     ~Shown() { forms_.reset(); }
     Shown(const Shown&) = delete;
@@ -147,7 +147,7 @@ void timeFinder(Shown& shop) {
     Session& session = shop.session();
     std::vector<double> times;
     for (int run = 0; run < 9; ++run) {
-        EkranGoster(session, "frmCarihesapSec", Kip::Modeless);
+        showScreen(session, "frmCarihesapSec", Kip::Modeless);
         auto& finder = dynamic_cast<FrmCarihesapSec&>(shop.form("frmCarihesapSec"));
         shop.host().flush();
         QCoreApplication::processEvents();
@@ -172,7 +172,7 @@ void timeSearch(Shown& shop) {
         session.gBaglanti->execute("UPDATE MUSTKAYIT SET YAS = '" + std::to_string(run) +
                                    "' WHERE HSTNO = '1'");
         const auto begun = Clock::now();
-        EkranGoster(session, "frmArama", Kip::Modeless);
+        showScreen(session, "frmArama", Kip::Modeless);
         Form& search = shop.form("frmArama");
         Painted grid(shop.grid("frmArama", "grdSonuc"));
         shop.host().flush();

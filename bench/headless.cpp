@@ -26,7 +26,7 @@ Headless::Headless(const std::string& root, DateTime now)
       forms_(std::make_unique<Forms>(host_)), session_(std::make_unique<Session>(desktop_, *forms_)) {
     clock_.set(now);
     registerScreens(*forms_, *session_);
-    forms_->dispatch([this] { static_cast<void>(basla(*session_)); });
+    forms_->dispatch([this] { static_cast<void>(startSession(*session_)); });
     expectSaid("");
     screen_ = dynamic_cast<FrmMainVeldona*>(forms_->loaded("frmMainVeldona"));
     if (screen_ == nullptr) throw std::runtime_error("the main screen did not open");

@@ -2,7 +2,7 @@
 
 namespace veldona {
 
-std::vector<DataGrid::Column> MusteriSutunlari() {
+std::vector<DataGrid::Column> customerListColumns() {
     return {{"CariNo", "HSTNO", 70},    {"Adı", "AD", 120},
             {"Soyadı", "SOYAD", 120},   {"Ev Telefonu", "EVTEL", 100},
             {"GSM", "GSM", 100},        {"İş Telefonu", "ISTEL", 100},

@@ -18,13 +18,13 @@
 
 namespace veldona {
 
-using KayitSeti = std::unique_ptr<adodb::Recordset>;
+using RecordsetPtr = std::unique_ptr<adodb::Recordset>;
 
 // Replaces `rs` by a new recordset on the shared connection. Raises what the statement raises.
-void KayitSetiAc(Session& session, KayitSeti& rs, std::string_view sql, adodb::CursorLocation konum);
-void KayitSetiKapat(KayitSeti& rs);
+void KayitSetiAc(Session& session, RecordsetPtr& rs, std::string_view sql, adodb::CursorLocation konum);
+void KayitSetiKapat(RecordsetPtr& rs);
 // The same inside a guard: a failure is shown in a plain box, its text left in `hata`, and false returned.
-bool KayitSetiAcKontrollu(Session& session, KayitSeti& rs, std::string_view sql, std::string& hata);
+bool KayitSetiAcKontrollu(Session& session, RecordsetPtr& rs, std::string_view sql, std::string& hata);
 
 // The one transaction of the shared connection. True where it went through; a failure is told in a plain
 // box. What was to be told inside it is told behind its end.
@@ -34,19 +34,19 @@ bool IslemGeriAl(Session& session); // also true where nothing is open
 
 // One statement as field names and values.
 struct KayitYapisi {
-    enum : std::int32_t { Ekle = 1, Degistir = 2 };
-    static constexpr std::size_t kEnFazlaAlan = 100;
+    enum : std::int32_t { Add = 1, Change = 2 };
+    static constexpr std::size_t kMostFields = 100;
 
     std::int32_t Islem = 0;
     std::string Tablo;
-    std::string Kosul;                            // behind " WHERE " of an update
-    std::array<std::string, kEnFazlaAlan> Alan;   // the first empty name ends the list
-    std::array<std::int32_t, kEnFazlaAlan> Tip{}; // the store's number of each field's type
-    std::array<Value, kEnFazlaAlan> Deger;
+    std::string Kosul;                           // behind " WHERE " of an update
+    std::array<std::string, kMostFields> Alan;   // the first empty name ends the list
+    std::array<std::int32_t, kMostFields> Tip{}; // the store's number of each field's type
+    std::array<Value, kMostFields> Deger;
 
     // Sets the next free field.
-    void ekle(std::string alan, Value deger);
-    [[nodiscard]] std::size_t alanSayisi() const;
+    void add(std::string alan, Value deger);
+    [[nodiscard]] std::size_t fieldCount() const;
 };
 
 void KayitYapisiTemizle(KayitYapisi& rec);
@@ -58,53 +58,53 @@ bool KayitYaz(Session& session, KayitYapisi& rec);
 [[nodiscard]] std::string DegerYaz(std::int32_t tip, Value& deger);
 
 // Runs a statement; "" is true with no action. A failure is shown in a box titled `baslik`, false returned.
-bool SqlCalistir(Session& session, adodb::Connection& baglanti, const std::string& sql,
+bool SqlCalistir(Session& session, adodb::Connection& connection, const std::string& sql,
                  const std::string& baslik = {});
 // What a broken relation is told as, from a row of names: `satir` holds table, column, referenced table and
 // column.
-[[nodiscard]] std::string IliskiHatasi(const std::array<std::string, 4>& satir, bool silme);
+[[nodiscard]] std::string relationError(const std::array<std::string, 4>& satir, bool deletion);
 
 // The last counter that the store gave out, -1 where there is none.
 [[nodiscard]] double SonKimlik(Session& session, const std::string& tablo);
 // Values as the callers give them.
-enum class StokHareketi { Alis = 1, Satis = 2, GeriAlma = 3 };
-enum class StokYonu { Giris = 1, Cikis = 2 };
+enum class StockMovement { Alis = 1, Sale = 2, TakeBack = 3 };
+enum class StockDirection { In = 1, Out = 2 };
 // Moves the product's totals. False where there is no such product or the write fails; error 6 where a total
 // leaves 32 bits.
-bool StokGuncelle(Session& session, const std::string& urkod, std::int32_t miktar, StokHareketi hareket,
-                  StokYonu yon);
+bool StokGuncelle(Session& session, const std::string& urkod, std::int32_t miktar, StockMovement hareket,
+                  StockDirection yon);
 
 // One field of the row whose `anahtar` is the text `deger`; True where no row exists.
 [[nodiscard]] Value AlanDegeriOku(Session& session, const std::string& alan, const std::string& tablo,
-                                  const std::string& anahtar, const std::string& deger);
+                                  const std::string& key, const std::string& deger);
 [[nodiscard]] Value KayitDegeri(Session& session, const std::string& alan, const std::string& tablo,
-                                const std::string& anahtar, const std::string& deger);
+                                const std::string& key, const std::string& deger);
 
-enum class AlanTuru : char { Sayi = 'N', Metin = 'T' };
+enum class FieldKind : char { Number = 'N', Text = 'T' };
 
 // The highest number of a column plus 1, as plain text; "1" for an empty table, "" where the question fails.
 // `kosul` stands behind " WHERE " where it is not empty; the values of a text column are read as far as they
 // are digits.
 [[nodiscard]] std::string YeniNo(Session& session, const std::string& alan, const std::string& tablo,
-                                 const std::string& kosul, AlanTuru tur);
+                                 const std::string& kosul, FieldKind kind);
 
-struct TekilAlan {
+struct UniqueField {
     std::string alan;
     std::string deger;
-    AlanTuru tur;
+    FieldKind kind;
 };
 // True where no other row holds these values. An existing row names itself by `anahtar` and `id`; a new one
 // gives "". A question that fails is shown in a plain box and has no answer.
 [[nodiscard]] std::optional<bool> TekilMi(Session& session, const std::string& tablo,
-                                          const std::vector<TekilAlan>& alanlar,
-                                          const std::string& anahtar = {}, const std::string& id = {});
+                                          const std::vector<UniqueField>& fields, const std::string& key = {},
+                                          const std::string& id = {});
 
 // Opens a connection of its own on the data source, which becomes the shared one, and runs `sql` on it into
 // `rs`.
-void KomutCalistir(Session& session, KayitSeti& rs, const std::string& sql);
+void KomutCalistir(Session& session, RecordsetPtr& rs, const std::string& sql);
 
 // A place in a recordset as text; "" where there is none. Going there: true where no error arose.
 [[nodiscard]] std::string ImlecAl(const adodb::Recordset& rs);
-bool ImlecGit(adodb::Recordset& rs, const std::string& imlec);
+bool ImlecGit(adodb::Recordset& rs, const std::string& cursor);
 
 } // namespace veldona

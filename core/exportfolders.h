@@ -9,11 +9,11 @@
 namespace veldona {
 
 // The folder of a format as the program writes it, with no "\" behind it.
-[[nodiscard]] std::string aktarKlasoru(const Session& session, std::string_view bicim = {});
+[[nodiscard]] std::string exportFolder(const Session& session, std::string_view formatName = {});
 // Error 75 where it stands already, 76 where the one above it does not.
-void klasorAc(Session& session, const std::string& klasor);
+void makeFolder(Session& session, const std::string& folder);
 // A free name in the folder of a format, which is made where it is missing, as a path of this machine.
-[[nodiscard]] std::string aktarimDosyasi(Session& session, std::string_view bicim, const std::string& ad,
-                                         const std::string& uzanti);
+[[nodiscard]] std::string exportFile(Session& session, std::string_view formatName, const std::string& ad,
+                                     const std::string& extension);
 
 } // namespace veldona

@@ -12,12 +12,12 @@ namespace veldona {
 
 namespace {
 
-struct Arac {
+struct BarTool {
     const char* key;
     const char* caption;
 };
 
-constexpr Arac kAraclar[] = {
+constexpr BarTool kTools[] = {
     {"cmdOnceki", "Önceki"},
     {"cmdSonraki", "Sonraki"},
     {"cmdYeni", "Yeni (F3)"},
@@ -44,15 +44,15 @@ bool isSpacerOrMark(const std::string& key) {
 
 const std::vector<const char*>& toolsOf(int durum) {
     static const std::map<int, std::vector<const char*>> byState = {
-        {FormModu::Gezinme, {"cmdOnceki", "cmdSonraki", "cmdYeni", "cmdDegistir", "cmdSil", "cmdCikis"}},
-        {FormModu::Arama, {"cmdTemizle", "cmdBul", "cmdYeni", "cmdDegistir", "cmdSil", "cmdCikis"}},
+        {FormModu::Navigation, {"cmdOnceki", "cmdSonraki", "cmdYeni", "cmdDegistir", "cmdSil", "cmdCikis"}},
+        {FormModu::Search, {"cmdTemizle", "cmdBul", "cmdYeni", "cmdDegistir", "cmdSil", "cmdCikis"}},
         {FormModu::Yeni, {"cmdVazgec", "cmdKaydet"}},
-        {FormModu::Degistir, {"cmdVazgec", "cmdKaydet"}},
-        {FormModu::TumAraclar,
+        {FormModu::Change, {"cmdVazgec", "cmdKaydet"}},
+        {FormModu::AllTools,
          {"cmdOnceki", "cmdSonraki", "cmdYeni", "cmdDegistir", "cmdSil", "cmdYanile", "cmdDevirBakiye",
           "cmdBul", "cmdCikis", "cmdMail", "cmdNotDefteri", "cmdHesapMakinesi"}},
-        {FormModu::SaltOkunur, {"cmdCikis", "cmdDegistir"}},
-        {FormModu::SaltKaydet, {"cmdCikis", "cmdKaydet"}},
+        {FormModu::ReadOnly, {"cmdCikis", "cmdDegistir"}},
+        {FormModu::SaveOnly, {"cmdCikis", "cmdKaydet"}},
     };
     static const std::vector<const char*> none;
     const auto found = byState.find(durum);
@@ -61,9 +61,9 @@ const std::vector<const char*>& toolsOf(int durum) {
 
 } // namespace
 
-void BarKur(ToolBar& bar) {
-    for (const Arac& arac : kAraclar)
-        bar.add(arac.key, arac.caption);
+void buildBar(ToolBar& bar) {
+    for (const BarTool& toolName : kTools)
+        bar.add(toolName.key, toolName.caption);
 }
 
 void BarDurumAyarla(int durum, ToolBar& bar, int maske) {
@@ -76,21 +76,21 @@ void BarDurumAyarla(int durum, ToolBar& bar, int maske) {
     }
 }
 
-bool aracAcik(const ToolBar& bar, std::string_view arac) {
-    const ToolBar::Tool* tool = bar.find(arac);
+bool toolOpen(const ToolBar& bar, std::string_view toolName) {
+    const ToolBar::Tool* tool = bar.find(toolName);
     return tool && tool->visible && tool->enabled && bar.isShown() && bar.isUsable();
 }
 
-void AracTuslari(const ToolBar& bar, KeyEvent& event) {
-    static constexpr std::array<std::pair<Key, const char*>, 5> kTuslar = {{{Key::F2, "cmdKaydet"},
-                                                                            {Key::F3, "cmdYeni"},
-                                                                            {Key::F4, "cmdVazgec"},
-                                                                            {Key::F5, "cmdDegistir"},
-                                                                            {Key::F6, "cmdSil"}}};
-    for (const auto& [tus, arac] : kTuslar) {
-        if (event.key != tus) continue;
+void toolKeys(const ToolBar& bar, KeyEvent& event) {
+    static constexpr std::array<std::pair<Key, const char*>, 5> kKeys = {{{Key::F2, "cmdKaydet"},
+                                                                          {Key::F3, "cmdYeni"},
+                                                                          {Key::F4, "cmdVazgec"},
+                                                                          {Key::F5, "cmdDegistir"},
+                                                                          {Key::F6, "cmdSil"}}};
+    for (const auto& [key, toolName] : kKeys) {
+        if (event.key != key) continue;
         event.swallowed = true;
-        if (aracAcik(bar, arac)) call(bar.onToolClick, std::string(arac));
+        if (toolOpen(bar, toolName)) call(bar.onToolClick, std::string(toolName));
     }
 }
 
@@ -151,7 +151,7 @@ bool canEnter(const Control& control) {
 
 } // namespace
 
-void OdakIsaretle(Form& form) {
+void markFocus(Form& form) {
     for (Control* control : form.controls()) {
         if (!control->isField()) continue;
         control->onGotFocus = [control] {
@@ -162,7 +162,7 @@ void OdakIsaretle(Form& form) {
     }
 }
 
-void SonrakiAlan(Form& form) {
+void nextField(Form& form) {
     const auto& controls = form.controls();
     auto next = std::find(controls.begin(), controls.end(), form.activeControl());
     if (next != controls.end())
@@ -178,32 +178,32 @@ void FormKayitTemizle(Session& session) {
     session.gFormKayit = FormKayit{};
 }
 
-void KayitGez(adodb::Recordset& rs, Gezinme yon) {
+void walkRecords(adodb::Recordset& rs, Navigation yon) {
     Err ignored;
-    if (yon == Gezinme::Onceki) {
+    if (yon == Navigation::Previous) {
         const bool moved = !rs.bof() && attempt(ignored, [&] { rs.movePrevious(); });
-        if (!moved || rs.bof()) yon = Gezinme::Ilk;
-    } else if (yon == Gezinme::Sonraki) {
+        if (!moved || rs.bof()) yon = Navigation::Ilk;
+    } else if (yon == Navigation::Next) {
         const bool moved = !rs.eof() && attempt(ignored, [&] { rs.moveNext(); });
-        if (!moved || rs.eof()) yon = Gezinme::Son;
+        if (!moved || rs.eof()) yon = Navigation::Son;
     }
-    if (yon == Gezinme::Ilk) attempt(ignored, [&] { rs.moveFirst(); });
-    if (yon == Gezinme::Son) attempt(ignored, [&] { rs.moveLast(); });
+    if (yon == Navigation::Ilk) attempt(ignored, [&] { rs.moveFirst(); });
+    if (yon == Navigation::Son) attempt(ignored, [&] { rs.moveLast(); });
 }
 
-std::string KayitDurumu(const Err& err) {
+std::string saveStatus(const Err& err) {
     if (err.number == static_cast<std::int32_t>(ErrorNumber::NoCurrentRecord))
         return "Geçersiz kayıt (bookmark) !";
     if (err.number == static_cast<std::int32_t>(ErrorNumber::RecordDeleted)) return "Silinmiş kayıt !";
     return "Hatalı kayıt (" + std::to_string(err.number) + ", " + err.description + ") !";
 }
 
-std::string BosAlanSozu(const std::vector<std::string>& etiketler, const std::string& araya,
-                        const std::string& sona) {
+std::string emptyFieldWords(const std::vector<std::string>& captions, const std::string& between,
+                            const std::string& atEnd) {
     std::string words;
-    for (std::size_t i = 0; i < etiketler.size(); ++i) {
-        if (i > 0) words += i + 1 == etiketler.size() ? sona : araya;
-        words += etiketler[i];
+    for (std::size_t i = 0; i < captions.size(); ++i) {
+        if (i > 0) words += i + 1 == captions.size() ? atEnd : between;
+        words += captions[i];
     }
     return words + "Alanını Boş Geçemezsiniz";
 }

@@ -18,29 +18,29 @@
 namespace veldona {
 
 namespace FormModu {
-inline constexpr int Gezinme = 1;    // one record is looked at
-inline constexpr int Arama = 2;      // search
+inline constexpr int Navigation = 1; // one record is looked at
+inline constexpr int Search = 2;     // search
 inline constexpr int Yeni = 3;       // a new record is entered
-inline constexpr int Degistir = 4;   // a record is changed
-inline constexpr int TumAraclar = 5; // looked at, with every tool
-inline constexpr int SaltOkunur = 13;
-inline constexpr int SaltKaydet = 14;
+inline constexpr int Change = 4;     // a record is changed
+inline constexpr int AllTools = 5;   // looked at, with every tool
+inline constexpr int ReadOnly = 13;
+inline constexpr int SaveOnly = 14;
 } // namespace FormModu
 
 // What gFormKayit.Sonuc holds: a caller that waits for a record asks by Istendi, and finds an answer there.
-namespace FormSonucu {
-inline constexpr int Vazgecildi = 2;
-inline constexpr int Istendi = 3;
-inline constexpr int Secildi = 4;
-} // namespace FormSonucu
+namespace FormResult {
+inline constexpr int GivenUp = 2;
+inline constexpr int Requested = 3;
+inline constexpr int Chosen = 4;
+} // namespace FormResult
 
 // Fills an empty bar with all the tools, their captions and key hints.
-void BarKur(ToolBar& bar);
+void buildBar(ToolBar& bar);
 // Shows the tools of the state; spacers and marks are never touched. Mask bit 1 takes all of them away again.
 void BarDurumAyarla(int durum, ToolBar& bar, int maske);
-[[nodiscard]] bool aracAcik(const ToolBar& bar, std::string_view arac); // shown and to be had
+[[nodiscard]] bool toolOpen(const ToolBar& bar, std::string_view toolName); // shown and to be had
 // F2 save, F3 new, F4 cancel, F5 change, F6 delete: a click on the tool, where the state shows it.
-void AracTuslari(const ToolBar& bar, KeyEvent& event);
+void toolKeys(const ToolBar& bar, KeyEvent& event);
 
 [[nodiscard]] bool FormAcikMi(const Forms& forms, std::string_view name);
 // The wait cursor and the screen disabled; the default pointer and the screen enabled.
@@ -48,12 +48,12 @@ void Bekle(Form& form, bool acik);
 // The pointer only: true gives the default one, false the wait cursor.
 void IsaretGoster(Form& form, bool acik);
 // The wait cursor for as long as it stands; the screen may unload meanwhile.
-class Mesgul {
+class BusyGuard {
 public:
-    explicit Mesgul(Form& form) : hold_(form.forms()), form_(form) { IsaretGoster(form_, false); }
-    ~Mesgul() { IsaretGoster(form_, true); }
-    Mesgul(const Mesgul&) = delete;
-    Mesgul& operator=(const Mesgul&) = delete;
+    explicit BusyGuard(Form& form) : hold_(form.forms()), form_(form) { IsaretGoster(form_, false); }
+    ~BusyGuard() { IsaretGoster(form_, true); }
+    BusyGuard(const BusyGuard&) = delete;
+    BusyGuard& operator=(const BusyGuard&) = delete;
 
 private:
     Forms::Hold hold_;
@@ -67,23 +67,23 @@ void HFocus(Control& control);  // the selection alone
 void BGFocus(Control& control); // the colour alone; a locked control keeps its own
 void BGLoss(Control& control);
 // From now on each field of the screen is marked while it has the focus.
-void OdakIsaretle(Form& form);
+void markFocus(Form& form);
 // Enter moves on: the next field gets the focus, its tab page turned to; behind the last one the first.
-void SonrakiAlan(Form& form);
+void nextField(Form& form);
 
 void FormKayitTemizle(Session& session);
 
-enum class Gezinme { Ilk = 1, Onceki = 2, Bul = 3, Sonraki = 4, Son = 5 };
+enum class Navigation { Ilk = 1, Previous = 2, Bul = 3, Next = 4, Son = 5 };
 
 // Moves the recordset; a move that fails, or that leaves the rows, ends on the first or last.
-void KayitGez(adodb::Recordset& rs, Gezinme yon);
+void walkRecords(adodb::Recordset& rs, Navigation yon);
 // What the operator is told of a record that could not be read: a lost bookmark, a deleted row, another
 // error.
-[[nodiscard]] std::string KayitDurumu(const Err& err);
+[[nodiscard]] std::string saveStatus(const Err& err);
 
 // "Alanını Boş Geçemezsiniz" behind the labels of the missing fields. `araya` joins all but the last pair,
 // `sona` the last: ", " and " ve " on one screen, "" and "ve " on another. At most 100 labels.
-[[nodiscard]] std::string BosAlanSozu(const std::vector<std::string>& etiketler, const std::string& araya,
-                                      const std::string& sona);
+[[nodiscard]] std::string emptyFieldWords(const std::vector<std::string>& captions,
+                                          const std::string& between, const std::string& atEnd);
 
 } // namespace veldona

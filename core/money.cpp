@@ -8,7 +8,7 @@ namespace veldona {
 namespace {
 
 std::string mask(const Session& session) {
-    return session.gKusuratModu == 1 ? "#,##0.000000" : kParaMaskesi;
+    return session.gKusuratModu == 1 ? "#,##0.000000" : kMoneyMask;
 }
 
 // Amounts of a shop that counts in whole old currency.
@@ -22,25 +22,25 @@ std::optional<StoredAmount> storedIn(const Value& column) {
 }
 
 std::string ParaYaz(const Session& session, const std::optional<StoredAmount>& stored,
-                    const std::string& ifade, ParaKipi kip) {
-    if (kip == ParaKipi::Ifade) return session.gParaBirimi == 1 ? "(" + ifade + " / 1000000)" : ifade;
+                    const std::string& ifade, MoneyMode kip) {
+    if (kip == MoneyMode::Ifade) return session.gParaBirimi == 1 ? "(" + ifade + " / 1000000)" : ifade;
     if (!stored) return {};
     if (session.gParaBirimi != 1) return format(stored->column(), kWholeMask);
     return format(stored->lira(), mask(session));
 }
 
-StoredText ParaOku(const Session& session, const Value& value, const std::string&, ParaKipi kip) {
+StoredText ParaOku(const Session& session, const Value& value, const std::string&, MoneyMode kip) {
     Value amount = value;
     if (session.gParaBirimi == 1) {
         const bool empty = amount.isText() && amount.get<std::string>().empty();
         amount = empty ? 0.0 : StoredAmount::ofLira(toDouble(amount)).column();
     }
-    if (kip == ParaKipi::Ifade) return StoredText(toText(amount));
+    if (kip == MoneyMode::Ifade) return StoredText(toText(amount));
     return StoredText(format(amount, session.gParaBirimi == 1 ? mask(session) : kWholeMask));
 }
 
 std::string ParaGoster(const Session& session, const std::optional<StoredAmount>& stored) {
-    return ParaYaz(session, stored, {}, ParaKipi::Deger);
+    return ParaYaz(session, stored, {}, MoneyMode::Deger);
 }
 
 Value BosIseNull(const std::string& text) {
@@ -57,8 +57,8 @@ DateTime TarihDuzelt(DateTime& date) {
     return date;
 }
 
-std::string TarihSabiti(DateTime date, const std::string& saat) {
-    return "#" + format(date, "mm,dd,yyyy") + saat + "#";
+std::string dateLiteral(DateTime date, const std::string& timeOfDay) {
+    return "#" + format(date, "mm,dd,yyyy") + timeOfDay + "#";
 }
 
 } // namespace veldona

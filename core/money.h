@@ -15,7 +15,7 @@
 
 namespace veldona {
 
-inline constexpr const char* kParaMaskesi = "#,##0.00"; // of every shown amount
+inline constexpr const char* kMoneyMask = "#,##0.00"; // of every shown amount
 
 // A stored amount on its way into a column, as the text that the statement builder takes. It is a value of a
 // column, and no text that a screen could show.
@@ -29,7 +29,7 @@ private:
     std::string text_;
 };
 
-enum class ParaKipi { Deger = 1, Ifade = 2 };
+enum class MoneyMode { Deger = 1, Ifade = 2 };
 
 // What a column holds; nothing for Null. Error 13 for what does not read.
 [[nodiscard]] std::optional<StoredAmount> storedIn(const Value& column);
@@ -37,11 +37,11 @@ enum class ParaKipi { Deger = 1, Ifade = 2 };
 // Stored amount → shown text (Deger; nothing gives ""), or the fragment that divides `ifade` in a query
 // (Ifade).
 [[nodiscard]] std::string ParaYaz(const Session& session, const std::optional<StoredAmount>& stored,
-                                  const std::string& ifade, ParaKipi kip);
+                                  const std::string& ifade, MoneyMode kip);
 // Shown amount → stored amount as formatted text (Deger), or as plain number text (Ifade). "" counts as 0;
 // error 13 for what does not read.
 [[nodiscard]] StoredText ParaOku(const Session& session, const Value& value, const std::string& ifade,
-                                 ParaKipi kip);
+                                 MoneyMode kip);
 // ParaYaz of an amount.
 [[nodiscard]] std::string ParaGoster(const Session& session, const std::optional<StoredAmount>& stored);
 
@@ -53,9 +53,9 @@ enum class ParaKipi { Deger = 1, Ifade = 2 };
 // Together with the store's month-first literals the range comes out right. `date` is changed and returned.
 DateTime TarihDuzelt(DateTime& date);
 // "#mm,dd,yyyy#", with `saat` (a blank and a time, or nothing) inside the signs.
-[[nodiscard]] std::string TarihSabiti(DateTime date, const std::string& saat = {});
+[[nodiscard]] std::string dateLiteral(DateTime date, const std::string& timeOfDay = {});
 
-inline constexpr const char* kGunBasi = " 00:00:01";
-inline constexpr const char* kGunSonu = " 23:59:59";
+inline constexpr const char* kDayBegin = " 00:00:01";
+inline constexpr const char* kDayEnd = " 23:59:59";
 
 } // namespace veldona

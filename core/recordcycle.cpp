@@ -7,11 +7,11 @@ namespace veldona {
 
 namespace {
 
-constexpr const char* kYeniKayit = "Yeni kayıt giriliyor";
-constexpr const char* kSilinsinMi = "Bu Kaydı silmek İstediğinizden Eminmisiniz";
-constexpr const char* kSilBasligi = "Kayıt Silinecek Emin misiniz ";
+constexpr const char* kNewRecord = "Yeni kayıt giriliyor";
+constexpr const char* kAskDelete = "Bu Kaydı silmek İstediğinizden Eminmisiniz";
+constexpr const char* kDeleteTitle = "Kayıt Silinecek Emin misiniz ";
 
-bool hasRow(const KayitDongusu& k) {
+bool hasRow(const RecordCycle& k) {
     return k.rs && k.rs->isOpen() && k.rs->absolutePosition() > 0;
 }
 
@@ -19,29 +19,29 @@ bool passes(const std::function<bool()>& test) {
     return !test || test();
 }
 
-void showNoRow(KayitDongusu& k) {
+void showNoRow(RecordCycle& k) {
     k.KayitID = 0;
-    k.imlec.clear();
-    call(k.durumSatiri, kYeniKayit);
+    k.cursor.clear();
+    call(k.statusLine, kNewRecord);
     call(k.alanlariTemizle);
 }
 
-void readAgain(KayitDongusu& k) {
-    if (k.yenidenOku)
-        call(k.yenidenOku);
+void readAgain(RecordCycle& k) {
+    if (k.readAgain)
+        call(k.readAgain);
     else if (k.rs)
         k.rs->requery();
 }
 
 // The row just written is looked for; one that the recordset does not hold leaves it where it stands.
-void standOn(KayitDongusu& k, std::int32_t id) {
+void standOn(RecordCycle& k, std::int32_t id) {
     if (!hasRow(k)) return;
     k.rs->find("ID = " + std::to_string(id));
     if (k.rs->eof()) k.rs->moveFirst();
 }
 
 // Behind the rows that are left, so that the previous one is the last.
-void standBefore(KayitDongusu& k, int position) {
+void standBefore(RecordCycle& k, int position) {
     if (!k.rs || k.rs->recordCount() == 0) return;
     if (position <= k.rs->recordCount()) {
         k.rs->setAbsolutePosition(position);
@@ -53,29 +53,29 @@ void standBefore(KayitDongusu& k, int position) {
 
 } // namespace
 
-void SonucVer(KayitDongusu& k, int sonuc) {
-    FormKayit& kayit = k.session.gFormKayit;
-    kayit.Sonuc = Currency::ofWhole(sonuc);
-    if (sonuc == FormSonucu::Secildi) {
-        kayit.KayitID = k.KayitID;
-        call(k.sonucDoldur, kayit);
+void giveResult(RecordCycle& k, int sonuc) {
+    FormKayit& record = k.session.gFormKayit;
+    record.Sonuc = Currency::ofWhole(sonuc);
+    if (sonuc == FormResult::Chosen) {
+        record.KayitID = k.KayitID;
+        call(k.fillResult, record);
     }
     k.form.forms().unload(k.form);
 }
 
-bool IslemIcinde(Session& session, const std::function<bool()>& adimlar) {
+bool inTransaction(Session& session, const std::function<bool()>& steps) {
     if (!IslemBaslat(session)) return false;
-    if (adimlar() && IslemOnayla(session)) return true;
+    if (steps() && IslemOnayla(session)) return true;
     IslemGeriAl(session);
     return false;
 }
 
-void DurumaGec(KayitDongusu& k, int durum) {
+void enterState(RecordCycle& k, int durum) {
     k.durum = durum;
     if (k.bar) BarDurumAyarla(durum, *k.bar, 0);
 }
 
-Err KayitGoster(KayitDongusu& k) {
+Err KayitGoster(RecordCycle& k) {
     Err err;
     if (!hasRow(k)) {
         showNoRow(k);
@@ -83,78 +83,78 @@ Err KayitGoster(KayitDongusu& k) {
     }
     const bool read = attempt(err, [&] {
         k.KayitID = toLong(k.rs->value("ID"));
-        k.imlec = ImlecAl(*k.rs);
+        k.cursor = ImlecAl(*k.rs);
         call(k.goster);
     });
-    const std::string yer =
+    const std::string place =
         std::to_string(k.rs->absolutePosition()) + ":" + std::to_string(k.rs->recordCount());
-    call(k.durumSatiri, read ? yer : KayitDurumu(err));
+    call(k.statusLine, read ? place : saveStatus(err));
     return err;
 }
 
-void FormGezinme(KayitDongusu& k, Gezinme yon) {
-    if (k.rs && k.rs->isOpen()) KayitGez(*k.rs, yon);
-    if (const Err err = KayitGoster(k); err.number != 0) k.session.desktop.dialogs.tell(KayitDurumu(err));
+void FormGezinme(RecordCycle& k, Navigation yon) {
+    if (k.rs && k.rs->isOpen()) walkRecords(*k.rs, yon);
+    if (const Err err = KayitGoster(k); err.number != 0) k.session.desktop.dialogs.tell(saveStatus(err));
 }
 
-void YeniKayit(KayitDongusu& k) {
-    DurumaGec(k, FormModu::Yeni);
+void newRecord(RecordCycle& k) {
+    enterState(k, FormModu::Yeni);
     k.KayitID = 0;
-    call(k.durumSatiri, kYeniKayit);
+    call(k.statusLine, kNewRecord);
     call(k.alanlariTemizle);
-    call(k.yeniBaslat);
+    call(k.beginNew);
 }
 
-void KayitDegistir(KayitDongusu& k) {
-    if (hasRow(k) && k.KayitID > 0) DurumaGec(k, FormModu::Degistir);
+void changeRecord(RecordCycle& k) {
+    if (hasRow(k) && k.KayitID > 0) enterState(k, FormModu::Change);
 }
 
-void KayitKaydet(KayitDongusu& k) {
+void saveRecord(RecordCycle& k) {
     {
-        const Mesgul mesgul(k.form);
-        if (!passes(k.minimumInput) || !passes(k.mantikliInput)) return;
-        if (!passes(k.durum == FormModu::Yeni ? k.ekle : k.guncelle)) return;
+        const BusyGuard busy(k.form);
+        if (!passes(k.minimumInput) || !passes(k.plausibleInput)) return;
+        if (!passes(k.durum == FormModu::Yeni ? k.add : k.update)) return;
         const std::int32_t id = k.KayitID;
-        DurumaGec(k, k.bakisDurumu);
+        enterState(k, k.viewState);
         readAgain(k);
         standOn(k, id);
         KayitGoster(k);
     }
-    if (k.secici) SonucVer(k, FormSonucu::Secildi);
+    if (k.isPicker) giveResult(k, FormResult::Chosen);
 }
 
-void KayitVazgec(KayitDongusu& k) {
-    if (k.secici) {
-        SonucVer(k, FormSonucu::Vazgecildi);
+void cancelRecord(RecordCycle& k) {
+    if (k.isPicker) {
+        giveResult(k, FormResult::GivenUp);
         return;
     }
-    if (k.rs && k.rs->isOpen()) ImlecGit(*k.rs, k.imlec);
-    DurumaGec(k, k.bakisDurumu);
+    if (k.rs && k.rs->isOpen()) ImlecGit(*k.rs, k.cursor);
+    enterState(k, k.viewState);
     KayitGoster(k);
 }
 
-void KayitSil(KayitDongusu& k) {
+void deleteRecord(RecordCycle& k) {
     if (!hasRow(k) || k.KayitID <= 0) return;
-    const Mesgul mesgul(k.form);
-    if (!k.session.desktop.dialogs.confirmDeleting(kSilinsinMi, kSilBasligi)) return;
+    const BusyGuard busy(k.form);
+    if (!k.session.desktop.dialogs.confirmDeleting(kAskDelete, kDeleteTitle)) return;
     const int position = k.rs->absolutePosition();
-    if (!IslemIcinde(k.session, [&] { return k.sil && k.sil(k.KayitID); })) return;
-    DurumaGec(k, k.bakisDurumu);
+    if (!inTransaction(k.session, [&] { return k.remove && k.remove(k.KayitID); })) return;
+    enterState(k, k.viewState);
     readAgain(k);
     standBefore(k, position);
-    FormGezinme(k, Gezinme::Onceki);
+    FormGezinme(k, Navigation::Previous);
 }
 
-void BarTiklandi(KayitDongusu& k, std::string_view arac) {
-    const Mesgul mesgul(k.form);
-    if (arac == "cmdYeni") YeniKayit(k);
-    if (arac == "cmdDegistir") KayitDegistir(k);
-    if (arac == "cmdSil") KayitSil(k);
-    if (arac == "cmdKaydet") KayitKaydet(k);
-    if (arac == "cmdVazgec") KayitVazgec(k);
-    if (arac == "cmdCikis") k.form.forms().unload(k.form);
-    if (arac == "cmdOnceki") FormGezinme(k, Gezinme::Onceki);
-    if (arac == "cmdSonraki") FormGezinme(k, Gezinme::Sonraki);
+void barClicked(RecordCycle& k, std::string_view toolName) {
+    const BusyGuard busy(k.form);
+    if (toolName == "cmdYeni") newRecord(k);
+    if (toolName == "cmdDegistir") changeRecord(k);
+    if (toolName == "cmdSil") deleteRecord(k);
+    if (toolName == "cmdKaydet") saveRecord(k);
+    if (toolName == "cmdVazgec") cancelRecord(k);
+    if (toolName == "cmdCikis") k.form.forms().unload(k.form);
+    if (toolName == "cmdOnceki") FormGezinme(k, Navigation::Previous);
+    if (toolName == "cmdSonraki") FormGezinme(k, Navigation::Next);
 }
 
 } // namespace veldona

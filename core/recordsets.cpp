@@ -22,7 +22,7 @@ template <class Step> bool shown(Session& session, std::string& hata, Step&& ste
 
 } // namespace
 
-void KayitSetiAc(Session& session, KayitSeti& rs, std::string_view sql, adodb::CursorLocation konum) {
+void KayitSetiAc(Session& session, RecordsetPtr& rs, std::string_view sql, adodb::CursorLocation konum) {
     KayitSetiKapat(rs);
     rs = std::make_unique<adodb::Recordset>();
     rs->cursorLocation = konum;
@@ -31,13 +31,13 @@ void KayitSetiAc(Session& session, KayitSeti& rs, std::string_view sql, adodb::C
     rs->open(sql, *session.gBaglanti);
 }
 
-void KayitSetiKapat(KayitSeti& rs) {
+void KayitSetiKapat(RecordsetPtr& rs) {
     if (!rs) return;
     if (rs->isOpen()) rs->close();
     rs.reset();
 }
 
-bool KayitSetiAcKontrollu(Session& session, KayitSeti& rs, std::string_view sql, std::string& hata) {
+bool KayitSetiAcKontrollu(Session& session, RecordsetPtr& rs, std::string_view sql, std::string& hata) {
     rs = std::make_unique<adodb::Recordset>();
     if (shown(session, hata, [&] { rs->open(sql, *session.gBaglanti); })) return true;
     KayitSetiKapat(rs);
@@ -67,86 +67,87 @@ bool IslemGeriAl(Session& session) {
 }
 
 std::string ImlecAl(const adodb::Recordset& rs) {
-    std::string imlec;
+    std::string cursor;
     Err err;
-    attempt(err, [&] { imlec = std::to_string(rs.bookmark()); });
-    return imlec;
+    attempt(err, [&] { cursor = std::to_string(rs.bookmark()); });
+    return cursor;
 }
 
-bool ImlecGit(adodb::Recordset& rs, const std::string& imlec) {
-    adodb::Recordset::Bookmark yer = 0;
-    const auto read = std::from_chars(imlec.data(), imlec.data() + imlec.size(), yer);
+bool ImlecGit(adodb::Recordset& rs, const std::string& cursor) {
+    adodb::Recordset::Bookmark place = 0;
+    const auto read = std::from_chars(cursor.data(), cursor.data() + cursor.size(), place);
     Err err;
-    return read.ec == std::errc() && attempt(err, [&] { rs.setBookmark(yer); });
+    return read.ec == std::errc() && attempt(err, [&] { rs.setBookmark(place); });
 }
 
 Value AlanDegeriOku(Session& session, const std::string& alan, const std::string& tablo,
-                    const std::string& anahtar, const std::string& deger) {
-    KayitSeti rs;
-    KayitSetiAc(session, rs, "Select " + alan + " from " + tablo + " where " + anahtar + "='" + deger + "'",
+                    const std::string& key, const std::string& deger) {
+    RecordsetPtr rs;
+    KayitSetiAc(session, rs, "Select " + alan + " from " + tablo + " where " + key + "='" + deger + "'",
                 adodb::CursorLocation::Client);
     return rs->eof() ? Value(true) : rs->value(0);
 }
 
 // The two names are one look-up: callers of the one want the field, of the other the row's key.
-Value KayitDegeri(Session& session, const std::string& alan, const std::string& tablo,
-                  const std::string& anahtar, const std::string& deger) {
-    return AlanDegeriOku(session, alan, tablo, anahtar, deger);
+Value KayitDegeri(Session& session, const std::string& alan, const std::string& tablo, const std::string& key,
+                  const std::string& deger) {
+    return AlanDegeriOku(session, alan, tablo, key, deger);
 }
 
 double SonKimlik(Session& session, const std::string& tablo) {
-    KayitSeti rs;
+    RecordsetPtr rs;
     KayitSetiAc(session, rs, "SELECT @@IDENTITY from " + tablo, adodb::CursorLocation::Client);
-    const double kimlik = rs->eof() ? 0 : val(rs->value(0));
-    return kimlik == 0 ? -1 : kimlik;
+    const double newId = rs->eof() ? 0 : val(rs->value(0));
+    return newId == 0 ? -1 : newId;
 }
 
-void KomutCalistir(Session& session, KayitSeti& rs, const std::string& sql) {
-    auto baglanti = std::make_unique<adodb::Connection>(session.workspace);
-    baglanti->commandTimeout = session.gBaglanti->commandTimeout;
-    baglanti->connectionTimeout = session.gBaglanti->connectionTimeout;
-    baglanti->open("DSN=" + session.gDsnAdi);
-    session.gBaglanti = std::move(baglanti);
+void KomutCalistir(Session& session, RecordsetPtr& rs, const std::string& sql) {
+    auto connection = std::make_unique<adodb::Connection>(session.workspace);
+    connection->commandTimeout = session.gBaglanti->commandTimeout;
+    connection->connectionTimeout = session.gBaglanti->connectionTimeout;
+    connection->open("DSN=" + session.gDsnAdi);
+    session.gBaglanti = std::move(connection);
     rs = std::make_unique<adodb::Recordset>();
     rs->open(sql, *session.gBaglanti);
 }
 
 std::string YeniNo(Session& session, const std::string& alan, const std::string& tablo,
-                   const std::string& kosul, AlanTuru tur) {
-    const std::string sayi = tur == AlanTuru::Metin ? "Cdbl(val(" + alan + "))" : "Cdbl(" + alan + ")";
-    std::string sql = "SELECT max (" + sayi + ") FROM " + tablo;
+                   const std::string& kosul, FieldKind kind) {
+    const std::string count = kind == FieldKind::Text ? "Cdbl(val(" + alan + "))" : "Cdbl(" + alan + ")";
+    std::string sql = "SELECT max (" + count + ") FROM " + tablo;
     if (!kosul.empty()) sql += " WHERE " + kosul;
 
     std::string no;
     Err err; // a column that does not read as numbers leaves the number to the operator
     attempt(err, [&] {
-        KayitSeti rs;
+        RecordsetPtr rs;
         KomutCalistir(session, rs, sql);
-        const Value enBuyuk = rs->eof() ? Value() : rs->value(0);
-        no = enBuyuk.isNull() ? "1" : toText(toDouble(enBuyuk) + 1);
+        const Value highest = rs->eof() ? Value() : rs->value(0);
+        no = highest.isNull() ? "1" : toText(toDouble(highest) + 1);
     });
     return no;
 }
 
-std::optional<bool> TekilMi(Session& session, const std::string& tablo, const std::vector<TekilAlan>& alanlar,
-                            const std::string& anahtar, const std::string& id) {
+std::optional<bool> TekilMi(Session& session, const std::string& tablo,
+                            const std::vector<UniqueField>& fields, const std::string& key,
+                            const std::string& id) {
     std::string kosul;
-    for (const TekilAlan& a : alanlar) {
+    for (const UniqueField& a : fields) {
         if (!kosul.empty()) kosul += " And ";
-        kosul += a.alan + (a.tur == AlanTuru::Sayi ? " = " + a.deger : " = '" + a.deger + "'");
+        kosul += a.alan + (a.kind == FieldKind::Number ? " = " + a.deger : " = '" + a.deger + "'");
     }
-    if (!id.empty()) kosul += " And Not " + anahtar + " = " + id;
+    if (!id.empty()) kosul += " And Not " + key + " = " + id;
 
     Err err;
-    std::optional<bool> tekil;
+    std::optional<bool> unique;
     attempt(err, [&] {
-        KayitSeti rs;
-        KayitSetiAc(session, rs, "Select " + alanlar.front().alan + " FROM " + tablo + " Where " + kosul,
+        RecordsetPtr rs;
+        KayitSetiAc(session, rs, "Select " + fields.front().alan + " FROM " + tablo + " Where " + kosul,
                     adodb::CursorLocation::Client);
-        tekil = rs->eof();
+        unique = rs->eof();
     });
-    if (!tekil) session.desktop.dialogs.tell("Tekil İndex Kontrolü Yapılırken " + err.description);
-    return tekil;
+    if (!unique) session.desktop.dialogs.tell("Tekil İndex Kontrolü Yapılırken " + err.description);
+    return unique;
 }
 
 } // namespace veldona

@@ -18,16 +18,16 @@ namespace veldona {
 
 namespace {
 
-constexpr const char* kGosterici = "frmCrNesne";
+constexpr const char* kViewer = "frmCrNesne";
 
-std::string raporKlasoru(const Paths& paths) {
+std::string reportFolder(const Paths& paths) {
     return paths.toNative(paths.appPath() + "\\Rapor");
 }
 
 // The pages of the session's report, as the viewer wants them.
-class RaporSayfalari : public PageSource {
+class ReportPages : public PageSource {
 public:
-    RaporSayfalari(const report::Document& document, bool hasData) : document_(document), hasData_(hasData) {}
+    ReportPages(const report::Document& document, bool hasData) : document_(document), hasData_(hasData) {}
 
     [[nodiscard]] int pageCount() const override { return static_cast<int>(document_.pages.size()); }
     [[nodiscard]] bool hasData() const override { return hasData_; }
@@ -54,7 +54,7 @@ private:
 };
 
 // The queries that the layout's body is made from; what only its head and foot read is no data of the report.
-std::set<std::string> govdeSorgulari(const report::Layout& layout) {
+std::set<std::string> bodyQueries(const report::Layout& layout) {
     std::set<std::string> names;
     report::eachPart(
         layout.body, [&](const report::Section& band) { names.insert(band.query); },
@@ -63,32 +63,33 @@ std::set<std::string> govdeSorgulari(const report::Layout& layout) {
     return names;
 }
 
-bool verisiVar(const report::Layout& layout, const report::Document& document) {
-    const std::set<std::string> names = govdeSorgulari(layout);
+bool hasData(const report::Layout& layout, const report::Document& document) {
+    const std::set<std::string> names = bodyQueries(layout);
     return names.empty() || std::ranges::any_of(document.data, [&](const report::DataSet& data) {
                return names.contains(data.name) && data.rowCount() > 0;
            });
 }
 
 // A file of it says what it is, whose, and of which day.
-void adiTamamla(report::Layout& layout, DateTime now) {
+void completeName(report::Layout& layout, DateTime now) {
     if (layout.fileName.empty()) layout.fileName = layout.title;
     layout.fileName += " " + format(now, "yyyy-mm-dd");
 }
 
-report::Layout sablonOku(const Session& session, const std::string& sablon, const SablonAyari& ayar) {
+report::Layout readTemplate(const Session& session, const std::string& templateName,
+                            const TemplateSettings& settings) {
     const Paths& paths = session.desktop.paths;
-    report::Layout layout = report::readLayout(paths.toNative(paths.appPath() + sablon));
-    if (!ayar.sorgu.empty() && !layout.setQuery("liste", ayar.sorgu))
+    report::Layout layout = report::readLayout(paths.toNative(paths.appPath() + templateName));
+    if (!settings.query.empty() && !layout.setQuery("liste", settings.query))
         throw report::ReportError(layout.file, 0, "\"liste\" adlı sorgu yok.");
-    layout.fileName = ayar.dosyaAdi;
-    adiTamamla(layout, session.desktop.clock.now());
+    layout.fileName = settings.fileName;
+    completeName(layout, session.desktop.clock.now());
     return layout;
 }
 
 // Makes a report under the eyes of the operator; nothing where he gave it up.
 std::optional<report::Document>
-vazgecilmezse(Session& session, const std::function<report::Document(const report::GoOn&)>& yap) {
+unlessGivenUp(Session& session, const std::function<report::Document(const report::GoOn&)>& yap) {
     LongWork work(session.desktop.waitNote, "Rapor hazırlanıyor…");
     try {
         return yap([&](const std::string& howFar) { return work.goOn(howFar); });
@@ -99,20 +100,21 @@ vazgecilmezse(Session& session, const std::function<report::Document(const repor
 }
 
 // Nothing where the operator gave it up.
-std::optional<report::Document> veriliRapor(Session& session, std::string_view duzen,
-                                            std::vector<report::DataSet> veri,
-                                            const std::function<void(report::Layout&)>& hazirla) {
-    report::Layout layout = report::bandedLayout(raporKlasoru(session.desktop.paths), std::string(duzen));
+std::optional<report::Document> reportWithData(Session& session, std::string_view layoutName,
+                                               std::vector<report::DataSet> reportData,
+                                               const std::function<void(report::Layout&)>& hazirla) {
+    report::Layout layout =
+        report::bandedLayout(reportFolder(session.desktop.paths), std::string(layoutName));
     if (hazirla) hazirla(layout);
     const DateTime now = session.desktop.clock.now();
-    adiTamamla(layout, now);
-    return vazgecilmezse(session, [&](const report::GoOn& surdur) {
-        return report::compose(layout, std::move(veri), now, surdur);
+    completeName(layout, now);
+    return unlessGivenUp(session, [&](const report::GoOn& mayGoOn) {
+        return report::compose(layout, std::move(reportData), now, mayGoOn);
     });
 }
 
 // Whoever opens a report waits with the cursor of the whole screen.
-void imlecleriBirak(Session& session) {
+void releaseCursors(Session& session) {
     for (Form* each : session.forms.loadedForms())
         each->setPointer(MousePointer::Default);
 }
@@ -123,13 +125,13 @@ void bekle(EventPump& events, const ReportView& viewer) {
 }
 
 // The column that a text's name means behind `onek`; nothing where the rows have none such.
-std::optional<std::string> adlandirilanSutun(const std::string& ad, std::string_view onek,
-                                             const adodb::Recordset& rows) {
-    if (!ad.starts_with(onek)) return std::nullopt;
-    const std::string sutun = ad.substr(onek.size());
+std::optional<std::string> namedColumn(const std::string& ad, std::string_view prefix,
+                                       const adodb::Recordset& rows) {
+    if (!ad.starts_with(prefix)) return std::nullopt;
+    const std::string column = ad.substr(prefix.size());
     for (int i = 0; i < rows.fieldCount(); ++i) {
         const std::string& name = rows.fieldName(i);
-        if (sutun == std::to_string(i + 1) || upperTurkish(sutun) == upperTurkish(name)) return name;
+        if (column == std::to_string(i + 1) || upperTurkish(column) == upperTurkish(name)) return name;
     }
     return std::nullopt;
 }
@@ -140,72 +142,74 @@ void RaporAlanBagla(report::Layout& layout, const adodb::Recordset& rows) {
     using report::Piece;
     for (report::TextElement* text : layout.texts()) {
         const std::string mask = text->pieces.empty() ? std::string() : text->pieces.front().mask;
-        if (const auto sutun = adlandirilanSutun(text->name, "vAlan", rows))
-            text->pieces.assign(1, Piece{Piece::Kind::Column, {}, {"", *sutun}, mask});
-        else if (const auto baslik = adlandirilanSutun(text->name, "sBaslik", rows))
+        if (const auto column = namedColumn(text->name, "vAlan", rows))
+            text->pieces.assign(1, Piece{Piece::Kind::Column, {}, {"", *column}, mask});
+        else if (const auto baslik = namedColumn(text->name, "sBaslik", rows))
             text->pieces.assign(1, Piece{Piece::Kind::Words, *baslik, {}, {}});
     }
 }
 
-void BantliRaporGoster(Session& session, std::string_view duzen, const adodb::Recordset* rows,
-                       const std::function<void(report::Layout&)>& hazirla,
-                       const std::function<void()>& bitince) {
-    std::vector<report::DataSet> veri;
-    if (rows) veri.push_back(report::rowsOf(*rows));
-    VeriliRaporGoster(session, duzen, std::move(veri), [&](report::Layout& layout) {
+void showBandedReport(Session& session, std::string_view layoutName, const adodb::Recordset* rows,
+                      const std::function<void(report::Layout&)>& hazirla,
+                      const std::function<void()>& atEnd) {
+    std::vector<report::DataSet> reportData;
+    if (rows) reportData.push_back(report::rowsOf(*rows));
+    showReportWithData(session, layoutName, std::move(reportData), [&](report::Layout& layout) {
         if (rows) RaporAlanBagla(layout, *rows);
         if (hazirla) hazirla(layout);
     });
-    if (bitince) bitince();
+    if (atEnd) atEnd();
 }
 
-void VeriliRaporGoster(Session& session, std::string_view duzen, std::vector<report::DataSet> veri,
-                       const std::function<void(report::Layout&)>& hazirla) {
-    const auto document = veriliRapor(session, duzen, std::move(veri), hazirla);
+void showReportWithData(Session& session, std::string_view layoutName,
+                        std::vector<report::DataSet> reportData,
+                        const std::function<void(report::Layout&)>& hazirla) {
+    const auto document = reportWithData(session, layoutName, std::move(reportData), hazirla);
     if (document && session.reportDesk) session.reportDesk->preview(*document);
 }
 
-void VeriliRaporYaz(Session& session, std::string_view duzen, std::vector<report::DataSet> veri,
-                    const std::string& dosya, const std::function<void(report::Layout&)>& hazirla) {
-    const auto document = veriliRapor(session, duzen, std::move(veri), hazirla);
-    if (document && session.reportDesk) session.reportDesk->writeFile(*document, dosya);
+void writeReportWithData(Session& session, std::string_view layoutName,
+                         std::vector<report::DataSet> reportData, const std::string& file,
+                         const std::function<void(report::Layout&)>& hazirla) {
+    const auto document = reportWithData(session, layoutName, std::move(reportData), hazirla);
+    if (document && session.reportDesk) session.reportDesk->writeFile(*document, file);
 }
 
-std::vector<std::string> VeriliMetinler(Session& session, std::string_view duzen,
-                                        const std::vector<report::DataSet>& veri, std::string_view ad) {
+std::vector<std::string> textsWithData(Session& session, std::string_view layoutName,
+                                       const std::vector<report::DataSet>& reportData, std::string_view ad) {
     const report::Layout layout =
-        report::bandedLayout(raporKlasoru(session.desktop.paths), std::string(duzen));
-    return report::composeTexts(layout, veri, ad, session.desktop.clock.now());
+        report::bandedLayout(reportFolder(session.desktop.paths), std::string(layoutName));
+    return report::composeTexts(layout, reportData, ad, session.desktop.clock.now());
 }
 
-void SablonRaporGoster(Session& session, const std::string& sablon, const SablonAyari& ayar) {
-    const report::Layout layout = sablonOku(session, sablon, ayar);
-    auto document = vazgecilmezse(session, [&](const report::GoOn& surdur) {
-        report::ConnectionQueries queries(*session.gBaglanti, [&] { return surdur({}); });
-        return report::composeTemplate(layout, queries, session.desktop.clock.now(), surdur);
+void showTemplateReport(Session& session, const std::string& templateName, const TemplateSettings& settings) {
+    const report::Layout layout = readTemplate(session, templateName, settings);
+    auto document = unlessGivenUp(session, [&](const report::GoOn& mayGoOn) {
+        report::ConnectionQueries queries(*session.gBaglanti, [&] { return mayGoOn({}); });
+        return report::composeTemplate(layout, queries, session.desktop.clock.now(), mayGoOn);
     });
-    if (!document) return imlecleriBirak(session);
+    if (!document) return releaseCursors(session);
 
     const Forms::Hold hold(session.forms);
-    Form& form = session.forms.load(kGosterici);
+    Form& form = session.forms.load(kViewer);
     auto& viewer = dynamic_cast<ReportView&>(*form.find("CRViewer1"));
     viewer.setSource(nullptr); // before the report that it may still show goes
     session.rapor = *std::move(document);
     if (session.reportDesk) session.reportDesk->opened(*session.rapor);
-    viewer.setSource(std::make_unique<RaporSayfalari>(*session.rapor, verisiVar(layout, *session.rapor)));
+    viewer.setSource(std::make_unique<ReportPages>(*session.rapor, hasData(layout, *session.rapor)));
     viewer.viewReport();
     viewer.zoom(ReportView::kPageWidth);
-    imlecleriBirak(session);
+    releaseCursors(session);
     EventPump& events = session.desktop.events;
     bekle(events, viewer);
     events.doEvents();
     viewer.refresh();
     events.doEvents();
-    if (!form.isUnloaded()) EkranGoster(session, kGosterici, Kip::Modal);
+    if (!form.isUnloaded()) showScreen(session, kViewer, Kip::Modal);
 }
 
-void sablonlariKur(const Paths& paths) {
-    report::writeMissingLayouts(raporKlasoru(paths));
+void installLayouts(const Paths& paths) {
+    report::writeMissingLayouts(reportFolder(paths));
 }
 
 } // namespace veldona

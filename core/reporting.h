@@ -22,33 +22,36 @@ void RaporAlanBagla(report::Layout& layout, const adodb::Recordset& rows);
 
 // A banded report: lays `rows` (nullptr: none) out by the layout of this name, after `hazirla` has set the
 // layout's named texts, and shows it in its own preview. `bitince` runs when that has ended.
-void BantliRaporGoster(Session& session, std::string_view duzen, const adodb::Recordset* rows,
-                       const std::function<void(report::Layout&)>& hazirla = {},
-                       const std::function<void()>& bitince = {});
+void showBandedReport(Session& session, std::string_view layoutName, const adodb::Recordset* rows,
+                      const std::function<void(report::Layout&)>& hazirla = {},
+                      const std::function<void()>& atEnd = {});
 
 // The same for a layout that is given several sets of rows, each by the name that the layout knows it by.
-void VeriliRaporGoster(Session& session, std::string_view duzen, std::vector<report::DataSet> veri,
-                       const std::function<void(report::Layout&)>& hazirla = {});
+void showReportWithData(Session& session, std::string_view layoutName,
+                        std::vector<report::DataSet> reportData,
+                        const std::function<void(report::Layout&)>& hazirla = {});
 
 // The same into a file: a PDF, or a picture of the first page where the name ends in ".png".
-void VeriliRaporYaz(Session& session, std::string_view duzen, std::vector<report::DataSet> veri,
-                    const std::string& dosya, const std::function<void(report::Layout&)>& hazirla = {});
+void writeReportWithData(Session& session, std::string_view layoutName,
+                         std::vector<report::DataSet> reportData, const std::string& file,
+                         const std::function<void(report::Layout&)>& hazirla = {});
 
 // What the text `ad` of the layout says for each row: messages.
-[[nodiscard]] std::vector<std::string> VeriliMetinler(Session& session, std::string_view duzen,
-                                                      const std::vector<report::DataSet>& veri,
-                                                      std::string_view ad);
+[[nodiscard]] std::vector<std::string> textsWithData(Session& session, std::string_view layoutName,
+                                                     const std::vector<report::DataSet>& reportData,
+                                                     std::string_view ad);
 
 // A template: reads "\Rapor\…" below the program's folder, runs its queries, and shows it in the viewer
 // frmCrNesne. A missing or broken file raises an error that names it, and nothing is opened; nor is it where
 // the operator gives the report up with Esc while it is made.
-struct SablonAyari {
-    std::string sorgu{};    // in the place of the template's statement of the name "liste"; empty: that one
-    std::string dosyaAdi{}; // whose paper it is, as a file can be called; empty: the template's title
+struct TemplateSettings {
+    std::string query{};    // in the place of the template's statement of the name "liste"; empty: that one
+    std::string fileName{}; // whose paper it is, as a file can be called; empty: the template's title
 };
-void SablonRaporGoster(Session& session, const std::string& sablon, const SablonAyari& ayar = {});
+void showTemplateReport(Session& session, const std::string& templateName,
+                        const TemplateSettings& settings = {});
 
 // Puts the layouts and templates as delivered where a shop finds and edits them; those that it has stay.
-void sablonlariKur(const Paths& paths);
+void installLayouts(const Paths& paths);
 
 } // namespace veldona

@@ -17,7 +17,7 @@ constexpr const char* kDriver = "Microsoft Access Driver (*.mdb)";
 constexpr int kTimeoutSeconds = 60;
 
 // A marker file is written anew at each start; that it was not there before is no failure.
-void isaretDosyasiYaz(Session& session, const std::string& name, const std::string& content) {
+void writeMarkFile(Session& session, const std::string& name, const std::string& content) {
     const std::string path = session.desktop.paths.toNative(session.desktop.paths.appPath() + "\\" + name);
     Err ignored;
     attempt(ignored, [&] { deleteFile(path); });
@@ -63,8 +63,8 @@ bool DsnOlustur(Session& session, const std::string& attributes) {
 }
 
 void IsaretDosyalariYaz(Session& session) {
-    isaretDosyasiYaz(session, "Netwok.txt", "\"" + std::string(kInstallFolder) + "\"");
-    isaretDosyasiYaz(session, "firma.txt", session.gDosyaAdi);
+    writeMarkFile(session, "Netwok.txt", "\"" + std::string(kInstallFolder) + "\"");
+    writeMarkFile(session, "firma.txt", session.gDosyaAdi);
 }
 
 void Baglan(Session& session) {
@@ -76,28 +76,28 @@ void Baglan(Session& session) {
 }
 
 void IlkEkranSec(Session& session) {
-    KayitSeti rs;
+    RecordsetPtr rs;
     KayitSetiAc(session, rs, "SELECT DEGER FROM  FIRMABILGISI", adodb::CursorLocation::Client);
     if (rs->eof()) return;
     rs->moveFirst();
     const bool firstUse = joinText(rs->value("DEGER")) == "0";
     KayitSetiKapat(rs);
-    EkranGoster(session, firstUse ? "frmAntetBilgisi" : "frmMainVeldona", Kip::Modeless);
+    showScreen(session, firstUse ? "frmAntetBilgisi" : "frmMainVeldona", Kip::Modeless);
 }
 
-bool basla(Session& session) {
-    session.forms.onUncaught = [&session](const RuntimeError& error) { yakalanmayanHata(session, error); };
-    session.forms.onEventEnd = [&session] { soylenmeyenHata(session); };
+bool startSession(Session& session) {
+    session.forms.onUncaught = [&session](const RuntimeError& error) { uncaughtError(session, error); };
+    session.forms.onEventEnd = [&session] { untoldError(session); };
     try {
         TarihFormatiAyarla(session);
         OturumBaslat(session);
         IlkEkranSec(session);
         return true;
     } catch (const RuntimeError& error) {
-        yakalanmayanHata(session, error);
+        uncaughtError(session, error);
         return false;
     } catch (const std::bad_alloc&) {
-        yakalanmayanHata(session, RuntimeError(ErrorNumber::OutOfMemory));
+        uncaughtError(session, RuntimeError(ErrorNumber::OutOfMemory));
         return false;
     }
 }
@@ -114,7 +114,7 @@ void tellDeferred(Session& session) {
         session.desktop.dialogs.show(message);
 }
 
-void yakalanmayanHata(Session& session, const RuntimeError& error) {
+void uncaughtError(Session& session, const RuntimeError& error) {
     if (inTransaction(session)) {
         Err ignored; // the surface below tells of the error that matters
         attempt(ignored, [&] { session.gBaglanti->rollbackTrans(); });
@@ -123,7 +123,7 @@ void yakalanmayanHata(Session& session, const RuntimeError& error) {
     session.desktop.dialogs.runtimeError(error);
 }
 
-void soylenmeyenHata(Session& session) {
+void untoldError(Session& session) {
     session.workspace.endAct();
     const auto failure = session.workspace.takeDiskFailure();
     const bool told = !failure || session.desktop.dialogs.hasShown(failure->description());
@@ -133,7 +133,7 @@ void soylenmeyenHata(Session& session) {
             RuntimeError(dao::numberOf(failure->kind()), failure->description()));
 }
 
-void EkranGoster(Session& session, std::string_view name, Kip kip) {
+void showScreen(Session& session, std::string_view name, Kip kip) {
     session.forms.show(name, kip);
 }
 

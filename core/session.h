@@ -68,7 +68,7 @@ void IlkEkranSec(Session& session);
 
 // The entry procedure: all of the above, and the last handler for what comes later. False where the start
 // failed; the error surface has said why, no screen is open, and the process should end with a non-zero code.
-[[nodiscard]] bool basla(Session& session);
+[[nodiscard]] bool startSession(Session& session);
 
 // Shows a box; inside a transaction of the shared connection it is kept until behind the end of that one. A
 // box stands until somebody answers it, and the saves of the other tills would wait as long.
@@ -76,13 +76,13 @@ void tell(Session& session, Message message);
 void tellDeferred(Session& session); // for whoever ends the transaction
 
 // Rolls back what an uncaught error left open on the shared connection and shows the error's surface.
-void yakalanmayanHata(Session& session, const RuntimeError& error);
+void uncaughtError(Session& session, const RuntimeError& error);
 
 // Shows the error's surface for a failure of the disk that the event's procedures passed over: what they then
 // show or call done may be wrong. For the end of each event.
-void soylenmeyenHata(Session& session);
+void untoldError(Session& session);
 
 // Opens a screen by its name.
-void EkranGoster(Session& session, std::string_view name, Kip kip);
+void showScreen(Session& session, std::string_view name, Kip kip);
 
 } // namespace veldona

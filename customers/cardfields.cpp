@@ -12,35 +12,35 @@ namespace {
 
 using F = FrmCariEkle;
 
-std::string shownText(const FrmCariEkle& f, const CariSutunu& s) {
-    if (s.metin) return (f.*s.metin).text();
-    if (s.liste) return (f.*s.liste).text();
+std::string shownText(const FrmCariEkle& f, const CustomerColumn& s) {
+    if (s.text) return (f.*s.text).text();
+    if (s.list) return (f.*s.list).text();
     return {};
 }
 
-void setText(FrmCariEkle& f, const CariSutunu& s, const std::string& text) {
-    if (s.metin) (f.*s.metin).setText(text);
-    if (s.liste) (f.*s.liste).setText(text);
+void setText(FrmCariEkle& f, const CustomerColumn& s, const std::string& text) {
+    if (s.text) (f.*s.text).setText(text);
+    if (s.list) (f.*s.list).setText(text);
 }
 
 void showGroup(FrmCariEkle& f) {
-    const std::string id = joinText(f.kayit.rs->value("GURUP_ID"));
+    const std::string id = joinText(f.record.rs->value("GURUP_ID"));
     f.cboGrup.setText("");
     f.txtGrupID.setText(id);
     if (id.empty()) return;
-    KayitSeti rs;
+    RecordsetPtr rs;
     KayitSetiAc(f.session, rs, "SELECT ID,GRUP_ADI FROM GRUPLAR WHERE ID = " + id,
                 adodb::CursorLocation::Client);
     if (!rs->eof()) f.cboGrup.setText(joinText(rs->value("GRUP_ADI")));
 }
 
 // While a record fills the fields, their changes are not the operator's.
-class Doluyor {
+class FillingGuard {
 public:
-    explicit Doluyor(FrmCariEkle& f) : f_(f) { f_.alanlarDoluyor = true; }
-    ~Doluyor() { f_.alanlarDoluyor = false; }
-    Doluyor(const Doluyor&) = delete;
-    Doluyor& operator=(const Doluyor&) = delete;
+    explicit FillingGuard(FrmCariEkle& f) : f_(f) { f_.fillingFields = true; }
+    ~FillingGuard() { f_.fillingFields = false; }
+    FillingGuard(const FillingGuard&) = delete;
+    FillingGuard& operator=(const FillingGuard&) = delete;
 
 private:
     FrmCariEkle& f_;
@@ -48,20 +48,20 @@ private:
 
 } // namespace
 
-const std::vector<CariSutunu>& cariSutunlari() {
-    static const std::vector<CariSutunu> all = {
-        {CariAlan::HSTNO, "HSTNO", &F::txtKod, nullptr},
+const std::vector<CustomerColumn>& customerColumns() {
+    static const std::vector<CustomerColumn> all = {
+        {CustomerField::HSTNO, "HSTNO", &F::txtKod, nullptr},
         {2, "AD", &F::txtAd, nullptr},
         {3, "SOYAD", &F::txtSoyad, nullptr},
         {4, "BARKOD_KODU", nullptr, nullptr},
         {5, "YAS", &F::txtYas, nullptr},
-        {CariAlan::DOGTRH, "DOGTRH", nullptr, nullptr},
+        {CustomerField::DOGTRH, "DOGTRH", nullptr, nullptr},
         {7, "MEDENIHAL", nullptr, &F::cboMedeniHali},
         {8, "MESLEK", &F::txtMeslek, nullptr},
         {9, "CINS", nullptr, &F::cboCinsiyet},
         {10, "VERGIDAIRE", &F::txtVergiDairesi, nullptr},
         {11, "VERGIDAIRENO", &F::txtVergiNo, nullptr},
-        {CariAlan::GURUP_ID, "GURUP_ID", &F::txtGrupID, nullptr},
+        {CustomerField::GURUP_ID, "GURUP_ID", &F::txtGrupID, nullptr},
         {13, "ISMH", nullptr, &F::cboIsMahalle},
         {14, "ISCD", &F::txtCdSk, nullptr},
         {15, "ISAPT", &F::txtIsApt, nullptr},
@@ -80,46 +80,45 @@ const std::vector<CariSutunu>& cariSutunlari() {
         {28, "GSM", &F::txtGSM, nullptr},
         {29, "UYARI", nullptr, nullptr},
         {30, "RESIM_AD", nullptr, nullptr},
-        {CariAlan::EVTEL2, "EVTEL2", &F::txtEvTel2, nullptr},
+        {CustomerField::EVTEL2, "EVTEL2", &F::txtEvTel2, nullptr},
     };
     return all;
 }
 
 Value CariAlanDegeri(const FrmCariEkle& f, int kod) {
-    const CariSutunu& s = cariSutunlari().at(static_cast<std::size_t>(kod - 1));
-    if (kod == CariAlan::GURUP_ID) return SifirIseNull(val(f.txtGrupID.text()));
+    const CustomerColumn& s = customerColumns().at(static_cast<std::size_t>(kod - 1));
+    if (kod == CustomerField::GURUP_ID) return SifirIseNull(val(f.txtGrupID.text()));
     const std::string text = trim(shownText(f, s));
-    return kod == CariAlan::EVTEL2 ? replaceAll(text, " ", "") : text;
+    return kod == CustomerField::EVTEL2 ? replaceAll(text, " ", "") : text;
 }
 
 void AlanlariTemizle(FrmCariEkle& f) {
-    const Doluyor doluyor(f);
-    for (const CariSutunu& s : cariSutunlari())
-        if (s.kod != CariAlan::HSTNO || f.kayit.durum != FormModu::Yeni) setText(f, s, "");
+    const FillingGuard filling(f);
+    for (const CustomerColumn& s : customerColumns())
+        if (s.kod != CustomerField::HSTNO || f.record.durum != FormModu::Yeni) setText(f, s, "");
     f.cboGrup.setText("");
     f.dtYas.setValue(Null{});
 }
 
-void AlanlariGoster(FrmCariEkle& f) {
-    const Doluyor doluyor(f);
-    const adodb::Recordset& rs = *f.kayit.rs;
-    for (const CariSutunu& s : cariSutunlari())
-        setText(f, s, joinText(rs.value(s.sutun)));
+void showFields(FrmCariEkle& f) {
+    const FillingGuard filling(f);
+    const adodb::Recordset& rs = *f.record.rs;
+    for (const CustomerColumn& s : customerColumns())
+        setText(f, s, joinText(rs.value(s.column)));
     f.dtYas.setValue(format(rs.value("DOGTRH"), "dd/mm/yyyy"));
     showGroup(f);
 }
 
-void listeDoldur(Session& session, ComboBox& combo, const std::string& sql, const char* gosterilen,
-                 const char* anahtar) {
-    KayitSeti rs;
+void fillList(Session& session, ComboBox& combo, const std::string& sql, const char* shown, const char* key) {
+    RecordsetPtr rs;
     KayitSetiAc(session, rs, sql, adodb::CursorLocation::Client);
     combo.clear();
     for (; !rs->eof(); rs->moveNext())
-        combo.add(joinText(rs->value(gosterilen)), rs->value(anahtar));
+        combo.add(joinText(rs->value(shown)), rs->value(key));
 }
 
-void grupListesi(Session& session, ComboBox& cboGrup, TextBox& txtGrupID) {
-    listeDoldur(session, cboGrup, "SELECT ID, GRUP_ADI FROM  GRUPLAR ORDER BY GRUP_ADI", "GRUP_ADI", "ID");
+void groupList(Session& session, ComboBox& cboGrup, TextBox& txtGrupID) {
+    fillList(session, cboGrup, "SELECT ID, GRUP_ADI FROM  GRUPLAR ORDER BY GRUP_ADI", "GRUP_ADI", "ID");
     cboGrup.onClick = [&] { txtGrupID.setText(cboGrup.boundText()); };
     cboGrup.onChange = [&] {
         if (cboGrup.text().empty()) txtGrupID.setText("");
@@ -127,10 +126,10 @@ void grupListesi(Session& session, ComboBox& cboGrup, TextBox& txtGrupID) {
 }
 
 void ListeleriYukle(FrmCariEkle& f) {
-    grupListesi(f.session, f.cboGrup, f.txtGrupID);
+    groupList(f.session, f.cboGrup, f.txtGrupID);
     for (ComboBox* mahalle : {&f.cboEvMahalle, &f.cboIsMahalle})
-        listeDoldur(f.session, *mahalle, "SELECT NO,MAHALLE FROM  ADRES ORDER BY MAHALLE", "MAHALLE", "NO");
-    listeDoldur(f.session, f.cboEvCdSk, "SELECT NO,SK FROM  ADRESSOK ORDER BY SK", "SK", "NO");
+        fillList(f.session, *mahalle, "SELECT NO,MAHALLE FROM  ADRES ORDER BY MAHALLE", "MAHALLE", "NO");
+    fillList(f.session, f.cboEvCdSk, "SELECT NO,SK FROM  ADRESSOK ORDER BY SK", "SK", "NO");
     for (const char* hal : {"EVLİ", "BEKAR"})
         f.cboMedeniHali.add(hal);
     for (const char* cins : {"ERKEK", "BAYAN"})

@@ -9,36 +9,35 @@
 
 namespace veldona {
 
-namespace CariAlan {
+namespace CustomerField {
 inline constexpr int HSTNO = 1;
 inline constexpr int DOGTRH = 6;
 inline constexpr int GURUP_ID = 12;
 inline constexpr int EVTEL2 = 31;
-} // namespace CariAlan
+} // namespace CustomerField
 
 // One column of the card; without a control no value is taken from the screen.
-struct CariSutunu {
+struct CustomerColumn {
     int kod;
-    const char* sutun;
-    TextBox FrmCariEkle::*metin = nullptr;
-    ComboBox FrmCariEkle::*liste = nullptr;
+    const char* column;
+    TextBox FrmCariEkle::*text = nullptr;
+    ComboBox FrmCariEkle::*list = nullptr;
 };
 
 // In the order of the statements.
-[[nodiscard]] const std::vector<CariSutunu>& cariSutunlari();
+[[nodiscard]] const std::vector<CustomerColumn>& customerColumns();
 // The value to be saved of the column of this code.
 [[nodiscard]] Value CariAlanDegeri(const FrmCariEkle& f, int kod);
 
 // All fields emptied; the number only where no new record is entered, so that a fresh one survives.
 void AlanlariTemizle(FrmCariEkle& f);
 // The fields from the recordset's current row, Null as "".
-void AlanlariGoster(FrmCariEkle& f);
+void showFields(FrmCariEkle& f);
 void ListeleriYukle(FrmCariEkle& f);
 
 // Fills a combo from a query: `gosterilen` is shown, `anahtar` bound.
-void listeDoldur(Session& session, ComboBox& combo, const std::string& sql, const char* gosterilen,
-                 const char* anahtar);
+void fillList(Session& session, ComboBox& combo, const std::string& sql, const char* shown, const char* key);
 // The groups in a combo whose choice goes to a hidden text; emptying the combo empties it.
-void grupListesi(Session& session, ComboBox& cboGrup, TextBox& txtGrupID);
+void groupList(Session& session, ComboBox& cboGrup, TextBox& txtGrupID);
 
 } // namespace veldona

@@ -19,8 +19,8 @@ bool MinimumInputKontrolu(FrmCariEkle& f);
 bool MantikliInputKontrolu(FrmCariEkle& f);
 
 // The recordset over the cards that the screen stands on; empty where there is none.
-void kartlariAc(FrmCariEkle& f);
+void openCards(FrmCariEkle& f);
 // The fields of a new card: its number, the box, the focus.
-void YeniCariBaslat(FrmCariEkle& f);
+void beginNewCustomer(FrmCariEkle& f);
 
 } // namespace veldona

@@ -31,25 +31,26 @@ void fillAnswer(const FrmCariEkle& f, FormKayit& answer) {
 }
 
 void bindCycle(FrmCariEkle& f) {
-    KayitDongusu& k = f.kayit;
+    RecordCycle& k = f.record;
     k.alanlariTemizle = [&f] { AlanlariTemizle(f); };
-    k.yeniBaslat = [&f] { YeniCariBaslat(f); };
-    k.goster = [&f] { AlanlariGoster(f); };
-    k.durumSatiri = [&f](std::string text) { f.lblBookmark.setCaption(std::move(text)); };
+    k.beginNew = [&f] { beginNewCustomer(f); };
+    k.goster = [&f] { showFields(f); };
+    k.statusLine = [&f](std::string text) { f.lblBookmark.setCaption(std::move(text)); };
     k.minimumInput = [&f] { return MinimumInputKontrolu(f); };
-    k.mantikliInput = [&f] { return MantikliInputKontrolu(f); };
-    k.ekle = [&f] { return YeniCariEkle(f); };
-    k.guncelle = [&f] { return CariGuncelle(f); };
-    k.sil = [&f](std::int32_t id) { return CariSil(f.session, id); };
-    k.yenidenOku = [&f] { kartlariAc(f); };
-    k.sonucDoldur = [&f](FormKayit& answer) { fillAnswer(f, answer); };
-    f.BarIslemler.onToolClick = [&k](const std::string& arac) { BarTiklandi(k, arac); };
+    k.plausibleInput = [&f] { return MantikliInputKontrolu(f); };
+    k.add = [&f] { return YeniCariEkle(f); };
+    k.update = [&f] { return CariGuncelle(f); };
+    k.remove = [&f](std::int32_t id) { return CariSil(f.session, id); };
+    k.readAgain = [&f] { openCards(f); };
+    k.fillResult = [&f](FormKayit& answer) { fillAnswer(f, answer); };
+    f.BarIslemler.onToolClick = [&k](const std::string& toolName) { barClicked(k, toolName); };
 }
 
 void fieldChanged(FrmCariEkle& f) {
-    if (f.alanlarDoluyor || f.kayit.durum != FormModu::Gezinme) return;
-    KayitDegistir(f.kayit);
-    if (f.kayit.durum == FormModu::Gezinme) DurumaGec(f.kayit, FormModu::Yeni); // the last card was deleted
+    if (f.fillingFields || f.record.durum != FormModu::Navigation) return;
+    changeRecord(f.record);
+    if (f.record.durum == FormModu::Navigation)
+        enterState(f.record, FormModu::Yeni); // the last card was deleted
 }
 
 // What is typed on a card that is looked at begins its change, as F5 does, and on an empty one a new card: F2
@@ -61,53 +62,53 @@ void beginChangesByTyping(FrmCariEkle& f) {
             fieldChanged(f);
         };
     };
-    for (const CariSutunu& s : cariSutunlari()) {
-        if (s.metin) also((f.*s.metin).onChange);
-        if (s.liste) also((f.*s.liste).onChange);
-        if (s.liste) also((f.*s.liste).onClick);
+    for (const CustomerColumn& s : customerColumns()) {
+        if (s.text) also((f.*s.text).onChange);
+        if (s.list) also((f.*s.list).onChange);
+        if (s.list) also((f.*s.list).onClick);
     }
     also(f.dtYas.onChange);
 }
 
 void Form_Load(FrmCariEkle& f) {
     const FormKayit& given = f.session.gFormKayit;
-    f.kayit.secici = given.Sonuc == Currency::ofWhole(FormSonucu::Istendi);
-    if (given.KayitID > 0) f.kartlar.push_back(given.KayitID);
+    f.record.isPicker = given.Sonuc == Currency::ofWhole(FormResult::Requested);
+    if (given.KayitID > 0) f.cards.push_back(given.KayitID);
     const bool isNew = given.Kip == FormModu::Yeni;
     ListeleriYukle(f);
     beginChangesByTyping(f);
-    kartlariAc(f);
+    openCards(f);
     if (isNew) {
-        YeniKayit(f.kayit);
+        newRecord(f.record);
     } else {
-        DurumaGec(f.kayit, FormModu::Gezinme);
-        KayitGoster(f.kayit);
+        enterState(f.record, FormModu::Navigation);
+        KayitGoster(f.record);
     }
 }
 
 void Form_KeyDown(FrmCariEkle& f, KeyEvent& event) {
-    AracTuslari(f.BarIslemler, event);
+    toolKeys(f.BarIslemler, event);
     if (event.key != Key::Enter) return;
     event.swallowed = true;
-    SonrakiAlan(f);
+    nextField(f);
 }
 
 void Form_KeyPress(FrmCariEkle& f, KeyPress& press) {
     if (press.character != static_cast<char32_t>(Key::Escape)) return;
     press.swallowed = true;
-    BarTiklandi(f.kayit, aracAcik(f.BarIslemler, "cmdCikis") ? "cmdCikis" : "cmdVazgec");
+    barClicked(f.record, toolOpen(f.BarIslemler, "cmdCikis") ? "cmdCikis" : "cmdVazgec");
 }
 
 } // namespace
 
 FrmCariEkle::FrmCariEkle(Forms& forms, Session& itsSession)
     : Form(forms, "frmCariEkle", "Cari Ekleme Formu"), session(itsSession) {
-    BarKur(BarIslemler);
+    buildBar(BarIslemler);
     placeControls(*this);
-    OdakIsaretle(*this);
+    markFocus(*this);
     bindCycle(*this);
     onLoad = [this] { Form_Load(*this); };
-    onUnload = [this] { KayitSetiKapat(kayit.rs); };
+    onUnload = [this] { KayitSetiKapat(record.rs); };
     onKeyDown = [this](KeyEvent& event) { Form_KeyDown(*this, event); };
     onKeyPress = [this](KeyPress& press) { Form_KeyPress(*this, press); };
 }

@@ -60,10 +60,10 @@ struct FrmCariEkle : Form {
     TextBox txtIsTelefon{*this, "txtIsTelefon"};
     TextBox txtFax{*this, "txtFax"};
 
-    KayitDongusu kayit{*this, session, &BarIslemler};
-    std::vector<std::int32_t> kartlar; // the IDs that the recordset is restricted to
-    bool sonKayitYeniydi = false;
-    bool alanlarDoluyor = false; // by a record, not by the operator
+    RecordCycle record{*this, session, &BarIslemler};
+    std::vector<std::int32_t> cards; // the IDs that the recordset is restricted to
+    bool lastSaveWasNew = false;
+    bool fillingFields = false; // by a record, not by the operator
 };
 
 [[nodiscard]] std::unique_ptr<Form> makeFrmCariEkle(Forms& forms, Session& session);

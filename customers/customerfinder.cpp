@@ -14,15 +14,15 @@ namespace {
 
 void setProperties(FrmCarihesapSec& f) {
     f.txtGrupID.setVisible(false);
-    f.grdList.setColumns(MusteriSutunlari());
+    f.grdList.setColumns(customerListColumns());
 }
 
 void bindCycle(FrmCarihesapSec& f) {
-    KayitDongusu& k = f.kayit;
-    k.bakisDurumu = FormModu::Arama;
+    RecordCycle& k = f.record;
+    k.viewState = FormModu::Search;
     k.goster = [&f] { f.grdList.refresh(); };
     k.alanlariTemizle = k.goster; // without a row the grid is empty
-    k.sil = [&f](std::int32_t id) { return CariSil(f.session, id); };
+    k.remove = [&f](std::int32_t id) { return CariSil(f.session, id); };
 }
 
 // Enter searches and goes to the hits; without any the filter is still to be mended.
@@ -48,24 +48,24 @@ void bindEvents(FrmCarihesapSec& f) {
     for (CommandButton* button : {&f.cmdBul, &f.cmdTemizle, &f.cmdCikis, &f.cmdKayitSec})
         button->onClick = [&f, button] { FrmCmdBul(f, button->name()); };
     f.cmdYazici.onClick = [&f] { cmdYazici_Click(f); };
-    f.BarIslemler.onToolClick = [&f](const std::string& arac) { FrmCmdBul(f, arac); };
+    f.BarIslemler.onToolClick = [&f](const std::string& toolName) { FrmCmdBul(f, toolName); };
     f.grdList.onKeyDown = [&f](KeyEvent& event) { grdList_KeyDown(f, event); };
     f.grdList.onDblClick = [&f] { cmdKayitSec_Click(f); };
     f.grdList.onHeadClick = [&f](int column) { grdList_HeadClick(f, column); };
 }
 
 void Form_Load(FrmCarihesapSec& f) {
-    DurumaGec(f.kayit, FormModu::Arama);
-    musterileriAc(f, " 1 = 2 ");
-    grupListesi(f.session, f.cboGrup, f.txtGrupID);
-    listeDoldur(f.session, f.cboOzelKod1,
-                "SELECT DISTINCT OZEL_KOD1 AS  OZEL_KOD11, OZEL_KOD1  FROM MUSTKAYIT WHERE  OZEL_KOD1 <>''",
-                "OZEL_KOD1", "OZEL_KOD11");
+    enterState(f.record, FormModu::Search);
+    openCustomers(f, " 1 = 2 ");
+    groupList(f.session, f.cboGrup, f.txtGrupID);
+    fillList(f.session, f.cboOzelKod1,
+             "SELECT DISTINCT OZEL_KOD1 AS  OZEL_KOD11, OZEL_KOD1  FROM MUSTKAYIT WHERE  OZEL_KOD1 <>''",
+             "OZEL_KOD1", "OZEL_KOD11");
 }
 
 void Form_Unload(FrmCarihesapSec& f) {
     f.grdList.bind(nullptr);
-    KayitSetiKapat(f.kayit.rs);
+    KayitSetiKapat(f.record.rs);
 }
 
 void Form_KeyPress(FrmCarihesapSec& f, KeyPress& press) {
@@ -78,14 +78,14 @@ void Form_KeyPress(FrmCarihesapSec& f, KeyPress& press) {
 
 FrmCarihesapSec::FrmCarihesapSec(Forms& forms, Session& itsSession)
     : Form(forms, "frmCarihesapSec", "Müşteri Seç"), session(itsSession) {
-    BarKur(BarIslemler);
+    buildBar(BarIslemler);
     setProperties(*this);
-    OdakIsaretle(*this);
+    markFocus(*this);
     bindCycle(*this);
     bindEvents(*this);
     onLoad = [this] { Form_Load(*this); };
     onUnload = [this] { Form_Unload(*this); };
-    onKeyDown = [this](KeyEvent& event) { AracTuslari(BarIslemler, event); };
+    onKeyDown = [this](KeyEvent& event) { toolKeys(BarIslemler, event); };
     onKeyPress = [this](KeyPress& press) { Form_KeyPress(*this, press); };
 }
 

@@ -41,11 +41,11 @@ struct FrmCarihesapSec : Form {
     CommandButton cmdYazici{*this, "cmdYazici", "&Yazdır"};
     CommandButton cmdCikis{*this, "cmdCikis", "&Çıkış"};
 
-    KayitDongusu kayit{*this, session, &BarIslemler};
-    RecordsetRows satirlar;  // what the grid shows of the hits
-    std::string sorgu;       // the statement of the hits on show
-    bool arandi = false;     // a search was asked for since the screen was opened
-    std::string sonSiralama; // the column and direction that a click on the grid's head chose last
+    RecordCycle record{*this, session, &BarIslemler};
+    RecordsetRows rows;    // what the grid shows of the hits
+    std::string query;     // the statement of the hits on show
+    bool searched = false; // a search was asked for since the screen was opened
+    std::string lastOrder; // the column and direction that a click on the grid's head chose last
 };
 
 [[nodiscard]] std::unique_ptr<Form> makeFrmCarihesapSec(Forms& forms, Session& session);

@@ -37,34 +37,34 @@ void openCard(FrmCarihesapSec& f, int durum, std::int32_t id) {
     FormKayitTemizle(f.session);
     f.session.gFormKayit.Kip = durum;
     f.session.gFormKayit.KayitID = id;
-    if (durum == FormModu::Yeni) f.session.gFormKayit.Sonuc = Currency::ofWhole(FormSonucu::Istendi);
-    EkranGoster(f.session, "frmCariEkle", Kip::Modal);
+    if (durum == FormModu::Yeni) f.session.gFormKayit.Sonuc = Currency::ofWhole(FormResult::Requested);
+    showScreen(f.session, "frmCariEkle", Kip::Modal);
     const FormKayit answer = std::exchange(f.session.gFormKayit, asked);
-    if (answer.Sonuc == Currency::ofWhole(FormSonucu::Secildi)) id = answer.KayitID;
-    if (f.arandi) f.kayit.rs->requery();
-    if (id > 0 && f.kayit.rs->recordCount() > 0) {
-        f.kayit.rs->find("ID = " + std::to_string(id));
-        if (f.kayit.rs->eof()) f.kayit.rs->moveFirst();
+    if (answer.Sonuc == Currency::ofWhole(FormResult::Chosen)) id = answer.KayitID;
+    if (f.searched) f.record.rs->requery();
+    if (id > 0 && f.record.rs->recordCount() > 0) {
+        f.record.rs->find("ID = " + std::to_string(id));
+        if (f.record.rs->eof()) f.record.rs->moveFirst();
     }
     f.grdList.refresh();
 }
 
 std::int32_t currentID(const FrmCarihesapSec& f) {
-    return toLong(f.kayit.rs->value("ID"));
+    return toLong(f.record.rs->value("ID"));
 }
 
 void openCurrentCard(FrmCarihesapSec& f) {
-    if (f.kayit.rs->absolutePosition() > 0) openCard(f, FormModu::Gezinme, currentID(f));
+    if (f.record.rs->absolutePosition() > 0) openCard(f, FormModu::Navigation, currentID(f));
 }
 
 void deleteCurrent(FrmCarihesapSec& f) {
-    KayitGoster(f.kayit);
-    KayitSil(f.kayit);
+    KayitGoster(f.record);
+    deleteRecord(f.record);
 }
 
 void search(FrmCarihesapSec& f) {
-    const Mesgul mesgul(f);
-    if (musterileriAc(f)) f.arandi = true;
+    const BusyGuard busy(f);
+    if (openCustomers(f)) f.searched = true;
 }
 
 } // namespace
@@ -88,25 +88,25 @@ std::string SQLWhereHazirla(const FrmCarihesapSec& f) {
     return SQLSelectHazirla(f) + filters.where() + ")";
 }
 
-std::string SQLOrderHazirla(const std::string& alan, const std::string& sonSiralama) {
+std::string SQLOrderHazirla(const std::string& alan, const std::string& lastOrder) {
     const bool turns = alan == "HSTNO" || alan == "AD";
-    const bool wasUp = upperTurkish(sonSiralama).find(" ASC") != std::string::npos;
+    const bool wasUp = upperTurkish(lastOrder).find(" ASC") != std::string::npos;
     return alan + (turns && wasUp ? " DESC" : " ASC");
 }
 
-bool musterileriAc(FrmCarihesapSec& f, const std::string& kosul) {
-    const std::string where = kosul.empty() ? kSistemHesaplariHaric + SQLWhereHazirla(f) : kosul;
+bool openCustomers(FrmCarihesapSec& f, const std::string& kosul) {
+    const std::string where = kosul.empty() ? kWithoutSystemAccounts + SQLWhereHazirla(f) : kosul;
     const std::string order =
-        f.sonSiralama.empty() ? " MUSTKAYIT.AD,MUSTKAYIT.SOYAD " : " MUSTKAYIT." + f.sonSiralama;
-    const std::string sorgu = kMusteriListesi + (" WHERE " + where) + " ORDER BY" + order;
-    KayitSeti rs;
+        f.lastOrder.empty() ? " MUSTKAYIT.AD,MUSTKAYIT.SOYAD " : " MUSTKAYIT." + f.lastOrder;
+    const std::string query = kCustomerList + (" WHERE " + where) + " ORDER BY" + order;
+    RecordsetPtr rs;
     std::string hata;
-    if (!KayitSetiAcKontrollu(f.session, rs, sorgu, hata)) return false;
-    f.sorgu = sorgu;
+    if (!KayitSetiAcKontrollu(f.session, rs, query, hata)) return false;
+    f.query = query;
     f.grdList.bind(nullptr);
-    f.kayit.rs = std::move(rs);
-    f.satirlar.follow(f.kayit.rs.get());
-    f.grdList.bind(&f.satirlar);
+    f.record.rs = std::move(rs);
+    f.rows.follow(f.record.rs.get());
+    f.grdList.bind(&f.rows);
     return true;
 }
 
@@ -121,8 +121,8 @@ void FrmCmdBul(FrmCarihesapSec& f, std::string_view cmd) {
 }
 
 void cmdYazici_Click(FrmCarihesapSec& f) {
-    const Mesgul mesgul(f);
-    SablonRaporGoster(f.session, "\\Rapor\\CariListesi2.rpt", {f.sorgu});
+    const BusyGuard busy(f);
+    showTemplateReport(f.session, "\\Rapor\\CariListesi2.rpt", {f.query});
 }
 
 void NesneleriTemizle(FrmCarihesapSec& f) {
@@ -135,11 +135,11 @@ void NesneleriTemizle(FrmCarihesapSec& f) {
 
 void cmdKayitSec_Click(FrmCarihesapSec& f) {
     Err err;
-    if (!attempt(err, [&] { f.kayit.KayitID = currentID(f); })) {
+    if (!attempt(err, [&] { f.record.KayitID = currentID(f); })) {
         f.session.desktop.dialogs.tell("Kayıt Seçmediniz  :  " + err.description);
         return;
     }
-    if (f.kayit.KayitID != 0) SonucVer(f.kayit, FormSonucu::Secildi);
+    if (f.record.KayitID != 0) giveResult(f.record, FormResult::Chosen);
 }
 
 void FrmCmdExit(FrmCarihesapSec& f) {
@@ -148,9 +148,9 @@ void FrmCmdExit(FrmCarihesapSec& f) {
 
 void grdList_HeadClick(FrmCarihesapSec& f, int column) {
     const std::string& alan = f.grdList.columns().at(static_cast<std::size_t>(column)).field;
-    const std::string before = std::exchange(f.sonSiralama, SQLOrderHazirla(alan, f.sonSiralama));
-    const Mesgul mesgul(f);
-    if (f.arandi && !musterileriAc(f)) f.sonSiralama = before;
+    const std::string before = std::exchange(f.lastOrder, SQLOrderHazirla(alan, f.lastOrder));
+    const BusyGuard busy(f);
+    if (f.searched && !openCustomers(f)) f.lastOrder = before;
 }
 
 } // namespace veldona

@@ -15,11 +15,11 @@ namespace veldona {
 [[nodiscard]] std::string SQLWhereHazirla(const FrmCarihesapSec& f);
 // The sort clause of a click on the head of this column; a second click on the number's or the name's column
 // turns the direction.
-[[nodiscard]] std::string SQLOrderHazirla(const std::string& alan, const std::string& sonSiralama);
+[[nodiscard]] std::string SQLOrderHazirla(const std::string& alan, const std::string& lastOrder);
 
 // Opens the hits and binds them to the grid: with `kosul` instead of the filters where it is given. False
 // where the statement failed.
-bool musterileriAc(FrmCarihesapSec& f, const std::string& kosul = {});
+bool openCustomers(FrmCarihesapSec& f, const std::string& kosul = {});
 
 // The dispatcher of buttons and tools, by their name.
 void FrmCmdBul(FrmCarihesapSec& f, std::string_view cmd);

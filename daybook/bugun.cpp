@@ -143,7 +143,7 @@ void sortBy(FrmBugun& f, CallColumn column) {
 }
 
 void Form_Load(FrmBugun& f) {
-    const Mesgul busy(f);
+    const BusyGuard busy(f);
     for (const char* kind : kKinds)
         f.cboDurum.add(kind);
     for (const DaysEntry& days : kDays)
@@ -235,7 +235,7 @@ void bindPapers(FrmBugun& f) {
     f.cmdMektup.onClick = [&f] { showReminderLetters(f.session, overdueAccounts(f)); };
     f.cmdMesaj.onClick = [&f] { writeReminderMessages(f.session, overdueAccounts(f)); };
     f.cmdGrafik.setEnabled(f.forms().isKnown("frmGrafik"));
-    f.cmdGrafik.onClick = [&f] { EkranGoster(f.session, "frmGrafik", Kip::Modal); };
+    f.cmdGrafik.onClick = [&f] { showScreen(f.session, "frmGrafik", Kip::Modal); };
     f.cmdEkstre.onClick = [&f] {
         if (const CallRow* row = f.rows.current())
             showStatement(f.session, row->account, StatementNotes::Last);

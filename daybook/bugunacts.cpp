@@ -93,7 +93,7 @@ void openCalledAccount(FrmBugun& f) {
     if (!row) return;
     f.session.gFormKayit.HSTNO = row->account;
     f.session.gFormKayit.KayitID = row->oldestSale;
-    f.session.gFormKayit.Sonuc = Currency::ofWhole(FormSonucu::Secildi);
+    f.session.gFormKayit.Sonuc = Currency::ofWhole(FormResult::Chosen);
     f.forms().unload(f);
 }
 
@@ -110,15 +110,15 @@ bool saveCallNote(FrmBugun& f) {
 }
 
 void printCallList(FrmBugun& f) {
-    const Mesgul busy(f);
-    VeriliRaporGoster(f.session, "Bugun", {rowsOf(f.rows)},
-                      [&](report::Layout& layout) { layout.setText("Section2", "Label2", choiceWords(f)); });
+    const BusyGuard busy(f);
+    showReportWithData(f.session, "Bugun", {rowsOf(f.rows)},
+                       [&](report::Layout& layout) { layout.setText("Section2", "Label2", choiceWords(f)); });
 }
 
 void writeCallSheet(FrmBugun& f) {
-    const Mesgul busy(f);
+    const BusyGuard busy(f);
     Session& session = f.session;
-    const std::string file = aktarimDosyasi(
+    const std::string file = exportFile(
         session, "MSExcel", "Bugun " + format(session.desktop.clock.now(), "yyyy-mm-dd hh.mm.ss"), ".xlsx");
     exports::Spreadsheet sheet(file);
     writeRows(f, sheet);

@@ -88,15 +88,15 @@ std::vector<LastCall> lastCalls(adodb::Connection& books, DateTime today) {
 
 bool writeCallNote(Session& session, const CallNote& note) {
     KayitYapisi rec;
-    rec.Islem = KayitYapisi::Ekle;
+    rec.Islem = KayitYapisi::Add;
     rec.Tablo = "ARAMA_NOTU";
-    rec.ekle("MUSTNO", note.account);
-    rec.ekle("TRH", note.at);
-    rec.ekle("ACIKLAMA", note.text);
-    rec.ekle("SOZ_TRH", note.promise ? Value(note.promise->day) : Value());
-    rec.ekle("SOZ_TUTAR", note.promise ? Value(note.promise->amount.column()) : Value());
-    rec.ekle("KONTROL_KIM", trim(session.gKullanici));
-    rec.ekle("KONTROL_NE_ZAMAN", session.desktop.clock.now());
+    rec.add("MUSTNO", note.account);
+    rec.add("TRH", note.at);
+    rec.add("ACIKLAMA", note.text);
+    rec.add("SOZ_TRH", note.promise ? Value(note.promise->day) : Value());
+    rec.add("SOZ_TUTAR", note.promise ? Value(note.promise->amount.column()) : Value());
+    rec.add("KONTROL_KIM", trim(session.gKullanici));
+    rec.add("KONTROL_NE_ZAMAN", session.desktop.clock.now());
     return KayitYaz(session, rec);
 }
 

@@ -108,7 +108,7 @@ int compare(const CallRow& one, const CallRow& other, CallColumn column) {
 
 std::string wordsOf(const Value& value) {
     if (value.kind() == Value::Kind::Date) return format(value, kDay);
-    if (value.kind() == Value::Kind::Double) return format(value, kParaMaskesi);
+    if (value.kind() == Value::Kind::Double) return format(value, kMoneyMask);
     return joinText(value);
 }
 
@@ -179,7 +179,7 @@ std::string promiseWords(const CallPromise& promise) {
 }
 
 std::string amountWords(StoredAmount amount) {
-    return format(amount.lira(), kParaMaskesi);
+    return format(amount.lira(), kMoneyMask);
 }
 
 } // namespace veldona

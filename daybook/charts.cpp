@@ -36,7 +36,7 @@ std::string monthName(DateTime day) {
 }
 
 std::string shown(StoredAmount amount) {
-    return format(amount.lira(), kParaMaskesi);
+    return format(amount.lira(), kMoneyMask);
 }
 
 const Span& chosenSpan(const FrmGrafik& f) {
@@ -74,7 +74,7 @@ std::string wordsOf(const Chart& chart) {
     for (const report::ChartSeries& series : chart.series) {
         words += (words.empty() ? "" : " ") + series.name + ":";
         for (std::size_t i = 0; i < series.values.size(); ++i)
-            words += (i ? ", " : " ") + chart.categories[i] + " " + format(series.values[i], kParaMaskesi);
+            words += (i ? ", " : " ") + chart.categories[i] + " " + format(series.values[i], kMoneyMask);
         words += ".";
     }
     return words;
@@ -154,15 +154,15 @@ void setCharts(const FrmGrafik& f, report::Layout& layout) {
 }
 
 void cmdYazdir_Click(FrmGrafik& f) {
-    VeriliRaporGoster(f.session, "Grafik", paperRows(f),
-                      [&f](report::Layout& layout) { setCharts(f, layout); });
+    showReportWithData(f.session, "Grafik", paperRows(f),
+                       [&f](report::Layout& layout) { setCharts(f, layout); });
 }
 
 void cmdResim_Click(FrmGrafik& f) {
     const std::string name = "Grafik " + format(f.session.desktop.clock.now(), "yyyy-mm-dd hh.mm.ss");
-    const std::string file = aktarimDosyasi(f.session, "Resim", name, ".png");
-    VeriliRaporYaz(f.session, "Grafik", paperRows(f), file,
-                   [&f](report::Layout& layout) { setCharts(f, layout); });
+    const std::string file = exportFile(f.session, "Resim", name, ".png");
+    writeReportWithData(f.session, "Grafik", paperRows(f), file,
+                        [&f](report::Layout& layout) { setCharts(f, layout); });
     if (!f.session.desktop.opener.open(file))
         f.session.desktop.dialogs.tell("Resim kaydedildi: " + file, Icon::Information);
 }

@@ -33,7 +33,7 @@ StoredAmount amountOf(const Value& column) {
 }
 
 report::DataSet letterhead(Session& session) {
-    KayitSeti rs;
+    RecordsetPtr rs;
     KayitSetiAc(session, rs, "SELECT FIRMA, GIRIS, ADRES, TELEFON, FAX1, GSM, WEB, MAIL FROM FIRMABILGISI",
                 adodb::CursorLocation::Client);
     report::DataSet shop{"firma", {{"FIRMA"}, {"GIRIS"}, {"ADRES"}, {"TELEFON"}, {"ILETISIM"}, {"YAZISMA"}}};
@@ -49,7 +49,7 @@ report::DataSet letterhead(Session& session) {
 }
 
 std::optional<Party> readParty(Session& session, const std::string& account) {
-    KayitSeti rs;
+    RecordsetPtr rs;
     KayitSetiAc(session, rs,
                 "SELECT HSTNO,AD,SOYAD,EVTEL,EVTEL2,ISTEL,GSM,EVMH,EVCD,EVAPT,EVILCE,EVIL,ISMH,ISCD,ISAPT,"
                 "ISILCE,ISIL FROM MUSTKAYIT WHERE HSTNO='" +

@@ -135,7 +135,7 @@ void tellWritten(Session& session, const std::string& file, std::size_t written,
 void showReminderLetters(Session& session, const std::vector<std::string>& accounts) {
     Reminders reminders = collect(session, accounts);
     if (reminders.customers.rowCount() == 0) return session.desktop.dialogs.tell(kNobody, Icon::Information);
-    VeriliRaporGoster(
+    showReportWithData(
         session, "HatirlatmaMektubu",
         {letterhead(session), std::move(reminders.customers), std::move(reminders.installments)});
 }
@@ -145,7 +145,7 @@ void writeReminderMessages(Session& session, const std::vector<std::string>& acc
     const std::size_t count = reminders.customers.rowCount();
     if (count == 0) return session.desktop.dialogs.tell(kNobody, Icon::Information);
     const std::vector<std::string> texts =
-        VeriliMetinler(session, "HatirlatmaMesaji", {reminders.customers}, "metin");
+        textsWithData(session, "HatirlatmaMesaji", {reminders.customers}, "metin");
     const auto telephone = static_cast<std::size_t>(reminders.customers.findColumn("TELEFON"));
     DataSet messages{"mesajlar", {{"TELEFON"}, {"METIN"}}};
     for (std::size_t row = 0; row < std::min(texts.size(), count); ++row) {
@@ -158,7 +158,7 @@ void writeReminderMessages(Session& session, const std::vector<std::string>& acc
                                             Icon::Information);
     report::Document file;
     file.data.push_back(std::move(messages));
-    const std::string path = aktarimDosyasi(
+    const std::string path = exportFile(
         session, "Mesaj", "Hatırlatma " + format(session.desktop.clock.now(), "yyyy-mm-dd hh.mm.ss"), ".csv");
     exports::writeFile(path, exports::commaSeparated(file));
     tellWritten(session, path, written, count - written);

@@ -41,7 +41,7 @@ void openFound(FrmArama& f) {
     if (!hit) return;
     f.session.gFormKayit.HSTNO = f.index->customers()[hit->customer].number;
     f.session.gFormKayit.KayitID = hit->sale ? static_cast<std::int32_t>(hit->sale->number) : 0;
-    f.session.gFormKayit.Sonuc = Currency::ofWhole(FormSonucu::Secildi);
+    f.session.gFormKayit.Sonuc = Currency::ofWhole(FormResult::Chosen);
     f.forms().unload(f);
 }
 

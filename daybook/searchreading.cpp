@@ -12,8 +12,8 @@ namespace {
 
 constexpr const char* kOnlyProduct = "1"; // of a sale entered as one amount: its name says nothing
 
-KayitSeti opened(Session& session, const char* sql) {
-    KayitSeti rs;
+RecordsetPtr opened(Session& session, const char* sql) {
+    RecordsetPtr rs;
     KayitSetiAc(session, rs, sql, adodb::CursorLocation::Client);
     return rs;
 }
@@ -25,8 +25,8 @@ std::string textAt(const adodb::Recordset& rs, int row, int column) {
 // The reserved accounts are no customers.
 std::vector<SearchIndex::Customer> readCustomers(Session& session) {
     constexpr int kFirstTelephone = 3;
-    const KayitSeti rs = opened(session, "SELECT HSTNO,AD,SOYAD,EVTEL,GSM,ISTEL,EVTEL2 FROM MUSTKAYIT "
-                                         "WHERE HSTNO NOT IN ('G3','G4','TI') ORDER BY AD,SOYAD");
+    const RecordsetPtr rs = opened(session, "SELECT HSTNO,AD,SOYAD,EVTEL,GSM,ISTEL,EVTEL2 FROM MUSTKAYIT "
+                                            "WHERE HSTNO NOT IN ('G3','G4','TI') ORDER BY AD,SOYAD");
     std::vector<SearchIndex::Customer> customers;
     customers.reserve(static_cast<std::size_t>(rs->recordCount()));
     for (int row = 0; row < rs->recordCount(); ++row) {
@@ -41,7 +41,7 @@ std::vector<SearchIndex::Customer> readCustomers(Session& session) {
 }
 
 std::unordered_map<std::string, std::string> readProducts(Session& session) {
-    const KayitSeti rs = opened(session, "SELECT URKOD,URUNCINS FROM URUNTANITIM");
+    const RecordsetPtr rs = opened(session, "SELECT URKOD,URUNCINS FROM URUNTANITIM");
     std::unordered_map<std::string, std::string> names;
     for (int row = 0; row < rs->recordCount(); ++row)
         if (std::string code = textAt(*rs, row, 0); code != kOnlyProduct)
@@ -62,7 +62,7 @@ std::vector<SearchIndex::Sale> readSales(Session& session,
     for (std::size_t i = 0; i < customers.size(); ++i)
         accounts.emplace(customers[i].number, i);
     const auto products = readProducts(session);
-    const KayitSeti rs = opened(session, "SELECT ISLEMNO,MUSTNO,URKOD,TRH,ACIKLAMA FROM URUNAL");
+    const RecordsetPtr rs = opened(session, "SELECT ISLEMNO,MUSTNO,URKOD,TRH,ACIKLAMA FROM URUNAL");
     std::vector<SearchIndex::Sale> sales;
     sales.reserve(static_cast<std::size_t>(rs->recordCount()));
     std::unordered_map<std::int64_t, std::size_t> places; // of a sale among them, by its number

@@ -46,7 +46,7 @@ public:
     [[nodiscard]] const std::string& name() const { return name_; }
 
 private:
-    [[nodiscard]] KayitSeti ask(const std::string& select, const std::string& order) const;
+    [[nodiscard]] RecordsetPtr ask(const std::string& select, const std::string& order) const;
     void readGoods();
     void readHeads();
     void readPayments();
@@ -106,8 +106,8 @@ private:
 };
 
 // Rows of the account alone.
-KayitSeti Statement::ask(const std::string& select, const std::string& order) const {
-    KayitSeti rs;
+RecordsetPtr Statement::ask(const std::string& select, const std::string& order) const {
+    RecordsetPtr rs;
     KayitSetiAc(session_, rs,
                 select + " WHERE MUSTNO='" + quoted(account_) + "' AND ISLEMNO IS NOT NULL ORDER BY " + order,
                 adodb::CursorLocation::Client);
@@ -132,10 +132,10 @@ bool Statement::read(StatementNotes notes) {
 }
 
 void Statement::readGoods() {
-    const KayitSeti rs = ask("SELECT URUNAL.ISLEMNO, URUNTANITIM.URUNCINS, URUNAL.ACIKLAMA, URUNAL.ADET, "
-                             "URUNAL.FIYAT, URUNAL.ADET*URUNAL.FIYAT AS TUTAR FROM URUNAL "
-                             "LEFT JOIN URUNTANITIM ON URUNAL.URKOD = URUNTANITIM.URKOD",
-                             "URUNAL.ISLEMNO, URUNAL.ID");
+    const RecordsetPtr rs = ask("SELECT URUNAL.ISLEMNO, URUNTANITIM.URUNCINS, URUNAL.ACIKLAMA, URUNAL.ADET, "
+                                "URUNAL.FIYAT, URUNAL.ADET*URUNAL.FIYAT AS TUTAR FROM URUNAL "
+                                "LEFT JOIN URUNTANITIM ON URUNAL.URKOD = URUNTANITIM.URKOD",
+                                "URUNAL.ISLEMNO, URUNAL.ID");
     for (int i = 0; i < rs->recordCount(); ++i) {
         const StoredAmount total = amountOf(rs->at(i, 5));
         sales_[toLong(rs->at(i, 0))].lines += total;
@@ -145,7 +145,7 @@ void Statement::readGoods() {
 }
 
 void Statement::readHeads() {
-    const KayitSeti rs =
+    const RecordsetPtr rs =
         ask("SELECT ISLEMNO, TRH, ODEME_TIPI, ACIKLAMA, INDIRIM_YTL FROM ISLEMNOTABLO", "ID DESC");
     // The first row of a number is the one that the ledger takes, so it is the last one read.
     for (int i = 0; i < rs->recordCount(); ++i) {
@@ -159,7 +159,7 @@ void Statement::readHeads() {
 }
 
 void Statement::readPayments() {
-    const KayitSeti rs =
+    const RecordsetPtr rs =
         ask("SELECT TAKSITODENEN.ISLEMNO, TAKSITODENEN.ODTRH, TAKSITODENEN.ODMIKTAR, "
             "T_KASA_TANITIM.KASA_ADI FROM TAKSITODENEN LEFT JOIN T_KASA_TANITIM ON TAKSITODENEN.KASA_ID = "
             "T_KASA_TANITIM.ID",
@@ -174,7 +174,7 @@ void Statement::readPayments() {
 }
 
 void Statement::readPlans() {
-    const KayitSeti rs = ask("SELECT ISLEMNO, ID, PESINAT FROM URUNSAT", "ID");
+    const RecordsetPtr rs = ask("SELECT ISLEMNO, ID, PESINAT FROM URUNSAT", "ID");
     std::map<std::int32_t, std::set<std::int64_t>> downPayments; // of each sale that has a plan
     for (int i = 0; i < rs->recordCount(); ++i) {
         std::set<std::int64_t>& ids = downPayments[toLong(rs->at(i, 0))];
@@ -242,7 +242,7 @@ void Statement::addNotes() {
     for (const CallNote& note : callNotesOf(*session_.gBaglanti, account_, today_, kMostNotes)) {
         std::string promise;
         if (note.promise)
-            promise = toText(note.promise->day) + "   " + format(note.promise->amount.lira(), kParaMaskesi) +
+            promise = toText(note.promise->day) + "   " + format(note.promise->amount.lira(), kMoneyMask) +
                       " YTL   " + nameOf(note.promise->state);
         notes_.addRow({note.at, note.text, promise});
     }
@@ -263,7 +263,7 @@ void showStatement(Session& session, const std::string& account, StatementNotes 
     Statement statement(session, trim(account));
     if (!statement.read(notes))
         return session.desktop.dialogs.tell("Önce müşteriyi seçin. Bu numarada müşteri yok.");
-    VeriliRaporGoster(session, "Ekstre", statement.take(), [&](report::Layout& layout) {
+    showReportWithData(session, "Ekstre", statement.take(), [&](report::Layout& layout) {
         layout.fileName = "Ekstre " + trim(account) + " " + statement.name();
     });
 }

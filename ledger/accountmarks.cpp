@@ -20,7 +20,7 @@ int daysBetween(DateTime from, DateTime to) {
 }
 
 std::string shown(StoredAmount amount) {
-    return format(amount.roundedToKurus().working(), kParaMaskesi);
+    return format(amount.roundedToKurus().working(), kMoneyMask);
 }
 
 // Reckoned once for the lists that show it, and again when anybody wrote to the account.
@@ -157,7 +157,7 @@ void tmrDurum_Timer(FrmMainVeldona& f) {
 
 } // namespace
 
-void DurumuBagla(FrmMainVeldona& f) {
+void bindState(FrmMainVeldona& f) {
     for (ListBox* list : {&f.L4, &f.L5, &f.L6})
         list->marks = unlessItFails(f, scheduleMarks);
     for (ListBox* list : {&f.L1, &f.L2})
@@ -184,7 +184,7 @@ void forgetArrears(FrmMainVeldona& f) {
 }
 
 void notePosting(FrmMainVeldona& f) {
-    const std::string amount = format(f.mskOdenenPara.text(), kParaMaskesi);
+    const std::string amount = format(f.mskOdenenPara.text(), kMoneyMask);
     const std::string when = format(f.session.desktop.clock.now(), "dd/mm hh:mm");
     const std::string name = replaceAll(trim(f.Label7.caption()), kBetweenNames, " ");
     f.lblSonTahsilat.setCaption("Son: " + when + "  " + amount + "  " + name);

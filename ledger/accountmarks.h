@@ -11,7 +11,7 @@
 namespace veldona {
 
 // Marks of L4, L5, L6 and of L1, L2; the notes of DTPicker1; tmrDurum.
-void DurumuBagla(FrmMainVeldona& f);
+void bindState(FrmMainVeldona& f);
 
 // What is due or was paid may be another than the lists' marks say.
 void showMarksAnew(FrmMainVeldona& f);

@@ -14,7 +14,7 @@ namespace veldona {
 namespace {
 
 void showFormatted(Label& label) {
-    label.setCaption(format(label.caption(), kParaMaskesi));
+    label.setCaption(format(label.caption(), kMoneyMask));
 }
 
 // A list's text as an amount of two decimals; an empty or missing row is 0.
@@ -67,7 +67,7 @@ void UZAK_BAKIYE_HESAPLA(FrmMainVeldona& f, const Value& topborc) {
     resumeNext(
         passedOver, [&] { sumPayments(f); }, [&] { f.Label11.setCaption(toText(topborc)); },
         [&] { due = toCurrency(f.Label11.caption()); }, [&] { paid = toCurrency(f.Label8.caption()); },
-        [&] { f.Label8.setCaption(format(toDouble(f.Label8.caption()), kParaMaskesi)); },
+        [&] { f.Label8.setCaption(format(toDouble(f.Label8.caption()), kMoneyMask)); },
         [&] { showFormatted(f.Label11); }, [&] { f.Label9.setCaption(toText(due - paid)); },
         [&] { showFormatted(f.Label9); });
 }
@@ -80,7 +80,7 @@ void GECIKEN_ODM(FrmMainVeldona& f) {
     int first = 0;
     if (const std::string islemno = trim(f.Text5.text()); !islemno.empty()) {
         attempt(passedOver, [&] {
-            KayitSeti rs;
+            RecordsetPtr rs;
             KayitSetiAc(f.session, rs, "SELECT * From URUNSAT WHERE ISLEMNO = " + islemno + " AND PESINAT=1 ",
                         adodb::CursorLocation::Client);
             if (rs->eof()) return;
@@ -94,7 +94,7 @@ void GECIKEN_ODM(FrmMainVeldona& f) {
             total += toCurrency(f.L6.list(i));
         });
     });
-    f.Label21.setCaption(format(total, kParaMaskesi));
+    f.Label21.setCaption(format(total, kMoneyMask));
     showMarksAnew(f);
 }
 
@@ -119,7 +119,7 @@ bool TaksitKontrol(FrmMainVeldona& f) {
     if (!isNewest) return false;
     attempt(passedOver, [&] { sumSchedule(f, sum); });
     attempt(passedOver, [&] {
-        KayitSeti rs;
+        RecordsetPtr rs;
         KayitSetiAc(f.session, rs, "SELECT * From ISLEMNOTABLO WHERE ISLEMNO = " + f.Text5.text(),
                     adodb::CursorLocation::Client);
         found = !rs->eof();

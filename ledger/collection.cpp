@@ -37,7 +37,7 @@ bool writeRow(FrmMainVeldona& f) {
     resumeNext(
         passedOver, [&] { rs.addNew(); }, [&] { rs.set("MUSTNO", f.Text1.text()); },
         [&] { rs.set("ODTRH", f.DTPicker1.text() + " " + format(now, "hh:mm:ss")); },
-        [&] { rs.set("ODMIKTAR", ParaOku(f.session, f.mskOdenenPara.text(), {}, ParaKipi::Deger)); },
+        [&] { rs.set("ODMIKTAR", ParaOku(f.session, f.mskOdenenPara.text(), {}, MoneyMode::Deger)); },
         [&] { rs.set("ISLEMNO", f.Text5.text()); },
         [&] { rs.set("KONTROL_KIM", trim(f.session.gKullanici)); }, [&] { rs.set("KONTROL_NE_ZAMAN", now); },
         // No cash box is no number, and the column takes nothing else: it stays empty.
@@ -58,7 +58,7 @@ void Command1_Click(FrmMainVeldona& f) {
     const bool isWritten = writeRow(f);
     f.L1.add(f.DTPicker1.text());
     f.lstOdemeTip.add("T");
-    f.L2.add(format(f.mskOdenenPara.text(), kParaMaskesi));
+    f.L2.add(format(f.mskOdenenPara.text(), kMoneyMask));
     if (isWritten) notePosting(f);
     f.session.desktop.dialogs.tell("KAYIT İŞLEMİ TAMAMLANDI", Icon::Information);
     Err passedOver;
@@ -73,10 +73,10 @@ void TAHSILAT_TOPLAM_YENILE(FrmMainVeldona& f) {
     f.Label8.setCaption(toText(f.cyOdenen));
     const Currency due = toCurrency(f.Label11.caption());
     const Currency paid = toCurrency(f.Label8.caption());
-    f.Label11.setCaption(format(f.Label11.caption(), kParaMaskesi));
-    f.Label8.setCaption(format(f.Label8.caption(), kParaMaskesi));
+    f.Label11.setCaption(format(f.Label11.caption(), kMoneyMask));
+    f.Label8.setCaption(format(f.Label8.caption(), kMoneyMask));
     f.Label9.setCaption(toText(due - paid));
-    f.Label9.setCaption(format(f.Label9.caption(), kParaMaskesi));
+    f.Label9.setCaption(format(f.Label9.caption(), kMoneyMask));
 }
 
 void TAKSIT_CERCEVE_AYARLA(FrmMainVeldona& f) {
@@ -84,8 +84,8 @@ void TAKSIT_CERCEVE_AYARLA(FrmMainVeldona& f) {
     f.fraTaksitTutari.setVisible(!f.chkTaksitAdetGir.checked());
 }
 
-void cboKasaDoldur(FrmMainVeldona& f) {
-    KayitSeti rs;
+void fillCboKasa(FrmMainVeldona& f) {
+    RecordsetPtr rs;
     KayitSetiAc(f.session, rs, "SELECT ID,KASA_NO, KASA_ADI FROM  T_KASA_TANITIM",
                 adodb::CursorLocation::Client);
     f.cboKasa.clear();

@@ -16,7 +16,7 @@ void TAHSILAT_TOPLAM_YENILE(FrmMainVeldona& f);
 // Which way of entry the plan's frame shows: by count or by amount.
 void TAKSIT_CERCEVE_AYARLA(FrmMainVeldona& f);
 
-void cboKasaDoldur(FrmMainVeldona& f);
+void fillCboKasa(FrmMainVeldona& f);
 void cboKasa_Change(FrmMainVeldona& f);
 void cboKasa_Click(FrmMainVeldona& f);
 

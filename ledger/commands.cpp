@@ -14,26 +14,26 @@ namespace veldona {
 
 namespace {
 
-enum class RaporKipi { Beklenen = 1, GunuGecen = 2 };
+enum class ReportMode { Expected = 1, Overdue = 2 };
 
-void openReport(FrmMainVeldona& f, const char* screen, const char* title, RaporKipi kip) {
+void openReport(FrmMainVeldona& f, const char* screen, const char* title, ReportMode kip) {
     FormKayitTemizle(f.session);
     f.session.gFormKayit.Baslik = title;
-    f.session.gFormKayit.RaporKipi = static_cast<std::int32_t>(kip);
-    EkranGoster(f.session, screen, Kip::Modeless);
+    f.session.gFormKayit.ReportMode = static_cast<std::int32_t>(kip);
+    showScreen(f.session, screen, Kip::Modeless);
 }
 
 // Hands the customer on show over; one without a card hands over nothing.
 void giveCustomer(FrmMainVeldona& f, const std::string& hstno) {
     if (hstno.empty()) return;
-    KayitSeti rs;
+    RecordsetPtr rs;
     KayitSetiAc(f.session, rs, "SELECT ID,HSTNO,AD,SOYAD From MUSTKAYIT WHERE HSTNO = '" + hstno + "'",
                 adodb::CursorLocation::Client);
     if (rs->eof()) return;
-    FormKayit& kayit = f.session.gFormKayit;
-    kayit.CariID = toLong(rs->value("ID"));
-    kayit.HSTNO = joinText(rs->value("HSTNO"));
-    kayit.Unvan = joinText(rs->value("AD")) + "  " + joinText(rs->value("SOYAD"));
+    FormKayit& record = f.session.gFormKayit;
+    record.CariID = toLong(rs->value("ID"));
+    record.HSTNO = joinText(rs->value("HSTNO"));
+    record.Unvan = joinText(rs->value("AD")) + "  " + joinText(rs->value("SOYAD"));
     f.session.gHSTNO = hstno;
 }
 
@@ -54,8 +54,8 @@ void bindMenuBar(FrmMainVeldona& f) {
     f.mnuEkstre.setToolTip("Müşterinin ekstresini hazırlar");
     f.mnuMektup.onClick = [&f] { showReminderLetters(f.session, {f.Text1.text()}); };
     f.mnuGrafik.setEnabled(f.forms().isKnown("frmGrafik"));
-    f.mnuGrafik.onClick = [&f] { EkranGoster(f.session, "frmGrafik", Kip::Modal); };
-    f.mnuYedekAl.onClick = [&f] { EkranGoster(f.session, "frmYedek", Kip::Modal); };
+    f.mnuGrafik.onClick = [&f] { showScreen(f.session, "frmGrafik", Kip::Modal); };
+    f.mnuYedekAl.onClick = [&f] { showScreen(f.session, "frmYedek", Kip::Modal); };
     f.mnuBugun.onClick = [&f] { openPickedIn(f, "frmBugun"); };
     f.mnuAra.onClick = [&f] { openPickedIn(f, "frmArama"); };
     f.mnuBugun.setToolTip("Bugün aranacak müşterileri ve günün tutarlarını gösterir");
@@ -89,7 +89,7 @@ void cmdSatis_Click(FrmMainVeldona& f) {
     f.session.gFormKayit.Kip = FormModu::Yeni;
     const std::string customer = f.session.gHSTNO;
     const std::int32_t sale = f.session.gISLEMNO;
-    EkranGoster(f.session, "frmSatis", Kip::Modal);
+    showScreen(f.session, "frmSatis", Kip::Modal);
     // Customer and sale on show here have stayed: a plan still to be saved is theirs, not the other screen's.
     f.session.gHSTNO = customer;
     f.session.gISLEMNO = sale;
@@ -108,18 +108,18 @@ void cmdOnlineYardimIste_Click(FrmMainVeldona& f) {
         desktop.dialogs.tell("Yardım programı açılamadı: " + program, Icon::Exclamation);
 }
 
-void KomutlariBagla(FrmMainVeldona& f) {
+void bindCommands(FrmMainVeldona& f) {
     Session& session = f.session;
     bindTo(f, f.cmdSatis, "frmSatis", [&f] { cmdSatis_Click(f); });
     bindTo(f, f.cmdBeklenenTaksitler, "rprbeklenentahsilat",
-           [&f] { openReport(f, "rprbeklenentahsilat", "Beklenen Tahsilar Raporu", RaporKipi::Beklenen); });
+           [&f] { openReport(f, "rprbeklenentahsilat", "Beklenen Tahsilar Raporu", ReportMode::Expected); });
     bindTo(f, f.cmdGunuGecenOdemeler, "rprodemesigecen",
-           [&f] { openReport(f, "rprodemesigecen", "Günü Geçen Ödemeler Raporu", RaporKipi::GunuGecen); });
+           [&f] { openReport(f, "rprodemesigecen", "Günü Geçen Ödemeler Raporu", ReportMode::Overdue); });
     bindTo(f, f.cmdTahsilatListesi, "rptGelirGider",
-           [&session] { EkranGoster(session, "rptGelirGider", Kip::Modal); });
+           [&session] { showScreen(session, "rptGelirGider", Kip::Modal); });
     bindTo(f, f.cmdAntetBilgisi, "frmAntetBilgisi", [&session] {
         FormKayitTemizle(session); // the ID of a customer picked before is no ID of the letterhead
-        EkranGoster(session, "frmAntetBilgisi", Kip::Modal);
+        showScreen(session, "frmAntetBilgisi", Kip::Modal);
     });
     f.cmdOnlineYardimIste.onClick = [&f] { cmdOnlineYardimIste_Click(f); };
     bindMenuBar(f);

@@ -11,6 +11,6 @@ void cmdSatis_Click(FrmMainVeldona& f);
 // Hands the help program beside the executable to the desktop.
 void cmdOnlineYardimIste_Click(FrmMainVeldona& f);
 
-void KomutlariBagla(FrmMainVeldona& f);
+void bindCommands(FrmMainVeldona& f);
 
 } // namespace veldona

@@ -14,10 +14,10 @@ namespace veldona {
 namespace {
 
 // At shown scale.
-struct SozlesmeTutarlari {
-    Currency satis;   // what was sold
-    Currency borc;    // the whole debt
-    Currency pesinat; // the down payment
+struct ContractAmounts {
+    Currency sale;      // what was sold
+    Currency wholeDebt; // the whole debt
+    Currency pesinat;   // the down payment
 };
 
 Currency shown(const FrmMainVeldona& f, const Value& stored) {
@@ -29,8 +29,8 @@ Currency discountOnShow(const FrmMainVeldona& f) {
     return trim(caption).empty() ? Currency{} : toCurrency(caption);
 }
 
-KayitSeti query(FrmMainVeldona& f, const std::string& sql) {
-    KayitSeti rs;
+RecordsetPtr query(FrmMainVeldona& f, const std::string& sql) {
+    RecordsetPtr rs;
     KayitSetiAc(f.session, rs, sql, adodb::CursorLocation::Client);
     return rs;
 }
@@ -41,13 +41,13 @@ void copyRows(FrmMainVeldona& f, adodb::Recordset& rs, const std::string& tablo,
         const Value& amount = rs.value("ODMIKTAR");
         if (amount.isNull() || toDouble(amount) <= 0) continue;
         KayitYapisi rec;
-        rec.Islem = KayitYapisi::Ekle;
+        rec.Islem = KayitYapisi::Add;
         rec.Tablo = tablo;
-        rec.ekle("MUSTNO", rs.value("MUSTNO"));
-        rec.ekle("ISLEMNO", rs.value("ISLEMNO"));
-        rec.ekle("ODTRH", rs.value("ODTRH"));
-        rec.ekle("KALAN", toText(shown(f, amount)));
-        if (named) rec.ekle("AD_SOYAD", "AD_SOYAD"); // the word itself: no name is printed from this table
+        rec.add("MUSTNO", rs.value("MUSTNO"));
+        rec.add("ISLEMNO", rs.value("ISLEMNO"));
+        rec.add("ODTRH", rs.value("ODTRH"));
+        rec.add("KALAN", toText(shown(f, amount)));
+        if (named) rec.add("AD_SOYAD", "AD_SOYAD"); // the word itself: no name is printed from this table
         if (!KayitYaz(f.session, rec)) return;
     }
 }
@@ -60,46 +60,46 @@ void SOZLESME_GECIKEN_YAZ(FrmMainVeldona& f, adodb::Recordset& rs) {
     copyRows(f, rs, "GUNUGECENODM", true);
 }
 
-SozlesmeTutarlari readAmounts(FrmMainVeldona& f, const std::string& islemno) {
-    SozlesmeTutarlari t;
-    const KayitSeti head = query(
+ContractAmounts readAmounts(FrmMainVeldona& f, const std::string& islemno) {
+    ContractAmounts t;
+    const RecordsetPtr head = query(
         f, "SELECT ISLEMNOTABLO.ISLEMNO, ISLEMNOTABLO.TOPBORC, URUNSAT.ODMIKTAR  FROM ISLEMNOTABLO INNER "
            "JOIN URUNSAT  ON ISLEMNOTABLO.ISLEMNO =  URUNSAT.ISLEMNO  WHERE URUNSAT.ISLEMNO=" +
                islemno + " AND PESINAT=1");
     if (!head->eof()) {
-        t.borc = shown(f, head->value("TOPBORC"));
+        t.wholeDebt = shown(f, head->value("TOPBORC"));
         t.pesinat = shown(f, head->value("ODMIKTAR"));
     } else {
-        const KayitSeti plan =
+        const RecordsetPtr plan =
             query(f, "SELECT sum(ODMIKTAR) as TUTAR  FROM  URUNSAT WHERE ISLEMNO = " + islemno);
         if (!plan->eof() && !plan->value("TUTAR").isNull()) {
-            t.borc = shown(f, plan->value("TUTAR"));
-            t.satis = t.borc + discountOnShow(f);
+            t.wholeDebt = shown(f, plan->value("TUTAR"));
+            t.sale = t.wholeDebt + discountOnShow(f);
         }
     }
-    const KayitSeti lines =
+    const RecordsetPtr lines =
         query(f, "SELECT sum(URUNAL.FIYAT* URUNAL.ADET) as TUTAR FROM  URUNAL   INNER JOIN URUNSAT  ON "
                  "URUNAL.ISLEMNO =URUNSAT.ISLEMNO WHERE URUNSAT.ISLEMNO=" +
                      islemno + " AND PESINAT=1");
-    if (!lines->eof() && !lines->value("TUTAR").isNull()) t.satis = shown(f, lines->value("TUTAR"));
+    if (!lines->eof() && !lines->value("TUTAR").isNull()) t.sale = shown(f, lines->value("TUTAR"));
     return t;
 }
 
-void SOZLESME_GENEL_YAZ(FrmMainVeldona& f, const SozlesmeTutarlari& t, const Value& sonTaksit) {
-    const Currency kalan = t.satis - ((t.satis - t.borc) + t.pesinat);
-    KayitYapisi rec = GenelKayit(f.sozlesmeTarafi, "");
+void SOZLESME_GENEL_YAZ(FrmMainVeldona& f, const ContractAmounts& t, const Value& lastInstallment) {
+    const Currency kalan = t.sale - ((t.sale - t.wholeDebt) + t.pesinat);
+    KayitYapisi rec = generalRow(f.contractParty, "");
     // The block of a second party, which nothing fills: its telephone line carries the captions alone.
-    rec.ekle("ALAN_2", "");
-    rec.ekle("ALAN_5", "");
-    rec.ekle("ALAN_7", TelefonMetni("", "", ""));
-    rec.ekle("ACIKLAMA_3", "");
-    rec.ekle("ACIKLAMA_4", "");
-    rec.ekle("ID_1", f.Text5.text());
-    rec.ekle("SAYI_1", toText(t.satis));
-    rec.ekle("SAYI_2", toText(t.borc));
-    rec.ekle("SAYI_3", toText(t.pesinat));
-    rec.ekle("TARIH_1", toText(sonTaksit));
-    rec.ekle("DENEME", YaziyaCevir(format(kalan, kParaMaskesi)));
+    rec.add("ALAN_2", "");
+    rec.add("ALAN_5", "");
+    rec.add("ALAN_7", phoneText("", "", ""));
+    rec.add("ACIKLAMA_3", "");
+    rec.add("ACIKLAMA_4", "");
+    rec.add("ID_1", f.Text5.text());
+    rec.add("SAYI_1", toText(t.sale));
+    rec.add("SAYI_2", toText(t.wholeDebt));
+    rec.add("SAYI_3", toText(t.pesinat));
+    rec.add("TARIH_1", toText(lastInstallment));
+    rec.add("DENEME", YaziyaCevir(format(kalan, kMoneyMask)));
     KayitYaz(f.session, rec);
 }
 
@@ -107,14 +107,14 @@ void SOZLESME_GENEL_YAZ(FrmMainVeldona& f, const SozlesmeTutarlari& t, const Val
 
 void SOZLESME_PLAN_YUKLE(FrmMainVeldona& f, std::int32_t islemno) {
     SqlCalistir(f.session, *f.session.gBaglanti, "Delete from BEKLENENODM ");
-    const KayitSeti rs = query(f, "SELECT * From URUNSAT WHERE ISLEMNO = " + std::to_string(islemno) +
-                                      " AND PESINAT<>1 ORDER BY ODTRH");
+    const RecordsetPtr rs = query(f, "SELECT * From URUNSAT WHERE ISLEMNO = " + std::to_string(islemno) +
+                                         " AND PESINAT<>1 ORDER BY ODTRH");
     SOZLESME_BEKLENEN_YAZ(f, *rs);
 }
 
 void SOZLESME_ODEME_YUKLE(FrmMainVeldona& f, std::int32_t islemno) {
     SqlCalistir(f.session, *f.session.gBaglanti, "Delete from GUNUGECENODM ");
-    const KayitSeti rs =
+    const RecordsetPtr rs =
         query(f, "SELECT * From TAKSITODENEN WHERE ISLEMNO = " + std::to_string(islemno) + " ORDER BY ODTRH");
     SOZLESME_GECIKEN_YAZ(f, *rs);
 }
@@ -122,12 +122,12 @@ void SOZLESME_ODEME_YUKLE(FrmMainVeldona& f, std::int32_t islemno) {
 void SOZLESME_HAZIRLA(FrmMainVeldona& f, std::int32_t islemno) {
     if (islemno <= 0) return;
     SqlCalistir(f.session, *f.session.gBaglanti, "Delete from T_TEMP_GENEL");
-    if (!trim(f.Text1.text()).empty()) TarafOku(f.session, f.Text1.text(), f.sozlesmeTarafi);
-    const SozlesmeTutarlari tutarlar = readAmounts(f, std::to_string(islemno));
+    if (!trim(f.Text1.text()).empty()) readParty(f.session, f.Text1.text(), f.contractParty);
+    const ContractAmounts amounts = readAmounts(f, std::to_string(islemno));
     // A plan without a row has no last day, and the contract no head.
-    const KayitSeti son = query(f, "SELECT MAX(ODTRH) AS TRH FROM BEKLENENODM");
+    const RecordsetPtr son = query(f, "SELECT MAX(ODTRH) AS TRH FROM BEKLENENODM");
     if (son->eof() || son->value("TRH").isNull()) return;
-    SOZLESME_GENEL_YAZ(f, tutarlar, son->value("TRH"));
+    SOZLESME_GENEL_YAZ(f, amounts, son->value("TRH"));
 }
 
 void SOZLESME_INDIRIM_YAZ(FrmMainVeldona& f) {
@@ -136,8 +136,8 @@ void SOZLESME_INDIRIM_YAZ(FrmMainVeldona& f) {
 }
 
 void RaporYazdir(FrmMainVeldona& f) {
-    SablonRaporGoster(f.session, "\\Rapor\\SozlesmeAntetli.rpt",
-                      {.dosyaAdi = "Sözleşme " + trim(f.Text5.text()) + " " + trim(f.Label7.caption())});
+    showTemplateReport(f.session, "\\Rapor\\SozlesmeAntetli.rpt",
+                       {.fileName = "Sözleşme " + trim(f.Text5.text()) + " " + trim(f.Label7.caption())});
 }
 
 void cmdSozlesme_Click(FrmMainVeldona& f) {

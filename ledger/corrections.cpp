@@ -15,57 +15,57 @@ namespace veldona {
 namespace {
 
 // Who wrote the row and when.
-enum class Denetim { Yazilir, Kalir };
+enum class Check { Written, Stays };
 
 // What differs between the twins.
-struct Ikiz {
-    const char* soru;
+struct Twin {
+    const char* question;
     int satir;             // the row patched in both lists
-    std::string eskiTutar; // as the list shows it
-    ArananSatir aranan;
-    Denetim denetim;
+    std::string oldAmount; // as the list shows it
+    SoughtRow sought;
+    Check check;
 };
 
-bool mayFallBelowPaid(FrmMainVeldona& f, Err& err, const Ikiz& ikiz) {
+bool mayFallBelowPaid(FrmMainVeldona& f, Err& err, const Twin& twin) {
     Currency planned, paid; // what does not read leaves 0 here
     resumeNext(
         err,
         [&] {
-            planned = sumOf(f.L5) + toCurrency(f.mskOdenecekMiktar.text()) - amountOrZero(ikiz.eskiTutar);
+            planned = sumOf(f.L5) + toCurrency(f.mskOdenecekMiktar.text()) - amountOrZero(twin.oldAmount);
         },
         [&] { paid = toCurrency(f.Label8.caption()); });
-    return planned >= paid || f.session.desktop.dialogs.confirm(ikiz.soru);
+    return planned >= paid || f.session.desktop.dialogs.confirm(twin.question);
 }
 
-void writeRow(FrmMainVeldona& f, Err& err, const Ikiz& ikiz) {
+void writeRow(FrmMainVeldona& f, Err& err, const Twin& twin) {
     dao::Recordset& rs = *f.rsSatis;
     resumeNext(
         err, [&] { rs.edit(); }, [&] { rs.set("ODTRH", f.dtOdemeTarihi.value()); },
-        [&] { rs.set("ODMIKTAR", ParaOku(f.session, f.mskOdenecekMiktar.text(), {}, ParaKipi::Deger)); });
-    if (ikiz.denetim == Denetim::Yazilir)
+        [&] { rs.set("ODMIKTAR", ParaOku(f.session, f.mskOdenecekMiktar.text(), {}, MoneyMode::Deger)); });
+    if (twin.check == Check::Written)
         resumeNext(
             err, [&] { rs.set("KONTROL_KIM", trim(f.session.gKullanici)); },
             [&] { rs.set("KONTROL_NE_ZAMAN", f.session.desktop.clock.now()); });
     resumeNext(
         err, [&] { rs.update(); },
-        [&] { patchRow(f.L4, f.L5, ikiz.satir, f.dtOdemeTarihi.text(), f.mskOdenecekMiktar.text()); });
+        [&] { patchRow(f.L4, f.L5, twin.satir, f.dtOdemeTarihi.text(), f.mskOdenecekMiktar.text()); });
 }
 
-void correct(FrmMainVeldona& f, Err& err, const Ikiz& ikiz) {
-    if (!mayFallBelowPaid(f, err, ikiz)) return;
+void correct(FrmMainVeldona& f, Err& err, const Twin& twin) {
+    if (!mayFallBelowPaid(f, err, twin)) return;
     bool found = false;
     attempt(err, [&] {
-        f.rsSatis = openForSale(*f.dbMain, "Select * From URUNSAT Order By ODTRH ASC", ikiz.aranan.islemno);
-        found = findRow(*f.rsSatis, ikiz.aranan);
+        f.rsSatis = openForSale(*f.dbMain, "Select * From URUNSAT Order By ODTRH ASC", twin.sought.islemno);
+        found = findRow(*f.rsSatis, twin.sought);
     });
-    if (found) writeRow(f, err, ikiz);
-    attempt(err, [&] { showRemaining(f, kParaMaskesi); });
+    if (found) writeRow(f, err, twin);
+    attempt(err, [&] { showRemaining(f, kMoneyMask); });
     if (err.number != 0) f.session.desktop.dialogs.tell(err.description);
 }
 
 void saveRow(FrmMainVeldona& f) {
-    if (f.DuzeltKaynak == static_cast<std::uint8_t>(DuzeltKaynagi::Tarih)) TAKSIT_DUZELT_TARIH(f);
-    if (f.DuzeltKaynak == static_cast<std::uint8_t>(DuzeltKaynagi::Tutar)) TAKSIT_DUZELT_TUTAR(f);
+    if (f.DuzeltKaynak == static_cast<std::uint8_t>(CorrectionSource::Tarih)) TAKSIT_DUZELT_TARIH(f);
+    if (f.DuzeltKaynak == static_cast<std::uint8_t>(CorrectionSource::Tutar)) TAKSIT_DUZELT_TUTAR(f);
     f.mskOdenecekMiktar.setText("");
     f.L5.setFocus();
     f.fraDuzelt.setVisible(false);
@@ -84,15 +84,15 @@ void mskOdenecekMiktar_KeyUp(FrmMainVeldona& f, const KeyEvent& event) {
 }
 
 // A cheque or a cash-box receipt is not corrected here.
-void openPaymentDialog(FrmMainVeldona& f, DuzeltKaynagi kaynak, int row) {
+void openPaymentDialog(FrmMainVeldona& f, CorrectionSource kaynak, int row) {
     const std::string& mark = f.lstOdemeTip.list(row);
     if (mark == "K" || mark == "Ç") return;
-    DuzeltmeKutusuAc(f, "taksitmustduzelt", {kaynak, row, f.L1.list(row), f.L2.list(row)});
+    openCorrectionBox(f, "taksitmustduzelt", {kaynak, row, f.L1.list(row), f.L2.list(row)});
 }
 
 } // namespace
 
-void fraDuzelt_Ac(FrmMainVeldona& f, int row) {
+void openFraDuzelt(FrmMainVeldona& f, int row) {
     const std::string& amount = f.L5.list(row);
     f.dtOdemeTarihi.setValue(f.L4.list(row));
     f.mskOdenecekMiktar.setText(trim(amount).empty() ? "0" : amount);
@@ -101,7 +101,7 @@ void fraDuzelt_Ac(FrmMainVeldona& f, int row) {
     f.mskOdenecekMiktar.selectAll();
 }
 
-void fraIslemTarihi_Ac(FrmMainVeldona& f) {
+void openFraIslemTarihi(FrmMainVeldona& f) {
     const std::string& date = f.List4.text();
     // A line without a day is given one here.
     f.dtIslemTarihi.setValue(trim(date).empty() ? Value(f.session.desktop.clock.today()) : Value(date));
@@ -118,12 +118,9 @@ void TAKSIT_DUZELT_TARIH(FrmMainVeldona& f) {
     const auto ofAmount = [&](const Value& odmiktar) {
         return shownAmount(f.session, odmiktar).toDouble() == old;
     };
-    correct(f, err,
-            {kTarihSorusu,
-             row,
-             f.L5.list(row),
-             {f.Text5.text(), onDay(f.L4.text()), ofAmount},
-             Denetim::Yazilir});
+    correct(
+        f, err,
+        {kDateQuestion, row, f.L5.list(row), {f.Text5.text(), onDay(f.L4.text()), ofAmount}, Check::Written});
 }
 
 void TAKSIT_DUZELT_TUTAR(FrmMainVeldona& f) {
@@ -134,7 +131,7 @@ void TAKSIT_DUZELT_TUTAR(FrmMainVeldona& f) {
     const auto ofAmount = [&](const Value& odmiktar) { return shownAmount(f.session, odmiktar) == old; };
     correct(
         f, err,
-        {kTutarSorusu, row, f.L5.text(), {f.Text5.text(), onDay(f.L4.list(row)), ofAmount}, Denetim::Kalir});
+        {kAmountQuestion, row, f.L5.text(), {f.Text5.text(), onDay(f.L4.list(row)), ofAmount}, Check::Stays});
 }
 
 void cmdKaydet_Click(FrmMainVeldona& f) {
@@ -175,19 +172,20 @@ void cmdTamam_Click(FrmMainVeldona& f) {
 }
 
 void Command3_Click(FrmMainVeldona& f) {
-    const auto kaynak = static_cast<DuzeltKaynagi>(f.DuzeltKaynak);
-    if (kaynak != DuzeltKaynagi::Tarih && kaynak != DuzeltKaynagi::Tutar) return;
-    const int row = kaynak == DuzeltKaynagi::Tarih ? f.L4.listIndex() : f.L5.listIndex();
+    const auto kaynak = static_cast<CorrectionSource>(f.DuzeltKaynak);
+    if (kaynak != CorrectionSource::Tarih && kaynak != CorrectionSource::Tutar) return;
+    const int row = kaynak == CorrectionSource::Tarih ? f.L4.listIndex() : f.L5.listIndex();
     const std::string& amount = f.L5.list(row);
-    DuzeltmeKutusuAc(f, "taksitodduzelt", {kaynak, row, f.L4.list(row), trim(amount).empty() ? "0" : amount});
+    openCorrectionBox(f, "taksitodduzelt",
+                      {kaynak, row, f.L4.list(row), trim(amount).empty() ? "0" : amount});
 }
 
 void L1_DblClick(FrmMainVeldona& f) {
-    openPaymentDialog(f, DuzeltKaynagi::Tarih, f.L1.listIndex());
+    openPaymentDialog(f, CorrectionSource::Tarih, f.L1.listIndex());
 }
 
 void L2_DblClick(FrmMainVeldona& f) {
-    openPaymentDialog(f, DuzeltKaynagi::Tutar, f.L2.listIndex());
+    openPaymentDialog(f, CorrectionSource::Tutar, f.L2.listIndex());
 }
 
 namespace {
@@ -201,10 +199,10 @@ void onDblClickOrEnter(ListBox& list, const std::function<void()>& open) {
 
 } // namespace
 
-void DuzeltmeleriBagla(FrmMainVeldona& f) {
-    onDblClickOrEnter(f.L4, [&f] { fraDuzelt_Ac(f, f.L4.listIndex()); });
-    onDblClickOrEnter(f.L5, [&f] { fraDuzelt_Ac(f, f.L5.listIndex()); });
-    onDblClickOrEnter(f.List4, [&f] { fraIslemTarihi_Ac(f); });
+void bindCorrections(FrmMainVeldona& f) {
+    onDblClickOrEnter(f.L4, [&f] { openFraDuzelt(f, f.L4.listIndex()); });
+    onDblClickOrEnter(f.L5, [&f] { openFraDuzelt(f, f.L5.listIndex()); });
+    onDblClickOrEnter(f.List4, [&f] { openFraIslemTarihi(f); });
     f.mskOdenecekMiktar.onKeyPress = [&f](KeyPress& press) { mskOdenecekMiktar_KeyPress(f, press); };
     f.mskOdenecekMiktar.onKeyUp = [&f](KeyEvent& event) { mskOdenecekMiktar_KeyUp(f, event); };
     f.cmdKaydet.onClick = [&f] { cmdKaydet_Click(f); };

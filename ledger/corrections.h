@@ -11,8 +11,8 @@
 namespace veldona {
 
 // Opens fraDuzelt on the selected schedule row; fraIslemTarihi on the selected line.
-void fraDuzelt_Ac(FrmMainVeldona& f, int row);
-void fraIslemTarihi_Ac(FrmMainVeldona& f);
+void openFraDuzelt(FrmMainVeldona& f, int row);
+void openFraIslemTarihi(FrmMainVeldona& f);
 
 // Asks where the schedule would fall below what has been paid; No leaves with nothing changed. A failed step
 // is passed over, and the last one's words are shown at the end. Where no row matches nothing is written.
@@ -34,6 +34,6 @@ void L1_DblClick(FrmMainVeldona& f);
 void L2_DblClick(FrmMainVeldona& f);
 
 // Ties the controls of all repairs, deletes included, to their procedures.
-void DuzeltmeleriBagla(FrmMainVeldona& f);
+void bindCorrections(FrmMainVeldona& f);
 
 } // namespace veldona

@@ -11,21 +11,21 @@ namespace veldona {
 
 namespace {
 
-constexpr const char* kSatirSorusu = "Satır Silmek İstediğinizden Eminmisiniz ?";
-constexpr const char* kSatirSeciniz = "Silmek İstediğiniz Satırı Seçiniz";
-constexpr const char* kIslemNoSeciniz = "İşlem No Seçiniz";
+constexpr const char* kRowQuestion = "Satır Silmek İstediğinizden Eminmisiniz ?";
+constexpr const char* kChooseRow = "Silmek İstediğiniz Satırı Seçiniz";
+constexpr const char* kChooseSale = "İşlem No Seçiniz";
 constexpr int kUntilWritten = 1000; // milliseconds before the ledger reads through its own recordsets
 
 // False where the totals of a product could not be moved.
 bool putStockBack(FrmMainVeldona& f, std::int32_t islemno) {
-    KayitSeti rs;
+    RecordsetPtr rs;
     KayitSetiAc(f.session, rs,
                 "SELECT URUNAL.URKOD, Sum(URUNAL.ADET) AS Miktar From URUNAL WHERE (((URUNAL.ISLEMNO) =" +
                     std::to_string(islemno) + "))GROUP BY URUNAL.URKOD",
                 adodb::CursorLocation::Client);
     for (; !rs->eof(); rs->moveNext())
         if (!StokGuncelle(f.session, joinText(rs->value("URKOD")), toInteger(rs->value("Miktar")),
-                          StokHareketi::GeriAlma, StokYonu::Giris))
+                          StockMovement::TakeBack, StockDirection::In))
             return false;
     return true;
 }
@@ -68,7 +68,7 @@ std::optional<std::int32_t> idOf(Err& err, const ListBox& ids, int row) {
 // What is owed for the lines that are left, in the stored form.
 std::string debtLeft(const FrmMainVeldona& f) {
     const Currency debt = sumOf(f.List6) - amountOrZero(f.lblIndirim.caption());
-    return ParaOku(f.session, debt, {}, ParaKipi::Ifade).inStatement();
+    return ParaOku(f.session, debt, {}, MoneyMode::Ifade).inStatement();
 }
 
 } // namespace
@@ -101,11 +101,11 @@ void mnuSatirSil_Click(FrmMainVeldona& f) {
     Dialogs& dialogs = f.session.desktop.dialogs;
     const int sale = f.L3.listIndex();
     const int row = f.List2.listIndex();
-    if (trim(f.Text5.text()).empty()) return dialogs.tell(kIslemNoSeciniz, Icon::Information);
+    if (trim(f.Text5.text()).empty()) return dialogs.tell(kChooseSale, Icon::Information);
     if (f.List2.count() == 1)
         return dialogs.tell("Tek satır olduğu için bu satırı silmemeniz önerilir.", Icon::Information);
-    if (row < 0) return dialogs.tell(kSatirSeciniz, Icon::Exclamation);
-    if (!dialogs.confirmDeleting(kSatirSorusu)) return;
+    if (row < 0) return dialogs.tell(kChooseRow, Icon::Exclamation);
+    if (!dialogs.confirmDeleting(kRowQuestion)) return;
 
     Err err;
     std::string n, debt;
@@ -131,9 +131,9 @@ void mnuYapilacakOdmSatirSil_Click(FrmMainVeldona& f) {
     Dialogs& dialogs = f.session.desktop.dialogs;
     const int sale = f.L3.listIndex();
     const int row = f.L5.listIndex();
-    if (trim(f.Text5.text()).empty()) return dialogs.tell(kIslemNoSeciniz, Icon::Information);
-    if (row < 0) return dialogs.tell(kSatirSeciniz, Icon::Exclamation);
-    if (!dialogs.confirmDeleting(kSatirSorusu)) return;
+    if (trim(f.Text5.text()).empty()) return dialogs.tell(kChooseSale, Icon::Information);
+    if (row < 0) return dialogs.tell(kChooseRow, Icon::Exclamation);
+    if (!dialogs.confirmDeleting(kRowQuestion)) return;
 
     Err passedOver;
     const std::int32_t id = idOf(passedOver, f.lstYapilacakOdmID, row).value_or(0);

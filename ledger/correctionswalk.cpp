@@ -31,10 +31,10 @@ bool findSale(dao::Recordset& rs, const std::string& islemno) {
     return walkTo(rs, [&] { return isOfSale(rs, islemno); });
 }
 
-bool findRow(dao::Recordset& rs, const ArananSatir& aranan) {
+bool findRow(dao::Recordset& rs, const SoughtRow& sought) {
     return walkTo(rs, [&] {
-        return isOfSale(rs, aranan.islemno) && aranan.gunu(rs.value("ODTRH")) &&
-               aranan.tutari(rs.value("ODMIKTAR"));
+        return isOfSale(rs, sought.islemno) && sought.isDay(rs.value("ODTRH")) &&
+               sought.isAmount(rs.value("ODMIKTAR"));
     });
 }
 
@@ -58,7 +58,7 @@ Currency sumOf(const ListBox& amounts) {
 
 void patchRow(ListBox& days, ListBox& amounts, int row, const std::string& day, const std::string& amount) {
     days.setList(row, day);
-    amounts.setList(row, format(amount, kParaMaskesi));
+    amounts.setList(row, format(amount, kMoneyMask));
 }
 
 void showRemaining(FrmMainVeldona& f, const char* mask) {
@@ -66,15 +66,15 @@ void showRemaining(FrmMainVeldona& f, const char* mask) {
     f.Label9.setCaption(format(remaining, mask));
 }
 
-void DuzeltmeKutusuAc(FrmMainVeldona& f, std::string_view kutu, const DuzeltilecekSatir& satir) {
-    Form& form = f.forms().load(kutu);
+void openCorrectionBox(FrmMainVeldona& f, std::string_view box, const RowToCorrect& satir) {
+    Form& form = f.forms().load(box);
     try {
-        dynamic_cast<DuzeltmeKutusu&>(form).al(satir);
+        dynamic_cast<CorrectionBox&>(form).al(satir);
     } catch (const RuntimeError&) {
         f.forms().unload(form); // it has opened the sale of this moment
         throw;
     }
-    EkranGoster(f.session, kutu, Kip::Modal);
+    showScreen(f.session, box, Kip::Modal);
 }
 
 } // namespace veldona

@@ -16,15 +16,15 @@ namespace veldona {
 
 // The question before what is planned falls below what was paid. It is asked in two spellings, one where a
 // correction started from the dates and one where it started from the amounts.
-inline constexpr const char* kTarihSorusu =
+inline constexpr const char* kDateQuestion =
     "ÖDENECEK MİKTAR TOPLAM BORÇTAN FAZLA. İSLEME DEVAM ETMEK İSTİYORMUSUNUZ ?";
-inline constexpr const char* kTutarSorusu =
+inline constexpr const char* kAmountQuestion =
     "ÖDENECEK MİKTAR TOPLAM BORÇTAN FAZLA. İSLEME DEVAM ETMEK İSTİYORMUUSUNUZ ?";
 
-struct ArananSatir {
+struct SoughtRow {
     std::string islemno;
-    std::function<bool(const Value& odtrh)> gunu;
-    std::function<bool(const Value& odmiktar)> tutari;
+    std::function<bool(const Value& odtrh)> isDay;
+    std::function<bool(const Value& odmiktar)> isAmount;
 };
 
 // A table or query, of which only the rows of one sale are read.
@@ -33,7 +33,7 @@ struct ArananSatir {
 // Walks from the first row on, to one of the sale; respectively to one that passes all three tests. False:
 // there is none.
 [[nodiscard]] bool findSale(dao::Recordset& rs, const std::string& islemno);
-[[nodiscard]] bool findRow(dao::Recordset& rs, const ArananSatir& aranan);
+[[nodiscard]] bool findRow(dao::Recordset& rs, const SoughtRow& sought);
 
 // The day of a row, its time left aside, is the one that a list shows.
 [[nodiscard]] std::function<bool(const Value&)> onDay(std::string day);
@@ -51,22 +51,22 @@ void patchRow(ListBox& days, ListBox& amounts, int row, const std::string& day, 
 void showRemaining(FrmMainVeldona& f, const char* mask);
 
 // The list whose row a correction was started from.
-enum class DuzeltKaynagi : std::uint8_t { Yok = 0, Tarih = 1, Tutar = 2 };
+enum class CorrectionSource : std::uint8_t { None = 0, Tarih = 1, Tutar = 2 };
 
 // What a correction dialog is handed. The main screen knows the dialogs only by their names and by this.
-struct DuzeltilecekSatir {
-    DuzeltKaynagi kaynak = DuzeltKaynagi::Yok;
+struct RowToCorrect {
+    CorrectionSource kaynak = CorrectionSource::None;
     int satir = -1;
     std::string gun;
     std::string tutar;
 };
-class DuzeltmeKutusu {
+class CorrectionBox {
 public:
-    virtual ~DuzeltmeKutusu() = default;
-    virtual void al(const DuzeltilecekSatir& satir) = 0;
+    virtual ~CorrectionBox() = default;
+    virtual void al(const RowToCorrect& satir) = 0;
 };
 // Loads the dialog, hands it the row, and shows it until it is closed. A row that it cannot take raises, and
 // nothing is left open.
-void DuzeltmeKutusuAc(FrmMainVeldona& f, std::string_view kutu, const DuzeltilecekSatir& satir);
+void openCorrectionBox(FrmMainVeldona& f, std::string_view box, const RowToCorrect& satir);
 
 } // namespace veldona

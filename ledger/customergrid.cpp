@@ -28,7 +28,7 @@ void CariGoster(FrmMainVeldona& f) {
             return;
         }
     }
-    f.session.desktop.dialogs.tell(KayitDurumu(err));
+    f.session.desktop.dialogs.tell(saveStatus(err));
 }
 
 } // namespace
@@ -64,8 +64,8 @@ std::string SQLWhereHazirla(const FrmMainVeldona& f) {
 void FrmCmdBul(FrmMainVeldona& f) {
     // The system accounts are hidden only while a filter is on.
     const std::string filter = SQLWhereHazirla(f);
-    const std::string sql = kMusteriListesi + std::string(" ") +
-                            (filter.empty() ? std::string() : " WHERE " + (kSistemHesaplariHaric + filter)) +
+    const std::string sql = kCustomerList + std::string(" ") +
+                            (filter.empty() ? std::string() : " WHERE " + (kWithoutSystemAccounts + filter)) +
                             " ORDER BY MUSTKAYIT.AD,MUSTKAYIT.SOYAD ";
     // The screen asks this each time that it comes to the front. The same question again costs nothing as
     // long as nobody has written a customer since.
@@ -73,17 +73,17 @@ void FrmCmdBul(FrmMainVeldona& f) {
         f.rsCari->requery();
         f.grdList.bind(nullptr);
     } else {
-        KayitSeti rs;
+        RecordsetPtr rs;
         KayitSetiAc(f.session, rs, sql, adodb::CursorLocation::Client);
         f.grdList.bind(nullptr);
         f.rsCari = std::move(rs);
     }
-    f.cariSatirlari.follow(f.rsCari.get());
-    f.grdList.bind(&f.cariSatirlari);
+    f.customerRows.follow(f.rsCari.get());
+    f.grdList.bind(&f.customerRows);
 }
 
-void FormGezinme(FrmMainVeldona& f, Gezinme yon) {
-    KayitGez(*f.rsCari, yon);
+void FormGezinme(FrmMainVeldona& f, Navigation yon) {
+    walkRecords(*f.rsCari, yon);
     CariGoster(f);
     f.grdList.refresh();
 }
@@ -112,9 +112,9 @@ void grdList_DblClick(FrmMainVeldona& f) {
     Session& session = f.session;
     if (!f.rsCari || f.rsCari->absolutePosition() == 0) return;
     FormKayitTemizle(session);
-    session.gFormKayit.Kip = FormModu::Gezinme;
+    session.gFormKayit.Kip = FormModu::Navigation;
     session.gFormKayit.KayitID = toLong(f.rsCari->value("ID"));
-    EkranGoster(session, "frmCariEkle", Kip::Modal);
+    showScreen(session, "frmCariEkle", Kip::Modal);
     FormKayitTemizle(session);
 }
 
@@ -122,10 +122,10 @@ void cmdMusteriKaydi_Click(FrmMainVeldona& f) {
     Session& session = f.session;
     FormKayitTemizle(session);
     session.gFormKayit.Kip = FormModu::Yeni;
-    session.gFormKayit.Sonuc = Currency::ofWhole(FormSonucu::Istendi);
-    EkranGoster(session, "frmCariEkle", Kip::Modal);
+    session.gFormKayit.Sonuc = Currency::ofWhole(FormResult::Requested);
+    showScreen(session, "frmCariEkle", Kip::Modal);
     // Cancelled: the customer on show stays. Else the number brings the name as the ledger writes it.
-    if (session.gFormKayit.Sonuc == Currency::ofWhole(FormSonucu::Secildi)) {
+    if (session.gFormKayit.Sonuc == Currency::ofWhole(FormResult::Chosen)) {
         f.Label7.setCaption(session.gFormKayit.Unvan);
         f.Text1.setText(session.gFormKayit.HSTNO);
     }
@@ -136,10 +136,10 @@ void cmdMusteriKaydi_Click(FrmMainVeldona& f) {
 void cmdCariSec_Click(FrmMainVeldona& f) {
     Session& session = f.session;
     FormKayitTemizle(session);
-    EkranGoster(session, "frmCarihesapSec", Kip::Modal);
-    if (session.gFormKayit.Sonuc != Currency::ofWhole(FormSonucu::Secildi)) return;
+    showScreen(session, "frmCarihesapSec", Kip::Modal);
+    if (session.gFormKayit.Sonuc != Currency::ofWhole(FormResult::Chosen)) return;
     blankAccount(f);
-    KayitSeti rs;
+    RecordsetPtr rs;
     KayitSetiAc(session, rs,
                 "SELECT ID,HSTNO  FROM MUSTKAYIT WHERE ID= " + std::to_string(session.gFormKayit.KayitID),
                 adodb::CursorLocation::Client);

@@ -15,7 +15,7 @@ namespace veldona {
 // Asks anew and binds the grid. Where the statement fails the grid keeps its rows and the error goes on.
 void FrmCmdBul(FrmMainVeldona& f);
 // Moves rsCari and loads the customer it comes to.
-void FormGezinme(FrmMainVeldona& f, Gezinme yon);
+void FormGezinme(FrmMainVeldona& f, Navigation yon);
 // Places rsCari on the row of this ID, or on the first where it is not among the rows.
 void GrideGit(FrmMainVeldona& f, double id);
 

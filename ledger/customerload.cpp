@@ -100,7 +100,7 @@ bool ISLEMNUMARALARI_YUKLE(FrmMainVeldona& f) {
     if (!letEventsIntoLoad(f)) return false;
     f.L3.clear(); // a screen that closed meanwhile has filled it
     if (const std::string hstno = trim(f.Text1.text()); !hstno.empty()) {
-        KayitSeti rs;
+        RecordsetPtr rs;
         KayitSetiAc(f.session, rs,
                     "SELECT distinct (ISLEMNO) FROM URUNAL where MUSTNO ='" + hstno +
                         "' ORDER BY ISLEMNO DESC ",

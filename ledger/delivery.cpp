@@ -20,7 +20,7 @@ bool run(FrmMainVeldona& f, const std::string& sql) {
 
 // The stored form of a shown amount, as a statement takes it.
 std::string stored(const FrmMainVeldona& f, const Value& amount) {
-    Value text = ParaOku(f.session, amount, {}, ParaKipi::Deger);
+    Value text = ParaOku(f.session, amount, {}, MoneyMode::Deger);
     return DegerYaz(columntype::kNumber, text);
 }
 
@@ -41,7 +41,7 @@ bool runUntold(FrmMainVeldona& f, const std::string& sql) {
 // The dot of a typed amount is its decimal sign here ("12.50"), unless it can only be a group's ("1.050,00").
 std::string shownAmount(const std::string& typed) {
     const std::string withComma = replaceAll(typed, ".", ",");
-    return format(isNumeric(withComma) ? withComma : typed, kParaMaskesi);
+    return format(isNumeric(withComma) ? withComma : typed, kMoneyMask);
 }
 
 void addToLists(FrmMainVeldona& f) {

@@ -17,8 +17,8 @@ namespace veldona {
 
 namespace {
 
-constexpr const char* kYalnizEkranda = "-1";
-constexpr int kSonSatir = 255;      // the last row that a byte counts to
+constexpr const char* kOnScreenOnly = "-1";
+constexpr int kLastRow = 255;       // the last row that a byte counts to
 constexpr int kUntilWritten = 1000; // milliseconds before the ledger reads through its own recordsets
 
 bool isBlank(const TextBox& box) {
@@ -33,7 +33,7 @@ bool canBuild(const FrmMainVeldona& f) {
 // A count beyond a byte loses its last digit; the caret stays behind the digits.
 void cutCount(FrmMainVeldona& f) {
     std::string text = f.MskTaksitAdedi.text();
-    if (toDouble(text) <= kSonSatir) return;
+    if (toDouble(text) <= kLastRow) return;
     text = left(text, length(text) - 1);
     f.MskTaksitAdedi.setText(text);
     f.MskTaksitAdedi.select(static_cast<int>(length(text)), 0);
@@ -63,13 +63,13 @@ void mergeRow(FrmMainVeldona& f, int row, DateTime due, const std::string& share
     f.L5.setList(row, toText(amount));
     if (!moves) return;
     f.L4.setList(row, toText(due));
-    if (val(f.lstYapilacakOdmID.list(row)) <= 0) f.lstYapilacakOdmID.setList(row, kYalnizEkranda);
+    if (val(f.lstYapilacakOdmID.list(row)) <= 0) f.lstYapilacakOdmID.setList(row, kOnScreenOnly);
 }
 
 void appendRow(FrmMainVeldona& f, DateTime due, const std::string& share) {
     f.L4.add(toText(due));
     f.L5.add(share);
-    f.lstYapilacakOdmID.add(kYalnizEkranda);
+    f.lstYapilacakOdmID.add(kOnScreenOnly);
 }
 
 // Each due date is counted from the start, so that a start on the 31st comes back to it behind February.
@@ -80,7 +80,7 @@ void build(FrmMainVeldona& f, int count, const Pay& pay) {
     const int first = firstRowFrom(f, begin);
     f.PlanBaslangicSatiri = toByte(first);
     if (count == 0 || f.PlanYapildi) return;
-    if (first + count - 1 > kSonSatir) raise(ErrorNumber::Overflow);
+    if (first + count - 1 > kLastRow) raise(ErrorNumber::Overflow);
     for (int no = 0; no < count; ++no) {
         const DateTime due = addMonths(start, no);
         if (f.chkTaksitleri.checked())
@@ -92,14 +92,14 @@ void build(FrmMainVeldona& f, int count, const Pay& pay) {
 }
 
 // Drops what was built before and builds again; the warning of the load would come at each key.
-void rebuild(FrmMainVeldona& f, void (&olustur)(FrmMainVeldona&)) {
+void rebuild(FrmMainVeldona& f, void (&build)(FrmMainVeldona&)) {
     if (!f.YeniDuzen) return;
     Err passedOver;
     f.PlanYapildi = false;
     f.bTaksitKontrol = false;
     bool isNewest = true;
     attempt(passedOver, [&] { isNewest = L3_DblClick(f); });
-    if (isNewest && !isBlank(f.mskBorc)) olustur(f);
+    if (isNewest && !isBlank(f.mskBorc)) build(f);
 }
 
 void closePanel(FrmMainVeldona& f) {
@@ -112,14 +112,14 @@ bool writeRow(FrmMainVeldona& f, int row) {
     const std::string& id = f.lstYapilacakOdmID.list(row);
     KayitYapisi rec;
     rec.Tablo = "URUNSAT";
-    rec.Islem = id == kYalnizEkranda ? KayitYapisi::Ekle : KayitYapisi::Degistir;
-    if (rec.Islem == KayitYapisi::Degistir) rec.Kosul = " ID = " + id;
-    rec.ekle("MUSTNO", f.session.gHSTNO);
-    rec.ekle("ISLEMNO", std::int64_t{f.session.gISLEMNO});
-    rec.ekle("ODTRH", f.L4.list(row));
-    rec.ekle("ODMIKTAR", ParaOku(f.session, f.L5.list(row), {}, ParaKipi::Deger));
-    rec.ekle("KONTROL_KIM", trim(f.session.gKullanici));
-    rec.ekle("KONTROL_NE_ZAMAN", f.session.desktop.clock.now());
+    rec.Islem = id == kOnScreenOnly ? KayitYapisi::Add : KayitYapisi::Change;
+    if (rec.Islem == KayitYapisi::Change) rec.Kosul = " ID = " + id;
+    rec.add("MUSTNO", f.session.gHSTNO);
+    rec.add("ISLEMNO", std::int64_t{f.session.gISLEMNO});
+    rec.add("ODTRH", f.L4.list(row));
+    rec.add("ODMIKTAR", ParaOku(f.session, f.L5.list(row), {}, MoneyMode::Deger));
+    rec.add("KONTROL_KIM", trim(f.session.gKullanici));
+    rec.add("KONTROL_NE_ZAMAN", f.session.desktop.clock.now());
     return KayitYaz(f.session, rec);
 }
 
@@ -171,7 +171,7 @@ void TAKSIT_OLUSTUR_TUTAR(FrmMainVeldona& f) {
         [&] {
             build(f, count, [&](int no) -> std::string {
                 if (no < count - 1) return trim(f.mskTaksitTutari.text());
-                return format(amount + debt - Currency::ofWhole(count) * amount, kParaMaskesi);
+                return format(amount + debt - Currency::ofWhole(count) * amount, kMoneyMask);
             });
         });
 }
@@ -207,7 +207,7 @@ void KALAN_TAKSITLENDIRME(FrmMainVeldona& f) {
     f.lblToplamOdenecek.setCaption(toText(sumOf(f.L5) - sumOf(f.L2)));
 }
 
-void TaksitlendirmeyiBagla(FrmMainVeldona& f) {
+void bindPlan(FrmMainVeldona& f) {
     f.mnuTaksitlendirmeYap.onClick = [&f] { mnuTaksitlendirmeYap_Click(f); };
     f.MskTaksitAdedi.onKeyUp = [&f](KeyEvent&) { MskTaksitAdedi_KeyUp(f); };
     f.mskTaksitTutari.onKeyUp = [&f](KeyEvent&) { mskTaksitTutari_KeyUp(f); };

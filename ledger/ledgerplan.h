@@ -31,6 +31,6 @@ void cmdTaksitVazgec_Click(FrmMainVeldona& f);
 // lblToplamOdenecek: the schedule less the payments, both as listed.
 void KALAN_TAKSITLENDIRME(FrmMainVeldona& f);
 
-void TaksitlendirmeyiBagla(FrmMainVeldona& f);
+void bindPlan(FrmMainVeldona& f);
 
 } // namespace veldona

@@ -90,9 +90,9 @@ void Form_Load(FrmMainVeldona& f) {
     f.bSeciliSatir = 0;
     f.cySeciliTaksit = Currency{};
     TAKSIT_CERCEVE_AYARLA(f);
-    cboKasaDoldur(f);
+    fillCboKasa(f);
     FrmCmdBul(f);
-    SayfalariDoldur(f);
+    fillPages(f);
 }
 
 void Form_Activate(FrmMainVeldona& f) {
@@ -125,7 +125,7 @@ void Form_KeyDown(FrmMainVeldona& f, KeyEvent& event) {
     case Key::Left:
     case Key::Right:
         f.L3.setFocus();
-        FormGezinme(f, event.key == Key::Left ? Gezinme::Onceki : Gezinme::Sonraki);
+        FormGezinme(f, event.key == Key::Left ? Navigation::Previous : Navigation::Next);
         GECIKME_UYARI(f);
         break;
     case Key::Up:

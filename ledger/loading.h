@@ -42,6 +42,6 @@ void L1_Click(FrmMainVeldona& f);
 void L2_Click(FrmMainVeldona& f);
 void L4_Click(FrmMainVeldona& f);
 void L5_Click(FrmMainVeldona& f);
-void SatirListesi_Click(FrmMainVeldona& f, int row);
+void rowList_Click(FrmMainVeldona& f, int row);
 
 } // namespace veldona

@@ -65,7 +65,7 @@ void setProperties(FrmMainVeldona& f) {
     f.chkTaksitAdetGir.setToolTip(
         "Taksitleri Tutar Girerekmi Yoksa Taksit Adedi Girerekmi Oluşturacağınızı Seçersiniz.");
 
-    f.grdList.setColumns(MusteriSutunlari());
+    f.grdList.setColumns(customerListColumns());
 }
 
 // Commands whose screens and procedures the program does not have: they are seen, and cannot be pressed.
@@ -100,7 +100,7 @@ void bindCustomerEvents(FrmMainVeldona& f) {
     f.lbluyari.onClick = [&f] { lbluyari_Click(f); };
     f.tmrUyari.onTimer = [&f] { tmrUyari_Timer(f); };
     f.Command6.onClick = [&f] { Command6_Click(f); };
-    f.lblYedek.onClick = [&f] { EkranGoster(f.session, "frmYedek", Kip::Modal); };
+    f.lblYedek.onClick = [&f] { showScreen(f.session, "frmYedek", Kip::Modal); };
 }
 
 void bindLedgerEvents(FrmMainVeldona& f) {
@@ -114,7 +114,7 @@ void bindLedgerEvents(FrmMainVeldona& f) {
     f.L4.onClick = [&f] { L4_Click(f); };
     f.L5.onClick = [&f] { L5_Click(f); };
     for (ListBox* list : {&f.List1, &f.List2, &f.List4})
-        list->onClick = [&f, list] { SatirListesi_Click(f, list->listIndex()); };
+        list->onClick = [&f, list] { rowList_Click(f, list->listIndex()); };
     f.Command1.onClick = [&f] { Command1_Click(f); };
     f.cboKasa.onChange = [&f] { cboKasa_Change(f); };
     f.cboKasa.onClick = [&f] { cboKasa_Click(f); };
@@ -145,10 +145,10 @@ FrmMainVeldona::FrmMainVeldona(Forms& forms, Session& itsSession)
     bindCustomerEvents(*this);
     bindLedgerEvents(*this);
     bindDelivery(*this);
-    DuzeltmeleriBagla(*this);
-    TaksitlendirmeyiBagla(*this);
-    KomutlariBagla(*this);
-    DurumuBagla(*this);
+    bindCorrections(*this);
+    bindPlan(*this);
+    bindCommands(*this);
+    bindState(*this);
     onLoad = [this] { Form_Load(*this); };
     onActivate = [this] { Form_Activate(*this); };
     onUnload = [this] { Form_Unload(*this); };

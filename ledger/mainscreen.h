@@ -22,11 +22,11 @@
 namespace veldona {
 
 // One sale of the overdue warning: what fell due in the range against all that was paid.
-struct GecikmeSatisi {
+struct OverdueSale {
     std::string MUSTNO;
     std::int32_t ISLEMNO = 0;
-    StoredAmount OdenmesiGereken;
-    StoredAmount Odenen;
+    StoredAmount Due;
+    StoredAmount Paid;
     StoredAmount Kalan;
     Value ODEME_TARIHI;
     Value MIN_ODEME_TARIHI;
@@ -206,7 +206,7 @@ struct FrmMainVeldona : Form {
     std::optional<dao::Recordset> rsOdenen, rsAlinan, rsMusteri, rsSatis, rsOdenen2, rsOdenen3;
     std::unique_ptr<adodb::Recordset> rsCari; // the customers of the grid
     std::unique_ptr<adodb::Recordset> rsBul;  // the last look-up
-    RecordsetRows cariSatirlari;              // what the grid shows of rsCari
+    RecordsetRows customerRows;               // what the grid shows of rsCari
     std::string m_Uyari;                      // the customer's UYARI
     double m_CariID = 0;                      // MUSTKAYIT.ID
     bool bYeniKayit = false;
@@ -215,8 +215,8 @@ struct FrmMainVeldona : Form {
     Currency cySeciliTaksit;       // and their sum
     Currency cyOdenen;
     Currency cyTaksit;
-    Currency cyMusteriBakiye;      // schedule less payments, over all sales of the customer
-    TarafMetinleri sozlesmeTarafi; // the customer of the contract; one who is not found leaves it as it was
+    Currency cyMusteriBakiye; // schedule less payments, over all sales of the customer
+    PartyTexts contractParty; // the customer of the contract; one who is not found leaves it as it was
     bool bTaksitKontrol = true;
     std::uint8_t DuzeltKaynak = 0;        // which schedule list was clicked last: 1 dates, 2 amounts
     bool PlanYapildi = false;             // the lists show a plan that is not saved
@@ -228,8 +228,8 @@ struct FrmMainVeldona : Form {
     DateTime knownDay;      // the day on which the quiet lines were last brought up to date
     DateTime dayOfChoosing; // that on which DTPicker1 was set
     unsigned loadsRun = 0;  // loads of sale numbers and of a sale that came to their end
-    std::vector<GecikmeSatisi> gecikmeler;
-    Currency gecikmeToplami; // what is overdue over all of them
+    std::vector<OverdueSale> overdueSales;
+    Currency overdueTotal; // what is overdue over all of them
 };
 
 // The factory for the registry.

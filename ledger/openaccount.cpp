@@ -32,10 +32,10 @@ void openSelectedSale(FrmMainVeldona& f) {
 
 void openPickedIn(FrmMainVeldona& f, const char* screen) {
     FormKayitTemizle(f.session);
-    EkranGoster(f.session, screen, Kip::Modal);
+    showScreen(f.session, screen, Kip::Modal);
     const FormKayit picked = f.session.gFormKayit;
     FormKayitTemizle(f.session);
-    if (picked.Sonuc == Currency::ofWhole(FormSonucu::Secildi)) openAccount(f, picked.HSTNO, picked.KayitID);
+    if (picked.Sonuc == Currency::ofWhole(FormResult::Chosen)) openAccount(f, picked.HSTNO, picked.KayitID);
 }
 
 } // namespace veldona

@@ -11,9 +11,9 @@ namespace {
 
 std::string dateFilter(const FrmMainVeldona& f) {
     const DateTime end = toDate(f.dtRaporTarihiSon.value());
-    if (f.dtRaporTarihi.value().isNull()) return " WHERE ODTRH <=   " + TarihSabiti(end, kGunSonu);
+    if (f.dtRaporTarihi.value().isNull()) return " WHERE ODTRH <=   " + dateLiteral(end, kDayEnd);
     const DateTime start = toDate(f.dtRaporTarihi.value());
-    return " WHERE ODTRH >= " + TarihSabiti(start, kGunBasi) + " And  ODTRH <" + TarihSabiti(end, kGunSonu);
+    return " WHERE ODTRH >= " + dateLiteral(start, kDayBegin) + " And  ODTRH <" + dateLiteral(end, kDayEnd);
 }
 
 StoredAmount sumOf(const adodb::Recordset& rs, const char* field) {
@@ -32,7 +32,7 @@ StoredAmount otherReceipts(const FrmMainVeldona& f) {
 }
 
 StoredAmount paidFor(FrmMainVeldona& f, std::int32_t islemno) {
-    KayitSeti rs;
+    RecordsetPtr rs;
     KayitSetiAc(f.session, rs,
                 "SELECT  MUSTNO,ISLEMNO,SUM(ODMIKTAR) as OdenenPara From TAKSITODENEN  WHERE MUSTNO = '" +
                     f.Text1.text() + "' And ISLEMNO=" + std::to_string(islemno) + " GROUP BY MUSTNO,ISLEMNO",
@@ -41,35 +41,35 @@ StoredAmount paidFor(FrmMainVeldona& f, std::int32_t islemno) {
 }
 
 void collectSales(FrmMainVeldona& f) {
-    KayitSeti rs;
+    RecordsetPtr rs;
     KayitSetiAc(f.session, rs,
                 "SELECT  MUSTNO,ISLEMNO,SUM(ODMIKTAR) as OdenmesiGerekenPara ,MAX(ODTRH) As ODEME_TARIHI   "
                 ",MIN(ODTRH) As MIN_ODEME_TARIHI FROM URUNSAT " +
                     dateFilter(f) + " AND MUSTNO = '" + f.Text1.text() + "' GROUP BY MUSTNO,ISLEMNO",
                 adodb::CursorLocation::Client);
     if (rs->eof()) return;
-    KayitSeti cari;
-    KayitSetiAc(f.session, cari, "Select AD,SOYAD from MUSTKAYIT where HSTNO='" + f.Text1.text() + "'",
+    RecordsetPtr customer;
+    KayitSetiAc(f.session, customer, "Select AD,SOYAD from MUSTKAYIT where HSTNO='" + f.Text1.text() + "'",
                 adodb::CursorLocation::Client);
-    const std::string ad = cari->eof() ? "" : joinText(cari->value("AD"));
-    const std::string soyad = cari->eof() ? "" : joinText(cari->value("SOYAD"));
+    const std::string ad = customer->eof() ? "" : joinText(customer->value("AD"));
+    const std::string soyad = customer->eof() ? "" : joinText(customer->value("SOYAD"));
     for (; !rs->eof(); rs->moveNext()) {
-        GecikmeSatisi sale;
+        OverdueSale sale;
         sale.MUSTNO = joinText(rs->value("MUSTNO"));
         sale.ISLEMNO = toLong(rs->value("ISLEMNO"));
-        sale.OdenmesiGereken = sumOf(*rs, "OdenmesiGerekenPara");
-        sale.Odenen = paidFor(f, sale.ISLEMNO) + otherReceipts(f);
-        sale.Kalan = sale.OdenmesiGereken - sale.Odenen;
+        sale.Due = sumOf(*rs, "OdenmesiGerekenPara");
+        sale.Paid = paidFor(f, sale.ISLEMNO) + otherReceipts(f);
+        sale.Kalan = sale.Due - sale.Paid;
         sale.ODEME_TARIHI = rs->value("ODEME_TARIHI");
         sale.MIN_ODEME_TARIHI = rs->value("MIN_ODEME_TARIHI");
         sale.AD = ad;
         sale.SOYAD = soyad;
-        f.gecikmeler.push_back(std::move(sale));
+        f.overdueSales.push_back(std::move(sale));
     }
 }
 
 double sumForCustomer(FrmMainVeldona& f, const std::string& sql, const char* alias) {
-    KayitSeti rs;
+    RecordsetPtr rs;
     KayitSetiAc(f.session, rs, sql, adodb::CursorLocation::Client);
     return rs->eof() || rs->value(alias).isNull() ? 0 : toDouble(rs->value(alias));
 }
@@ -77,19 +77,19 @@ double sumForCustomer(FrmMainVeldona& f, const std::string& sql, const char* ali
 } // namespace
 
 void GECIKME_UYARI(FrmMainVeldona& f) {
-    f.gecikmeToplami = Currency{};
+    f.overdueTotal = Currency{};
     f.dtRaporTarihiSon.setValue(f.session.desktop.clock.today());
     if (f.dtRaporTarihi.value().isNull() && f.dtRaporTarihiSon.value().isNull()) {
         f.session.desktop.dialogs.tell(" Tarih Aralığı Seçmelisiniz ");
         return;
     }
     if (trim(f.Text1.text()).empty()) return;
-    f.gecikmeler.clear();
+    f.overdueSales.clear();
     collectSales(f);
-    for (const GecikmeSatisi& sale : f.gecikmeler)
-        if (sale.Kalan > StoredAmount{}) f.gecikmeToplami += sale.Kalan.working();
-    const bool overdue = f.gecikmeToplami > Currency{};
-    if (overdue) f.lblVadeFarki.setCaption(toText(f.gecikmeToplami) + " YTL Günü Geçen Ödeme Var ");
+    for (const OverdueSale& sale : f.overdueSales)
+        if (sale.Kalan > StoredAmount{}) f.overdueTotal += sale.Kalan.working();
+    const bool overdue = f.overdueTotal > Currency{};
+    if (overdue) f.lblVadeFarki.setCaption(toText(f.overdueTotal) + " YTL Günü Geçen Ödeme Var ");
     f.lblVadeFarki.setVisible(overdue);
 }
 
@@ -110,7 +110,7 @@ void MUSTERI_BAKIYE(FrmMainVeldona& f) {
 }
 
 bool GRUP_KONTROL(FrmMainVeldona& f) {
-    KayitSeti rs;
+    RecordsetPtr rs;
     KayitSetiAc(
         f.session, rs,
         "SELECT GRUPLAR.GRUP_KOD, MUSTKAYIT.GURUP_ID, MUSTKAYIT.HSTNO  FROM GRUPLAR INNER JOIN MUSTKAYIT "

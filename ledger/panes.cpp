@@ -27,7 +27,7 @@ std::string escaped(const std::string& text) {
 }
 
 std::string letterhead(Session& session) {
-    KayitSeti rs;
+    RecordsetPtr rs;
     KayitSetiAc(session, rs, "SELECT GIRIS,FIRMA,ADRES,TELEFON,GSM,WEB,MAIL FROM FIRMABILGISI",
                 adodb::CursorLocation::Client);
     if (rs->eof()) return {};
@@ -40,7 +40,7 @@ std::string letterhead(Session& session) {
 
 } // namespace
 
-void SayfalariDoldur(FrmMainVeldona& f) {
+void fillPages(FrmMainVeldona& f) {
     f.WebBrowser1.setHtml(kHelp);
     f.WebBrowser2.setHtml(letterhead(f.session));
 }

@@ -5,6 +5,6 @@
 
 namespace veldona {
 
-void SayfalariDoldur(FrmMainVeldona& f);
+void fillPages(FrmMainVeldona& f);
 
 } // namespace veldona

@@ -23,13 +23,13 @@ std::string joinedByBlank(const adodb::Recordset& rs, std::initializer_list<cons
 
 } // namespace
 
-std::string TelefonMetni(const std::string& ev, const std::string& is, const std::string& gsm) {
-    return "EvTel : " + left(ev, kNumberLength) + "    IsTel : " + left(is, kNumberLength) +
+std::string phoneText(const std::string& home, const std::string& is, const std::string& gsm) {
+    return "EvTel : " + left(home, kNumberLength) + "    IsTel : " + left(is, kNumberLength) +
            "    GSM : " + left(gsm, kNumberLength);
 }
 
-bool TarafOku(Session& session, const std::string& hstno, TarafMetinleri& taraf) {
-    KayitSeti rs;
+bool readParty(Session& session, const std::string& hstno, PartyTexts& party) {
+    RecordsetPtr rs;
     KayitSetiAc(
         session, rs,
         "SELECT HSTNO,AD,SOYAD,EVTEL,GSM,ISTEL,EVMH,EVCD,EVAPT,EVILCE,EVIL,  ISMH,ISCD,ISAPT,ISILCE,ISIL "
@@ -38,25 +38,25 @@ bool TarafOku(Session& session, const std::string& hstno, TarafMetinleri& taraf)
         adodb::CursorLocation::Client);
     if (rs->eof()) return false;
     const auto text = [&](const char* field) { return joinText(rs->value(field)); };
-    taraf.HSTNO = text("HSTNO");
-    taraf.adSoyad = text("AD") + " " + text("SOYAD");
-    taraf.telefonlar = TelefonMetni(text("EVTEL"), text("ISTEL"), text("GSM"));
-    taraf.evAdresi = joinedByBlank(*rs, {"EVMH", "EVCD", "EVAPT", "EVILCE", "EVIL"});
-    taraf.isAdresi = joinedByBlank(*rs, {"ISMH", "ISCD", "ISAPT", "ISILCE", "ISIL"});
-    taraf.evIlceIl = joinedByBlank(*rs, {"EVILCE", "EVIL"});
+    party.HSTNO = text("HSTNO");
+    party.fullName = text("AD") + " " + text("SOYAD");
+    party.phones = phoneText(text("EVTEL"), text("ISTEL"), text("GSM"));
+    party.homeAddress = joinedByBlank(*rs, {"EVMH", "EVCD", "EVAPT", "EVILCE", "EVIL"});
+    party.workAddress = joinedByBlank(*rs, {"ISMH", "ISCD", "ISAPT", "ISILCE", "ISIL"});
+    party.homeTown = joinedByBlank(*rs, {"EVILCE", "EVIL"});
     return true;
 }
 
-KayitYapisi GenelKayit(const TarafMetinleri& taraf, const std::string& alan8) {
+KayitYapisi generalRow(const PartyTexts& party, const std::string& alan8) {
     KayitYapisi rec;
-    rec.Islem = KayitYapisi::Ekle;
+    rec.Islem = KayitYapisi::Add;
     rec.Tablo = "T_TEMP_GENEL";
-    rec.ekle("ALAN_1", taraf.HSTNO);
-    rec.ekle("ALAN_4", taraf.adSoyad);
-    rec.ekle("ALAN_6", taraf.telefonlar);
-    rec.ekle("ALAN_8", alan8);
-    rec.ekle("ACIKLAMA_1", taraf.evAdresi);
-    rec.ekle("ACIKLAMA_2", taraf.isAdresi);
+    rec.add("ALAN_1", party.HSTNO);
+    rec.add("ALAN_4", party.fullName);
+    rec.add("ALAN_6", party.phones);
+    rec.add("ALAN_8", alan8);
+    rec.add("ACIKLAMA_1", party.homeAddress);
+    rec.add("ACIKLAMA_2", party.workAddress);
     return rec;
 }
 

@@ -16,7 +16,7 @@ namespace {
 constexpr const char* kListDate = "DD/MM/YYYY";
 
 // The load from the list leaves out rows without an amount, the load by number those without a date.
-enum class Yol { Yakin, Uzak };
+enum class Route { Near, Remote };
 
 dao::Database openBooks(FrmMainVeldona& f) {
     return f.session.dbEngine.openDatabase(f.session.gVeritabaniYolu, f.session.connectText());
@@ -31,31 +31,31 @@ bool isOfSale(const FrmMainVeldona& f, dao::Recordset& rs, const std::string& is
     return joinText(rs.value("MUSTNO")) == f.Text1.text() && joinText(rs.value("ISLEMNO")) == islemno;
 }
 
-bool isPassedOver(dao::Recordset& rs, Yol yol, bool schedule) {
-    if (yol == Yol::Uzak) return rs.value("ODTRH").isNull();
+bool isPassedOver(dao::Recordset& rs, Route route, bool schedule) {
+    if (route == Route::Remote) return rs.value("ODTRH").isNull();
     if (!schedule) return false;
     const Value amount = rs.value("ODMIKTAR");
     return amount.isNull() || toDouble(amount) == 0;
 }
 
-void fillSchedule(FrmMainVeldona& f, const std::string& islemno, Yol yol) {
+void fillSchedule(FrmMainVeldona& f, const std::string& islemno, Route route) {
     for (ListBox* list : {&f.L4, &f.L5, &f.lstYapilacakOdmID})
         list->clear();
     if (islemno.empty()) return;
     for (; !f.rsSatis->eof(); f.rsSatis->moveNext()) {
-        if (!isOfSale(f, *f.rsSatis, islemno) || isPassedOver(*f.rsSatis, yol, true)) continue;
+        if (!isOfSale(f, *f.rsSatis, islemno) || isPassedOver(*f.rsSatis, route, true)) continue;
         f.L4.add(format(f.rsSatis->value("ODTRH"), kListDate));
         f.lstYapilacakOdmID.add(joinText(f.rsSatis->value("ID")));
         f.L5.add(ParaGoster(f.session, storedIn(f.rsSatis->value("ODMIKTAR"))));
     }
 }
 
-void fillPayments(FrmMainVeldona& f, const std::string& islemno, Yol yol) {
+void fillPayments(FrmMainVeldona& f, const std::string& islemno, Route route) {
     for (ListBox* list : {&f.L1, &f.L2, &f.lstOdemeTip})
         list->clear();
     if (islemno.empty()) return;
     for (; !f.rsOdenen->eof(); f.rsOdenen->moveNext()) {
-        if (!isOfSale(f, *f.rsOdenen, islemno) || isPassedOver(*f.rsOdenen, yol, false)) continue;
+        if (!isOfSale(f, *f.rsOdenen, islemno) || isPassedOver(*f.rsOdenen, route, false)) continue;
         f.L1.add(format(f.rsOdenen->value("ODTRH"), kListDate));
         f.lstOdemeTip.add("T");
         f.L2.add(ParaGoster(f.session, storedIn(f.rsOdenen->value("ODMIKTAR"))));
@@ -148,8 +148,8 @@ bool YAKIN_CAGIR(FrmMainVeldona& f) {
     if (!islemno.empty()) attempt(passedOver, [&] { f.session.gISLEMNO = toLong(islemno); });
     CAGIR(f);
     resumeNext(
-        passedOver, [&] { fillSchedule(f, islemno, Yol::Yakin); },
-        [&] { fillPayments(f, islemno, Yol::Yakin); });
+        passedOver, [&] { fillSchedule(f, islemno, Route::Near); },
+        [&] { fillPayments(f, islemno, Route::Near); });
     Value indirim;
     Value topborc;
     bool found = true; // nothing is selected: nothing to look for, and the balances become 0
@@ -168,8 +168,8 @@ void UZAK_CAGIR(FrmMainVeldona& f) {
     f.Text5.setText(islemno);
     UZAK_ICIN_CAGIR(f);
     resumeNext(
-        passedOver, [&] { fillSchedule(f, islemno, Yol::Uzak); },
-        [&] { fillPayments(f, islemno, Yol::Uzak); });
+        passedOver, [&] { fillSchedule(f, islemno, Route::Remote); },
+        [&] { fillPayments(f, islemno, Route::Remote); });
     Value indirim;
     Value topborc;
     bool found = true;
@@ -185,7 +185,7 @@ void showHeader(FrmMainVeldona& f) {
     f.txtOdemeTipi.setText("");
     f.txtAciklama.setText("");
     if (f.Text5.text().empty()) return;
-    KayitSeti rs;
+    RecordsetPtr rs;
     KayitSetiAc(f.session, rs,
                 "SELECT ISLEMNO,ODEME_TIPI,ACIKLAMA,TESLIMAT_TRH,TESLIM_EDILEN_TRH FROM ISLEMNOTABLO "
                 "WHERE ISLEMNO= " +

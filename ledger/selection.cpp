@@ -41,7 +41,7 @@ void L5_Click(FrmMainVeldona& f) {
     proposeAmount(f, f.L5.listIndex());
 }
 
-void SatirListesi_Click(FrmMainVeldona& f, int row) {
+void rowList_Click(FrmMainVeldona& f, int row) {
     follow({&f.lstID, &f.List1, &f.List2, &f.List3, &f.List4, &f.List5, &f.List6, &f.List7}, row);
 }
 

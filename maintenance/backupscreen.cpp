@@ -29,22 +29,22 @@ std::string freeRoom(FrmYedek& f, const std::string& folder) {
 
 // -1: not in the list.
 int placeOf(const FrmYedek& f, const std::string& folder) {
-    const auto found = std::ranges::find_if(f.klasorler, [&](const std::string& known) {
+    const auto found = std::ranges::find_if(f.shownFolders, [&](const std::string& known) {
         std::error_code unreachable;
         return known == folder || fs::equivalent(known, folder, unreachable);
     });
-    return found == f.klasorler.end() ? -1 : static_cast<int>(found - f.klasorler.begin());
+    return found == f.shownFolders.end() ? -1 : static_cast<int>(found - f.shownFolders.begin());
 }
 
 void addPlace(FrmYedek& f, const std::string& name, const std::string& folder) {
     if (placeOf(f, folder) >= 0) return;
-    f.klasorler.push_back(folder);
+    f.shownFolders.push_back(folder);
     f.lstYer.add(name + freeRoom(f, folder));
 }
 
 void choosePlace(FrmYedek& f, int row) {
     if (f.lstYer.listIndex() != row) f.lstYer.setListIndex(row);
-    f.lblKlasor.setCaption(row < 0 ? "" : "Klasör: " + f.klasorler[static_cast<std::size_t>(row)]);
+    f.lblKlasor.setCaption(row < 0 ? "" : "Klasör: " + f.shownFolders[static_cast<std::size_t>(row)]);
 }
 
 // Where the last backup went, as long as it can be reached, else the usual folder.
@@ -67,8 +67,8 @@ void fillPlaces(FrmYedek& f) {
 
 void cmdBaskaKlasor_Click(FrmYedek& f) {
     const int row = std::max(f.lstYer.listIndex(), 0);
-    const auto folder =
-        f.session.desktop.dialogs.folder("Yedek klasörünü seçin", f.klasorler[static_cast<std::size_t>(row)]);
+    const auto folder = f.session.desktop.dialogs.folder("Yedek klasörünü seçin",
+                                                         f.shownFolders[static_cast<std::size_t>(row)]);
     if (!folder) return;
     std::error_code failed;
     if (!fs::is_directory(*folder, failed))
@@ -129,7 +129,7 @@ void cmdYedekAl_Click(FrmYedek& f) {
     const int row = f.lstYer.listIndex();
     if (row < 0) return f.session.desktop.dialogs.tell("Yedeğin gideceği yeri seçin.", Icon::Exclamation);
     const DateTime now = f.session.desktop.clock.now();
-    const auto taken = takeInto(f, f.klasorler[static_cast<std::size_t>(row)], now);
+    const auto taken = takeInto(f, f.shownFolders[static_cast<std::size_t>(row)], now);
     if (!taken) return;
     f.session.desktop.dialogs.tell(describe(*taken, now),
                                    taken->newer ? Icon::Exclamation : Icon::Information);

@@ -25,7 +25,7 @@ struct FrmYedek : Form {
     CommandButton cmdYedekAl{*this, "cmdYedekAl", "Yedek Al"};
     CommandButton cmdCikis{*this, "cmdCikis", "Çıkış"};
 
-    std::vector<std::string> klasorler; // of the rows of lstYer
+    std::vector<std::string> shownFolders; // of the rows of lstYer
 };
 
 [[nodiscard]] std::unique_ptr<Form> makeFrmYedek(Forms& forms, Session& session);

@@ -49,32 +49,32 @@ void showRecord(FrmAntetBilgisi& f) {
         for (const auto& [column, box] : fields(f))
             box->setText(trim(joinText(f.rs->value(column))));
     });
-    f.lblDurum.setCaption(err.number == 0 ? "" : KayitDurumu(err));
+    f.lblDurum.setCaption(err.number == 0 ? "" : saveStatus(err));
 }
 
 bool writeRecord(FrmAntetBilgisi& f) {
     KayitYapisi rec;
-    rec.Islem = KayitYapisi::Degistir;
+    rec.Islem = KayitYapisi::Change;
     rec.Tablo = f.tablo;
     rec.Kosul = " ID = " + toText(f.kayitID);
     for (const auto& [column, box] : fields(f))
-        rec.ekle(column, trim(box->text()));
-    rec.ekle("DEGER", "1");
+        rec.add(column, trim(box->text()));
+    rec.add("DEGER", "1");
     return KayitYaz(f.session, rec);
 }
 
 // The first use ends here; later the main screen stands behind this one, which gives way to it.
 void showMainScreen(FrmAntetBilgisi& f) {
-    KayitSeti rs;
+    RecordsetPtr rs;
     KayitSetiAc(f.session, rs, "SELECT DEGER FROM  FIRMABILGISI", adodb::CursorLocation::Client);
     if (rs->eof() || joinText(rs->value("DEGER")) != "1") return;
-    if (!FormAcikMi(f.forms(), "frmMainVeldona")) EkranGoster(f.session, "frmMainVeldona", Kip::Modeless);
+    if (!FormAcikMi(f.forms(), "frmMainVeldona")) showScreen(f.session, "frmMainVeldona", Kip::Modeless);
     f.forms().unload(f);
 }
 
 void cmdKaydet_Click(FrmAntetBilgisi& f) {
     IsaretGoster(f, false);
-    const bool saved = IslemIcinde(f.session, [&] { return writeRecord(f); });
+    const bool saved = inTransaction(f.session, [&] { return writeRecord(f); });
     if (saved) {
         loadRecord(f);
         showRecord(f);
@@ -89,7 +89,7 @@ FrmAntetBilgisi::FrmAntetBilgisi(Forms& itsForms, Session& itsSession)
     : Form(itsForms, "frmAntetBilgisi", "Antet Bilgisi"), session(itsSession) {
     place(fraZorunlu, {&txtUnvan, &txtAdres, &txtFirmaAdi, &txtTel});
     place(fraDiger, {&txtYetkili1, &txtFax1, &txtFax2, &txtGSM, &txtGSM2, &txtWeb, &txtMail});
-    OdakIsaretle(*this);
+    markFocus(*this);
     onLoad = [this] {
         lbluyari.setCaption(kNotice);
         kayitID = session.gFormKayit.KayitID;

@@ -36,7 +36,7 @@ struct FrmAntetBilgisi : Form {
     Label lblDurum{*this, "lblDurum"};
 
     std::string tablo = "FIRMABILGISI";
-    KayitSeti rs;
+    RecordsetPtr rs;
     double kayitID = 0;
 };
 

@@ -13,11 +13,11 @@ namespace veldona {
 namespace {
 
 // What differs between the two buttons that save.
-struct Ikiz {
-    const char* soru;
+struct Twin {
+    const char* question;
     int satir;
     std::string gun;
-    std::string eskiTutar;
+    std::string oldAmount;
 };
 
 void Form_Load(TaksitMustDuzelt& f) {
@@ -37,15 +37,15 @@ bool findPayment(TaksitMustDuzelt& f, const FrmMainVeldona& ledger, const std::s
 }
 
 void refreshLedger(FrmMainVeldona& ledger) {
-    ledger.Label8.setCaption(format(sumOf(ledger.L2), kParaMaskesi));
-    showRemaining(ledger, kParaMaskesi);
+    ledger.Label8.setCaption(format(sumOf(ledger.L2), kMoneyMask));
+    showRemaining(ledger, kMoneyMask);
     GECIKEN_ODM(ledger);
     GECIKME_UYARI(ledger);
 }
 
-bool mayExceedDebt(TaksitMustDuzelt& f, const FrmMainVeldona& ledger, const Ikiz& ikiz) {
-    const Currency paid = sumOf(ledger.L2) + toCurrency(f.Text1.text()) - amountOrZero(ikiz.eskiTutar);
-    return paid <= toCurrency(ledger.Label11.caption()) || f.session.desktop.dialogs.confirm(ikiz.soru);
+bool mayExceedDebt(TaksitMustDuzelt& f, const FrmMainVeldona& ledger, const Twin& twin) {
+    const Currency paid = sumOf(ledger.L2) + toCurrency(f.Text1.text()) - amountOrZero(twin.oldAmount);
+    return paid <= toCurrency(ledger.Label11.caption()) || f.session.desktop.dialogs.confirm(twin.question);
 }
 
 void writePayment(TaksitMustDuzelt& f) {
@@ -53,18 +53,18 @@ void writePayment(TaksitMustDuzelt& f) {
     const DateTime now = f.session.desktop.clock.now();
     rs.edit();
     rs.set("ODTRH", f.DTPicker1.text() + " " + format(now, "hh:mm:ss"));
-    rs.set("ODMIKTAR", ParaOku(f.session, f.Text1.text(), {}, ParaKipi::Deger));
+    rs.set("ODMIKTAR", ParaOku(f.session, f.Text1.text(), {}, MoneyMode::Deger));
     rs.set("KONTROL_KIM", trim(f.session.gKullanici));
     rs.set("KONTROL_NE_ZAMAN", now);
     rs.update();
 }
 
 // The ledger's balances follow also where no payment was found.
-void save(TaksitMustDuzelt& f, FrmMainVeldona& ledger, const Ikiz& ikiz) {
-    if (!mayExceedDebt(f, ledger, ikiz)) return;
-    if (findPayment(f, ledger, ikiz.gun, amountOrZero(ikiz.eskiTutar))) {
+void save(TaksitMustDuzelt& f, FrmMainVeldona& ledger, const Twin& twin) {
+    if (!mayExceedDebt(f, ledger, twin)) return;
+    if (findPayment(f, ledger, twin.gun, amountOrZero(twin.oldAmount))) {
         writePayment(f);
-        patchRow(ledger.L1, ledger.L2, ikiz.satir, f.DTPicker1.text(), f.Text1.text());
+        patchRow(ledger.L1, ledger.L2, twin.satir, f.DTPicker1.text(), f.Text1.text());
         f.session.desktop.dialogs.tell("DÜZELTME İŞLEMİ GERÇEKLEŞTİ", Icon::Information);
         f.forms().unload(f);
     }
@@ -74,13 +74,13 @@ void save(TaksitMustDuzelt& f, FrmMainVeldona& ledger, const Ikiz& ikiz) {
 void Command1_Click(TaksitMustDuzelt& f) {
     FrmMainVeldona& ledger = ledgerScreen(f.forms());
     const int row = ledger.L1.listIndex();
-    save(f, ledger, {kTarihSorusu, row, ledger.L1.text(), ledger.L2.list(row)});
+    save(f, ledger, {kDateQuestion, row, ledger.L1.text(), ledger.L2.list(row)});
 }
 
 void Command3_Click(TaksitMustDuzelt& f) {
     FrmMainVeldona& ledger = ledgerScreen(f.forms());
     const int row = ledger.L2.listIndex();
-    save(f, ledger, {kTutarSorusu, row, ledger.L1.list(row), ledger.L2.text()});
+    save(f, ledger, {kAmountQuestion, row, ledger.L1.list(row), ledger.L2.text()});
 }
 
 // By what stands in the fields, not by what was clicked.
@@ -109,12 +109,12 @@ TaksitMustDuzelt::TaksitMustDuzelt(Forms& itsForms, Session& itsSession)
     Command2.onClick = [this] { forms().unload(*this); };
 }
 
-void TaksitMustDuzelt::al(const DuzeltilecekSatir& satir) {
+void TaksitMustDuzelt::al(const RowToCorrect& satir) {
     DTPicker1.setValue(satir.gun);
     Text1.setText(satir.tutar);
     Text2.setText(std::to_string(satir.satir));
-    Command1.setVisible(satir.kaynak == DuzeltKaynagi::Tarih);
-    Command3.setVisible(satir.kaynak == DuzeltKaynagi::Tutar);
+    Command1.setVisible(satir.kaynak == CorrectionSource::Tarih);
+    Command3.setVisible(satir.kaynak == CorrectionSource::Tutar);
 }
 
 std::unique_ptr<Form> makeTaksitMustDuzelt(Forms& forms, Session& session) {

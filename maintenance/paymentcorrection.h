@@ -12,9 +12,9 @@
 
 namespace veldona {
 
-struct TaksitMustDuzelt : Form, DuzeltmeKutusu {
+struct TaksitMustDuzelt : Form, CorrectionBox {
     TaksitMustDuzelt(Forms& forms, Session& itsSession);
-    void al(const DuzeltilecekSatir& satir) override;
+    void al(const RowToCorrect& satir) override;
 
     Session& session;
 

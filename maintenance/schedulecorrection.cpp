@@ -12,7 +12,7 @@ namespace {
 constexpr const char* kWhole = "###,###,###";
 
 // The row as its button reads it: the old amount as a double or as money.
-struct Eski {
+struct Former {
     int satir;
     std::string gun;
     double tutar;
@@ -22,19 +22,20 @@ void Form_Load(TaksitOdDuzelt& f) {
     const std::string islemno = ledgerScreen(f.forms()).Text5.text();
     dao::Database books = f.session.dbEngine.openDatabase(f.session.gVeritabaniYolu, f.session.connectText());
     f.rsTaksit = openForSale(books, "URUNSAT", islemno);
-    f.rsBaslik = openForSale(books, "ISLEMNOTABLO", islemno);
+    f.rsHeader = openForSale(books, "ISLEMNOTABLO", islemno);
 }
 
 bool mayFallBelowPaid(TaksitOdDuzelt& f, const FrmMainVeldona& ledger, const std::string& oldAmount) {
     const Currency planned =
         sumOf(ledger.L5) + toCurrency(f.mskOdenecekMiktar.text()) - amountOrZero(oldAmount);
-    return planned >= toCurrency(ledger.Label8.caption()) || f.session.desktop.dialogs.confirm(kTutarSorusu);
+    return planned >= toCurrency(ledger.Label8.caption()) ||
+           f.session.desktop.dialogs.confirm(kAmountQuestion);
 }
 
-void writeRow(TaksitOdDuzelt& f, FrmMainVeldona& ledger, const Eski& eski) {
-    const auto sameDay = [&](const Value& odtrh) { return joinText(odtrh) == eski.gun; };
+void writeRow(TaksitOdDuzelt& f, FrmMainVeldona& ledger, const Former& former) {
+    const auto sameDay = [&](const Value& odtrh) { return joinText(odtrh) == former.gun; };
     const auto sameAmount = [&](const Value& odmiktar) {
-        return !odmiktar.isNull() && roundHalfEven(toDouble(odmiktar)) == eski.tutar;
+        return !odmiktar.isNull() && roundHalfEven(toDouble(odmiktar)) == former.tutar;
     };
     dao::Recordset& rs = *f.rsTaksit;
     if (!findRow(rs, {ledger.Text5.text(), sameDay, sameAmount})) return;
@@ -42,16 +43,16 @@ void writeRow(TaksitOdDuzelt& f, FrmMainVeldona& ledger, const Eski& eski) {
     rs.set("ODTRH", f.DTPicker1.value());
     rs.set("ODMIKTAR", toCurrency(f.mskOdenecekMiktar.text()));
     rs.update();
-    patchRow(ledger.L4, ledger.L5, eski.satir, f.DTPicker1.text(), f.mskOdenecekMiktar.text());
+    patchRow(ledger.L4, ledger.L5, former.satir, f.DTPicker1.text(), f.mskOdenecekMiktar.text());
 }
 
-void correct(TaksitOdDuzelt& f, FrmMainVeldona& ledger, const Eski& eski) {
-    writeRow(f, ledger, eski);
+void correct(TaksitOdDuzelt& f, FrmMainVeldona& ledger, const Former& former) {
+    writeRow(f, ledger, former);
     const Currency sum = sumOf(ledger.L5);
-    if (findSale(*f.rsBaslik, ledger.Text5.text())) {
-        f.rsBaslik->edit();
-        f.rsBaslik->set("TOPBORC", sum);
-        f.rsBaslik->update();
+    if (findSale(*f.rsHeader, ledger.Text5.text())) {
+        f.rsHeader->edit();
+        f.rsHeader->set("TOPBORC", sum);
+        f.rsHeader->update();
         f.session.desktop.dialogs.tell("DÜZELTME İŞLEMİ GERÇEKLEŞTİ", Icon::Information);
         f.forms().unload(f);
     }
@@ -86,11 +87,11 @@ TaksitOdDuzelt::TaksitOdDuzelt(Forms& itsForms, Session& itsSession)
     Command2.onClick = [this] { forms().unload(*this); };
 }
 
-void TaksitOdDuzelt::al(const DuzeltilecekSatir& satir) {
+void TaksitOdDuzelt::al(const RowToCorrect& satir) {
     DTPicker1.setValue(satir.gun);
     mskOdenecekMiktar.setText(satir.tutar);
-    Command1.setVisible(satir.kaynak == DuzeltKaynagi::Tarih);
-    Command3.setVisible(satir.kaynak == DuzeltKaynagi::Tutar);
+    Command1.setVisible(satir.kaynak == CorrectionSource::Tarih);
+    Command3.setVisible(satir.kaynak == CorrectionSource::Tutar);
 }
 
 std::unique_ptr<Form> makeTaksitOdDuzelt(Forms& forms, Session& session) {

@@ -12,9 +12,9 @@
 
 namespace veldona {
 
-struct TaksitOdDuzelt : Form, DuzeltmeKutusu {
+struct TaksitOdDuzelt : Form, CorrectionBox {
     TaksitOdDuzelt(Forms& forms, Session& itsSession);
-    void al(const DuzeltilecekSatir& satir) override;
+    void al(const RowToCorrect& satir) override;
 
     Session& session;
 
@@ -25,7 +25,7 @@ struct TaksitOdDuzelt : Form, DuzeltmeKutusu {
     CommandButton Command2{*this, "Command2", "VAZGEÇ"};
 
     std::optional<dao::Recordset> rsTaksit;
-    std::optional<dao::Recordset> rsBaslik;
+    std::optional<dao::Recordset> rsHeader;
 };
 
 [[nodiscard]] std::unique_ptr<Form> makeTaksitOdDuzelt(Forms& forms, Session& session);

@@ -10,58 +10,58 @@ namespace veldona {
 
 namespace {
 
-std::string donemKosulu(const TarihAraligi& aralik) {
-    return "  ODTRH >= #" + aralik.baslangic + "# And  ODTRH <=#" + aralik.son + "# ";
+std::string periodCondition(const DateRange& range) {
+    return "  ODTRH >= #" + range.from + "# And  ODTRH <=#" + range.son + "# ";
 }
 
 // `planlanan` up to the end, `odenen` up to the end, `donem` in the period, or nothing where no row falls
 // in it. What such a sale gets is of no account: its last date lies before the period, so the paper leaves it
 // out.
-StoredAmount beklenen(StoredAmount planlanan, StoredAmount odenen, std::optional<StoredAmount> donem) {
-    StoredAmount kalan = planlanan - odenen;
-    if (donem)
-        kalan = *donem;
+StoredAmount expectedPart(StoredAmount planned, StoredAmount paid, std::optional<StoredAmount> period) {
+    StoredAmount kalan = planned - paid;
+    if (period)
+        kalan = *period;
     else
-        odenen = {};
-    return planlanan - odenen <= kalan ? planlanan - odenen : kalan;
+        paid = {};
+    return planned - paid <= kalan ? planned - paid : kalan;
 }
 
-bool hesapla(RaporEkrani& f, const TarihAraligi& aralik, GecikmeDizisi& dizi) {
+bool compute(ReportScreen& f, const DateRange& range, OverdueArray& array) {
     Session& session = f.session;
-    const std::string kosul = " WHERE ODTRH <=   #" + aralik.son + "# ";
-    KayitSeti rs;
+    const std::string kosul = " WHERE ODTRH <=   #" + range.son + "# ";
+    RecordsetPtr rs;
     std::string hata;
-    if (!KayitSetiAcKontrollu(session, rs, TaksitGruplari(kosul), hata) || rs->eof()) return false;
-    SatisToplamlari odenenler, donemler;
-    if (!odenenler.oku(session, {"TAKSITODENEN", kosul})) return false;
-    if (!donemler.oku(session, {"URUNSAT", "Where  " + donemKosulu(aralik)})) return false;
+    if (!KayitSetiAcKontrollu(session, rs, installmentGroups(kosul), hata) || rs->eof()) return false;
+    SaleSums paidSums, periods;
+    if (!paidSums.read(session, {"TAKSITODENEN", kosul})) return false;
+    if (!periods.read(session, {"URUNSAT", "Where  " + periodCondition(range)})) return false;
     for (; !rs->eof(); rs->moveNext()) {
-        GecikmeKaydi kayit;
-        GrubuAl(*rs, kayit);
-        const auto odenen = odenenler.bul(session, kayit.MUSTNO, kayit.ISLEMNO).value_or(StoredAmount{});
-        kayit.KALAN =
-            beklenen(TamTutar(rs->value(2)), odenen, donemler.bul(session, kayit.MUSTNO, kayit.ISLEMNO));
-        dizi.uzat() = std::move(kayit);
-        dizi.ilerle();
+        GecikmeKaydi record;
+        takeGroup(*rs, record);
+        const auto paid = paidSums.sumOfSale(session, record.MUSTNO, record.ISLEMNO).value_or(StoredAmount{});
+        record.KALAN = expectedPart(wholeAmount(rs->value(2)), paid,
+                                    periods.sumOfSale(session, record.MUSTNO, record.ISLEMNO));
+        array.extend() = std::move(record);
+        array.advance();
     }
     return true;
 }
 
-void ayrintiyiBosalt(RaporEkrani& f, const TarihAraligi& aralik) {
+void clearDetail(ReportScreen& f, const DateRange& range) {
     if (SqlCalistir(f.session, *f.session.gBaglanti,
-                    "Delete from GUNUGECENODM WHERE NOT  (" + donemKosulu(aralik) + "  )"))
-        GunuGecenBosalt(f.session);
+                    "Delete from GUNUGECENODM WHERE NOT  (" + periodCondition(range) + "  )"))
+        clearOverdue(f.session);
 }
 
-std::string raporSorgusu(const RaporEkrani&, const TarihAraligi& aralik) {
-    return RaporSutunlari("--") + "AND " + donemKosulu(aralik) +
+std::string reportQuery(const ReportScreen&, const DateRange& range) {
+    return reportColumns("--") + "AND " + periodCondition(range) +
            "   ORDER BY [MUSTKAYIT].[AD], [MUSTKAYIT].[SOYAD],GUNUGECENODM.ISLEMNO,GUNUGECENODM.ODTRH";
 }
 
 } // namespace
 
-void BeklenenRaporu(RaporEkrani& f) {
-    RaporCalistir(f, {hesapla, ayrintiyiBosalt, raporSorgusu});
+void expectedReport(ReportScreen& f) {
+    runReport(f, {compute, clearDetail, reportQuery});
 }
 
 } // namespace veldona

@@ -8,6 +8,6 @@
 
 namespace veldona {
 
-void BeklenenRaporu(RaporEkrani& f);
+void expectedReport(ReportScreen& f);
 
 } // namespace veldona

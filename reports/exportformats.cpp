@@ -15,25 +15,24 @@ namespace veldona {
 
 namespace {
 
-constexpr std::int32_t kDesteklenmiyor =
-    445; // the platform's number for an action that an object does not have
+constexpr std::int32_t kUnsupported = 445; // the platform's number for an action that an object does not have
 
-void pdfYaz(const Session& session, const report::Document& document, const ExportOptions& options,
-            const std::string& dosya) {
-    if (!session.reportDesk) throw RuntimeError(kDesteklenmiyor, "Burada PDF yazılamıyor.");
-    if (options.allPages) return session.reportDesk->writeFile(document, dosya);
+void writePdf(const Session& session, const report::Document& document, const ExportOptions& options,
+              const std::string& file) {
+    if (!session.reportDesk) throw RuntimeError(kUnsupported, "Burada PDF yazılamıyor.");
+    if (options.allPages) return session.reportDesk->writeFile(document, file);
     const auto count = static_cast<std::int32_t>(document.pages.size());
     const std::int32_t first = std::max(options.firstPage, 1);
     const std::int32_t last = options.lastPage > 0 ? std::min(options.lastPage, count) : count;
     if (first > last) throw RuntimeError(5, "Raporda bu sayfalar yok.");
     report::Document part = document;
     part.pages = {document.pages.begin() + (first - 1), document.pages.begin() + last};
-    session.reportDesk->writeFile(part, dosya);
+    session.reportDesk->writeFile(part, file);
 }
 
 // The second file is NAME_2, and so on.
-void xmlYaz(const report::Document& document, const ExportOptions& options, const std::string& dosya) {
-    const std::filesystem::path path = dosya;
+void writeXml(const report::Document& document, const ExportOptions& options, const std::string& file) {
+    const std::filesystem::path path = file;
     const std::vector<std::string> texts = exports::xmlData(document, options.multipleFiles);
     for (std::size_t i = 0; i < texts.size(); ++i) {
         const std::string number = i ? "_" + std::to_string(i + 1) : "";
@@ -43,7 +42,7 @@ void xmlYaz(const report::Document& document, const ExportOptions& options, cons
 }
 
 // The panel lists the parts of a report in their own order.
-exports::WorkbookChoices calismaKitabi(const ExportOptions& options) {
+exports::WorkbookChoices workbook(const ExportOptions& options) {
     exports::WorkbookChoices choices;
     choices.formatted = options.format == FormatType::Excel;
     choices.headings = options.columnHeadings;
@@ -55,7 +54,7 @@ exports::WorkbookChoices calismaKitabi(const ExportOptions& options) {
     return choices;
 }
 
-std::string metni(const report::Document& document, const ExportOptions& options) {
+std::string textOf(const report::Document& document, const ExportOptions& options) {
     switch (options.format) {
     case FormatType::OwnForm:
         return exports::ownForm(document);
@@ -84,23 +83,23 @@ std::string metni(const report::Document& document, const ExportOptions& options
         return exports::hypertext4(document, options.pageNavigator);
     case FormatType::Excel:
     case FormatType::ExcelPlain:
-        return exports::workbook(document, calismaKitabi(options));
+        return exports::workbook(document, workbook(options));
     case FormatType::Definition:
         return exports::definition(document);
     default:
-        throw RuntimeError(kDesteklenmiyor, "Formatı seçmelisiniz.");
+        throw RuntimeError(kUnsupported, "Formatı seçmelisiniz.");
     }
 }
 
 } // namespace
 
-void raporuAktar(const Session& session, const report::Document& document, const ExportOptions& options) {
+void exportReport(const Session& session, const report::Document& document, const ExportOptions& options) {
     if (options.destination != DestinationType::DiskFile)
-        throw RuntimeError(kDesteklenmiyor, "Bu hedefe aktarım yapılamıyor. Hedef olarak Dosya seçiniz.");
-    const std::string dosya = session.desktop.paths.toNative(options.DiskFileName);
-    if (options.format == FormatType::Pdf) return pdfYaz(session, document, options, dosya);
-    if (options.format == FormatType::Xml) return xmlYaz(document, options, dosya);
-    exports::writeFile(dosya, metni(document, options));
+        throw RuntimeError(kUnsupported, "Bu hedefe aktarım yapılamıyor. Hedef olarak Dosya seçiniz.");
+    const std::string file = session.desktop.paths.toNative(options.DiskFileName);
+    if (options.format == FormatType::Pdf) return writePdf(session, document, options, file);
+    if (options.format == FormatType::Xml) return writeXml(document, options, file);
+    exports::writeFile(file, textOf(document, options));
 }
 
 } // namespace veldona

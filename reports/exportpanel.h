@@ -58,10 +58,10 @@ struct ExportOptions {
     std::string DatabaseName, FormName, Comments;
 };
 
-enum class SecenekPaneli { Exchange, Domino, Delimiters, Html, Pages, Excel, Xml, Mail };
+enum class OptionPanel { Exchange, Domino, Delimiters, Html, Pages, Excel, Xml, Mail };
 
-struct AktarPaneli {
-    AktarPaneli(Form& itsForm, Session& itsSession);
+struct ExportPanel {
+    ExportPanel(Form& itsForm, Session& itsSession);
 
     Form& form;
     Session& session;
@@ -79,7 +79,7 @@ struct AktarPaneli {
     Label lblNumFormat{form, "lblNumFormat", "Sayı için Format Kullan"};
     ComboBox cmbNumFormat{form, "cmbNumFormat"};
 
-    std::array<Frame, 8> fraOptions; // by SecenekPaneli
+    std::array<Frame, 8> fraOptions; // by OptionPanel
 
     ComboBox cmbDestinationType{form, "cmbDestinationType"};
     TextBox txtProfile{form, "txtProfile"};
@@ -125,18 +125,18 @@ struct AktarPaneli {
     CommandButton cmdSifirla{form, "cmdSifirla", "Formu Sıfırla"};
 };
 
-inline constexpr const char* kFormatSeciniz = "Formatı Seçiniz";
-inline constexpr const char* kHedefSeciniz = "Hedefi Seçiniz";
+inline constexpr const char* kChooseFormat = "Formatı Seçiniz";
+inline constexpr const char* kChooseTarget = "Hedefi Seçiniz";
 
 // Fills the lists.
-void GorunumAyarla(AktarPaneli& p);
-void FormuSifirla(AktarPaneli& p);
-void SetFormatView(AktarPaneli& p);
-void cmbDestination_Click(AktarPaneli& p);
-void MakePicsInvisible(AktarPaneli& p);
-void MakeFilenameVisible(AktarPaneli& p, bool gorunur);
-void SetDateNumVisible(AktarPaneli& p, bool gorunur);
+void GorunumAyarla(ExportPanel& p);
+void FormuSifirla(ExportPanel& p);
+void SetFormatView(ExportPanel& p);
+void cmbDestination_Click(ExportPanel& p);
+void MakePicsInvisible(ExportPanel& p);
+void MakeFilenameVisible(ExportPanel& p, bool visible);
+void SetDateNumVisible(ExportPanel& p, bool visible);
 // The folder of a format by its text in the list; "Export" for any other text.
-[[nodiscard]] std::string GetExportDir(std::string_view bicim);
+[[nodiscard]] std::string GetExportDir(std::string_view formatName);
 
 } // namespace veldona

@@ -12,48 +12,48 @@ namespace veldona {
 
 namespace {
 
-struct Sinirlar {
-    std::string baslangic;
+struct Limits {
+    std::string from;
     std::string son;
 };
 
 // Whether the two days are read again, month first, is decided by the first of them alone: where it lies
 // behind the 12th and the last day does not, the store takes that one's day for the month.
-Sinirlar sinirlar(const RptGelirGider& f) {
-    const bool ayGibi = val(left(f.dtTarih.text(), 2)) < 13;
-    const auto sinir = [ayGibi](const DateBox& kutu, const char* saat) {
-        const DateTime gun = toDate(kutu.value());
-        const DateTime okunan = ayGibi ? toDate(format(gun, "mm,dd,yyyy")) : gun;
-        return toText(toDate(toText(okunan) + saat));
+Limits limits(const RptGelirGider& f) {
+    const bool looksLikeMonth = val(left(f.dtTarih.text(), 2)) < 13;
+    const auto limit = [looksLikeMonth](const DateBox& box, const char* timeOfDay) {
+        const DateTime gun = toDate(box.value());
+        const DateTime readDay = looksLikeMonth ? toDate(format(gun, "mm,dd,yyyy")) : gun;
+        return toText(toDate(toText(readDay) + timeOfDay));
     };
-    return {sinir(f.dtTarih, kGunBasi), sinir(f.dtSonTarih, kGunSonu)};
+    return {limit(f.dtTarih, kDayBegin), limit(f.dtSonTarih, kDayEnd)};
 }
 
-std::string aralik(const char* alan, const Sinirlar& s) {
-    return std::string(alan) + ">=# " + s.baslangic + "# AND " + alan + "<=# " + s.son + "#  ";
+std::string range(const char* alan, const Limits& s) {
+    return std::string(alan) + ">=# " + s.from + "# AND " + alan + "<=# " + s.son + "#  ";
 }
 
-std::string gelirSorgusu(const Sinirlar& s) {
+std::string incomeQuery(const Limits& s) {
     return "SELECT  Mid(ODTRH,4,2) AS GURUP,UNVAN,ODTRH AS G_TARIH,round(ODMIKTAR/1000000,2) AS "
            "G_TUTAR,'Taksit Ödemesi' AS G_ACIKLAMA,'1' AS ISLEM_TURU,'Gelir' as "
            "G_GELIR_GIDER,KONTROL_KIM,KASA_ID From S_TAKSITODENEN WHERE " +
-           aralik("ODTRH", s) +
+           range("ODTRH", s) +
            " Union SELECT    Mid(TARIH,4,2) AS GURUP,UNVAN, TARIH AS "
            "G_TARIH,round(ALACAK_TUTAR/1000000,2)  AS G_TUTAR,(ISLEM_TUR+' -  '+ACIKLAMA) AS "
            "G_ACIKLAMA,'2' AS ISLEM_TURU,'Gelir' as G_GELIR_GIDER,KONTROL_KIM,KASA_ID From "
            "S_T_KASA_HAREKETLERI WHERE " +
-           aralik("TARIH", s) + " AND  S_T_KASA_HAREKETLERI.ISLEM_ID in (3,1) ORDER BY G_TARIH";
+           range("TARIH", s) + " AND  S_T_KASA_HAREKETLERI.ISLEM_ID in (3,1) ORDER BY G_TARIH";
 }
 
-void gelirRaporu(RptGelirGider& f) {
+void incomeReport(RptGelirGider& f) {
     if (f.cboIslemTuru.text().empty())
         return f.session.desktop.dialogs.tell("İşlem Türü Seçiniz", Icon::Information);
     if (f.cboIslemTuru.text() != "Gelir") return;
     if (!f.cboKullanici.boundText().empty() || !trim(f.txtKasaID.text()).empty()) return;
-    KayitSetiAc(f.session, f.rsGelir, gelirSorgusu(sinirlar(f)), adodb::CursorLocation::Client);
-    if (f.rsGelir->eof())
+    KayitSetiAc(f.session, f.rsIncome, incomeQuery(limits(f)), adodb::CursorLocation::Client);
+    if (f.rsIncome->eof())
         return f.session.desktop.dialogs.tell("Kriterlere Uygun Kayıt Bulunamadı", Icon::Information);
-    BantliRaporGoster(f.session, "rprGelirDetay", f.rsGelir.get());
+    showBandedReport(f.session, "rprGelirDetay", f.rsIncome.get());
 }
 
 void cboKasa_Click(RptGelirGider& f) {
@@ -66,9 +66,9 @@ void cboKasa_Change(RptGelirGider& f) {
 }
 
 void Form_Load(RptGelirGider& f) {
-    const DateTime bugun = f.session.desktop.clock.today();
-    f.dtTarih.setValue(bugun);
-    f.dtSonTarih.setValue(bugun);
+    const DateTime today = f.session.desktop.clock.today();
+    f.dtTarih.setValue(today);
+    f.dtSonTarih.setValue(today);
     f.frmGider.setVisible(false);
     f.chkTaksitOdemesi.setChecked(false);
     f.chkTaksitOdemesi.setVisible(false);
@@ -97,7 +97,7 @@ void placeControls(RptGelirGider& f) {
 
 void cmdTamam_Click(RptGelirGider& f) {
     Err err;
-    attempt(err, [&] { gelirRaporu(f); });
+    attempt(err, [&] { incomeReport(f); });
     if (err.number != 0) f.session.desktop.dialogs.tell(err.description);
 }
 
@@ -116,7 +116,7 @@ RptGelirGider::RptGelirGider(Forms& forms, Session& itsSession)
     cmdTamam.onClick = [this] { cmdTamam_Click(*this); };
     cmdCikis.onClick = [this] { this->forms().unload(*this); };
     onLoad = [this] { Form_Load(*this); };
-    onUnload = [this] { KayitSetiKapat(rsGelir); };
+    onUnload = [this] { KayitSetiKapat(rsIncome); };
 }
 
 std::unique_ptr<Form> makeRptGelirGider(Forms& forms, Session& session) {

@@ -37,7 +37,7 @@ struct RptGelirGider : Form {
     CommandButton cmdTamam{*this, "cmdTamam", "&Tamam"};
     CommandButton cmdCikis{*this, "cmdCikis", "Çıkış"};
 
-    KayitSeti rsGelir;
+    RecordsetPtr rsIncome;
 };
 
 [[nodiscard]] std::unique_ptr<Form> makeRptGelirGider(Forms& forms, Session& session);

@@ -13,97 +13,97 @@ namespace veldona {
 
 namespace {
 
-std::string tarihKosulu(const TarihAraligi& aralik) {
-    if (aralik.baslangicSecili && aralik.sonSecili)
-        return " WHERE ODTRH >= #" + aralik.baslangic + "# And  ODTRH <#" + aralik.son + "# ";
-    return " WHERE ODTRH <=   #" + aralik.baslangic + "# ";
+std::string dateCondition(const DateRange& range) {
+    if (range.fromChosen && range.toChosen)
+        return " WHERE ODTRH >= #" + range.from + "# And  ODTRH <#" + range.son + "# ";
+    return " WHERE ODTRH <=   #" + range.from + "# ";
 }
 
 // The cheques of one customer after another. A shop without cheques asks once.
-class Cekler {
+class Cheques {
 public:
-    bool oku(Session& session) {
+    bool read(Session& session) {
         std::string hata;
-        KayitSeti rs;
-        if (!KayitSetiAcKontrollu(session, rs, sorgu(""), hata)) return false;
+        RecordsetPtr rs;
+        if (!KayitSetiAcKontrollu(session, rs, query(""), hata)) return false;
         var_ = !rs->eof();
         return true;
     }
     // The sums of the customer's cheques, one a row of the store's answer.
-    const std::vector<Value>& bul(Session& session, const std::string& mustno) {
-        if (!var_ || (soruldu_ && mustno == mustno_)) return toplamlar_;
-        toplamlar_.clear();
-        KayitSeti rs;
-        KayitSetiAc(session, rs, sorgu(" And ALINANCEK.FIRMANO= '" + mustno + "'"),
+    const std::vector<Value>& sumOfSale(Session& session, const std::string& mustno) {
+        if (!var_ || (asked_ && mustno == mustno_)) return totals_;
+        totals_.clear();
+        RecordsetPtr rs;
+        KayitSetiAc(session, rs, query(" And ALINANCEK.FIRMANO= '" + mustno + "'"),
                     adodb::CursorLocation::Client);
         for (; !rs->eof(); rs->moveNext())
-            toplamlar_.push_back(rs->value(1));
+            totals_.push_back(rs->value(1));
         mustno_ = mustno;
-        soruldu_ = true;
-        return toplamlar_;
+        asked_ = true;
+        return totals_;
     }
 
 private:
-    static std::string sorgu(const std::string& firma) {
+    static std::string query(const std::string& firma) {
         return "SELECT  FIRMANO,SUM(TUTAR) as CariAlacakCarininVerdigiCek   From ALINANCEK   WHERE "
                "ALINANCEK.CARI_HESAP_ISLE='1'" +
                firma + " GROUP BY FIRMANO";
     }
     bool var_ = false;
-    bool soruldu_ = false;
+    bool asked_ = false;
     std::string mustno_;
-    std::vector<Value> toplamlar_;
+    std::vector<Value> totals_;
 };
 
 // Each cheque row takes an element of the array for itself, which stays empty.
-Currency cekToplami(Session& session, Cekler& cekler, const std::string& mustno, GecikmeDizisi& dizi) {
-    Currency toplam;
-    for (const Value& tutar : cekler.bul(session, mustno)) {
-        toplam += toCurrency(tutar);
-        dizi.ilerle();
+Currency chequeTotal(Session& session, Cheques& cheques, const std::string& mustno, OverdueArray& array) {
+    Currency total;
+    for (const Value& tutar : cheques.sumOfSale(session, mustno)) {
+        total += toCurrency(tutar);
+        array.advance();
     }
-    return toplam;
+    return total;
 }
 
-bool hesapla(RaporEkrani& f, const TarihAraligi& aralik, GecikmeDizisi& dizi) {
+bool compute(ReportScreen& f, const DateRange& range, OverdueArray& array) {
     Session& session = f.session;
-    const std::string kosul = tarihKosulu(aralik);
-    KayitSeti rs;
+    const std::string kosul = dateCondition(range);
+    RecordsetPtr rs;
     std::string hata;
-    if (!KayitSetiAcKontrollu(session, rs, TaksitGruplari(kosul), hata) || rs->eof()) return false;
-    Cekler cekler;
-    SatisToplamlari odenenler;
-    if (!cekler.oku(session) || !odenenler.oku(session, {"TAKSITODENEN", kosul})) return false;
+    if (!KayitSetiAcKontrollu(session, rs, installmentGroups(kosul), hata) || rs->eof()) return false;
+    Cheques cheques;
+    SaleSums paidSums;
+    if (!cheques.read(session) || !paidSums.read(session, {"TAKSITODENEN", kosul})) return false;
     for (; !rs->eof(); rs->moveNext()) {
-        GecikmeKaydi kayit;
-        GrubuAl(*rs, kayit);
-        const Currency cek = cekToplami(session, cekler, kayit.MUSTNO, dizi);
-        const auto odenen = odenenler.bul(session, kayit.MUSTNO, kayit.ISLEMNO).value_or(StoredAmount{});
+        GecikmeKaydi record;
+        takeGroup(*rs, record);
+        const Currency cheque = chequeTotal(session, cheques, record.MUSTNO, array);
+        const auto paid = paidSums.sumOfSale(session, record.MUSTNO, record.ISLEMNO).value_or(StoredAmount{});
         // The stored amount counts as one of lira here, and so do the cheques: both on purpose.
-        const Currency fark = Currency::ofDouble((TamTutar(rs->value(2)) - odenen).column());
-        kayit.KALAN = StoredAmount::ofColumn((fark - cek).toDouble());
-        dizi.uzat() = std::move(kayit);
-        dizi.ilerle();
+        const Currency difference = Currency::ofDouble((wholeAmount(rs->value(2)) - paid).column());
+        record.KALAN = StoredAmount::ofColumn((difference - cheque).toDouble());
+        array.extend() = std::move(record);
+        array.advance();
     }
     return true;
 }
 
-void ayrintiyiBosalt(RaporEkrani& f, const TarihAraligi&) {
-    GunuGecenBosalt(f.session);
+void clearDetail(ReportScreen& f, const DateRange&) {
+    clearOverdue(f.session);
 }
 
-std::string raporSorgusu(const RaporEkrani& f, const TarihAraligi&) {
-    const std::string sorgu = RaporSutunlari("@");
+std::string reportQuery(const ReportScreen& f, const DateRange&) {
+    const std::string query = reportColumns("@");
     if (f.cboSiralamaKriteri->text() == "Ad Soyad")
-        return sorgu + " ORDER BY [MUSTKAYIT].[AD], [MUSTKAYIT].[SOYAD],GUNUGECENODM.ODTRH,GUNUGECENODM."
+        return query + " ORDER BY [MUSTKAYIT].[AD], [MUSTKAYIT].[SOYAD],GUNUGECENODM.ODTRH,GUNUGECENODM."
                        "ISLEMNO";
-    return sorgu + " ORDER BY GUNUGECENODM.ODTRH,[MUSTKAYIT].[AD], [MUSTKAYIT].[SOYAD],GUNUGECENODM.ISLEMNO";
+    return query + " ORDER BY GUNUGECENODM.ODTRH,[MUSTKAYIT].[AD], [MUSTKAYIT].[SOYAD],GUNUGECENODM.ISLEMNO";
 }
 
 } // namespace
 
-void GunuGecenRaporu(RaporEkrani& f) {
-    RaporCalistir(f, {hesapla, ayrintiyiBosalt, raporSorgusu});
+void overdueReport(ReportScreen& f) {
+    runReport(f, {compute, clearDetail, reportQuery});
 }
 
 } // namespace veldona

@@ -8,6 +8,6 @@
 
 namespace veldona {
 
-void GunuGecenRaporu(RaporEkrani& f);
+void overdueReport(ReportScreen& f);
 
 } // namespace veldona

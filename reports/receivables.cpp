@@ -15,73 +15,73 @@ namespace veldona {
 
 namespace {
 
-constexpr std::int32_t kBeklenenKipi = 1;
+constexpr std::int32_t kExpectedMode = 1;
 
-std::string gunMetni(const DateBox& kutu) {
-    DateTime gun = toDate(kutu.value());
+std::string dayText(const DateBox& box) {
+    DateTime gun = toDate(box.value());
     return replaceAll(toText(TarihDuzelt(gun)), ".", "/");
 }
 
-TarihAraligi araligiOku(const RaporEkrani& f) {
-    TarihAraligi aralik;
-    aralik.baslangicSecili = !f.dtRaporTarihi.value().isNull();
-    aralik.sonSecili = !f.dtRaporTarihiSon.value().isNull();
-    if (aralik.baslangicSecili) aralik.baslangic = gunMetni(f.dtRaporTarihi);
-    if (aralik.sonSecili) aralik.son = gunMetni(f.dtRaporTarihiSon);
-    if (aralik.sonSecili && !aralik.baslangicSecili) aralik.baslangic = aralik.son;
-    return aralik;
+DateRange readRange(const ReportScreen& f) {
+    DateRange range;
+    range.fromChosen = !f.dtRaporTarihi.value().isNull();
+    range.toChosen = !f.dtRaporTarihiSon.value().isNull();
+    if (range.fromChosen) range.from = dayText(f.dtRaporTarihi);
+    if (range.toChosen) range.son = dayText(f.dtRaporTarihiSon);
+    if (range.toChosen && !range.fromChosen) range.from = range.son;
+    return range;
 }
 
 // A run under way; the screen may unload meanwhile.
-class Kosu {
+class RunGuard {
 public:
-    explicit Kosu(RaporEkrani& f) : hold_(f.forms()), f_(f) { f_.hesapliyor = true; }
-    ~Kosu() { f_.hesapliyor = false; }
-    Kosu(const Kosu&) = delete;
-    Kosu& operator=(const Kosu&) = delete;
+    explicit RunGuard(ReportScreen& f) : hold_(f.forms()), f_(f) { f_.computing = true; }
+    ~RunGuard() { f_.computing = false; }
+    RunGuard(const RunGuard&) = delete;
+    RunGuard& operator=(const RunGuard&) = delete;
 
 private:
     Forms::Hold hold_;
-    RaporEkrani& f_;
+    ReportScreen& f_;
 };
 
 // As the paper would show it: what reads 0,00 there is no claim.
-bool alacakKaldi(const Session& session, const GecikmeKaydi& kayit) {
-    return toDouble(ParaGoster(session, kayit.KALAN)) > 0;
+bool owesStill(const Session& session, const GecikmeKaydi& record) {
+    return toDouble(ParaGoster(session, record.KALAN)) > 0;
 }
 
-void adiOku(Session& session, GecikmeKaydi& kayit) {
-    for (const auto& [alan, yer] : {std::pair{"AD", &kayit.AD}, std::pair{"SOYAD", &kayit.SOYAD}}) {
-        const Value deger = AlanDegeriOku(session, alan, "MUSTKAYIT", "HSTNO", kayit.MUSTNO);
-        if (!deger.isNull() && deger != Value(true)) *yer = toText(deger);
+void readName(Session& session, GecikmeKaydi& record) {
+    for (const auto& [alan, place] : {std::pair{"AD", &record.AD}, std::pair{"SOYAD", &record.SOYAD}}) {
+        const Value deger = AlanDegeriOku(session, alan, "MUSTKAYIT", "HSTNO", record.MUSTNO);
+        if (!deger.isNull() && deger != Value(true)) *place = toText(deger);
     }
 }
 
-bool satirYaz(Session& session, KayitYapisi& rec, const GecikmeKaydi& kayit) {
-    rec.Deger[0] = kayit.MUSTNO;
-    rec.Deger[1] = kayit.AD + "    " + kayit.SOYAD;
-    rec.Deger[2] = std::to_string(kayit.ISLEMNO);
-    rec.Deger[3] = toText(kayit.ODTRH);
-    rec.Deger[4] = toText(kayit.KALAN.column());
-    rec.Deger[5] = toText(kayit.MIN_ODTRH);
+bool writeRow(Session& session, KayitYapisi& rec, const GecikmeKaydi& record) {
+    rec.Deger[0] = record.MUSTNO;
+    rec.Deger[1] = record.AD + "    " + record.SOYAD;
+    rec.Deger[2] = std::to_string(record.ISLEMNO);
+    rec.Deger[3] = toText(record.ODTRH);
+    rec.Deger[4] = toText(record.KALAN.column());
+    rec.Deger[5] = toText(record.MIN_ODTRH);
     return KayitYaz(session, rec);
 }
 
-bool kayitlariYaz(Session& session, std::vector<GecikmeKaydi>& kayitlar) {
+bool writeEntries(Session& session, std::vector<GecikmeKaydi>& entries) {
     KayitYapisi rec;
-    rec.Islem = KayitYapisi::Ekle;
+    rec.Islem = KayitYapisi::Add;
     rec.Tablo = "GUNUGECENODM";
     for (const char* alan : {"MUSTNO", "AD_SOYAD", "ISLEMNO", "ODTRH", "KALAN", "MIN_ODTRH"})
-        rec.ekle(alan, "");
-    const GecikmeKaydi* onceki = nullptr;
-    for (GecikmeKaydi& kayit : kayitlar) {
-        if (!alacakKaldi(session, kayit)) continue;
-        if (onceki && onceki->MUSTNO == kayit.MUSTNO)
-            std::tie(kayit.AD, kayit.SOYAD) = std::tie(onceki->AD, onceki->SOYAD);
+        rec.add(alan, "");
+    const GecikmeKaydi* previous = nullptr;
+    for (GecikmeKaydi& record : entries) {
+        if (!owesStill(session, record)) continue;
+        if (previous && previous->MUSTNO == record.MUSTNO)
+            std::tie(record.AD, record.SOYAD) = std::tie(previous->AD, previous->SOYAD);
         else
-            adiOku(session, kayit);
-        onceki = &kayit;
-        if (!satirYaz(session, rec, kayit)) return false;
+            readName(session, record);
+        previous = &record;
+        if (!writeRow(session, rec, record)) return false;
     }
     return true;
 }
@@ -94,14 +94,14 @@ void DataReport_Terminate(Session& session) {
         rs.remove();
 }
 
-void raporuGoster(RaporEkrani& f, const std::string& sorgu) {
-    KayitSeti rs;
+void showReport(ReportScreen& f, const std::string& query) {
+    RecordsetPtr rs;
     std::string hata;
-    if (!KayitSetiAcKontrollu(f.session, rs, sorgu, hata)) return;
+    if (!KayitSetiAcKontrollu(f.session, rs, query, hata)) return;
     if (rs->eof()) f.session.desktop.dialogs.tell("Kriterlere Uygun Kayıt Bulunamadı", Icon::Information);
     const char* baslik =
-        f.raporKipi == kBeklenenKipi ? "Beklenen Tahsilatlar Raporu" : "Günü Geçen Ödemeler Raporu";
-    BantliRaporGoster(
+        f.reportMode == kExpectedMode ? "Beklenen Tahsilatlar Raporu" : "Günü Geçen Ödemeler Raporu";
+    showBandedReport(
         f.session, "gungecodmrprYTL", rs.get(),
         [&](report::Layout& layout) {
             layout.setText("Section2", "Label1", baslik);
@@ -112,64 +112,64 @@ void raporuGoster(RaporEkrani& f, const std::string& sorgu) {
 
 // True where the rows stand in the scratch table and the screen is still there to report on them: closing it
 // while the windows were let in gives the run up.
-bool tabloyuDoldur(RaporEkrani& f, const RaporKurallari& kurallar, const TarihAraligi& aralik) {
-    const Mesgul mesgul(f);
-    GecikmeDizisi dizi;
-    if (!kurallar.hesapla(f, aralik, dizi)) return false;
+bool fillTable(ReportScreen& f, const ReportRules& rules, const DateRange& range) {
+    const BusyGuard busy(f);
+    OverdueArray array;
+    if (!rules.compute(f, range, array)) return false;
     f.session.desktop.events.doEvents();
     if (f.isUnloaded()) return false;
-    if (!kayitlariYaz(f.session, dizi.kayitlar())) return false;
+    if (!writeEntries(f.session, array.entries())) return false;
     f.session.desktop.events.doEvents();
-    if (f.isUnloaded()) GunuGecenBosalt(f.session);
+    if (f.isUnloaded()) clearOverdue(f.session);
     return !f.isUnloaded();
 }
 
-void calistir(RaporEkrani& f, const RaporKurallari& kurallar) {
-    if (!GunuGecenBosalt(f.session)) return;
-    const TarihAraligi aralik = araligiOku(f);
-    if (!aralik.baslangicSecili && !aralik.sonSecili)
+void run(ReportScreen& f, const ReportRules& rules) {
+    if (!clearOverdue(f.session)) return;
+    const DateRange range = readRange(f);
+    if (!range.fromChosen && !range.toChosen)
         return f.session.desktop.dialogs.tell(" Tarih Aralığı Seçmelisiniz ");
-    if (!tabloyuDoldur(f, kurallar, aralik)) return;
-    if (f.cboRapor.text() != "Basit Rapor") return kurallar.ayrintiyiBosalt(f, aralik);
-    if (f.session.gParaBirimi == 1) raporuGoster(f, kurallar.raporSorgusu(f, aralik));
+    if (!fillTable(f, rules, range)) return;
+    if (f.cboRapor.text() != "Basit Rapor") return rules.clearDetail(f, range);
+    if (f.session.gParaBirimi == 1) showReport(f, rules.reportQuery(f, range));
 }
 
 } // namespace
 
-void GecikmeDizisi::ilerle() {
-    if (sira_ == std::numeric_limits<std::int16_t>::max()) raise(ErrorNumber::Overflow);
-    ++sira_;
+void OverdueArray::advance() {
+    if (index_ == std::numeric_limits<std::int16_t>::max()) raise(ErrorNumber::Overflow);
+    ++index_;
 }
 
-GecikmeKaydi& GecikmeDizisi::uzat() {
-    kayitlar_.resize(static_cast<std::size_t>(sira_) + 1);
-    return kayitlar_.back();
+GecikmeKaydi& OverdueArray::extend() {
+    entries_.resize(static_cast<std::size_t>(index_) + 1);
+    return entries_.back();
 }
 
-void RaporCalistir(RaporEkrani& f, const RaporKurallari& kurallar) {
-    if (f.hesapliyor) return;
-    const Kosu kosu(f);
-    calistir(f, kurallar);
+void runReport(ReportScreen& f, const ReportRules& rules) {
+    if (f.computing) return;
+    const RunGuard guard(f);
+    run(f, rules);
 }
 
-bool GunuGecenBosalt(Session& session) {
+bool clearOverdue(Session& session) {
     return SqlCalistir(session, *session.gBaglanti, "Delete from GUNUGECENODM ");
 }
 
-std::string TaksitGruplari(const std::string& kosul) {
+std::string installmentGroups(const std::string& kosul) {
     return "SELECT  MUSTNO,ISLEMNO,SUM(ODMIKTAR) as OdenmesiGerekenPara ,MAX(ODTRH) As ODEME_TARIHI   "
            ",MIN(ODTRH) As MIN_ODEME_TARIHI FROM URUNSAT " +
            kosul + " GROUP BY MUSTNO,ISLEMNO";
 }
 
-void GrubuAl(const adodb::Recordset& rs, GecikmeKaydi& kayit) {
-    kayit.MUSTNO = toText(rs.value(0));
-    kayit.ISLEMNO = toInteger(rs.value(1));
-    kayit.ODTRH = toDate(rs.value(3));
-    kayit.MIN_ODTRH = toDate(rs.value(4));
+void takeGroup(const adodb::Recordset& rs, GecikmeKaydi& record) {
+    record.MUSTNO = toText(rs.value(0));
+    record.ISLEMNO = toInteger(rs.value(1));
+    record.ODTRH = toDate(rs.value(3));
+    record.MIN_ODTRH = toDate(rs.value(4));
 }
 
-std::string RaporSutunlari(const std::string& ara) {
+std::string reportColumns(const std::string& ara) {
     return "SELECT  MUSTKAYIT.HSTNO,  MUSTKAYIT.AD,MUSTKAYIT.SOYAD,(MUSTKAYIT.EVTEL+'" + ara +
            "'+MUSTKAYIT.GSM) AS TELEFON,GUNUGECENODM.ODTRH,  GUNUGECENODM.MUSTNO,GUNUGECENODM.ISLEMNO, "
            "GUNUGECENODM.KALAN /1000000 AS KALAN  From GUNUGECENODM, MUSTKAYIT WHERE GUNUGECENODM.MUSTNO = "

@@ -16,11 +16,11 @@
 namespace veldona {
 
 // The days of the two pickers as the store's literals read them; "" for one that is not set.
-struct TarihAraligi {
-    std::string baslangic;
+struct DateRange {
+    std::string from;
     std::string son;
-    bool baslangicSecili = false;
-    bool sonSecili = false;
+    bool fromChosen = false;
+    bool toChosen = false;
 };
 
 struct GecikmeKaydi {
@@ -34,35 +34,35 @@ struct GecikmeKaydi {
 };
 
 // One element a sale, counted in 16 bits. An element that is passed over stays empty.
-class GecikmeDizisi {
+class OverdueArray {
 public:
-    void ilerle();        // error 6 behind element 32767
-    GecikmeKaydi& uzat(); // the array reaches to the current element from now on
-    [[nodiscard]] std::vector<GecikmeKaydi>& kayitlar() { return kayitlar_; }
+    void advance();         // error 6 behind element 32767
+    GecikmeKaydi& extend(); // the array reaches to the current element from now on
+    [[nodiscard]] std::vector<GecikmeKaydi>& entries() { return entries_; }
 
 private:
-    std::int16_t sira_ = 0;
-    std::vector<GecikmeKaydi> kayitlar_;
+    std::int16_t index_ = 0;
+    std::vector<GecikmeKaydi> entries_;
 };
 
 // How one of the two reports differs.
-struct RaporKurallari {
+struct ReportRules {
     // What is left on each sale. False where there is no sale, or a query failed and the operator was told.
-    bool (*hesapla)(RaporEkrani& f, const TarihAraligi& aralik, GecikmeDizisi& dizi);
+    bool (*compute)(ReportScreen& f, const DateRange& range, OverdueArray& array);
     // Takes the rows away again where the detailed report is asked for, which nobody prints.
-    void (*ayrintiyiBosalt)(RaporEkrani& f, const TarihAraligi& aralik);
+    void (*clearDetail)(ReportScreen& f, const DateRange& range);
     // The rows of the paper.
-    std::string (*raporSorgusu)(const RaporEkrani& f, const TarihAraligi& aralik);
+    std::string (*reportQuery)(const ReportScreen& f, const DateRange& range);
 };
 
-void RaporCalistir(RaporEkrani& f, const RaporKurallari& kurallar);
+void runReport(ReportScreen& f, const ReportRules& rules);
 
-bool GunuGecenBosalt(Session& session);
+bool clearOverdue(Session& session);
 // The schedule's sum and first and last date of each sale, in the columns MUSTNO, ISLEMNO, sum, last, first.
-[[nodiscard]] std::string TaksitGruplari(const std::string& kosul);
+[[nodiscard]] std::string installmentGroups(const std::string& kosul);
 // Puts the group's sale and dates into `kayit`. Error 94 for a sale without a number, 6 for one above 32767.
-void GrubuAl(const adodb::Recordset& rs, GecikmeKaydi& kayit);
+void takeGroup(const adodb::Recordset& rs, GecikmeKaydi& record);
 // The columns of the paper, with `ara` between the two telephone numbers, up to the join with the customers.
-[[nodiscard]] std::string RaporSutunlari(const std::string& ara);
+[[nodiscard]] std::string reportColumns(const std::string& ara);
 
 } // namespace veldona

@@ -7,54 +7,54 @@ namespace veldona {
 
 namespace {
 
-void Form_Load(RaporEkrani& f) {
-    f.raporKipi = f.session.gFormKayit.RaporKipi;
-    const DateTime bugun = f.session.desktop.clock.today();
-    f.dtRaporTarihi.setValue(bugun);
-    if (f.tur == RaporEkraniTuru::GunuGecen) f.dtRaporTarihi.setValue(Null{});
-    f.dtRaporTarihiSon.setValue(bugun.plusDays(1));
-    RaporAraligiYukle(f.aralik);
+void Form_Load(ReportScreen& f) {
+    f.reportMode = f.session.gFormKayit.ReportMode;
+    const DateTime today = f.session.desktop.clock.today();
+    f.dtRaporTarihi.setValue(today);
+    if (f.kind == ReportScreenKind::Overdue) f.dtRaporTarihi.setValue(Null{});
+    f.dtRaporTarihiSon.setValue(today.plusDays(1));
+    loadReportRange(f.range);
 }
 
-void Form_KeyPress(RaporEkrani& f, KeyPress& press) {
+void Form_KeyPress(ReportScreen& f, KeyPress& press) {
     if (press.character != static_cast<char32_t>(Key::Escape)) return;
     press.swallowed = true;
     f.forms().unload(f);
 }
 
 // The detailed list would go from door to door.
-void cboRapor_Click(RaporEkrani& f) {
+void cboRapor_Click(ReportScreen& f) {
     if (f.cboRapor.text() == "Detaylı Rapor") f.cboSiralamaKriteri->setText("Adrese Göre");
 }
 
-void cmdRapor_Click(RaporEkrani& f) {
-    f.tur == RaporEkraniTuru::GunuGecen ? GunuGecenRaporu(f) : BeklenenRaporu(f);
+void cmdRapor_Click(ReportScreen& f) {
+    f.kind == ReportScreenKind::Overdue ? overdueReport(f) : expectedReport(f);
 }
 
-void fillLists(RaporEkrani& f) {
+void fillLists(ReportScreen& f) {
     f.cboRapor.add("Basit Rapor");
     f.cboRapor.add("Detaylı Rapor");
     f.cboRapor.setListIndex(0);
     if (!f.cboSiralamaKriteri) return;
-    for (const char* kriter : {"Tarih", "Ad Soyad", "Adrese Göre"})
-        f.cboSiralamaKriteri->add(kriter);
+    for (const char* criterion : {"Tarih", "Ad Soyad", "Adrese Göre"})
+        f.cboSiralamaKriteri->add(criterion);
     f.cboSiralamaKriteri->setListIndex(0);
 }
 
-const char* nameOf(RaporEkraniTuru tur) {
-    return tur == RaporEkraniTuru::GunuGecen ? "rprodemesigecen" : "rprbeklenentahsilat";
+const char* nameOf(ReportScreenKind kind) {
+    return kind == ReportScreenKind::Overdue ? "rprodemesigecen" : "rprbeklenentahsilat";
 }
 
-const char* captionOf(RaporEkraniTuru tur) {
-    return tur == RaporEkraniTuru::GunuGecen ? "Günü Geçen Ödemeler Raporu" : "Beklenen Taksitler";
+const char* captionOf(ReportScreenKind kind) {
+    return kind == ReportScreenKind::Overdue ? "Günü Geçen Ödemeler Raporu" : "Beklenen Taksitler";
 }
 
 } // namespace
 
-RaporEkrani::RaporEkrani(Forms& forms, Session& itsSession, RaporEkraniTuru itsTur)
-    : Form(forms, nameOf(itsTur), captionOf(itsTur)), session(itsSession), tur(itsTur),
+ReportScreen::ReportScreen(Forms& forms, Session& itsSession, ReportScreenKind itsKind)
+    : Form(forms, nameOf(itsKind), captionOf(itsKind)), session(itsSession), kind(itsKind),
       cboSiralamaKriteri(
-          itsTur == RaporEkraniTuru::GunuGecen
+          itsKind == ReportScreenKind::Overdue
               ? std::make_unique<ComboBox>(*this, "cboSiralamaKriteri", ComboBox::Style::ListOnly)
               : nullptr) {
     fillLists(*this);
@@ -67,11 +67,11 @@ RaporEkrani::RaporEkrani(Forms& forms, Session& itsSession, RaporEkraniTuru itsT
 }
 
 std::unique_ptr<Form> makeRprOdemesiGecen(Forms& forms, Session& session) {
-    return std::make_unique<RaporEkrani>(forms, session, RaporEkraniTuru::GunuGecen);
+    return std::make_unique<ReportScreen>(forms, session, ReportScreenKind::Overdue);
 }
 
 std::unique_ptr<Form> makeRprBeklenenTahsilat(Forms& forms, Session& session) {
-    return std::make_unique<RaporEkrani>(forms, session, RaporEkraniTuru::Beklenen);
+    return std::make_unique<ReportScreen>(forms, session, ReportScreenKind::Expected);
 }
 
 } // namespace veldona

@@ -13,13 +13,13 @@
 
 namespace veldona {
 
-enum class RaporEkraniTuru { GunuGecen, Beklenen };
+enum class ReportScreenKind { Overdue, Expected };
 
-struct RaporEkrani : Form {
-    RaporEkrani(Forms& forms, Session& itsSession, RaporEkraniTuru itsTur);
+struct ReportScreen : Form {
+    ReportScreen(Forms& forms, Session& itsSession, ReportScreenKind itsKind);
 
     Session& session;
-    const RaporEkraniTuru tur;
+    const ReportScreenKind kind;
 
     // Day, or Null while unchecked.
     DateBox dtRaporTarihi{*this, "dtRaporTarihi", DateBox::Style::PickerWithCheck};
@@ -29,10 +29,10 @@ struct RaporEkrani : Form {
     CommandButton cmdRapor{*this, "cmdRapor", "Tamam"};
     CommandButton cmdCikis{*this, "cmdCikis", "Çıkış"};
     CommandButton Command1{*this, "Command1", "ÇIKIŞ"};
-    RaporAraligi aralik{*this, session};
+    ReportRange range{*this, session};
 
-    std::int32_t raporKipi = 0; // 1 expected, else overdue: the title on the paper
-    bool hesapliyor = false;    // a run is under way; a second press waits for nothing and starts nothing
+    std::int32_t reportMode = 0; // 1 expected, else overdue: the title on the paper
+    bool computing = false;      // a run is under way; a second press waits for nothing and starts nothing
 };
 
 [[nodiscard]] std::unique_ptr<Form> makeRprOdemesiGecen(Forms& forms, Session& session);

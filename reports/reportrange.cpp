@@ -4,7 +4,7 @@
 
 namespace veldona {
 
-RaporAraligi::RaporAraligi(Form& itsForm, Session& itsSession) : form(itsForm), session(itsSession) {
+ReportRange::ReportRange(Form& itsForm, Session& itsSession) : form(itsForm), session(itsSession) {
     for (Control* control :
          {static_cast<Control*>(&DTPicker1), static_cast<Control*>(&DTPicker2), static_cast<Control*>(&Text1),
           static_cast<Control*>(&Text2), static_cast<Control*>(&cmdExcel), static_cast<Control*>(&Command6),
@@ -15,10 +15,10 @@ RaporAraligi::RaporAraligi(Form& itsForm, Session& itsSession) : form(itsForm), 
     cmdExcel.onClick = [this] { cmdExcel_Click(*this); };
 }
 
-void RaporAraligiYukle(RaporAraligi& aralik) {
-    const DateTime bugun = aralik.session.desktop.clock.today();
-    aralik.DTPicker1.setValue(bugun);
-    aralik.DTPicker2.setValue(bugun);
+void loadReportRange(ReportRange& range) {
+    const DateTime today = range.session.desktop.clock.today();
+    range.DTPicker1.setValue(today);
+    range.DTPicker2.setValue(today);
 }
 
 } // namespace veldona

@@ -8,8 +8,8 @@
 
 namespace veldona {
 
-struct RaporAraligi {
-    RaporAraligi(Form& itsForm, Session& itsSession);
+struct ReportRange {
+    ReportRange(Form& itsForm, Session& itsSession);
 
     Form& form;
     Session& session;
@@ -23,10 +23,10 @@ struct RaporAraligi {
     CommandButton Command6{form, "Command6", "Rapor"};
     CommandButton cmdDeneme{form, "cmdDeneme", "Rapor"};
 
-    bool excelYaziliyor = false; // the spreadsheet is being written
+    bool writingSpreadsheet = false; // the spreadsheet is being written
 };
 
 // Today in both pickers and both texts.
-void RaporAraligiYukle(RaporAraligi& aralik);
+void loadReportRange(ReportRange& range);
 
 } // namespace veldona

@@ -9,11 +9,11 @@ namespace veldona {
 
 namespace {
 
-constexpr std::size_t kSatisBirden = 2000; // sales to one question
+constexpr std::size_t kSalesAtOnce = 2000; // sales to one question
 
-void oku(Session& session, std::string_view tablo, std::int32_t ilk, std::int32_t son,
-         std::vector<Hareket>& rows) {
-    KayitSeti rs;
+void read(Session& session, std::string_view tablo, std::int32_t ilk, std::int32_t son,
+          std::vector<Hareket>& rows) {
+    RecordsetPtr rs;
     KayitSetiAc(session, rs,
                 "SELECT ISLEMNO,ODTRH,ODMIKTAR FROM " + std::string(tablo) + " WHERE ISLEMNO>=" +
                     std::to_string(ilk) + " AND ISLEMNO<=" + std::to_string(son) + " ORDER BY ISLEMNO,ID",
@@ -29,17 +29,17 @@ void oku(Session& session, std::string_view tablo, std::int32_t ilk, std::int32_
 
 } // namespace
 
-SatisHareketleri::SatisHareketleri(Session& session, std::string_view tablo,
-                                   std::vector<std::int32_t> satislar, const std::function<bool()>& devam) {
-    std::ranges::sort(satislar);
-    satislar.erase(std::unique(satislar.begin(), satislar.end()), satislar.end());
-    for (std::size_t i = 0; i < satislar.size() && complete_; i += kSatisBirden) {
-        oku(session, tablo, satislar[i], satislar[std::min(i + kSatisBirden, satislar.size()) - 1], rows_);
-        complete_ = devam();
+SaleMovements::SaleMovements(Session& session, std::string_view tablo, std::vector<std::int32_t> sales,
+                             const std::function<bool()>& goOn) {
+    std::ranges::sort(sales);
+    sales.erase(std::unique(sales.begin(), sales.end()), sales.end());
+    for (std::size_t i = 0; i < sales.size() && complete_; i += kSalesAtOnce) {
+        read(session, tablo, sales[i], sales[std::min(i + kSalesAtOnce, sales.size()) - 1], rows_);
+        complete_ = goOn();
     }
 }
 
-std::span<const Hareket> SatisHareketleri::satisin(std::int32_t islemNo) const {
+std::span<const Hareket> SaleMovements::ofSale(std::int32_t islemNo) const {
     return {std::ranges::lower_bound(rows_, islemNo, {}, &Hareket::ISLEMNO),
             std::ranges::upper_bound(rows_, islemNo, {}, &Hareket::ISLEMNO)};
 }

@@ -22,13 +22,13 @@ struct Hareket {
     StoredAmount ODMIKTAR; // 0 where the books have none
 };
 
-class SatisHareketleri {
+class SaleMovements {
 public:
     // `devam` is asked between the questions; false gives the reading up, and isComplete() says so.
-    SatisHareketleri(Session& session, std::string_view tablo, std::vector<std::int32_t> satislar,
-                     const std::function<bool()>& devam);
+    SaleMovements(Session& session, std::string_view tablo, std::vector<std::int32_t> sales,
+                  const std::function<bool()>& goOn);
     [[nodiscard]] bool isComplete() const { return complete_; }
-    [[nodiscard]] std::span<const Hareket> satisin(std::int32_t islemNo) const;
+    [[nodiscard]] std::span<const Hareket> ofSale(std::int32_t islemNo) const;
 
 private:
     std::vector<Hareket> rows_;

@@ -9,41 +9,41 @@ namespace veldona {
 
 namespace {
 
-std::string toplamSorgusu(const SatisSorgusu& sorgu, const std::string& satis) {
-    return "SELECT  MUSTNO,ISLEMNO,SUM(ODMIKTAR) as OdenenPara From " + sorgu.tablo + "  " + sorgu.kosul +
-           satis + " GROUP BY MUSTNO,ISLEMNO";
+std::string sumQuery(const SaleQuery& query, const std::string& sale) {
+    return "SELECT  MUSTNO,ISLEMNO,SUM(ODMIKTAR) as OdenenPara From " + query.tablo + "  " + query.kosul +
+           sale + " GROUP BY MUSTNO,ISLEMNO";
 }
 
 } // namespace
 
-bool SatisToplamlari::oku(Session& session, SatisSorgusu sorgu) {
-    sorgu_ = std::move(sorgu);
-    KayitSeti rs;
+bool SaleSums::read(Session& session, SaleQuery query) {
+    query_ = std::move(query);
+    RecordsetPtr rs;
     std::string hata;
-    if (!KayitSetiAcKontrollu(session, rs, toplamSorgusu(sorgu_, ""), hata)) return false;
-    satislar_.reserve(static_cast<std::size_t>(rs->recordCount()));
+    if (!KayitSetiAcKontrollu(session, rs, sumQuery(query_, ""), hata)) return false;
+    sales_.reserve(static_cast<std::size_t>(rs->recordCount()));
     for (; !rs->eof(); rs->moveNext()) {
         if (rs->value(0).isNull() || rs->value(1).isNull()) continue; // belongs to no sale that is asked for
-        satislar_[toLong(rs->value(1))].push_back({toText(rs->value(0)), rs->value(2)});
+        sales_[toLong(rs->value(1))].push_back({toText(rs->value(0)), rs->value(2)});
     }
     return true;
 }
 
-std::optional<StoredAmount> SatisToplamlari::bul(Session& session, const std::string& mustno,
-                                                 std::int16_t islemno) const {
-    const auto satis = satislar_.find(islemno);
-    if (satis == satislar_.end()) return std::nullopt;
-    for (const Toplam& toplam : satis->second)
-        if (toplam.mustno == mustno) return TamTutar(toplam.tutar);
-    KayitSeti rs;
+std::optional<StoredAmount> SaleSums::sumOfSale(Session& session, const std::string& mustno,
+                                                std::int16_t islemno) const {
+    const auto sale = sales_.find(islemno);
+    if (sale == sales_.end()) return std::nullopt;
+    for (const Sum& total : sale->second)
+        if (total.mustno == mustno) return wholeAmount(total.tutar);
+    RecordsetPtr rs;
     KayitSetiAc(session, rs,
-                toplamSorgusu(sorgu_, "  And MUSTNO='" + mustno + "' And ISLEMNO=" + std::to_string(islemno)),
+                sumQuery(query_, "  And MUSTNO='" + mustno + "' And ISLEMNO=" + std::to_string(islemno)),
                 adodb::CursorLocation::Client);
     if (rs->eof()) return std::nullopt;
-    return TamTutar(rs->value(2));
+    return wholeAmount(rs->value(2));
 }
 
-StoredAmount TamTutar(const Value& tutar) {
+StoredAmount wholeAmount(const Value& tutar) {
     return StoredAmount::ofColumn(tutar).rounded();
 }
 

@@ -16,29 +16,29 @@
 namespace veldona {
 
 // What is asked: the rows of `tablo` that `kosul` (" WHERE …") lets through.
-struct SatisSorgusu {
+struct SaleQuery {
     std::string tablo;
     std::string kosul;
 };
 
-class SatisToplamlari {
+class SaleSums {
 public:
     // False where the query fails; the operator has been told.
-    [[nodiscard]] bool oku(Session& session, SatisSorgusu sorgu);
+    [[nodiscard]] bool read(Session& session, SaleQuery query);
     // ODMIKTAR of the sale's rows, rounded to whole stored units; nothing where it has no row.
-    [[nodiscard]] std::optional<StoredAmount> bul(Session& session, const std::string& mustno,
-                                                  std::int16_t islemno) const;
+    [[nodiscard]] std::optional<StoredAmount> sumOfSale(Session& session, const std::string& mustno,
+                                                        std::int16_t islemno) const;
 
 private:
-    struct Toplam {
+    struct Sum {
         std::string mustno;
         Value tutar;
     };
-    SatisSorgusu sorgu_;
-    std::unordered_map<std::int64_t, std::vector<Toplam>> satislar_; // by sale number
+    SaleQuery query_;
+    std::unordered_map<std::int64_t, std::vector<Sum>> sales_; // by sale number
 };
 
 // A stored sum in whole units, ties to the even number; error 94 for a sum of nothing but Null.
-[[nodiscard]] StoredAmount TamTutar(const Value& tutar);
+[[nodiscard]] StoredAmount wholeAmount(const Value& tutar);
 
 } // namespace veldona

@@ -17,178 +17,180 @@ namespace veldona {
 
 namespace {
 
-constexpr exports::CellStyle kBaslik{.bold = true, .size = 14};
-constexpr exports::CellStyle kSutunBasligi{.bold = true, .underline = true, .size = 12};
-constexpr exports::CellStyle kToplamYazisi{.bold = true, .size = 12, .rgb = 0x0000C0}; // dark blue
-constexpr exports::CellStyle kToplam{.bold = true, .size = 12};
-constexpr int kIlkSatir = 5;
-constexpr int kBosKutuluSatis = 369; // shows an empty box; the shop knows why
+constexpr exports::CellStyle kTitle{.bold = true, .size = 14};
+constexpr exports::CellStyle kColumnHead{.bold = true, .underline = true, .size = 12};
+constexpr exports::CellStyle kSumText{.bold = true, .size = 12, .rgb = 0x0000C0}; // dark blue
+constexpr exports::CellStyle kSum{.bold = true, .size = 12};
+constexpr int kFirstRow = 5;
+constexpr int kSaleWithEmptyBox = 369; // shows an empty box; the shop knows why
 
-struct Satis {
+struct Sale {
     std::int32_t ISLEMNO;
     StoredAmount TOPBORC;
 };
 
-struct Musteri {
+struct Customer {
     std::string MUSTNO, AD, SOYAD;
 };
 
-std::vector<Satis> satislariOku(Session& session) {
+std::vector<Sale> readSales(Session& session) {
     dao::Database db = session.dbEngine.openDatabase(session.gVeritabaniYolu, session.connectText());
     dao::Recordset rs = db.openRecordset("SELECT  ISLEMNO,TOPBORC From ISLEMNOTABLO  ");
-    std::vector<Satis> satislar;
-    std::map<std::int32_t, StoredAmount> ilkBorc; // a number that stands twice has the debt of its first row
+    std::vector<Sale> sales;
+    std::map<std::int32_t, StoredAmount>
+        firstDebt; // a number that stands twice has the debt of its first row
     for (; !rs.eof(); rs.moveNext()) {
-        const Value borc = rs.value("TOPBORC");
+        const Value wholeDebt = rs.value("TOPBORC");
         const std::int32_t no = toLong(rs.value("ISLEMNO"));
-        const auto debt = ilkBorc.try_emplace(no, storedIn(borc).value_or(StoredAmount{})).first;
-        satislar.push_back({no, debt->second});
+        const auto debt = firstDebt.try_emplace(no, storedIn(wholeDebt).value_or(StoredAmount{})).first;
+        sales.push_back({no, debt->second});
     }
-    return satislar;
+    return sales;
 }
 
-class ExcelListesi {
+class SpreadsheetList {
 public:
-    explicit ExcelListesi(RaporAraligi& aralik)
-        : aralik_(aralik), session_(aralik.session), baslik_(aralik.form.caption()),
-          dosya_(aktarimDosyasi(session_, "MSExcel",
-                                "Odemeler " + format(session_.desktop.clock.now(), "yyyy-mm-dd hh.mm.ss"),
-                                ".xlsx")),
-          tablo_(dosya_) {}
+    explicit SpreadsheetList(ReportRange& range)
+        : range_(range), session_(range.session), title_(range.form.caption()),
+          file_(exportFile(session_, "MSExcel",
+                           "Odemeler " + format(session_.desktop.clock.now(), "yyyy-mm-dd hh.mm.ss"),
+                           ".xlsx")),
+          sheet_(file_) {}
 
     // The file's path, or nothing where the operator left.
-    std::optional<std::string> yaz();
+    std::optional<std::string> writeAll();
 
 private:
-    void basliklar();
-    void satis(const Satis& satis, const SatisHareketleri& taksit, const SatisHareketleri& odenen);
-    [[nodiscard]] std::optional<Musteri> musteriBul(std::int32_t islemNo);
-    void satirYaz(const Musteri& musteri, std::int32_t islemNo, const AcikAy& ay);
-    void toplamYaz();
+    void heads();
+    void sale(const Sale& sale, const SaleMovements& installments, const SaleMovements& paid);
+    [[nodiscard]] std::optional<Customer> findCustomer(std::int32_t islemNo);
+    void writeRow(const Customer& customer, std::int32_t islemNo, const OpenMonth& ay);
+    void writeSum();
     // Shows how far it is and lets events run; false where the screen is gone.
-    [[nodiscard]] bool devam(double yapilan, double toplam);
+    [[nodiscard]] bool goOn(double done, double total);
 
-    RaporAraligi& aralik_;
+    ReportRange& range_;
     Session& session_;
-    std::string baslik_; // the screen's caption
-    std::string dosya_;
-    exports::Spreadsheet tablo_;
-    DateTime sinir_;
+    std::string title_; // the screen's caption
+    std::string file_;
+    exports::Spreadsheet sheet_;
+    DateTime limit_;
     float ToplamKalan = 0;
-    std::int16_t SatirNo = kIlkSatir;
+    std::int16_t SatirNo = kFirstRow;
 };
 
-bool ExcelListesi::devam(double yapilan, double toplam) {
-    aralik_.form.setCaption(baslik_ + "  % " + format(100 * yapilan / std::max(toplam, 1.0), "0"));
+bool SpreadsheetList::goOn(double done, double total) {
+    range_.form.setCaption(title_ + "  % " + format(100 * done / std::max(total, 1.0), "0"));
     session_.desktop.events.doEvents();
-    return !aralik_.form.isUnloaded();
+    return !range_.form.isUnloaded();
 }
 
-void ExcelListesi::basliklar() {
-    tablo_.write("C1", "GÜNÜ GEÇEN ÖDEMELER", kBaslik);
-    const char* const sutunlar[] = {"Müşteri No", "Ad", "Soyad", "İşlem No", "Ödeme Trh", "Kalan"};
-    const double genislikler[] = {12, 14, 14, 10, 12, 21};
+void SpreadsheetList::heads() {
+    sheet_.write("C1", "GÜNÜ GEÇEN ÖDEMELER", kTitle);
+    const char* const columns[] = {"Müşteri No", "Ad", "Soyad", "İşlem No", "Ödeme Trh", "Kalan"};
+    const double widths[] = {12, 14, 14, 10, 12, 21};
     for (int i = 0; i < 6; ++i) {
-        tablo_.write(3, i, sutunlar[i], kSutunBasligi);
-        tablo_.setWidth(static_cast<char>('A' + i), genislikler[i]);
+        sheet_.write(3, i, columns[i], kColumnHead);
+        sheet_.setWidth(static_cast<char>('A' + i), widths[i]);
     }
 }
 
-std::optional<Musteri> ExcelListesi::musteriBul(std::int32_t islemNo) {
-    KayitSeti rs;
+std::optional<Customer> SpreadsheetList::findCustomer(std::int32_t islemNo) {
+    RecordsetPtr rs;
     KayitSetiAc(session_, rs,
                 "SELECT TOP 1 MUSTKAYIT.AD,MUSTKAYIT.SOYAD,  URUNSAT.MUSTNO     From URUNSAT, MUSTKAYIT "
                 "Where URUNSAT.MUSTNO = MUSTKAYIT.HSTNO And urunsat.ISLEMNO = " +
-                    std::to_string(islemNo) + " And  URUNSAT.ODTRH <=  " + TarihSabiti(sinir_) +
+                    std::to_string(islemNo) + " And  URUNSAT.ODTRH <=  " + dateLiteral(limit_) +
                     " ORDER BY URUNSAT.ID",
                 adodb::CursorLocation::Client);
     if (rs->eof()) return std::nullopt;
-    return Musteri{joinText(rs->value("MUSTNO")), joinText(rs->value("AD")), joinText(rs->value("SOYAD"))};
+    return Customer{joinText(rs->value("MUSTNO")), joinText(rs->value("AD")), joinText(rs->value("SOYAD"))};
 }
 
-void ExcelListesi::satirYaz(const Musteri& musteri, std::int32_t islemNo, const AcikAy& ay) {
+void SpreadsheetList::writeRow(const Customer& customer, std::int32_t islemNo, const OpenMonth& ay) {
     const int satir = SatirNo - 1;
-    tablo_.write(satir, 0, musteri.MUSTNO);
-    tablo_.write(satir, 1, musteri.AD);
-    tablo_.write(satir, 2, musteri.SOYAD);
-    tablo_.write(satir, 3, islemNo);
-    tablo_.write(satir, 4, ay.ODTRH);
-    tablo_.write(satir, 5, ay.kalan.column());
+    sheet_.write(satir, 0, customer.MUSTNO);
+    sheet_.write(satir, 1, customer.AD);
+    sheet_.write(satir, 2, customer.SOYAD);
+    sheet_.write(satir, 3, islemNo);
+    sheet_.write(satir, 4, ay.ODTRH);
+    sheet_.write(satir, 5, ay.kalan.column());
     ToplamKalan = static_cast<float>(static_cast<double>(ToplamKalan) + ay.kalan.column());
     SatirNo = toInteger(SatirNo + 1);
 }
 
-void ExcelListesi::satis(const Satis& satis, const SatisHareketleri& taksit, const SatisHareketleri& odenen) {
-    const auto odemeler = odenen.satisin(satis.ISLEMNO);
-    if (tamamenOdenmis(satis.TOPBORC, odemeler)) return;
-    const std::vector<AcikAy> aylar = acikAylar(taksit.satisin(satis.ISLEMNO), odemeler);
-    if (aylar.empty()) return;
-    const auto musteri = musteriBul(satis.ISLEMNO);
-    for (const AcikAy& ay : aylar)
-        if (musteri) satirYaz(*musteri, satis.ISLEMNO, ay);
+void SpreadsheetList::sale(const Sale& sale, const SaleMovements& installments, const SaleMovements& paid) {
+    const auto payments = paid.ofSale(sale.ISLEMNO);
+    if (paidInFull(sale.TOPBORC, payments)) return;
+    const std::vector<OpenMonth> months = openMonths(installments.ofSale(sale.ISLEMNO), payments);
+    if (months.empty()) return;
+    const auto customer = findCustomer(sale.ISLEMNO);
+    for (const OpenMonth& ay : months)
+        if (customer) writeRow(*customer, sale.ISLEMNO, ay);
 }
 
-void ExcelListesi::toplamYaz() {
+void SpreadsheetList::writeSum() {
     const std::string satir = std::to_string(SatirNo + 1);
-    tablo_.write("E" + satir, "TOPLAM =", kToplamYazisi);
-    tablo_.write("F" + satir, format(static_cast<double>(ToplamKalan), "###,###,###"), kToplam);
+    sheet_.write("E" + satir, "TOPLAM =", kSumText);
+    sheet_.write("F" + satir, format(static_cast<double>(ToplamKalan), "###,###,###"), kSum);
 }
 
-std::optional<std::string> ExcelListesi::yaz() {
-    constexpr int okumaPayi = 40; // of the hundred steps that the caption counts
-    const std::vector<Satis> satislar = satislariOku(session_);
-    sinir_ = toDate(aralik_.DTPicker2.value());
-    basliklar();
-    std::vector<std::int32_t> numaralar;
-    for (const Satis& each : satislar)
-        numaralar.push_back(each.ISLEMNO);
-    const SatisHareketleri taksit(session_, "URUNSAT", numaralar, [&] { return devam(okumaPayi / 2, 100); });
-    if (!taksit.isComplete()) return std::nullopt;
-    const SatisHareketleri odenen(session_, "TAKSITODENEN", numaralar, [&] { return devam(okumaPayi, 100); });
-    if (!odenen.isComplete()) return std::nullopt;
-    for (std::size_t i = 0; i < satislar.size(); ++i) {
-        const auto yapilan = static_cast<double>(i) / static_cast<double>(satislar.size());
-        if (i % 200 == 0 && !devam(okumaPayi + yapilan * (100 - okumaPayi), 100)) return std::nullopt;
-        if (satislar[i].ISLEMNO == kBosKutuluSatis) session_.desktop.dialogs.tell("");
-        satis(satislar[i], taksit, odenen);
+std::optional<std::string> SpreadsheetList::writeAll() {
+    constexpr int kReadingShare = 40; // of the hundred steps that the caption counts
+    const std::vector<Sale> sales = readSales(session_);
+    limit_ = toDate(range_.DTPicker2.value());
+    heads();
+    std::vector<std::int32_t> numbers;
+    for (const Sale& each : sales)
+        numbers.push_back(each.ISLEMNO);
+    const SaleMovements installments(session_, "URUNSAT", numbers,
+                                     [&] { return goOn(kReadingShare / 2, 100); });
+    if (!installments.isComplete()) return std::nullopt;
+    const SaleMovements paid(session_, "TAKSITODENEN", numbers, [&] { return goOn(kReadingShare, 100); });
+    if (!paid.isComplete()) return std::nullopt;
+    for (std::size_t i = 0; i < sales.size(); ++i) {
+        const auto done = static_cast<double>(i) / static_cast<double>(sales.size());
+        if (i % 200 == 0 && !goOn(kReadingShare + done * (100 - kReadingShare), 100)) return std::nullopt;
+        if (sales[i].ISLEMNO == kSaleWithEmptyBox) session_.desktop.dialogs.tell("");
+        sale(sales[i], installments, paid);
     }
-    toplamYaz();
-    tablo_.close();
-    return dosya_;
+    writeSum();
+    sheet_.close();
+    return file_;
 }
 
 // While the list is being made its button takes no second click, and the screen is put back in any case.
-class Yaziliyor {
+class WritingGuard {
 public:
-    explicit Yaziliyor(RaporAraligi& aralik)
-        : aralik_(aralik), hold_(aralik.session.forms), baslik_(aralik.form.caption()) {
-        aralik_.excelYaziliyor = true;
-        aralik_.form.setPointer(MousePointer::Wait);
+    explicit WritingGuard(ReportRange& range)
+        : range_(range), hold_(range.session.forms), title_(range.form.caption()) {
+        range_.writingSpreadsheet = true;
+        range_.form.setPointer(MousePointer::Wait);
     }
-    ~Yaziliyor() {
-        aralik_.excelYaziliyor = false;
-        aralik_.form.setPointer(MousePointer::Default);
-        aralik_.form.setCaption(baslik_);
+    ~WritingGuard() {
+        range_.writingSpreadsheet = false;
+        range_.form.setPointer(MousePointer::Default);
+        range_.form.setCaption(title_);
     }
-    Yaziliyor(const Yaziliyor&) = delete;
-    Yaziliyor& operator=(const Yaziliyor&) = delete;
+    WritingGuard(const WritingGuard&) = delete;
+    WritingGuard& operator=(const WritingGuard&) = delete;
 
 private:
-    RaporAraligi& aralik_;
+    ReportRange& range_;
     Forms::Hold hold_;
-    std::string baslik_;
+    std::string title_;
 };
 
 } // namespace
 
-void cmdExcel_Click(RaporAraligi& aralik) {
-    if (aralik.excelYaziliyor) return;
-    aralik.Text1.setText(aralik.DTPicker1.text());
-    aralik.Text2.setText(aralik.DTPicker2.text());
-    const Yaziliyor yaziliyor(aralik);
-    const auto dosya = ExcelListesi(aralik).yaz();
-    if (dosya && !aralik.session.desktop.opener.open(*dosya))
-        aralik.session.desktop.dialogs.tell("Liste yazıldı: " + *dosya, Icon::Information);
+void cmdExcel_Click(ReportRange& range) {
+    if (range.writingSpreadsheet) return;
+    range.Text1.setText(range.DTPicker1.text());
+    range.Text2.setText(range.DTPicker2.text());
+    const WritingGuard writing(range);
+    const auto file = SpreadsheetList(range).writeAll();
+    if (file && !range.session.desktop.opener.open(*file))
+        range.session.desktop.dialogs.tell("Liste yazıldı: " + *file, Icon::Information);
 }
 
 } // namespace veldona

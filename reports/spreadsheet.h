@@ -9,6 +9,6 @@
 
 namespace veldona {
 
-void cmdExcel_Click(RaporAraligi& aralik);
+void cmdExcel_Click(ReportRange& range);
 
 } // namespace veldona

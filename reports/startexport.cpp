@@ -9,16 +9,16 @@ namespace veldona {
 
 namespace {
 
-constexpr int kHayir = 1; // the second entry of the yes and no lists
+constexpr int kNo = 1; // the second entry of the yes and no lists
 
 // The second argument of a box is the number of its style. Given a title there, no box appears.
-void kutu(Session& session, const std::string& metin, const char* bicimYerine) {
-    const auto bicim = static_cast<Icon>(toLong(Value(bicimYerine)));
-    session.desktop.dialogs.show({metin, kProgramTitle, bicim, Buttons::Ok});
+void box(Session& session, const std::string& text, const char* insteadOfFormat) {
+    const auto formatName = static_cast<Icon>(toLong(Value(insteadOfFormat)));
+    session.desktop.dialogs.show({text, kProgramTitle, formatName, Buttons::Ok});
 }
 
 // A step that runs on where its folder stands already.
-template <class Step> void adim(const Step& step) {
+template <class Step> void runStep(const Step& step) {
     try {
         step();
     } catch (const RuntimeError& error) {
@@ -26,22 +26,22 @@ template <class Step> void adim(const Step& step) {
     }
 }
 
-bool surucuAdiVar(const std::string& dosya) {
-    return mid(dosya, 2, 1) == ":";
+bool hasDriveName(const std::string& file) {
+    return mid(file, 2, 1) == ":";
 }
 
-void dosyaHedefi(AktarPaneli& p) {
+void fileTarget(ExportPanel& p) {
     const std::string uyari =
         "Aktarılacak dosyanın dizini otomatik olarak belirtilecektir.\nDosyanın sadece adını giriniz";
     for (const TextBox* alan : {&p.txtDiskFile, &p.txtHTMLFileName})
-        if (surucuAdiVar(alan->text())) kutu(p.session, uyari, "Hata Oluştu");
-    const std::string klasor = aktarKlasoru(p.session, GetExportDir(p.cmbFormat.text()));
-    adim([&] { klasorAc(p.session, aktarKlasoru(p.session)); });
-    adim([&] { klasorAc(p.session, klasor); });
-    p.options.DiskFileName = klasor + "\\" + p.txtDiskFile.text();
+        if (hasDriveName(alan->text())) box(p.session, uyari, "Hata Oluştu");
+    const std::string folder = exportFolder(p.session, GetExportDir(p.cmbFormat.text()));
+    runStep([&] { makeFolder(p.session, exportFolder(p.session)); });
+    runStep([&] { makeFolder(p.session, folder); });
+    p.options.DiskFileName = folder + "\\" + p.txtDiskFile.text();
 }
 
-void digerHedefler(AktarPaneli& p) {
+void otherTargets(ExportPanel& p) {
     ExportOptions& o = p.options;
     o.MailToList = p.txtToList.text();
     o.MailCcList = p.txtCCList.text();
@@ -56,19 +56,19 @@ void digerHedefler(AktarPaneli& p) {
     o.Comments = p.txtComments.text();
 }
 
-void excelSecenekleri(AktarPaneli& p) {
+void spreadsheetOptions(ExportPanel& p) {
     ExportOptions& o = p.options;
     o.areaGroup = toLong(val(p.txtAreaGroup.text()));
     o.areaType = p.cmbAreaType.listIndex();
-    o.columnHeadings = p.cmbColHeading.listIndex() != kHayir;
-    o.tabular = p.cmbUseTabFormat.listIndex() != kHayir;
+    o.columnHeadings = p.cmbColHeading.listIndex() != kNo;
+    o.tabular = p.cmbUseTabFormat.listIndex() != kNo;
     o.worksheetFunctions = p.cmbUseWorkFunc.listIndex() == 0;
     o.constantColumnWidth = p.cmbUseConWidth.listIndex() == 0 ? val(p.txtColWidth.text()) : 0;
 }
 
-void bicimSecenekleri(AktarPaneli& p) {
+void formatOptions(ExportPanel& p) {
     ExportOptions& o = p.options;
-    const std::string klasor = aktarKlasoru(p.session, GetExportDir(p.cmbFormat.text())) + "\\";
+    const std::string folder = exportFolder(p.session, GetExportDir(p.cmbFormat.text())) + "\\";
     switch (o.format) {
     case FormatType::Delimited:
         o.fieldDelimiter = p.txtFieldDel.text();
@@ -76,20 +76,20 @@ void bicimSecenekleri(AktarPaneli& p) {
         break;
     case FormatType::Html32:
     case FormatType::Html4:
-        o.DiskFileName = klasor + p.txtHTMLFileName.text();
+        o.DiskFileName = folder + p.txtHTMLFileName.text();
         o.pageNavigator = p.cmbPageNav.listIndex() == 0;
         break;
     case FormatType::Excel:
     case FormatType::ExcelPlain:
-        excelSecenekleri(p);
+        spreadsheetOptions(p);
         break;
     case FormatType::Pdf:
         o.firstPage = toLong(val(p.txtFirstPage.text()));
         o.lastPage = toLong(val(p.txtLastPage.text()));
-        o.allPages = p.cmbAllPages.listIndex() != kHayir;
+        o.allPages = p.cmbAllPages.listIndex() != kNo;
         break;
     case FormatType::Xml:
-        o.DiskFileName = klasor + p.txtXMLFileName.text();
+        o.DiskFileName = folder + p.txtXMLFileName.text();
         o.multipleFiles = p.cmbMultFiles.listIndex() == 0;
         break;
     default:
@@ -97,29 +97,28 @@ void bicimSecenekleri(AktarPaneli& p) {
     }
 }
 
-void sonucuAc(AktarPaneli& p) {
+void openResult(ExportPanel& p) {
     const FormatType tip = p.options.format;
-    const bool klasor = tip == FormatType::Html32 || tip == FormatType::Html4 || tip == FormatType::Xml;
-    const std::string& dosya = p.options.DiskFileName;
-    p.session.desktop.opener.open(
-        p.session.desktop.paths.toNative(klasor ? getExportDirectory(dosya) : dosya));
+    const bool folder = tip == FormatType::Html32 || tip == FormatType::Html4 || tip == FormatType::Xml;
+    const std::string& file = p.options.DiskFileName;
+    p.session.desktop.opener.open(p.session.desktop.paths.toNative(folder ? getExportDirectory(file) : file));
 }
 
-void aktar(AktarPaneli& p) {
-    if (p.cmbDestination.text() == kHedefSeciniz) kutu(p.session, "Hedefi seçmelisiniz", "Hata Oluştu");
-    const bool dosya = p.options.destination == DestinationType::DiskFile;
-    dosya ? dosyaHedefi(p) : digerHedefler(p);
-    bicimSecenekleri(p);
+void aktar(ExportPanel& p) {
+    if (p.cmbDestination.text() == kChooseTarget) box(p.session, "Hedefi seçmelisiniz", "Hata Oluştu");
+    const bool file = p.options.destination == DestinationType::DiskFile;
+    file ? fileTarget(p) : otherTargets(p);
+    formatOptions(p);
     if (!p.session.rapor) raise(ErrorNumber::ObjectNotSet);
-    adim([&] { raporuAktar(p.session, *p.session.rapor, p.options); });
-    if (!dosya) return;
-    kutu(p.session, "Rapor Dosya Adı : " + p.options.DiskFileName + "\n", "Rapor Başarı ile aktarıldı");
-    if (p.chkOpenFile.checked()) sonucuAc(p);
+    runStep([&] { exportReport(p.session, *p.session.rapor, p.options); });
+    if (!file) return;
+    box(p.session, "Rapor Dosya Adı : " + p.options.DiskFileName + "\n", "Rapor Başarı ile aktarıldı");
+    if (p.chkOpenFile.checked()) openResult(p);
 }
 
 } // namespace
 
-void StartExport(AktarPaneli& p) {
+void StartExport(ExportPanel& p) {
     try {
         aktar(p);
     } catch (const RuntimeError& error) {
@@ -128,9 +127,9 @@ void StartExport(AktarPaneli& p) {
     }
 }
 
-std::string getExportDirectory(const std::string& yol) {
-    const std::size_t at = yol.rfind('\\');
-    return at == std::string::npos ? "" : yol.substr(0, at);
+std::string getExportDirectory(const std::string& route) {
+    const std::size_t at = route.rfind('\\');
+    return at == std::string::npos ? "" : route.substr(0, at);
 }
 
 } // namespace veldona

@@ -10,7 +10,7 @@ namespace veldona {
 
 namespace {
 
-using Hareketler = std::span<const Hareket>;
+using Movements = std::span<const Hareket>;
 
 // Sums of fractions leave a residue in the last bits, which is no money.
 StoredAmount net(StoredAmount sum) {
@@ -19,15 +19,15 @@ StoredAmount net(StoredAmount sum) {
     return column == std::nearbyint(column) ? sum : StoredAmount::ofColumn(roundHalfEven(column, decimals));
 }
 
-template <class Test> StoredAmount topla(Hareketler rows, const Test& test) {
+template <class Test> StoredAmount sumOf(Movements rows, const Test& test) {
     StoredAmount sum;
     for (const Hareket& row : rows)
         if (row.ODTRH && test(*row.ODTRH)) sum += row.ODMIKTAR;
     return net(sum);
 }
 
-StoredAmount tariheKadar(Hareketler rows, DateTime son) {
-    return topla(rows, [&](DateTime date) { return date <= son; });
+StoredAmount upTo(Movements rows, DateTime son) {
+    return sumOf(rows, [&](DateTime date) { return date <= son; });
 }
 
 struct Pencere {
@@ -36,20 +36,20 @@ struct Pencere {
 };
 
 // From the first of the date's month to the first of the next.
-Pencere ayi(DateTime date) {
+Pencere monthOf(DateTime date) {
     const DateTime bas = DateTime::of(date.year(), date.month(), 1);
     return {bas, addMonths(bas, 1)};
 }
 
-const Hareket* ilki(Hareketler rows, const Pencere& pencere) {
+const Hareket* firstOne(Movements rows, const Pencere& pencere) {
     const auto found = std::ranges::find_if(
         rows, [&](const Hareket& row) { return row.ODTRH && pencere.holds(*row.ODTRH); });
     return found == rows.end() ? nullptr : &*found;
 }
 
-struct Uclar {
+struct Ends {
     std::optional<DateTime> ilk, son;
-    void genislet(Hareketler rows) {
+    void widen(Movements rows) {
         for (const Hareket& row : rows) {
             if (!row.ODTRH) continue;
             ilk = ilk ? std::min(*ilk, *row.ODTRH) : *row.ODTRH;
@@ -60,34 +60,34 @@ struct Uclar {
 
 } // namespace
 
-bool tamamenOdenmis(StoredAmount topBorc, std::span<const Hareket> odenen) {
+bool paidInFull(StoredAmount topBorc, std::span<const Hareket> paid) {
     StoredAmount sum;
-    for (const Hareket& row : odenen)
+    for (const Hareket& row : paid)
         sum += row.ODMIKTAR;
     return topBorc.rounded() == sum.rounded();
 }
 
-std::vector<AcikAy> acikAylar(std::span<const Hareket> taksit, std::span<const Hareket> odenen) {
-    Uclar uclar;
-    uclar.genislet(taksit);
-    uclar.genislet(odenen);
-    std::vector<AcikAy> aylar;
-    if (!uclar.ilk) return aylar;
-    const int aySayisi = toByte(monthsBetween(*uclar.ilk, *uclar.son));
-    DateTime tarih = *uclar.ilk;
-    for (int i = 0; i <= aySayisi; ++i, tarih = addMonths(tarih, 1)) {
-        const StoredAmount borc = tariheKadar(taksit, tarih), odeme = tariheKadar(odenen, tarih);
-        if (borc == odeme) break;
-        if (odeme > borc) continue;
-        const Pencere ay = ayi(tarih);
-        const auto icinde = [&](DateTime date) { return ay.holds(date); };
-        const StoredAmount ayinBorcu = topla(taksit, icinde), ayinOdemesi = topla(odenen, icinde);
-        if (ayinBorcu == ayinOdemesi) continue;
-        const Hareket* ilk = ilki(taksit, ay);
-        if (!ilk) ilk = ilki(odenen, ay);
-        aylar.push_back({*ilk->ODTRH, ayinBorcu - ayinOdemesi});
+std::vector<OpenMonth> openMonths(std::span<const Hareket> installments, std::span<const Hareket> paid) {
+    Ends ends;
+    ends.widen(installments);
+    ends.widen(paid);
+    std::vector<OpenMonth> months;
+    if (!ends.ilk) return months;
+    const int monthCount = toByte(monthsBetween(*ends.ilk, *ends.son));
+    DateTime day = *ends.ilk;
+    for (int i = 0; i <= monthCount; ++i, day = addMonths(day, 1)) {
+        const StoredAmount wholeDebt = upTo(installments, day), payment = upTo(paid, day);
+        if (wholeDebt == payment) break;
+        if (payment > wholeDebt) continue;
+        const Pencere ay = monthOf(day);
+        const auto within = [&](DateTime date) { return ay.holds(date); };
+        const StoredAmount monthsDebt = sumOf(installments, within), monthsPayment = sumOf(paid, within);
+        if (monthsDebt == monthsPayment) continue;
+        const Hareket* ilk = firstOne(installments, ay);
+        if (!ilk) ilk = firstOne(paid, ay);
+        months.push_back({*ilk->ODTRH, monthsDebt - monthsPayment});
     }
-    return aylar;
+    return months;
 }
 
 } // namespace veldona

@@ -11,15 +11,16 @@
 
 namespace veldona {
 
-struct AcikAy {
+struct OpenMonth {
     DateTime ODTRH;     // of the month's first schedule row, else of its first payment
     StoredAmount kalan; // due less paid in that month; negative where more was paid
 };
 
 // True where debt and payments are the same number of whole stored units.
-[[nodiscard]] bool tamamenOdenmis(StoredAmount topBorc, std::span<const Hareket> odenen);
+[[nodiscard]] bool paidInFull(StoredAmount topBorc, std::span<const Hareket> paid);
 
 // Error 6 where the dates lie more than 255 months apart.
-[[nodiscard]] std::vector<AcikAy> acikAylar(std::span<const Hareket> taksit, std::span<const Hareket> odenen);
+[[nodiscard]] std::vector<OpenMonth> openMonths(std::span<const Hareket> installments,
+                                                std::span<const Hareket> paid);
 
 } // namespace veldona

@@ -11,32 +11,32 @@ namespace veldona {
 
 namespace {
 
-struct Arac {
+struct BarTool {
     const char* key;
     const char* caption;
     void (*islem)(FrmCrNesne&); // nullptr: the tool does nothing
 };
 
-void AktarPaneliAc(FrmCrNesne& f) {
+void openExportPanel(FrmCrNesne& f) {
     f.aktar.picExport.setVisible(true);
 }
 
-constexpr std::array<Arac, 10> kAraclar = {{
+constexpr std::array<BarTool, 10> kTools = {{
     {"cmdIlk", "İlk", RaporIlkSayfa},
     {"cmdOnceki", "Önceki", RaporOncekiSayfa},
     {"cmdSonraki", "Sonraki", RaporSonrakiSayfa},
     {"cmdSon", "Son", RaporSonSayfa},
-    {"cmdYeniden", "Yenile", RaporYenile},
-    {"cmdAra", "Ara", [](FrmCrNesne& f) { RaporAra(f); }},
+    {"cmdYeniden", "Yenile", refreshReport},
+    {"cmdAra", "Ara", [](FrmCrNesne& f) { searchReport(f); }},
     {"cmdYazdir", "Yazdır", RaporYazdir},
-    {"cmdExport", "Aktar", AktarPaneliAc},
+    {"cmdExport", "Aktar", openExportPanel},
     {"cmdMail", "Mail", nullptr},
     {"cmdCikis", "Çıkış", RaporKapat},
 }};
 
 void BarIslemler_ToolClick(FrmCrNesne& f, const std::string& key) {
-    for (const Arac& arac : kAraclar)
-        if (arac.key == key && arac.islem) return arac.islem(f);
+    for (const BarTool& toolName : kTools)
+        if (toolName.key == key && toolName.islem) return toolName.islem(f);
 }
 
 void bekle(FrmCrNesne& f) {
@@ -44,9 +44,9 @@ void bekle(FrmCrNesne& f) {
         f.session.desktop.events.doEvents();
 }
 
-void sayfaGoster(FrmCrNesne& f, void (ReportView::*git)()) {
+void showPage(FrmCrNesne& f, void (ReportView::*go)()) {
     bekle(f);
-    (f.CRViewer1.*git)();
+    (f.CRViewer1.*go)();
     migetCurrentPage(f);
 }
 
@@ -66,7 +66,7 @@ void Form_Activate(FrmCrNesne& f) {
         f.setPointer(MousePointer::Default);
         return f.forms().unload(f);
     }
-    if (!std::exchange(f.etkinlesti, true)) f.CRViewer1.setFocus();
+    if (!std::exchange(f.wasActivated, true)) f.CRViewer1.setFocus();
     f.setPointer(MousePointer::Default);
 }
 
@@ -85,10 +85,10 @@ void Form_Unload(FrmCrNesne& f) {
 
 FrmCrNesne::FrmCrNesne(Forms& forms, Session& itsSession)
     : Form(forms, "frmCrNesne", "Vorel Rapor Gösterici"), session(itsSession) {
-    for (const Arac& arac : kAraclar)
-        BarIslemler.add(arac.key, arac.caption);
+    for (const BarTool& toolName : kTools)
+        BarIslemler.add(toolName.key, toolName.caption);
     BarIslemler.onToolClick = [this](const std::string& key) { BarIslemler_ToolClick(*this, key); };
-    zoomBagla(*this);
+    bindZoom(*this);
     CRViewer1.onPage = [this] { migetCurrentPage(*this); };
     CRViewer1.onNoData = [this] { evReport_NoData(*this); };
     onLoad = [this] { Form_Load(*this); };
@@ -102,19 +102,19 @@ std::unique_ptr<Form> makeFrmCrNesne(Forms& forms, Session& session) {
 }
 
 void RaporIlkSayfa(FrmCrNesne& f) {
-    sayfaGoster(f, &ReportView::showFirstPage);
+    showPage(f, &ReportView::showFirstPage);
 }
 
 void RaporOncekiSayfa(FrmCrNesne& f) {
-    sayfaGoster(f, &ReportView::showPreviousPage);
+    showPage(f, &ReportView::showPreviousPage);
 }
 
 void RaporSonrakiSayfa(FrmCrNesne& f) {
-    sayfaGoster(f, &ReportView::showNextPage);
+    showPage(f, &ReportView::showNextPage);
 }
 
 void RaporSonSayfa(FrmCrNesne& f) {
-    sayfaGoster(f, &ReportView::showLastPage);
+    showPage(f, &ReportView::showLastPage);
 }
 
 void migetCurrentPage(FrmCrNesne& f) {
@@ -124,16 +124,16 @@ void migetCurrentPage(FrmCrNesne& f) {
                              (f.CRViewer1.isCountFinal() ? "" : "+"));
 }
 
-void RaporYenile(FrmCrNesne& f) {
+void refreshReport(FrmCrNesne& f) {
     bekle(f);
     f.CRViewer1.refresh();
     RaporIlkSayfa(f);
 }
 
-void RaporAra(FrmCrNesne& f, std::string metin) {
-    if (metin.empty())
-        metin = f.session.desktop.dialogs.input("Aranacak metni giriniz", "Ne aranacak").value_or("");
-    f.CRViewer1.searchForText(metin);
+void searchReport(FrmCrNesne& f, std::string text) {
+    if (text.empty())
+        text = f.session.desktop.dialogs.input("Aranacak metni giriniz", "Ne aranacak").value_or("");
+    f.CRViewer1.searchForText(text);
 }
 
 void RaporYazdir(FrmCrNesne& f) {
@@ -145,9 +145,9 @@ void RaporKapat(FrmCrNesne& f) {
 }
 
 void evReport_NoData(FrmCrNesne& f) {
-    const std::string soru = "Görüntülenecek veri yok. \nYine de raporu görüntülemek istiyor musunuz. ";
-    const std::int32_t bicim = toLong(Value("Hata Oluştu"));
-    f.session.desktop.dialogs.show({soru, kProgramTitle, static_cast<Icon>(bicim), Buttons::Ok});
+    const std::string question = "Görüntülenecek veri yok. \nYine de raporu görüntülemek istiyor musunuz. ";
+    const std::int32_t formatName = toLong(Value("Hata Oluştu"));
+    f.session.desktop.dialogs.show({question, kProgramTitle, static_cast<Icon>(formatName), Buttons::Ok});
 }
 
 } // namespace veldona

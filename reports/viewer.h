@@ -24,12 +24,12 @@ struct FrmCrNesne : Form {
     ComboBox cboZoom{*this, "cboZoom"};
     Label lblBookmark{*this, "lblBookmark"};
     ReportView CRViewer1{*this, "CRViewer1"};
-    AktarPaneli aktar{*this, session};
+    ExportPanel aktar{*this, session};
 
-    bool etkinlesti = false;    // it has been in front before
-    bool zoomTusu = false;      // a key is down in cboZoom
-    bool zoomYaziliyor = false; // code is setting its text
-    bool zoomDegisti = false;   // its text was edited and not applied yet
+    bool wasActivated = false; // it has been in front before
+    bool zoomKeyDown = false;  // a key is down in cboZoom
+    bool writingZoom = false;  // code is setting its text
+    bool zoomEdited = false;   // its text was edited and not applied yet
 };
 
 [[nodiscard]] std::unique_ptr<Form> makeFrmCrNesne(Forms& forms, Session& session);
@@ -40,9 +40,9 @@ void RaporSonrakiSayfa(FrmCrNesne& f);
 void RaporSonSayfa(FrmCrNesne& f);
 // "3 / 12" into lblBookmark, with "+" behind it while the count is not final.
 void migetCurrentPage(FrmCrNesne& f);
-void RaporYenile(FrmCrNesne& f);
+void refreshReport(FrmCrNesne& f);
 // Asks for the text where it is empty; what comes back is looked for, whatever it is.
-void RaporAra(FrmCrNesne& f, std::string metin = {});
+void searchReport(FrmCrNesne& f, std::string text = {});
 void RaporYazdir(FrmCrNesne& f);
 void RaporKapat(FrmCrNesne& f);
 // The question whether to see a report without rows. Its title stands where a number belongs, so it is never

@@ -10,13 +10,13 @@ namespace veldona {
 
 namespace {
 
-struct Olcek {
-    const char* liste;
+struct Scale {
+    const char* list;
     int zoom;
-    const char* metin; // shown once it is chosen
+    const char* text; // shown once it is chosen
 };
 
-constexpr std::array<Olcek, 10> kOlcekler = {{
+constexpr std::array<Scale, 10> kScales = {{
     {"400%", 400, "400 %"},
     {"300%", 300, "300 %"},
     {"200%", 200, "200 %"},
@@ -29,64 +29,64 @@ constexpr std::array<Olcek, 10> kOlcekler = {{
     {"Tüm Sayfa", ReportView::kWholePage, "40 %"},
 }};
 
-void metinYaz(FrmCrNesne& f, const std::string& metin) {
-    const bool once = std::exchange(f.zoomYaziliyor, true);
-    f.cboZoom.setText(metin);
-    f.zoomYaziliyor = once;
-    f.zoomDegisti = false;
+void writeText(FrmCrNesne& f, const std::string& text) {
+    const bool once = std::exchange(f.writingZoom, true);
+    f.cboZoom.setText(text);
+    f.writingZoom = once;
+    f.zoomEdited = false;
 }
 
 // Typed text is read as a number, also where it is the same as an entry of the list.
-void yazilaniUygula(FrmCrNesne& f) {
-    const double yazilan = val(f.cboZoom.text());
-    f.zoomDegisti = false;
-    if (yazilan <= 10 || yazilan >= 400) return;
-    const int zoom = static_cast<int>(std::trunc(yazilan));
+void applyTyped(FrmCrNesne& f) {
+    const double typed = val(f.cboZoom.text());
+    f.zoomEdited = false;
+    if (typed <= 10 || typed >= 400) return;
+    const int zoom = static_cast<int>(std::trunc(typed));
     f.CRViewer1.zoom(zoom);
-    metinYaz(f, std::to_string(zoom) + " %");
+    writeText(f, std::to_string(zoom) + " %");
 }
 
 void cboZoom_Change(FrmCrNesne& f) {
-    if (f.zoomYaziliyor) return;
-    f.zoomDegisti = true;
-    if (!f.zoomTusu) yazilaniUygula(f);
+    if (f.writingZoom) return;
+    f.zoomEdited = true;
+    if (!f.zoomKeyDown) applyTyped(f);
 }
 
 void cboZoom_KeyDown(FrmCrNesne& f, KeyEvent& event) {
-    f.zoomTusu = true;
+    f.zoomKeyDown = true;
     if (event.key != Key::Enter) return;
     event.swallowed = true;
-    yazilaniUygula(f);
+    applyTyped(f);
 }
 
 void cboZoom_LostFocus(FrmCrNesne& f) {
-    f.zoomTusu = false;
-    if (f.zoomDegisti) yazilaniUygula(f);
+    f.zoomKeyDown = false;
+    if (f.zoomEdited) applyTyped(f);
 }
 
 } // namespace
 
 void FillZoomFactor(FrmCrNesne& f) {
     f.cboZoom.clear();
-    for (const Olcek& olcek : kOlcekler)
-        f.cboZoom.add(olcek.liste);
-    metinYaz(f, "95 %");
+    for (const Scale& scale : kScales)
+        f.cboZoom.add(scale.list);
+    writeText(f, "95 %");
     f.CRViewer1.zoom(ReportView::kPageWidth);
 }
 
 void SetZoomFactor(FrmCrNesne& f) {
-    const int secilen = f.cboZoom.listIndex();
-    if (secilen < 0) return yazilaniUygula(f);
-    const Olcek& olcek = kOlcekler[static_cast<std::size_t>(secilen)];
-    f.CRViewer1.zoom(olcek.zoom);
-    metinYaz(f, olcek.metin);
+    const int chosen = f.cboZoom.listIndex();
+    if (chosen < 0) return applyTyped(f);
+    const Scale& scale = kScales[static_cast<std::size_t>(chosen)];
+    f.CRViewer1.zoom(scale.zoom);
+    writeText(f, scale.text);
 }
 
-void zoomBagla(FrmCrNesne& f) {
+void bindZoom(FrmCrNesne& f) {
     f.cboZoom.onClick = [&f] { SetZoomFactor(f); };
     f.cboZoom.onChange = [&f] { cboZoom_Change(f); };
     f.cboZoom.onKeyDown = [&f](KeyEvent& event) { cboZoom_KeyDown(f, event); };
-    f.cboZoom.onKeyUp = [&f](KeyEvent&) { f.zoomTusu = false; };
+    f.cboZoom.onKeyUp = [&f](KeyEvent&) { f.zoomKeyDown = false; };
     f.cboZoom.onLostFocus = [&f] { cboZoom_LostFocus(f); };
 }
 

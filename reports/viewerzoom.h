@@ -12,6 +12,6 @@ void FillZoomFactor(FrmCrNesne& f);
 // Applies the list's choice, or else the typed number: above 10 and below 400, its decimals cut off. Anything
 // else is ignored.
 void SetZoomFactor(FrmCrNesne& f);
-void zoomBagla(FrmCrNesne& f);
+void bindZoom(FrmCrNesne& f);
 
 } // namespace veldona

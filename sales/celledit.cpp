@@ -7,64 +7,64 @@ namespace veldona {
 namespace {
 
 // One editor: the column of the grid that it stands for.
-struct Hucre {
+struct Cell {
     FlexGrid FrmSatis::*grid;
-    int sutun;
-    TextBox FrmSatis::*metin; // one of the two is set
-    DateBox FrmSatis::*tarih;
+    int column;
+    TextBox FrmSatis::*text; // one of the two is set
+    DateBox FrmSatis::*day;
 };
 
-constexpr std::array<Hucre, 6> kHucreler = {{
-    {&FrmSatis::grdYapilanOdeme, OdemeSutunu::Miktar, &FrmSatis::txtDrug, nullptr},
-    {&FrmSatis::grdYapilanOdeme, OdemeSutunu::Tarih, nullptr, &FrmSatis::cboUse},
-    {&FrmSatis::grdYapilanOdeme, OdemeSutunu::Pesinat, &FrmSatis::txtDose, nullptr},
-    {&FrmSatis::grdYapilacakOdeme, OdemeSutunu::Miktar, &FrmSatis::txtYapilacakOdmDrug, nullptr},
-    {&FrmSatis::grdYapilacakOdeme, OdemeSutunu::Tarih, nullptr, &FrmSatis::dtYapilacakOdmTarh},
-    {&FrmSatis::grdYapilacakOdeme, OdemeSutunu::Pesinat, &FrmSatis::txtYapilacakOdmDose, nullptr},
+constexpr std::array<Cell, 6> kCells = {{
+    {&FrmSatis::grdYapilanOdeme, PaymentColumn::Miktar, &FrmSatis::txtDrug, nullptr},
+    {&FrmSatis::grdYapilanOdeme, PaymentColumn::Tarih, nullptr, &FrmSatis::cboUse},
+    {&FrmSatis::grdYapilanOdeme, PaymentColumn::Pesinat, &FrmSatis::txtDose, nullptr},
+    {&FrmSatis::grdYapilacakOdeme, PaymentColumn::Miktar, &FrmSatis::txtYapilacakOdmDrug, nullptr},
+    {&FrmSatis::grdYapilacakOdeme, PaymentColumn::Tarih, nullptr, &FrmSatis::dtYapilacakOdmTarh},
+    {&FrmSatis::grdYapilacakOdeme, PaymentColumn::Pesinat, &FrmSatis::txtYapilacakOdmDose, nullptr},
 }};
 
-Control& editorOf(FrmSatis& f, const Hucre& h) {
-    return h.metin ? static_cast<Control&>(f.*h.metin) : f.*h.tarih;
+Control& editorOf(FrmSatis& f, const Cell& h) {
+    return h.text ? static_cast<Control&>(f.*h.text) : f.*h.day;
 }
 
 // Over the current cell, with its text. Headings are no cells.
 void open(FrmSatis& f, const FlexGrid& grid) {
     if (grid.row() < 1) return;
-    for (const Hucre& h : kHucreler) {
-        if (&(f.*h.grid) != &grid || h.sutun != grid.col()) continue;
-        if (h.metin)
-            (f.*h.metin).setText(grid.text());
+    for (const Cell& h : kCells) {
+        if (&(f.*h.grid) != &grid || h.column != grid.col()) continue;
+        if (h.text)
+            (f.*h.text).setText(grid.text());
         else
-            (f.*h.tarih).setValue(grid.text());
+            (f.*h.day).setValue(grid.text());
         editorOf(f, h).setVisible(true);
         editorOf(f, h).setFocus();
     }
 }
 
 void gridClicked(FrmSatis& f, FlexGrid& grid) {
-    for (const Hucre& h : kHucreler)
+    for (const Cell& h : kCells)
         if (&(f.*h.grid) == &grid) editorOf(f, h).setVisible(false);
     open(f, grid);
 }
 
-void entered(FrmSatis& f, const Hucre& h) {
+void entered(FrmSatis& f, const Cell& h) {
     FlexGrid& grid = f.*h.grid;
     Control& editor = editorOf(f, h);
     const bool stands = grid.row() > 0; // a plan made anew may have taken the row away
-    if (stands) grid.setTextMatrix(grid.row(), h.sutun, editor.shownText());
+    if (stands) grid.setTextMatrix(grid.row(), h.column, editor.shownText());
     editor.setVisible(false);
     if (!stands) return;
-    if (h.sutun == OdemeSutunu::Pesinat) {
+    if (h.column == PaymentColumn::Pesinat) {
         grid.addRow();
         grid.setRow(grid.rows() - 1);
-        grid.setCol(OdemeSutunu::Miktar);
+        grid.setCol(PaymentColumn::Miktar);
     } else {
-        grid.setCol(h.sutun + 1);
+        grid.setCol(h.column + 1);
     }
     open(f, grid);
 }
 
-void bind(FrmSatis& f, const Hucre& h) {
+void bind(FrmSatis& f, const Cell& h) {
     Control& editor = editorOf(f, h);
     editor.setVisible(false);
     editor.onGotFocus = [&editor] {
@@ -81,15 +81,15 @@ void bind(FrmSatis& f, const Hucre& h) {
 
 } // namespace
 
-void HucreDuzenlemeyiBagla(FrmSatis& f) {
-    for (const Hucre& h : kHucreler)
+void bindCellEdit(FrmSatis& f) {
+    for (const Cell& h : kCells)
         bind(f, h);
     for (FlexGrid* grid : {&f.grdYapilanOdeme, &f.grdYapilacakOdeme})
         grid->onClick = [&f, grid] { gridClicked(f, *grid); };
 }
 
-void HucreDuzenlemeyiKapat(FrmSatis& f) {
-    for (const Hucre& h : kHucreler)
+void closeCellEdit(FrmSatis& f) {
+    for (const Cell& h : kCells)
         editorOf(f, h).setVisible(false);
 }
 

@@ -7,8 +7,8 @@
 
 namespace veldona {
 
-void HucreDuzenlemeyiBagla(FrmSatis& f);
+void bindCellEdit(FrmSatis& f);
 // The rows under them are made anew: what stands in an open editor belongs to none of them.
-void HucreDuzenlemeyiKapat(FrmSatis& f);
+void closeCellEdit(FrmSatis& f);
 
 } // namespace veldona

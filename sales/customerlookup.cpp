@@ -21,13 +21,13 @@ bool findByNumber(FrmSatis& f) {
 }
 
 void chooseByFinder(FrmSatis& f) {
-    FormKayit& kayit = f.session.gFormKayit;
+    FormKayit& record = f.session.gFormKayit;
     FormKayitTemizle(f.session);
-    EkranGoster(f.session, "frmCarihesapSec", Kip::Modal);
-    if (kayit.Sonuc != Currency::ofWhole(FormSonucu::Secildi)) return;
-    const std::string id = std::to_string(kayit.KayitID);
+    showScreen(f.session, "frmCarihesapSec", Kip::Modal);
+    if (record.Sonuc != Currency::ofWhole(FormResult::Chosen)) return;
+    const std::string id = std::to_string(record.KayitID);
     f.txtKod.setText(id);
-    KayitSeti rs;
+    RecordsetPtr rs;
     KayitSetiAc(f.session, rs, "SELECT ID,HSTNO  FROM MUSTKAYIT WHERE ID= " + id,
                 adodb::CursorLocation::Client);
     if (rs->eof()) return;
@@ -40,7 +40,7 @@ void chooseByFinder(FrmSatis& f) {
 
 void txtCariKod_KeyDown(FrmSatis& f, KeyEvent& event) {
     if (event.key == Key::F10) chooseByFinder(f);
-    if (event.key == Key::Enter && findByNumber(f)) SonrakiAlan(f);
+    if (event.key == Key::Enter && findByNumber(f)) nextField(f);
 }
 
 void txtKod_Change(FrmSatis& f) {
@@ -51,7 +51,7 @@ void txtKod_Change(FrmSatis& f) {
     resumeNext(
         err,
         [&] {
-            KayitSeti rs;
+            RecordsetPtr rs;
             KayitSetiAc(f.session, rs,
                         "SELECT HSTNO,(AD +'     ' + SOYAD) AS UNVAN  FROM MUSTKAYIT WHERE ID= " + id,
                         adodb::CursorLocation::Client);

@@ -12,7 +12,7 @@ namespace {
 
 // False where a product is missing, or the sale has no line.
 bool takeBackFromStock(Session& session, const std::string& islemno) {
-    KayitSeti rs;
+    RecordsetPtr rs;
     KayitSetiAc(session, rs,
                 "SELECT URUNAL.URKOD, Sum(URUNAL.ADET) AS Miktar From URUNAL WHERE (((URUNAL.ISLEMNO) =" +
                     islemno + "))GROUP BY URUNAL.URKOD",
@@ -20,7 +20,7 @@ bool takeBackFromStock(Session& session, const std::string& islemno) {
     if (rs->eof()) return false;
     for (; !rs->eof(); rs->moveNext())
         if (!StokGuncelle(session, joinText(rs->value("URKOD")), toLong(rs->value("Miktar")),
-                          StokHareketi::GeriAlma, StokYonu::Giris))
+                          StockMovement::TakeBack, StockDirection::In))
             return false;
     return true;
 }
@@ -40,13 +40,13 @@ void SatisSil(FrmSatis& f, std::int32_t id) {
         session.desktop.dialogs.tell("İşlem Numarası Şeçiniz", Icon::Information);
         return;
     }
-    const bool gone = IslemIcinde(session, [&] {
+    const bool gone = inTransaction(session, [&] {
         return takeBackFromStock(session, islemno) && SatisKayitlariniSil(session, islemno);
     });
     if (!gone) return;
     f.m_KayitID = 0; // without another sale there is none to change or to delete
     f.rs->requery();
-    FormGezinme(f, Gezinme::Son);
+    FormGezinme(f, Navigation::Son);
 }
 
 } // namespace veldona

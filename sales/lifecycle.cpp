@@ -11,43 +11,43 @@ namespace veldona {
 
 namespace {
 
-constexpr int kSabitEn = 300; // twips
-constexpr int kMiktarEni = 900;
-constexpr int kTarihEni = 1300;
+constexpr int kFixedWidth = 300; // twips
+constexpr int kAmountWidth = 900;
+constexpr int kDateWidth = 1300;
 
 void prepareGrid(FlexGrid& grid, std::initializer_list<const char*> headings) {
     grid.setRows(2);
     grid.setColumns(4);
-    grid.setColumnWidth(0, kSabitEn);
-    grid.setColumnWidth(OdemeSutunu::Miktar, kMiktarEni);
-    grid.setColumnWidth(OdemeSutunu::Tarih, kTarihEni);
-    int column = OdemeSutunu::Miktar;
+    grid.setColumnWidth(0, kFixedWidth);
+    grid.setColumnWidth(PaymentColumn::Miktar, kAmountWidth);
+    grid.setColumnWidth(PaymentColumn::Tarih, kDateWidth);
+    int column = PaymentColumn::Miktar;
     for (const char* heading : headings)
         grid.setTextMatrix(0, column++, heading);
 }
 
 void readParameters(FrmSatis& f) {
-    const FormKayit& kayit = f.session.gFormKayit;
-    f.durum = kayit.Kip;
-    f.secici = kayit.Sonuc == Currency::ofWhole(FormSonucu::Istendi);
-    f.m_KayitID = kayit.KayitID;
-    if (kayit.CariID > 0) f.cari = {std::to_string(kayit.CariID), kayit.HSTNO, kayit.Unvan};
+    const FormKayit& record = f.session.gFormKayit;
+    f.durum = record.Kip;
+    f.isPicker = record.Sonuc == Currency::ofWhole(FormResult::Requested);
+    f.m_KayitID = record.KayitID;
+    if (record.CariID > 0) f.customer = {std::to_string(record.CariID), record.HSTNO, record.Unvan};
 }
 
 void takeRow(FrmSatis& f) {
     if (!f.rs->bof() && !f.rs->eof()) f.m_KayitID = toLong(f.rs->value("ID"));
 }
 
-void yeni(FrmSatis& f) {
-    DurumaGec(f, FormModu::Yeni);
+void beginNew(FrmSatis& f) {
+    enterState(f, FormModu::Yeni);
     YeniKayitBaslat(f);
 }
 
-void vazgec(FrmSatis& f) {
-    if (!f.imlec.empty() && ImlecGit(*f.rs, f.imlec)) takeRow(f);
-    DurumaGec(f, FormModu::Gezinme);
-    if (!f.secici) return;
-    f.session.gFormKayit.Sonuc = Currency::ofWhole(FormSonucu::Vazgecildi);
+void giveUp(FrmSatis& f) {
+    if (!f.cursor.empty() && ImlecGit(*f.rs, f.cursor)) takeRow(f);
+    enterState(f, FormModu::Navigation);
+    if (!f.isPicker) return;
+    f.session.gFormKayit.Sonuc = Currency::ofWhole(FormResult::GivenUp);
     f.forms().unload(f);
 }
 
@@ -58,7 +58,7 @@ void Form_Load(FrmSatis& f) {
     prepareGrid(f.grdYapilacakOdeme, {"Miktar", "Tarih", "Peşinat"});
     readParameters(f);
     KayitSetiAc(f.session, f.rs, "SELECT ID FROM ISLEMNOTABLO", adodb::CursorLocation::Client);
-    DurumaGec(f, f.durum);
+    enterState(f, f.durum);
     YeniKayitBaslat(f);
 }
 
@@ -69,19 +69,19 @@ void Form_Unload(FrmSatis& f) {
 void Form_KeyDown(FrmSatis& f, KeyEvent& event) {
     switch (event.key) {
     case Key::F2:
-        if (f.durum == FormModu::Yeni || f.durum == FormModu::Degistir) SatisKomutu(f, "cmdKaydet");
+        if (f.durum == FormModu::Yeni || f.durum == FormModu::Change) saleCommand(f, "cmdKaydet");
         break;
     case Key::F3:
-        SatisKomutu(f, "cmdYeni");
+        saleCommand(f, "cmdYeni");
         break;
     case Key::F4:
-        SatisKomutu(f, "cmdVazgec");
+        saleCommand(f, "cmdVazgec");
         break;
     case Key::F5:
-        SatisKomutu(f, "cmdDegistir");
+        saleCommand(f, "cmdDegistir");
         break;
     case Key::F6:
-        SatisKomutu(f, "cmdSil");
+        saleCommand(f, "cmdSil");
         break;
     default:
         break;
@@ -94,13 +94,13 @@ void YeniKayitBaslat(FrmSatis& f) {
         const DateTime today = f.session.desktop.clock.today();
         f.dtIslemTarihi.setValue(today);
         f.dtTaksitBaslangicTarihi.setValue(today);
-        SatisNumarala(f);
+        numberSale(f);
     }
     chkOtomatikTaksitHesapla_Click(f);
-    if (!f.cari.ID.empty() && !f.cari.HSTNO.empty()) {
-        f.txtKod.setText(f.cari.ID);
-        f.txtCariKod.setText(f.cari.HSTNO);
-        f.txtUnvan.setText(f.cari.Unvan);
+    if (!f.customer.ID.empty() && !f.customer.HSTNO.empty()) {
+        f.txtKod.setText(f.customer.ID);
+        f.txtCariKod.setText(f.customer.HSTNO);
+        f.txtUnvan.setText(f.customer.Unvan);
     }
     chkTaksitAdetGir_Click(f);
 }
@@ -116,47 +116,47 @@ void AlanlariTemizle(FrmSatis& f) {
 }
 
 double YeniIslemNo(Session& session, const std::string& alan, const std::string& tablo) {
-    const std::string no = YeniNo(session, alan, tablo, {}, AlanTuru::Sayi);
+    const std::string no = YeniNo(session, alan, tablo, {}, FieldKind::Number);
     return no.empty() ? 0 : toDouble(no);
 }
 
-void SatisNumarala(FrmSatis& f) {
+void numberSale(FrmSatis& f) {
     const double no = YeniIslemNo(f.session, "ISLEMNO", "ISLEMNOTABLO");
     f.session.gISLEMNO = toLong(no);
     f.txtIslemNo.setText(no > 0 ? toText(no) : std::string());
 }
 
-void DurumaGec(FrmSatis& f, int durum) {
+void enterState(FrmSatis& f, int durum) {
     f.durum = durum;
     BarDurumAyarla(durum, f.BarIslemler, 0);
-    for (const char* arac : {"cmdOnceki", "cmdSonraki"})
-        f.BarIslemler.setToolVisible(arac, false);
+    for (const char* toolName : {"cmdOnceki", "cmdSonraki"})
+        f.BarIslemler.setToolVisible(toolName, false);
 }
 
-void FormGezinme(FrmSatis& f, Gezinme yon) {
-    if (yon == Gezinme::Bul)
+void FormGezinme(FrmSatis& f, Navigation yon) {
+    if (yon == Navigation::Bul)
         f.rs->find("ID = " + std::to_string(f.m_KayitID));
     else
-        KayitGez(*f.rs, yon);
+        walkRecords(*f.rs, yon);
     takeRow(f);
 }
 
-void SatislariYenidenOku(FrmSatis& f) {
+void readSalesAgain(FrmSatis& f) {
     f.rs->requery();
-    FormGezinme(f, Gezinme::Bul);
-    f.imlec = ImlecAl(*f.rs);
+    FormGezinme(f, Navigation::Bul);
+    f.cursor = ImlecAl(*f.rs);
 }
 
-void SatisKomutu(FrmSatis& f, std::string_view arac) {
-    if (arac == "cmdKaydet") SatisKaydet(f);
-    if (arac == "cmdYeni") yeni(f);
-    if (arac == "cmdVazgec") vazgec(f);
-    if (arac == "cmdDegistir" && f.m_KayitID > 0) DurumaGec(f, FormModu::Degistir);
-    if (arac == "cmdSil") {
+void saleCommand(FrmSatis& f, std::string_view toolName) {
+    if (toolName == "cmdKaydet") SatisKaydet(f);
+    if (toolName == "cmdYeni") beginNew(f);
+    if (toolName == "cmdVazgec") giveUp(f);
+    if (toolName == "cmdDegistir" && f.m_KayitID > 0) enterState(f, FormModu::Change);
+    if (toolName == "cmdSil") {
         SatisSil(f, f.m_KayitID);
         AlanlariTemizle(f);
     }
-    if (arac == "cmdCikis") f.forms().unload(f);
+    if (toolName == "cmdCikis") f.forms().unload(f);
 }
 
 } // namespace veldona

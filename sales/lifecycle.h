@@ -22,15 +22,15 @@ void AlanlariTemizle(FrmSatis& f);
 [[nodiscard]] double YeniIslemNo(Session& session, const std::string& alan, const std::string& tablo);
 
 // Gives the sale on the screen the next number.
-void SatisNumarala(FrmSatis& f);
+void numberSale(FrmSatis& f);
 
 // The state, and the bar's tools with it. There are no tools to walk through the sales.
-void DurumaGec(FrmSatis& f, int durum);
+void enterState(FrmSatis& f, int durum);
 // Moves through the sales; the row it ends on is the current one.
-void FormGezinme(FrmSatis& f, Gezinme yon);
+void FormGezinme(FrmSatis& f, Navigation yon);
 // The sales as they are now, standing on the current one: cancelling returns here.
-void SatislariYenidenOku(FrmSatis& f);
+void readSalesAgain(FrmSatis& f);
 // One tool of the bar, or its key.
-void SatisKomutu(FrmSatis& f, std::string_view arac);
+void saleCommand(FrmSatis& f, std::string_view toolName);
 
 } // namespace veldona

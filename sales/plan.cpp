@@ -12,22 +12,22 @@ namespace veldona {
 
 namespace {
 
-constexpr int kEnFazlaTaksit = 255;
+constexpr int kMostInstallments = 255;
 
 void showRemainder(FrmSatis& f, Err& err) {
     Currency kalan;
     resumeNext(
         err, [&] { f.fraTaksit.setEnabled(true); },
-        [&] { f.MskAlinanPesinat.setText(format(f.MskAlinanPesinat.text(), kParaMaskesi)); },
+        [&] { f.MskAlinanPesinat.setText(format(f.MskAlinanPesinat.text(), kMoneyMask)); },
         [&] {
             if (f.MskAlinanPesinat.text().empty()) f.MskAlinanPesinat.setText("0");
         },
         [&] {
-            const std::string& toplam = f.MskToplamUcret.text();
-            kalan = toplam.empty() ? Currency{} : toCurrency(toplam);
+            const std::string& total = f.MskToplamUcret.text();
+            kalan = total.empty() ? Currency{} : toCurrency(total);
         },
         [&] { kalan -= toCurrency(f.MskAlinanPesinat.text()); }, [&] { f.MskKalan.setText(toText(kalan)); },
-        [&] { f.MskKalan.setText(format(f.MskKalan.text(), kParaMaskesi)); });
+        [&] { f.MskKalan.setText(format(f.MskKalan.text(), kMoneyMask)); });
 }
 
 void blankPlanFields(FrmSatis& f) {
@@ -39,13 +39,13 @@ void blankPlanFields(FrmSatis& f) {
 // The count is held in 8 bits and cannot be that high, so that these words are never seen: the overflow of
 // the count is what limits a plan.
 bool isAboveLimit(FrmSatis& f, int adet) {
-    if (adet <= kEnFazlaTaksit) return false;
+    if (adet <= kMostInstallments) return false;
     f.session.desktop.dialogs.tell("Enfazla 254 Taksit yapabilirsiniz", Icon::Information);
     return true;
 }
 
 void emptyGrids(FrmSatis& f) {
-    HucreDuzenlemeyiKapat(f);
+    closeCellEdit(f);
     f.grdYapilanOdeme.setRows(1);
     f.grdYapilacakOdeme.setRows(1);
     f.grdYapilacakOdeme.setRows(2);
@@ -54,36 +54,36 @@ void emptyGrids(FrmSatis& f) {
 // The down payment as row 1 of both grids. Returns the row of the first installment.
 int writeDownPayment(FrmSatis& f, std::uint8_t adet) {
     if (f.durum != FormModu::Yeni || toDouble(f.MskAlinanPesinat.text()) <= 0) return 1;
-    f.grdYapilacakOdeme.setRows(PesinatliSatirSayisi(adet));
+    f.grdYapilacakOdeme.setRows(rowsWithDownPayment(adet));
     f.grdYapilanOdeme.setRows(2);
     for (FlexGrid* grid : {&f.grdYapilacakOdeme, &f.grdYapilanOdeme}) {
         grid->setRow(1);
-        grid->setTextMatrix(1, OdemeSutunu::Miktar, f.MskAlinanPesinat.text());
+        grid->setTextMatrix(1, PaymentColumn::Miktar, f.MskAlinanPesinat.text());
         if (!f.dtIslemTarihi.value().isNull())
-            grid->setTextMatrix(1, OdemeSutunu::Tarih, f.dtIslemTarihi.text());
+            grid->setTextMatrix(1, PaymentColumn::Tarih, f.dtIslemTarihi.text());
     }
-    f.grdYapilacakOdeme.setTextMatrix(1, OdemeSutunu::Pesinat, "Peşinat");
+    f.grdYapilacakOdeme.setTextMatrix(1, PaymentColumn::Pesinat, "Peşinat");
     return 2;
 }
 
 // `tutar(i)` is the text of the i-th amount, from 1. With a down payment rows are appended although the grid
 // was sized for the whole plan; the blank ones at the end have no date, and no save takes them for a row.
 template <class Tutar> void writeInstallments(FrmSatis& f, std::uint8_t adet, int satir, Tutar&& tutar) {
-    const DateTime baslangic = toDate(f.dtTaksitBaslangicTarihi.value());
+    const DateTime from = toDate(f.dtTaksitBaslangicTarihi.value());
     FlexGrid& grid = f.grdYapilacakOdeme;
     int ay = 0;
     countInByte(1, adet, [&](int i) {
         grid.setRow(satir);
         if (satir < adet) grid.addRow();
-        grid.setTextMatrix(satir, OdemeSutunu::Miktar, tutar(i));
-        grid.setTextMatrix(satir, OdemeSutunu::Tarih, toText(TaksitVadesi(baslangic, ay)));
+        grid.setTextMatrix(satir, PaymentColumn::Miktar, tutar(i));
+        grid.setTextMatrix(satir, PaymentColumn::Tarih, toText(installmentDue(from, ay)));
         ++ay;
         ++satir;
     });
 }
 
 std::string shareOfTotal(const FrmSatis& f, std::uint8_t adet) {
-    return format(divide(toDouble(f.MskToplamUcret.text()), adet), kParaMaskesi);
+    return format(divide(toDouble(f.MskToplamUcret.text()), adet), kMoneyMask);
 }
 
 } // namespace
@@ -108,7 +108,7 @@ void TaksitPlaniAdetle(FrmSatis& f) {
     const int satir = writeDownPayment(f, adet);
     writeInstallments(f, adet, satir, [&](int) {
         if (f.MskKalan.text().empty()) return shareOfTotal(f, adet);
-        return format(divide(toDouble(f.MskKalan.text()), toDouble(f.MskTaksitAdedi.text())), kParaMaskesi);
+        return format(divide(toDouble(f.MskKalan.text()), toDouble(f.MskTaksitAdedi.text())), kMoneyMask);
     });
 }
 
@@ -116,18 +116,18 @@ void TaksitPlaniTutarla(FrmSatis& f) {
     if (trim(f.mskTaksitTutari.text()).empty()) return;
     const auto tutar = [&f] { return toCurrency(f.mskTaksitTutari.text()); };
     const auto kalan = [&f] { return toCurrency(f.MskKalan.text()); };
-    const double sayi = TaksitSayisi(kalan().toDouble(), tutar().toDouble());
-    if (sayi > kEnFazlaTaksit - 1 || isAboveLimit(f, toByte(sayi))) return;
+    const double count = installmentCount(kalan().toDouble(), tutar().toDouble());
+    if (count > kMostInstallments - 1 || isAboveLimit(f, toByte(count))) return;
     if (f.dtTaksitBaslangicTarihi.text().empty()) return;
     emptyGrids(f);
     f.lblYapilanOdeme.setCaption("0");
     f.lblYapilacakOdeme.setCaption("0");
     const std::uint8_t adet =
-        toByte(TaksitSayisi(toDouble(f.MskKalan.text()), toDouble(f.mskTaksitTutari.text())));
+        toByte(installmentCount(toDouble(f.MskKalan.text()), toDouble(f.mskTaksitTutari.text())));
     const int satir = writeDownPayment(f, adet);
     writeInstallments(f, adet, satir, [&](int i) {
         if (f.MskKalan.text().empty()) return shareOfTotal(f, adet);
-        return i == adet ? toText(SonTaksit(tutar(), kalan(), adet)) : format(tutar(), kParaMaskesi);
+        return i == adet ? toText(lastInstallment(tutar(), kalan(), adet)) : format(tutar(), kMoneyMask);
     });
 }
 

@@ -4,19 +4,19 @@
 
 namespace veldona {
 
-double TaksitSayisi(double kalan, double tutar) {
+double installmentCount(double kalan, double tutar) {
     return roundHalfEven(divide(kalan, tutar));
 }
 
-Currency SonTaksit(Currency tutar, Currency kalan, std::uint8_t adet) {
+Currency lastInstallment(Currency tutar, Currency kalan, std::uint8_t adet) {
     return tutar + kalan - Currency::ofWhole(adet) * tutar;
 }
 
-DateTime TaksitVadesi(DateTime baslangic, int ay) {
-    return addMonths(baslangic, ay);
+DateTime installmentDue(DateTime from, int ay) {
+    return addMonths(from, ay);
 }
 
-int PesinatliSatirSayisi(std::uint8_t adet) {
+int rowsWithDownPayment(std::uint8_t adet) {
     return adet == 1 ? 3 : adet + 2;
 }
 

@@ -12,12 +12,12 @@ namespace veldona {
 
 // How many installments of `tutar` the remainder makes, rounded half to even; may leave 8 bits. Error 11 for
 // an amount of 0.
-[[nodiscard]] double TaksitSayisi(double kalan, double tutar);
+[[nodiscard]] double installmentCount(double kalan, double tutar);
 // (tutar + kalan) - adet × tutar.
-[[nodiscard]] Currency SonTaksit(Currency tutar, Currency kalan, std::uint8_t adet);
+[[nodiscard]] Currency lastInstallment(Currency tutar, Currency kalan, std::uint8_t adet);
 // Counted from the start each time: the 31st comes back behind the shorter months.
-[[nodiscard]] DateTime TaksitVadesi(DateTime baslangic, int ay);
+[[nodiscard]] DateTime installmentDue(DateTime from, int ay);
 // The rows that the schedule's grid is given for a plan with a down payment, its heading counted.
-[[nodiscard]] int PesinatliSatirSayisi(std::uint8_t adet);
+[[nodiscard]] int rowsWithDownPayment(std::uint8_t adet);
 
 } // namespace veldona

@@ -13,7 +13,7 @@
 namespace veldona {
 
 // Fields of a sale that the screen does not offer, or computes, by their code.
-namespace SatisAlani {
+namespace SaleField {
 inline constexpr int KefilCariId = 3;
 inline constexpr int OdemeTipi = 4;
 inline constexpr int KrediKarti = 5;
@@ -28,29 +28,29 @@ inline constexpr int TeslimEdilenTrh = 13;
 inline constexpr int TeslimEdildi = 14;
 inline constexpr int BankaId = 15; // and KASA_ID
 inline constexpr int DepoId = 16;
-} // namespace SatisAlani
+} // namespace SaleField
 
 [[nodiscard]] Value VarsayilanDeger(FrmSatis& f, int kod);
 
 // A new sale's rows do say who wrote them and which one is the down payment; a changed sale's do not, but its
 // header does.
-enum class SatisYolu { Yeni, Degisen };
+enum class SaleRoute { Yeni, Changed };
 
-[[nodiscard]] bool IslemBasligiEkle(FrmSatis& f, SatisYolu yol);
+[[nodiscard]] bool IslemBasligiEkle(FrmSatis& f, SaleRoute route);
 // With it the stock: one more unit sold. False, and no word, where the product is missing.
 [[nodiscard]] bool SatisSatiriEkle(FrmSatis& f);
 // The down payment; as a payment it names the cash box, as a row of the schedule it is marked.
 [[nodiscard]] bool PesinatEkle(FrmSatis& f, const std::string& tablo);
 // One row for each row of grdYapilacakOdeme that has a date. Error 6 for a grid of more than 255 rows.
-[[nodiscard]] bool TaksitSatirlariEkle(FrmSatis& f, SatisYolu yol);
+[[nodiscard]] bool TaksitSatirlariEkle(FrmSatis& f, SaleRoute route);
 // A sale without installments: the whole total as one row of the schedule, and as paid.
 [[nodiscard]] bool PesinSatisPlaniEkle(FrmSatis& f, const std::string& tablo);
 [[nodiscard]] bool PesinOdemeEkle(FrmSatis& f);
 // One payment for each row of grdYapilanOdeme that has an amount.
-[[nodiscard]] bool YapilanOdemeleriEkle(FrmSatis& f);
+[[nodiscard]] bool addPayments(FrmSatis& f);
 
 // Deletes the rows of the sale from one table.
-[[nodiscard]] bool SatirlariSil(Session& session, const std::string& tablo, const std::string& islemno);
+[[nodiscard]] bool deleteRows(Session& session, const std::string& tablo, const std::string& islemno);
 // All of them, the header last.
 [[nodiscard]] bool SatisKayitlariniSil(Session& session, const std::string& islemno);
 

@@ -30,7 +30,7 @@ void placeControls(FrmSatis& f) {
 }
 
 void setProperties(FrmSatis& f) {
-    BarKur(f.BarIslemler);
+    buildBar(f.BarIslemler);
     f.txtKod.setVisible(false);
     f.txtUnvan.locked = true;
     f.chkOtomatikTaksitHesapla.setEnabled(false);
@@ -42,7 +42,7 @@ void bindAmounts(FrmSatis& f) {
     for (TextBox* box : {&f.MskToplamUcret, &f.MskAlinanPesinat, &f.mskTaksitTutari})
         box->onGotFocus = [box] { HFocus(*box); };
     f.MskToplamUcret.onLostFocus = [&f] {
-        f.MskToplamUcret.setText(format(f.MskToplamUcret.text(), kParaMaskesi));
+        f.MskToplamUcret.setText(format(f.MskToplamUcret.text(), kMoneyMask));
         KalanHesapla(f);
     };
     f.MskAlinanPesinat.onLostFocus = [&f] { KalanHesapla(f); };
@@ -72,7 +72,7 @@ void bindFields(FrmSatis& f) {
          Controls{&f.txtIslemNo, &f.txtUnvan, &f.dtIslemTarihi, &f.txtAciklama, &f.MskToplamUcret,
                   &f.MskAlinanPesinat, &f.MskKalan, &f.MskTaksitAdedi, &f.mskTaksitTutari})
         field->onKeyDown = [&f](KeyEvent& event) {
-            if (event.key == Key::Enter) SonrakiAlan(f);
+            if (event.key == Key::Enter) nextField(f);
         };
     f.dtTaksitBaslangicTarihi.onKeyDown = [&f](KeyEvent& event) {
         if (event.key == Key::Enter) f.cmdKaydet.setFocus();
@@ -94,8 +94,8 @@ FrmSatis::FrmSatis(Forms& forms, Session& itsSession)
     bindAmounts(*this);
     bindPlan(*this);
     bindFields(*this);
-    HucreDuzenlemeyiBagla(*this);
-    BarIslemler.onToolClick = [this](const std::string& arac) { SatisKomutu(*this, arac); };
+    bindCellEdit(*this);
+    BarIslemler.onToolClick = [this](const std::string& toolName) { saleCommand(*this, toolName); };
     cmdKaydet.onClick = [this] { cmdKaydet_Click(*this); };
     cmdCikis.onClick = [this] { this->forms().unload(*this); };
     onLoad = [this] { Form_Load(*this); };

@@ -18,14 +18,14 @@
 namespace veldona {
 
 // The columns of both grids; column 0 is the fixed one.
-namespace OdemeSutunu {
+namespace PaymentColumn {
 inline constexpr int Miktar = 1;
 inline constexpr int Tarih = 2;
 inline constexpr int Pesinat = 3;
-} // namespace OdemeSutunu
+} // namespace PaymentColumn
 
 // The customer that a new sale starts with: the caller's, then that of the sale saved last.
-struct SatisCarisi {
+struct SaleCustomer {
     std::string ID; // MUSTKAYIT.ID; "" where none is given
     std::string HSTNO;
     std::string Unvan;
@@ -83,10 +83,10 @@ struct FrmSatis : Form {
     // What the screen remembers between events
     int durum = FormModu::Yeni;
     std::int32_t m_KayitID = 0; // ISLEMNOTABLO.ID of the sale on show; 0: none
-    bool secici = false;        // the caller waits for the sale: the screen closes with it
-    std::string imlec;          // where cancelling returns to
-    KayitSeti rs;               // the sales
-    SatisCarisi cari;
+    bool isPicker = false;      // the caller waits for the sale: the screen closes with it
+    std::string cursor;         // where cancelling returns to
+    RecordsetPtr rs;            // the sales
+    SaleCustomer customer;
 };
 
 [[nodiscard]] std::unique_ptr<Form> makeFrmSatis(Forms& forms, Session& session);

@@ -12,13 +12,13 @@ namespace veldona {
 namespace {
 
 bool writeNewSale(FrmSatis& f, std::int32_t& id) {
-    if (!IslemBasligiEkle(f, SatisYolu::Yeni)) return false;
-    if (const double kimlik = SonKimlik(f.session, "ISLEMNOTABLO"); kimlik >= 1) id = toLong(kimlik);
+    if (!IslemBasligiEkle(f, SaleRoute::Yeni)) return false;
+    if (const double newId = SonKimlik(f.session, "ISLEMNOTABLO"); newId >= 1) id = toLong(newId);
     if (!f.chkOtomatikTaksitHesapla.checked())
         return PesinOdemeEkle(f) && SatisSatiriEkle(f) && PesinSatisPlaniEkle(f, "URUNSAT");
     if (!SatisSatiriEkle(f)) return false;
     if (toDouble(f.MskAlinanPesinat.text()) > 0 && !PesinatEkle(f, "TAKSITODENEN")) return false;
-    return TaksitSatirlariEkle(f, SatisYolu::Yeni);
+    return TaksitSatirlariEkle(f, SaleRoute::Yeni);
 }
 
 bool rewriteSale(FrmSatis& f) {
@@ -26,18 +26,18 @@ bool rewriteSale(FrmSatis& f) {
     session.gISLEMNO = toLong(f.txtIslemNo.text());
     session.gHSTNO = f.txtCariKod.text();
     const std::string no = std::to_string(session.gISLEMNO);
-    if (!SatisKayitlariniSil(session, no) || !IslemBasligiEkle(f, SatisYolu::Degisen)) return false;
-    if (!SatirlariSil(session, "URUNAL", no) || !SatisSatiriEkle(f)) return false;
+    if (!SatisKayitlariniSil(session, no) || !IslemBasligiEkle(f, SaleRoute::Changed)) return false;
+    if (!deleteRows(session, "URUNAL", no) || !SatisSatiriEkle(f)) return false;
     if (!f.chkOtomatikTaksitHesapla.checked() &&
-        (!SatirlariSil(session, "URUNSAT", no) || !PesinSatisPlaniEkle(f, "URUNSAT")))
+        (!deleteRows(session, "URUNSAT", no) || !PesinSatisPlaniEkle(f, "URUNSAT")))
         return false;
-    if (!SatirlariSil(session, "TAKSITODENEN", no) || !YapilanOdemeleriEkle(f)) return false;
-    return SatirlariSil(session, "URUNSAT", no) && TaksitSatirlariEkle(f, SatisYolu::Degisen);
+    if (!deleteRows(session, "TAKSITODENEN", no) || !addPayments(f)) return false;
+    return deleteRows(session, "URUNSAT", no) && TaksitSatirlariEkle(f, SaleRoute::Changed);
 }
 
 // Another till may have saved a sale under the number that this one was given when it was begun.
 bool numberIsTaken(const FrmSatis& f) {
-    KayitSeti rs;
+    RecordsetPtr rs;
     Err err;
     return attempt(err,
                    [&] {
@@ -51,7 +51,7 @@ bool numberIsTaken(const FrmSatis& f) {
 
 void takeNextNumber(FrmSatis& f) {
     const std::string taken = std::to_string(f.session.gISLEMNO);
-    SatisNumarala(f);
+    numberSale(f);
     f.session.desktop.dialogs.tell(
         taken +
             " numaralı satış bu arada başka bir yerde kaydedilmiş. Bu satış kaydedilmedi; yazdıklarınız "
@@ -65,7 +65,7 @@ void tellDone(FrmSatis& f) {
 }
 
 void answerCaller(FrmSatis& f) {
-    f.session.gFormKayit.Sonuc = Currency::ofWhole(FormSonucu::Secildi);
+    f.session.gFormKayit.Sonuc = Currency::ofWhole(FormResult::Chosen);
     f.session.gFormKayit.KayitID = f.m_KayitID;
     f.forms().unload(f);
 }
@@ -83,29 +83,29 @@ void cmdKaydet_Click(FrmSatis& f) {
 
 void SatisKaydet(FrmSatis& f) {
     {
-        const Mesgul mesgul(f);
+        const BusyGuard busy(f);
         if (!MinimumInputKontrolu(f) || !MantikliInputKontrolu(f)) return;
         if (!(f.durum == FormModu::Yeni ? YeniSatisKaydet(f) : SatisGuncelle(f))) return;
-        DurumaGec(f, FormModu::Gezinme);
-        f.cari = {f.txtKod.text(), f.txtCariKod.text(), f.txtUnvan.text()};
+        enterState(f, FormModu::Navigation);
+        f.customer = {f.txtKod.text(), f.txtCariKod.text(), f.txtUnvan.text()};
     }
-    if (f.secici) answerCaller(f);
+    if (f.isPicker) answerCaller(f);
 }
 
 bool YeniSatisKaydet(FrmSatis& f) {
     std::int32_t id = f.m_KayitID;
-    if (!IslemIcinde(f.session, [&] { return writeNewSale(f, id); })) {
+    if (!inTransaction(f.session, [&] { return writeNewSale(f, id); })) {
         if (numberIsTaken(f)) takeNextNumber(f);
         return false;
     }
     f.m_KayitID = id;
     tellDone(f);
-    SatislariYenidenOku(f);
+    readSalesAgain(f);
     return true;
 }
 
 bool SatisGuncelle(FrmSatis& f) {
-    if (!IslemIcinde(f.session, [&] { return rewriteSale(f); })) return false;
+    if (!inTransaction(f.session, [&] { return rewriteSale(f); })) return false;
     tellDone(f);
     return true;
 }

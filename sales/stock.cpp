@@ -17,13 +17,13 @@ std::string inStatement(const Value& miktar) {
     return replaceAll(joinText(miktar), ",", ".");
 }
 
-void takeOver(Session& session, const std::string& toplam, const std::string& hareketler) {
-    KayitSeti rs;
-    KayitSetiAc(session, rs, hareketler, adodb::CursorLocation::Client);
+void takeOver(Session& session, const std::string& total, const std::string& movements) {
+    RecordsetPtr rs;
+    KayitSetiAc(session, rs, movements, adodb::CursorLocation::Client);
     for (; !rs->eof(); rs->moveNext()) {
         const std::string miktar = inStatement(rs->value("ToplamMiktar"));
         if (miktar.empty()) continue;
-        if (!run(session, "UPDATE URUNTANITIM SET " + toplam + " =" + miktar + " WHERE   URKOD='" +
+        if (!run(session, "UPDATE URUNTANITIM SET " + total + " =" + miktar + " WHERE   URKOD='" +
                               joinText(rs->value("URKOD")) + "'"))
             break;
     }

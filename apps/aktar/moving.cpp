@@ -144,7 +144,7 @@ void moveShop(const Moving& moving, const Paths& paths, const Listener& listener
     if (moving.trial) return;
     const std::string target = paths.toNative(kDatabasePath);
     moveIn(file, examined, target, progressOf(listener.isAt, "Yazılıyor"));
-    sablonlariKur(paths);
+    installLayouts(paths);
     listener.found("Aktarıldı, toplamlar aynı: " + target);
     tellFindings(target, listener.found);
 }

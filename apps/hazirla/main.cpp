@@ -37,7 +37,7 @@ void prepare(const Options& options) {
         writeShop(file, shop);
         content = sizeOf(shop);
     });
-    sablonlariKur(paths);
+    installLayouts(paths);
     std::cout << "Hazırlandı: " << target << " (" << content << ")\n";
 }
 

@@ -18,7 +18,7 @@ void createDatabase(Stage& stage, const Line&) {
         stage.makeBooks();
         for (const char* row : schema::firstRows())
             stage.process().connection().execute(row);
-        sablonlariKur(stage.process().paths());
+        installLayouts(stage.process().paths());
     } catch (const store::StoreError& error) {
         throw Shortfall("the database was not created: " + error.description());
     } catch (const RuntimeError& error) {

@@ -26,7 +26,7 @@ Process::~Process() {
 
 void Process::start() {
     started_ = true;
-    forms_->dispatch([this] { failed_ = !basla(*session_); });
+    forms_->dispatch([this] { failed_ = !startSession(*session_); });
     if (session_->gBaglanti && session_->gBaglanti->isOpen()) early_.reset();
 }
 

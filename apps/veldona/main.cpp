@@ -87,7 +87,7 @@ Ended runBooks(const std::string& root, std::optional<std::string>& backup) {
     BackupMenu backups(windows, clock, desktop.paths, &media);
     if (!FirstStart(windows, dialogs, desktop.paths, backups).findBooks()) return {1};
     Err untold; // a template that is missing for good is told of when it is to be printed
-    attempt(untold, [&] { sablonlariKur(desktop.paths); });
+    attempt(untold, [&] { installLayouts(desktop.paths); });
 
     Forms forms(windows);
     Session session(desktop, forms);
@@ -103,7 +103,7 @@ Ended runBooks(const std::string& root, std::optional<std::string>& backup) {
                 forms.unload(*open);
         });
     });
-    if (!basla(session)) return {1, true};
+    if (!startSession(session)) return {1, true};
     // No first screen, or one that closed itself: a run without a window is over.
     if (forms.ended() || forms.loadedForms().empty()) return {};
     const int code = QApplication::exec();

@@ -124,7 +124,7 @@ public:
         const bool isFirstStart = !fs::exists(desktop_.desktop.paths.toNative(kDatabasePath));
         if (isFirstStart) camera_.expect("ilk-acilis");
         if (!FirstStart(windows_, desktop_.dialogs, desktop_.desktop.paths, backups_).findBooks() ||
-            !basla(session_)) {
+            !startSession(session_)) {
             std::cerr << "the program did not start\n";
             std::exit(1);
         }

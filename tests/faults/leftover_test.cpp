@@ -63,7 +63,7 @@ class KillOfAPaper : public ::testing::TestWithParam<Paper> {
 protected:
     KillOfAPaper() {
         copyShop(drive);
-        sablonlariKur(Paths(drive.path().string()));
+        installLayouts(Paths(drive.path().string()));
     }
     Drive drive;
 };

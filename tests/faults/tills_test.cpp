@@ -216,7 +216,7 @@ TEST(TwoTills, OlderBooksWithANumberTwiceOpenAndWork) {
 TEST(TwoTills, PrintEachTheirOwn) {
     const Drive drive;
     copyShop(drive);
-    sablonlariKur(Paths(drive.path().string()));
+    installLayouts(Paths(drive.path().string()));
     std::vector<pid_t> tills;
     for (const int customer : {7, 8}) {
         const std::string lines[] = {

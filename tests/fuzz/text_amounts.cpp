@@ -124,7 +124,7 @@ void wordsHold(const std::string& text) {
 
 void moneyHolds(Currency money) {
     require(toCurrency(toText(money)) == money, "an amount's own text: " + toText(money));
-    const std::string shown = format(money, kParaMaskesi);
+    const std::string shown = format(money, kMoneyMask);
     const auto read = tried<Currency>([&] { return toCurrency(shown); });
     if (read) {
         const auto apart = tried<Currency>([&] { return *read - money; });
@@ -143,8 +143,8 @@ void storedHolds(Currency money) {
     const Session& session = shop.session;
     constexpr std::int64_t kShops = 1'000'000'000LL * 10'000; // as far as a stored amount keeps its kuruş
     if (std::llabs(money.tenThousandths()) > kShops) return;
-    const std::string shown = format(money, kParaMaskesi);
-    const StoredText stored = ParaOku(session, shown, {}, ParaKipi::Deger);
+    const std::string shown = format(money, kMoneyMask);
+    const StoredText stored = ParaOku(session, shown, {}, MoneyMode::Deger);
     requireEqual(ParaGoster(session, storedIn(stored)), shown, "stored as " + stored.inStatement());
 }
 

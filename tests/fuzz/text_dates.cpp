@@ -17,7 +17,7 @@ void dateHolds(DateTime date, const std::string& mask) {
     const std::string stored = store::storedDate(date);
     require(store::dateOfStored(stored) == date, "as it is stored: " + stored);
     // A statement's literal is month first.
-    const std::string sign = TarihSabiti(date);
+    const std::string sign = dateLiteral(date);
     require(readDateLiteral(sign.substr(1, sign.size() - 2)) == date.date(), "as a literal: " + sign);
     DateTime twice = date;
     TarihDuzelt(twice);

@@ -49,10 +49,10 @@ protected:
 
 } // namespace
 
-TEST_F(Life, KaliciEkrandaBitenSurecTumunuGecer) {
+TEST_F(Life, AProcessThatEndsInAModalScreenPassesThemAll) {
     bool told = false;
     host.onProcessEnded = [&] { told = true; };
-    form->Dugme.onClick = [this] {
+    form->Button.onClick = [this] {
         forms.show("frmSoru", Kip::Modal);
         note("after");
     };
@@ -67,10 +67,10 @@ TEST_F(Life, KaliciEkrandaBitenSurecTumunuGecer) {
     EXPECT_TRUE(forms.ended());
 }
 
-TEST_F(Life, KendiniKapatanEkranVePencereDugmesi) {
+TEST_F(Life, AScreenThatClosesItselfAndTheWindowsButton) {
     bool allClosed = false;
     host.onAllClosed = [&] { allClosed = true; };
-    form->Dugme.onClick = [this] { forms.unload(*form); };
+    form->Button.onClick = [this] { forms.unload(*form); };
     pressButton();
     EXPECT_TRUE(allClosed);
     settle();
@@ -81,7 +81,7 @@ TEST_F(Life, KendiniKapatanEkranVePencereDugmesi) {
     EXPECT_TRUE(forms.loadedForms().empty());
 }
 
-TEST_F(Life, IletiEvetHayir) {
+TEST_F(Life, MessageYesNo) {
     WindowDialogs dialogs(host);
     const auto answerWith = [](const QString& caption) {
         QTimer::singleShot(0, [caption] {
@@ -108,10 +108,10 @@ TEST_F(Life, IletiEvetHayir) {
 }
 
 // What is shown during a long procedure is what the model holds by then.
-TEST_F(Life, OlaylarBirakilincaEkranGuncel) {
+TEST_F(Life, TheScreenIsUpToDateOnceEventsAreReleased) {
     WindowPump pump(host);
-    form->Dugme.onClick = [&] {
-        form->Metin.setText("yarısı");
+    form->Button.onClick = [&] {
+        form->Text.setText("yarısı");
         pump.doEvents();
         note(at<QLineEdit>("Metin").text().toStdString());
     };
@@ -120,23 +120,23 @@ TEST_F(Life, OlaylarBirakilincaEkranGuncel) {
 }
 
 // The operator closes the screen in the middle of its own load; what is left of the load runs to its end.
-TEST_F(Life, YuklenirkenKapananEkran) {
+TEST_F(Life, AScreenThatClosesWhileItLoads) {
     WindowPump pump(host);
-    form->Metin.onChange = [&] {
+    form->Text.onChange = [&] {
         QTimer::singleShot(0, &host, [this] { host.window(*form)->close(); });
         pump.doEvents();
         pump.doEvents();
         form->Ikinci.setText("sonu");
         note(form->Ikinci.text());
     };
-    form->Metin.setFocus();
+    form->Text.setFocus();
     typeText(host, *form, "5");
     EXPECT_EQ(told(), (Told{"sonu"}));
     EXPECT_TRUE(forms.loadedForms().empty());
     settle();
 }
 
-TEST_F(Life, BeklemeZamaniVeImlecGeriGelir) {
+TEST_F(Life, WaitingTimeAndCursorComeBack) {
     WindowClock waiting;
     waiting.attach(&host);
     QElapsedTimer elapsed;
@@ -156,7 +156,7 @@ TEST_F(Life, BeklemeZamaniVeImlecGeriGelir) {
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
-TEST_F(Life, SaatYalnizIzinVerilinceIsler) {
+TEST_F(Life, TheTimerRunsOnlyWhereAllowed) {
     int ticks = 0;
     form->Saat.onTimer = [&] { ++ticks; };
     QTest::qWait(20);
@@ -166,7 +166,7 @@ TEST_F(Life, SaatYalnizIzinVerilinceIsler) {
     QTRY_VERIFY(ticks > 0);
 }
 
-TEST_F(Life, CizilmemisDenetimAdiylaSoylenir) {
+TEST_F(Life, AControlWithoutADrawingIsToldByItsName) {
     EXPECT_DEATH(
         {
             host.draw("frmSoru", [](QWidget& window) {

@@ -40,7 +40,7 @@ protected:
 
 } // namespace
 
-TEST_F(Lists, TiklamaSecerVeYinelenir) {
+TEST_F(Lists, AClickSelectsAndRepeats) {
     QTest::mouseClick(left().viewport(), Qt::LeftButton, {}, middleOf(left(), 1));
     EXPECT_EQ(form->activeControl(), &form->Sol);
     QTest::mouseClick(left().viewport(), Qt::LeftButton, {}, middleOf(left(), 1));
@@ -52,7 +52,7 @@ TEST_F(Lists, TiklamaSecerVeYinelenir) {
     EXPECT_EQ(told(), (Told{"click sol 2", "dblclick"}));
 }
 
-TEST_F(Lists, TabIleGirilenListeSatirSecmez) {
+TEST_F(Lists, AListEnteredByTabSelectsNoRow) {
     form->Iki.setFocus();
     host.flush();
     pressKey(host, *form, Key::Tab);
@@ -64,7 +64,7 @@ TEST_F(Lists, TabIleGirilenListeSatirSecmez) {
     EXPECT_EQ(form->Sol.listIndex(), 0);
 }
 
-TEST_F(Lists, KodunSectigiSatirTiklamaDegildir) {
+TEST_F(Lists, ARowChosenByCodeIsNoClick) {
     form->Sol.setListIndex(3);
     form->Sol.remove(0);
     host.flush();
@@ -77,7 +77,7 @@ TEST_F(Lists, KodunSectigiSatirTiklamaDegildir) {
 }
 
 // The right list has no click of its own: its row is the left one's.
-TEST_F(Lists, KosutListeBirlikteSecilirVeKayar) {
+TEST_F(Lists, ParallelListsAreSelectedAndScrolledTogether) {
     QTest::mouseClick(right().viewport(), Qt::LeftButton, {}, middleOf(right(), 1));
     EXPECT_EQ(told(), (Told{"click sol 1"}));
     EXPECT_EQ(form->activeControl(), &form->Sol);
@@ -92,18 +92,18 @@ TEST_F(Lists, KosutListeBirlikteSecilirVeKayar) {
     EXPECT_EQ(right().verticalScrollBar()->value(), right().verticalScrollBar()->maximum());
 }
 
-TEST_F(Lists, EnterEkranaVarir) {
+TEST_F(Lists, EnterReachesTheScreen) {
     form->Sol.setFocus();
     form->Sol.onKeyDown = [this](KeyEvent& key) {
-        if (key.key == Key::Enter) form->Metin.setFocus();
+        if (key.key == Key::Enter) form->Text.setFocus();
     };
     host.flush();
     pressKey(host, *form, Key::Enter);
-    EXPECT_EQ(form->activeControl(), &form->Metin);
+    EXPECT_EQ(form->activeControl(), &form->Text);
     EXPECT_EQ(host.window(*form)->focusWidget()->objectName(), "Metin");
 }
 
-TEST_F(Lists, SagTusMenusu) {
+TEST_F(Lists, MenuOfTheRightButton) {
     form->mnuSil.onClick = [this] { note("sil " + form->Sol.text()); };
     QTimer::singleShot(0, [] {
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
@@ -122,11 +122,11 @@ TEST_F(Lists, SagTusMenusu) {
     EXPECT_EQ(told(), (Told{"sil sol 2"}));
 }
 
-TEST_F(TrialWindow, YirmiBinSatirYalnizGorunenleriSorar) {
-    form->Izgara.setColumns({{"No", "NO", 60}, {"Ad", "AD", 100}});
-    form->Izgara.onRowChange = [this] { note("row " + form->Izgara.currentText("Ad")); };
-    form->Izgara.onDblClick = [this] { note("dblclick"); };
-    form->Izgara.bind(&rows);
+TEST_F(TrialWindow, OfTwentyThousandRowsOnlyTheVisibleAreAskedFor) {
+    form->Grid.setColumns({{"No", "NO", 60}, {"Ad", "AD", 100}});
+    form->Grid.onRowChange = [this] { note("row " + form->Grid.currentText("Ad")); };
+    form->Grid.onDblClick = [this] { note("dblclick"); };
+    form->Grid.bind(&rows);
     host.flush();
     auto& grid = at<QTableView>("Izgara");
     settle();
@@ -142,16 +142,16 @@ TEST_F(TrialWindow, YirmiBinSatirYalnizGorunenleriSorar) {
     pressKey(host, *form, Key::Down);
     EXPECT_EQ(told(), (Told{"row AD2"}));
     rows.current = 19'000;
-    form->Izgara.refresh();
+    form->Grid.refresh();
     host.flush();
     EXPECT_EQ(grid.currentIndex().row(), 19'000);
-    form->Izgara.bind(nullptr);
+    form->Grid.bind(nullptr);
     host.flush();
     EXPECT_EQ(grid.model()->rowCount(), 0);
     EXPECT_TRUE(told().empty());
 }
 
-TEST_F(TrialWindow, TabloHucresi) {
+TEST_F(TrialWindow, SheetCell) {
     form->Tablo.setTextMatrix(1, 2, "620,83");
     form->Tablo.onClick = [this] { note("cell " + form->Tablo.text()); };
     host.flush();
@@ -164,20 +164,20 @@ TEST_F(TrialWindow, TabloHucresi) {
     EXPECT_EQ(sheet.model()->rowCount(), 4);
 }
 
-TEST_F(TrialWindow, AraclarVeSekmeler) {
-    form->Cubuk.add("cmdYeni", "Yeni");
-    form->Cubuk.add("cmdSil", "Sil");
-    form->Cubuk.setToolVisible("cmdSil", false);
-    form->Cubuk.onToolClick = [this](const std::string& key) { note(key); };
-    form->Sekmeler.onClick = [this] { note("tab"); };
+TEST_F(TrialWindow, ToolsAndTabs) {
+    form->Bar.add("cmdYeni", "Yeni");
+    form->Bar.add("cmdSil", "Sil");
+    form->Bar.setToolVisible("cmdSil", false);
+    form->Bar.onToolClick = [this](const std::string& key) { note(key); };
+    form->Tabs.onClick = [this] { note("tab"); };
     host.flush();
     const auto actions = at<QToolBar>("Cubuk").actions();
     ASSERT_EQ(actions.size(), 2);
     EXPECT_FALSE(actions[1]->isVisible());
     actions[0]->trigger();
     at<QTabWidget>("Sekmeler").setCurrentIndex(1);
-    EXPECT_TRUE(form->Sayfadaki.isShown());
-    form->Sekmeler.setTab(0);
+    EXPECT_TRUE(form->OnPage.isShown());
+    form->Tabs.setTab(0);
     host.flush();
     EXPECT_EQ(at<QTabWidget>("Sekmeler").currentIndex(), 0);
     EXPECT_EQ(at<QTabWidget>("Sekmeler").tabText(1), "İki");

@@ -24,11 +24,11 @@ protected:
     Keys() {
         form->onKeyDown = [this](KeyEvent&) { note("screen down"); };
         form->onKeyPress = [this](KeyPress&) { note("screen press"); };
-        form->Metin.onKeyDown = [this](KeyEvent&) { note("down"); };
-        form->Metin.onKeyPress = [this](KeyPress&) { note("press"); };
-        form->Metin.onChange = [this] { note("change " + form->Metin.text()); };
-        form->Metin.onKeyUp = [this](KeyEvent&) { note("up"); };
-        form->Metin.setFocus();
+        form->Text.onKeyDown = [this](KeyEvent&) { note("down"); };
+        form->Text.onKeyPress = [this](KeyPress&) { note("press"); };
+        form->Text.onChange = [this] { note("change " + form->Text.text()); };
+        form->Text.onKeyUp = [this](KeyEvent&) { note("up"); };
+        form->Text.setFocus();
         host.flush();
         told();
     }
@@ -36,15 +36,15 @@ protected:
 
 } // namespace
 
-TEST_F(Keys, EkranOnceSonraDenetimSonraDegisiklik) {
+TEST_F(Keys, TheScreenFirstThenTheControlThenTheChange) {
     typeText(host, *form, "Ş");
     EXPECT_EQ(told(), (Told{"screen down", "down", "screen press", "press", "change Ş", "up"}));
     typeText(host, *form, "ığI");
-    EXPECT_EQ(form->Metin.text(), "ŞığI");
+    EXPECT_EQ(form->Text.text(), "ŞığI");
     EXPECT_EQ(at<QLineEdit>("Metin").text(), "ŞığI");
 }
 
-TEST_F(Keys, YapistirmaVeGirisYontemiTekDegisikliktir) {
+TEST_F(Keys, PastingAndInputMethodsAreOneChange) {
     commitText(at<QLineEdit>("Metin"), "İstanbul");
     EXPECT_EQ(told(), (Told{"change İstanbul"}));
     QGuiApplication::clipboard()->setText(" Çınar");
@@ -52,18 +52,18 @@ TEST_F(Keys, YapistirmaVeGirisYontemiTekDegisikliktir) {
     EXPECT_EQ(told(), (Told{"change İstanbul Çınar"}));
 }
 
-TEST_F(Keys, KodunYazdigiMetinYazilirkenDuzeltilir) {
-    form->Metin.onChange = [this] {
-        if (form->Metin.text().size() > 3) form->Metin.setText("999");
+TEST_F(Keys, ATextSetByCodeIsCorrectedWhileTyping) {
+    form->Text.onChange = [this] {
+        if (form->Text.text().size() > 3) form->Text.setText("999");
     };
     typeText(host, *form, "1234");
     EXPECT_EQ(at<QLineEdit>("Metin").text(), "999");
 }
 
-TEST_F(TrialWindow, OdakOlaylariBirKez) {
-    form->Metin.setFocus();
+TEST_F(TrialWindow, FocusEventsComeOnce) {
+    form->Text.setFocus();
     host.flush();
-    form->Metin.onLostFocus = [this] { note("lost"); };
+    form->Text.onLostFocus = [this] { note("lost"); };
     form->Ikinci.onGotFocus = [this] {
         note("got");
         form->Ikinci.selectAll();
@@ -72,30 +72,30 @@ TEST_F(TrialWindow, OdakOlaylariBirKez) {
     pressKey(host, *form, Key::Tab);
     EXPECT_EQ(told(), (Told{"lost", "got"}));
     EXPECT_EQ(at<QLineEdit>("Ikinci").selectedText(), "1.250,00");
-    form->Metin.setFocus();
+    form->Text.setFocus();
     told();
     host.flush();
     QTest::mouseClick(&at<QLineEdit>("Ikinci"), Qt::LeftButton);
     EXPECT_EQ(told(), (Told{"lost", "got"}));
 }
 
-TEST_F(TrialWindow, OperatorunSecimiModeldedir) {
-    form->Metin.setText("abcdef");
+TEST_F(TrialWindow, TheOperatorsChoiceIsInTheModel) {
+    form->Text.setText("abcdef");
     host.flush();
     at<QLineEdit>("Metin").setSelection(2, 3);
-    EXPECT_EQ(form->Metin.selStart(), 2);
-    EXPECT_EQ(form->Metin.selLength(), 3);
+    EXPECT_EQ(form->Text.selStart(), 2);
+    EXPECT_EQ(form->Text.selLength(), 3);
 }
 
-TEST_F(TrialWindow, ModelinDurumuAlanda) {
+TEST_F(TrialWindow, TheModelsStateShowsInTheField) {
     form->Yazi.setCaption("Ad & Soyad");
-    form->Metin.setToolTip("<b>ham</b>");
-    form->Metin.setBackColor(Colour::FocusedBackground);
-    form->Metin.locked = true;
-    form->Metin.setText("Gülşen");
+    form->Text.setToolTip("<b>ham</b>");
+    form->Text.setBackColor(Colour::FocusedBackground);
+    form->Text.locked = true;
+    form->Text.setText("Gülşen");
     form->Ikinci.setVisible(false);
-    form->Secenekler.setVisible(false);
-    form->Dugme.setEnabled(false);
+    form->ToolOptions.setVisible(false);
+    form->Button.setEnabled(false);
     form->setCaption("Başka");
     host.flush();
     EXPECT_EQ(at<QLabel>("Yazi").text(), "Ad && Soyad");
@@ -108,28 +108,28 @@ TEST_F(TrialWindow, ModelinDurumuAlanda) {
     EXPECT_FALSE(at<QPushButton>("Dugme").isEnabled());
     EXPECT_EQ(host.window(*form)->windowTitle(), "Başka");
     form->Yazi.setCaption("Ad Soyad ");
-    form->Metin.setBackColor(Colour::WindowBackground);
+    form->Text.setBackColor(Colour::WindowBackground);
     host.flush();
     EXPECT_EQ(at<QLabel>("Yazi").text(), "A&d Soyad");
     EXPECT_EQ(at<QLineEdit>("Metin").property("tone").toString(), "");
 }
 
-TEST_F(TrialWindow, DugmeFareEnterBoslukVeKisayolla) {
+TEST_F(TrialWindow, AButtonByMouseEnterSpaceAndShortcut) {
     int clicks = 0;
-    form->Dugme.onClick = [&] { ++clicks; };
+    form->Button.onClick = [&] { ++clicks; };
     EXPECT_EQ(at<QPushButton>("Dugme").text(), "&Kaydet");
     QTest::mouseClick(&at<QPushButton>("Dugme"), Qt::LeftButton);
-    EXPECT_EQ(form->activeControl(), &form->Dugme);
+    EXPECT_EQ(form->activeControl(), &form->Button);
     pressKey(host, *form, Key::Enter);
     pressKey(host, *form, Key::Space);
     EXPECT_EQ(clicks, 3);
-    form->Dugme.setEnabled(false);
+    form->Button.setEnabled(false);
     host.flush();
     QTest::mouseClick(&at<QPushButton>("Dugme"), Qt::LeftButton);
     EXPECT_EQ(clicks, 3);
 }
 
-TEST_F(TrialWindow, KutuVeSecenekler) {
+TEST_F(TrialWindow, BoxAndOptions) {
     form->Kutu.onClick = [this] { note("kutu"); };
     form->Iki.onClick = [this] { note("iki"); };
     QTest::mouseClick(&at<QCheckBox>("Kutu"), Qt::LeftButton, {},
@@ -147,7 +147,7 @@ TEST_F(TrialWindow, KutuVeSecenekler) {
     EXPECT_FALSE(at<QRadioButton>("Iki").isChecked());
 }
 
-TEST_F(TrialWindow, AcilirKutuSecilirVeYazilir) {
+TEST_F(TrialWindow, AComboIsChosenFromAndTypedInto) {
     form->Yazilan.add("Merkez", 1);
     form->Yazilan.add("Şube", 2);
     form->Yazilan.onClick = [this] { note("click " + form->Yazilan.boundText()); };
@@ -169,7 +169,7 @@ TEST_F(TrialWindow, AcilirKutuSecilirVeYazilir) {
     EXPECT_FALSE(at<QComboBox>("Secilen").isEditable());
 }
 
-TEST_F(TrialWindow, TarihYazilirSilinirIsaretlenir) {
+TEST_F(TrialWindow, ADateIsTypedClearedAndChecked) {
     form->Gun.setValue(DateTime::of(2026, 11, 22));
     form->Gun.onChange = [this] { note(form->Gun.text()); };
     form->Gun.setFocus();
@@ -204,7 +204,7 @@ TEST_F(TrialWindow, TarihYazilirSilinirIsaretlenir) {
     EXPECT_EQ(checked.edit().text(), "22/11/2026");
 }
 
-TEST(DateFieldRead, GunAyYil) {
+TEST(DateFieldRead, DayMonthYear) {
     EXPECT_EQ(DateField::read("1.2.26"), QDate(2026, 2, 1));
     EXPECT_EQ(DateField::read("010230"), QDate(1930, 2, 1));
     EXPECT_EQ(DateField::read("29022026"), std::nullopt);

@@ -132,7 +132,7 @@ void Burst::expectOneAccount(const std::string& what) {
     EXPECT_EQ(f.m_Uyari, query("SELECT UYARI FROM MUSTKAYIT WHERE HSTNO='" + number + "'").front()) << what;
     EXPECT_EQ(f.grdList.currentText("CariNo"), number) << what;
     EXPECT_EQ(session.gHSTNO, number) << what;
-    for (const GecikmeSatisi& each : f.gecikmeler)
+    for (const OverdueSale& each : f.overdueSales)
         EXPECT_EQ(each.MUSTNO, number) << what;
     if (const std::string sale = f.Text5.text(); !sale.empty()) {
         EXPECT_TRUE(std::ranges::find(sales, sale) != sales.end()) << what;

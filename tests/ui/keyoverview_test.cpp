@@ -38,7 +38,7 @@ protected:
         shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('7','Ayşe','Yılmaz')");
         shop.session.gBaglanti.reset();
         registerScreens(forms, session);
-        EXPECT_TRUE(basla(session));
+        EXPECT_TRUE(startSession(session));
     }
     // What the key does to a screen that was opened anew: how much changed, and what was said.
     std::size_t effectOf(const std::string& screen, Key key, int kip) {
@@ -56,7 +56,8 @@ protected:
     bool acts(const std::string& screen, Key key) {
         // F12 has no use anywhere: what it leads to is what any key does.
         return effectOf(screen, key, FormModu::Yeni) != effectOf(screen, Key::F12, FormModu::Yeni) ||
-               effectOf(screen, key, FormModu::Gezinme) != effectOf(screen, Key::F12, FormModu::Gezinme);
+               effectOf(screen, key, FormModu::Navigation) !=
+                   effectOf(screen, Key::F12, FormModu::Navigation);
     }
 
     Shop shop;
@@ -71,7 +72,7 @@ TEST_F(KeyOverview, SaysWhatTheScreensDo) {
          {"frmMainVeldona", "frmAntetBilgisi", "frmCariEkle", "frmCarihesapSec", "frmSatis",
           "rprbeklenentahsilat", "rprodemesigecen", "rptGelirGider", "taksitmustduzelt", "taksitodduzelt"}) {
         std::set<Key> told;
-        effectOf(screen, Key::F12, FormModu::Gezinme); // which opens it
+        effectOf(screen, Key::F12, FormModu::Navigation); // which opens it
         for (const KeyLine& line : keysOfScreen(*forms.loaded(screen)))
             told.insert(line.key);
         for (const Key key : kKeys) {

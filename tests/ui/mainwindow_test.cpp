@@ -131,7 +131,7 @@ void MainWindow::expectWidgetsShowModels() {
 
 } // namespace
 
-TEST_F(MainWindow, TahsilatKlavyeyle) {
+TEST_F(MainWindow, ACollectionByKeyboard) {
     openFirstSale();
     EXPECT_EQ(screen->Text5.text(), "6");
     EXPECT_EQ(screen->activeControl(), &screen->mskOdenenPara);
@@ -153,7 +153,7 @@ TEST_F(MainWindow, TahsilatKlavyeyle) {
 
 // Another till holds the books: the window says so, keys typed meanwhile come behind the posting, Esc gives
 // up.
-TEST_F(MainWindow, BaskaKasaBeklenirkenNotCikarTuslarKaybolmaz) {
+TEST_F(MainWindow, WhileAnotherTillIsWaitedForANoteShowsAndNoKeyIsLost) {
     openFirstSale();
     const auto other = store::openSqlcipher(shop.desktop.paths.toNative(kDatabasePath), kDeliveredPassword,
                                             std::chrono::seconds(1));
@@ -196,7 +196,7 @@ TEST_F(MainWindow, BaskaKasaBeklenirkenNotCikarTuslarKaybolmaz) {
     EXPECT_EQ(query("SELECT COUNT(*) FROM TAKSITODENEN"), (Lines{"3"}));
 }
 
-TEST_F(MainWindow, MusteriIzgaradanVeOklarla) {
+TEST_F(MainWindow, ACustomerFromTheGridAndByArrows) {
     auto& grid = at<QTableView>("grdList");
     EXPECT_EQ(grid.model()->rowCount(), 61);
     QTest::mouseClick(grid.viewport(), Qt::LeftButton, {},
@@ -210,7 +210,7 @@ TEST_F(MainWindow, MusteriIzgaradanVeOklarla) {
 }
 
 // A report screen stands beside it: a press of the mouse brings the main screen to the front.
-TEST_F(MainWindow, RaporEkraniAcikkenKullanilir) {
+TEST_F(MainWindow, AReportScreenIsUsedWhileItIsOpen) {
     QTest::mouseClick(&at<QPushButton>("cmdGunuGecenOdemeler"), Qt::LeftButton);
     ASSERT_EQ(forms.active()->name(), "rprodemesigecen");
     QTest::mouseClick(&at<QLineEdit>("Text1"), Qt::LeftButton);

@@ -37,7 +37,7 @@ protected:
         drawScreens(host);
         host.timersRun = false;
         registerScreens(forms, session);
-        EXPECT_TRUE(basla(session));
+        EXPECT_TRUE(startSession(session));
     }
     std::vector<std::string> query(const std::string& sql) {
         shop.session.gBaglanti = std::move(session.gBaglanti);

@@ -35,7 +35,7 @@ protected:
         drawScreens(host);
         registerScreens(forms, session);
         session.reportDesk = &desk;
-        sablonlariKur(session.desktop.paths);
+        installLayouts(session.desktop.paths);
         for (int i = 100; i < 170; ++i)
             shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD,EVIL) VALUES ('" + std::to_string(i) +
                      "','Ayşegül','Öztürk','Iğdır')");
@@ -79,7 +79,7 @@ protected:
 
 TEST_F(Reports, TheViewerShowsThePageTheZoomAndTheMark) {
     OturumBaslat(session);
-    with<FormWindow>([this] { SablonRaporGoster(session, "\\Rapor\\CariListesi2.rpt"); },
+    with<FormWindow>([this] { showTemplateReport(session, "\\Rapor\\CariListesi2.rpt"); },
                      [this](FormWindow& window) {
                          auto& viewer = dynamic_cast<FrmCrNesne&>(window.form());
                          auto& pages = widgetOf<PageView>(host, viewer, "CRViewer1");

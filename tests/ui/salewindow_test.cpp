@@ -19,12 +19,12 @@ protected:
     SaleWindow() {
         shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('7','Ayşe','Yılmaz')");
         start();
-        FormKayit& kayit = session.gFormKayit;
-        kayit.Kip = FormModu::Yeni;
-        kayit.CariID = 1;
-        kayit.HSTNO = session.gHSTNO = "7";
-        kayit.Unvan = "Ayşe  Yılmaz";
-        EkranGoster(session, "frmSatis", Kip::Modeless);
+        FormKayit& record = session.gFormKayit;
+        record.Kip = FormModu::Yeni;
+        record.CariID = 1;
+        record.HSTNO = session.gHSTNO = "7";
+        record.Unvan = "Ayşe  Yılmaz";
+        showScreen(session, "frmSatis", Kip::Modeless);
         screen = dynamic_cast<FrmSatis*>(forms.active());
         host.window(*screen)->resize(1000, 600);
         host.flush();

@@ -93,13 +93,13 @@ TrialWindow::TrialWindow() {
         auto made = std::make_unique<TrialForm>(all);
         form = made.get();
         for (Control* each : {static_cast<Control*>(&made->Bir), static_cast<Control*>(&made->Iki)})
-            each->placeIn(made->Secenekler);
+            each->placeIn(made->ToolOptions);
         made->mnuListe.setVisible(false);
         made->Sol.popupMenu = &made->mnuListe;
-        made->Sekmeler.addPage(made->Sayfa1);
-        made->Sekmeler.addPage(made->Sayfa2);
-        made->Sayfadaki.placeIn(made->Sayfa2);
-        made->Gizli.setVisible(false);
+        made->Tabs.addPage(made->Sayfa1);
+        made->Tabs.addPage(made->Sayfa2);
+        made->OnPage.placeIn(made->Sayfa2);
+        made->Hidden.setVisible(false);
         return made;
     });
     forms.show("frmDeneme", Kip::Modeless);

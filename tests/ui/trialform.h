@@ -35,11 +35,11 @@ struct TrialForm : Form {
     explicit TrialForm(Forms& forms) : Form(forms, "frmDeneme", "Deneme") {}
 
     Label Yazi{*this, "Yazi", "Ad Soyad "};
-    TextBox Metin{*this, "Metin"};
+    TextBox Text{*this, "Metin"};
     TextBox Ikinci{*this, "Ikinci"};
-    CommandButton Dugme{*this, "Dugme", "Kaydet"};
+    CommandButton Button{*this, "Dugme", "Kaydet"};
     CheckBox Kutu{*this, "Kutu", "Kutu"};
-    Frame Secenekler{*this, "Secenekler", "Seçenekler"};
+    Frame ToolOptions{*this, "Secenekler", "Seçenekler"};
     OptionButton Bir{*this, "Bir", "Bir"};
     OptionButton Iki{*this, "Iki", "İki"};
     ListBox Sol{*this, "Sol"};
@@ -49,18 +49,18 @@ struct TrialForm : Form {
     DateBox Gun{*this, "Gun"};
     DateBox Varsa{*this, "Varsa", DateBox::Style::PickerWithCheck};
     DateBox Bos{*this, "Bos", DateBox::Style::Combo};
-    DataGrid Izgara{*this, "Izgara"};
+    DataGrid Grid{*this, "Izgara"};
     FlexGrid Tablo{*this, "Tablo", 3, 3};
-    ToolBar Cubuk{*this, "Cubuk"};
-    TabControl Sekmeler{*this, "Sekmeler"};
+    ToolBar Bar{*this, "Cubuk"};
+    TabControl Tabs{*this, "Sekmeler"};
     Frame Sayfa1{*this, "Sayfa1", "Bir"};
     Frame Sayfa2{*this, "Sayfa2", "İki"};
-    TextBox Sayfadaki{*this, "Sayfadaki"};
-    WebPane Belge{*this, "Belge"};
+    TextBox OnPage{*this, "Sayfadaki"};
+    WebPane Page{*this, "Belge"};
     Menu mnuListe{*this, "mnuListe", "Liste"};
     MenuItem mnuSil{mnuListe, "mnuSil", "Satır Sil", "Ctrl+D"};
     Timer Saat{*this, "Saat", 1};
-    TextBox Gizli{*this, "Gizli"};
+    TextBox Hidden{*this, "Gizli"};
 };
 
 void drawTrialForm(QWidget& window);

@@ -16,7 +16,7 @@ namespace {
 // How a child that looks a damaged file through ends.
 enum class End { Refused, Broken, Same, Changed, RowsLost, Hung };
 
-class Hasar : public Aktarma {
+class Damage : public MovingIn {
 protected:
     // In a child, as vorel-aktar itself does: the reading library does not survive every damage.
     End lookApart(const Report& sound) {
@@ -55,7 +55,7 @@ std::size_t roundsOf(std::size_t byDefault) {
 
 // A changed figure or letter that is still one cannot be noticed, since the file has no check sums. Whatever
 // else is damaged must end in a refusal, and no row may be lost without one.
-TEST_F(Hasar, HicbirHasarSatirKaybettirmez) {
+TEST_F(Damage, NoDamageLosesARow) {
     const std::string whole = bytes;
     const Report sound = look().report;
     std::mt19937 random(1);
@@ -77,7 +77,7 @@ TEST_F(Hasar, HicbirHasarSatirKaybettirmez) {
     EXPECT_GT(ends[End::Same], 0) << "a damaged place that holds nothing is no damage";
 }
 
-TEST(AyriSurec, TakilanDuranVeDoymayanOkumaCumleyleBiter) {
+TEST(ProcessOfItsOwn, AReadingThatHangsOrNeverFillsEndsInASentence) {
     const auto why = [](const Limits& limits, const std::function<int()>& work) {
         return runApart(limits, work).why;
     };
@@ -104,7 +104,7 @@ TEST(AyriSurec, TakilanDuranVeDoymayanOkumaCumleyleBiter) {
 }
 
 // Whoever ends the program in the middle finds no books and no rest of them at the next run.
-TEST_F(Hasar, YaridaKesilenAktarmaIzBirakmaz) {
+TEST_F(Damage, AMoveThatIsCutOffLeavesNoTrace) {
     const std::string root = fs::path(source()).parent_path().string() + "/kok";
     const std::string jet = source();
     const auto start = [&] {

@@ -17,7 +17,7 @@ using hazirla::Refusal;
 using namespace std::string_literals;
 
 // The sums come from an export of the file, added up elsewhere.
-TEST_F(Aktarma, RaporSatirlariVeBakiyeleriSayar) {
+TEST_F(MovingIn, TheReportCountsRowsAndBalances) {
     const Examination seen = look();
     EXPECT_TRUE(seen.problems.empty());
     std::ostringstream out;
@@ -34,7 +34,7 @@ TEST_F(Aktarma, RaporSatirlariVeBakiyeleriSayar) {
     EXPECT_TRUE(remarked("Dosyada olmayan tablo: TAKSITALINAN"));
 }
 
-TEST_F(Aktarma, BosDeftereGirerDoluDefteriBirakir) {
+TEST_F(MovingIn, FillsEmptyBooksLeavesFullOnes) {
     hazirla::deliver(target(), hazirla::Existing::Keep, [](const std::string&) {});
     move();
     EXPECT_EQ(answer("SELECT HSTNO, typeof(DOGTRH), EVMH, BARKOD_KODU IS NULL FROM MUSTKAYIT WHERE ID = 3"),
@@ -49,7 +49,7 @@ TEST_F(Aktarma, BosDeftereGirerDoluDefteriBirakir) {
 }
 
 // A long text lies in its row, on a page of its own, or in a chain of pieces that each name the next.
-TEST_F(Aktarma, UzunMetinNeredeDursaOkunur) {
+TEST_F(MovingIn, ALongTextIsReadWhereverItLies) {
     const std::size_t text = bytes.find("D\0i\0k\0k\0a\0t\0:\0"s);
     ASSERT_NE(text, std::string::npos);
     const std::string letters = bytes.substr(text, 30), head = bytes.substr(text - 12, 12);
@@ -95,7 +95,7 @@ TEST_F(Aktarma, UzunMetinNeredeDursaOkunur) {
     EXPECT_THROW(look(), Damaged); // on a page that holds no long texts
 }
 
-TEST_F(Aktarma, IlkAcilistaKurulanDefterBostur) {
+TEST_F(MovingIn, BooksMadeAtTheFirstStartAreEmpty) {
     hazirla::deliver(target(), hazirla::Existing::Keep, [](const std::string& file) {
         hazirla::runStatements(file, {hazirla::kAskForLetterhead});
     });
@@ -104,7 +104,7 @@ TEST_F(Aktarma, IlkAcilistaKurulanDefterBostur) {
 }
 
 // A row that grew leaves a pointer in its place; deleted rows stay on their page until they are overwritten.
-TEST_F(Aktarma, TasinanSatirOkunurSilinenOkunmaz) {
+TEST_F(MovingIn, AMovedRowIsReadADeletedOneIsNot) {
     const Report before = look().report;
     const std::size_t row = bytes.find("\x08\0\x02\0\0\0"s); // the second of the schedule
     const std::size_t page = row / kPage * kPage;
@@ -141,7 +141,7 @@ TEST_F(Aktarma, TasinanSatirOkunurSilinenOkunmaz) {
     EXPECT_EQ(less.tables.at(3).rows + 1, before.tables.at(3).rows);
 }
 
-TEST_F(Aktarma, BosMetinBosNullNullKalir) {
+TEST_F(MovingIn, AnEmptyTextStaysEmptyNullStaysNull) {
     move();
     EXPECT_EQ(
         answer(
@@ -150,7 +150,7 @@ TEST_F(Aktarma, BosMetinBosNullNullKalir) {
 }
 
 // A name that is damaged must not make a table or a sum vanish with no more than a remark.
-TEST_F(Aktarma, AdiBozukTabloVeAlanFarkEdilir) {
+TEST_F(MovingIn, ATableOrColumnWithABrokenNameIsNoticed) {
     const auto wide = [](const std::string& text) {
         std::string made;
         for (const char letter : text)
@@ -172,7 +172,7 @@ TEST_F(Aktarma, AdiBozukTabloVeAlanFarkEdilir) {
     EXPECT_THROW(look(), Damaged);
 }
 
-TEST_F(Aktarma, SupheliDegerlerSoylenir) {
+TEST_F(MovingIn, DoubtfulValuesAreTold) {
     EXPECT_TRUE(look().doubts.empty());
     const std::string whole = bytes;
     replaceBytes("T\0I\0\xff\xfeO'Neil"s, "T\0'\0\xff\xfeO\x9bNeil"s);
@@ -191,7 +191,7 @@ TEST_F(Aktarma, SupheliDegerlerSoylenir) {
     EXPECT_TRUE(seen.problems.empty());
 }
 
-TEST_F(Aktarma, TekElYazisiSatirBileDefteriDoluYapar) {
+TEST_F(MovingIn, OneRowWrittenByHandAlreadyMakesBooksFull) {
     hazirla::deliver(target(), hazirla::Existing::Keep, [](const std::string& file) {
         hazirla::runStatements(file, {"UPDATE FIRMABILGISI SET FIRMA='Bizim Dükkân'"});
     });
@@ -200,7 +200,7 @@ TEST_F(Aktarma, TekElYazisiSatirBileDefteriDoluYapar) {
 }
 
 // The password stands behind a mask of exclusive ors, so that it can be put into the file as it is.
-TEST_F(Aktarma, ParolaSorulur) {
+TEST_F(MovingIn, ThePasswordIsAskedFor) {
     const std::string password = "g\0i\0z\0l\0i\0"s;
     for (std::size_t i = 0; i < password.size(); ++i)
         bytes[0x42 + i] = static_cast<char>(bytes[0x42 + i] ^ password[i]);
@@ -210,7 +210,7 @@ TEST_F(Aktarma, ParolaSorulur) {
     EXPECT_TRUE(look("gizli").problems.empty());
 }
 
-TEST_F(Aktarma, KesikDosyaFarkEdilir) {
+TEST_F(MovingIn, ACutFileIsNoticed) {
     const std::string whole = bytes;
     for (std::size_t size = 0; size < whole.size(); size += kPage) {
         for (const std::size_t extra : {std::size_t{0}, std::size_t{100}}) {
@@ -220,7 +220,7 @@ TEST_F(Aktarma, KesikDosyaFarkEdilir) {
     }
 }
 
-TEST_F(Aktarma, BozukSayfaVeDegerFarkEdilir) {
+TEST_F(MovingIn, ABrokenPageOrValueIsNoticed) {
     const std::string whole = bytes;
     const std::string secondOfEight = "\x08\0\x02\0\0\0"s; // row 2 of a table of eight columns
     for (const std::size_t row : {whole.find(secondOfEight), whole.rfind(secondOfEight)}) {
@@ -238,7 +238,7 @@ TEST_F(Aktarma, BozukSayfaVeDegerFarkEdilir) {
     EXPECT_FALSE(fs::exists(target()));
 }
 
-TEST_F(Aktarma, IkiKezVerilenSayacSigmaz) {
+TEST_F(MovingIn, ACounterGivenTwiceDoesNotFit) {
     replaceBytes("\x08\0\x02\0\0\0"s, "\x08\0\x01\0\0\0"s);
     const Examination seen = look();
     ASSERT_FALSE(seen.problems.empty());
@@ -246,7 +246,7 @@ TEST_F(Aktarma, IkiKezVerilenSayacSigmaz) {
         << seen.problems.front();
 }
 
-TEST(JetMetni, YalnizHarflerOkunur) {
+TEST(JetText, OnlyLettersAreRead) {
     struct Case {
         std::string bytes;
         std::optional<std::string> text;
@@ -268,14 +268,14 @@ TEST(JetMetni, YalnizHarflerOkunur) {
         EXPECT_EQ(decodeJetText(each.bytes), each.text) << testing::PrintToString(each.bytes);
 }
 
-TEST(JetMetni, TurkceWindowstaOlmayanHarfBulunur) {
+TEST(JetText, ALetterThatTheTurkishCodePageLacksIsFound) {
     EXPECT_EQ(foreignLetter("Şükrü IĞDIR ı İ € “â” \t"), std::nullopt);
     EXPECT_EQ(foreignLetter("3е"), "е"); // Cyrillic
     EXPECT_EQ(foreignLetter("að"), "ð");
     EXPECT_EQ(foreignLetter("x\xf0\x9f\x98\x80"), "\xf0\x9f\x98\x80");
 }
 
-TEST(Sigma, KayipsizOlanSigar) {
+TEST(Sigma, WhatLosesNothingFits) {
     using enum store::ColumnType;
     EXPECT_EQ(fitted(Value(), {"PESINAT", Small, 0}), Value(0));
     EXPECT_EQ(fitted(-1, {"PESINAT", Small, 0}), Value(-1));
@@ -304,7 +304,7 @@ TEST(Sigma, KayipsizOlanSigar) {
         EXPECT_EQ(fitted(each.value, each.type), each.fits) << &each - cases;
 }
 
-TEST(AktarSecenekleri, DosyaVeSecenekler) {
+TEST(MovingInOptions, FileAndOptions) {
     const char* given[] = {"eski.mdb", "--dene", "--parola", "-", "--kok", "k"};
     const Options options = readOptions(given);
     EXPECT_EQ(options.source, "eski.mdb");

@@ -20,7 +20,7 @@ namespace {
 namespace fs = std::filesystem;
 using store::ColumnType;
 
-class Anonim : public ::testing::Test {
+class NamelessCopy : public ::testing::Test {
 protected:
     [[nodiscard]] std::string books() const { return shop.books(); }
     [[nodiscard]] std::string copy() const { return shop / "adsiz.mdb"; }
@@ -41,7 +41,7 @@ const Names kAccounts = {"HSTNO", "MUSTNO", "FIRMANO"};
 const Names kKept = {"URKOD",     "KASA_NO", "GRUP_KOD",        "ODEME_TIPI",
                      "ISLEM_TUR", "DEGER",   "CARI_HESAP_ISLE", "YAS"};
 
-TEST_F(Anonim, HesaplarHerYerdeAyniDegisirTutarlarKalir) {
+TEST_F(NamelessCopy, AccountsChangeAlikeEverywhereAmountsStay) {
     test::openBooks(books())->execute("UPDATE MUSTKAYIT SET EVAPT = 'No: 12/4' WHERE ID < 9");
     EXPECT_GT(copyWithoutNames(books(), copy(), Disguise(1)).replaced, 500);
     const auto original = test::openBooks(books());
@@ -101,7 +101,7 @@ TEST_F(Anonim, HesaplarHerYerdeAyniDegisirTutarlarKalir) {
 
 // What a fault hangs on is still there: numbers that differ by a capital, rows of another account, cards and
 // headers that are gone.
-TEST_F(Anonim, DenetimKopyadaAyniniBulur) {
+TEST_F(NamelessCopy, TheCheckFindsTheSameInTheCopy) {
     {
         const auto program = test::openBooks(books());
         for (const char* sql :
@@ -147,7 +147,7 @@ TEST_F(Anonim, DenetimKopyadaAyniniBulur) {
 
 // The engine's own pages, decrypted: a free page or the rest of an overwritten cell would still hold the
 // name.
-TEST_F(Anonim, BosalanSayfalarKopyayaGecmez) {
+TEST_F(NamelessCopy, FreedPagesDoNotPassIntoTheCopy) {
     {
         const auto program = test::openBooks(books());
         program->execute("INSERT INTO GRUPLAR (GRUP_ADI) SELECT AD || SOYAD || hex(zeroblob(1500)) "
@@ -164,7 +164,7 @@ TEST_F(Anonim, BosalanSayfalarKopyayaGecmez) {
     EXPECT_EQ(freePages(copy()), 0);
 }
 
-TEST_F(Anonim, DefterVeVarOlanDosyaKalir) {
+TEST_F(NamelessCopy, TheBooksAndAnExistingFileStay) {
     const backup::Fingerprint before = backup::inspect(books());
     copyWithoutNames(books(), copy(), Disguise());
     EXPECT_EQ(shop.filesInside(), 2) << "a file with names was left";
@@ -183,7 +183,7 @@ TEST_F(Anonim, DefterVeVarOlanDosyaKalir) {
     EXPECT_EQ(shop.filesInside(), 1) << "a half copy was left";
 }
 
-TEST(AnonimMetin, BicimKalirHarflerDegisir) {
+TEST(NamelessText, TheShapeStaysTheLettersChange) {
     Disguise disguise(3);
     EXPECT_EQ(disguise(""), "");
     EXPECT_EQ(disguise(" .,'-/"), " .,'-/");
@@ -195,7 +195,7 @@ TEST(AnonimMetin, BicimKalirHarflerDegisir) {
     EXPECT_EQ(disguise("\xff\xc5").size(), 4U) << "broken bytes become letters";
 }
 
-TEST(AnonimSecenekler, OkunmayanSatirReddedilir) {
+TEST(NamelessOptions, AnUnreadableRowIsRefused) {
     const auto read = [](std::vector<const char*> arguments) { return readOptions(arguments); };
     EXPECT_EQ(read({"--kok", "x", "kopya.mdb"}).target, "kopya.mdb");
     const std::vector<std::vector<const char*>> refused = {{}, {"--kok"}, {"--bilinmez"}, {"a", "b"}, {""}};

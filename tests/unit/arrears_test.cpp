@@ -118,7 +118,7 @@ class Arrears : public ::testing::TestWithParam<unsigned> {};
 
 } // namespace
 
-TEST_P(Arrears, AcikTaksitlerSikkeSikkeAynidir) {
+TEST_P(Arrears, OpenInstallmentsAreTheSameCoinByCoin) {
     Shop shop;
     const Books books(shop, GetParam());
     const std::vector<SaleArrears> all = arrearsOfAll(*shop.session.gBaglanti, kToday);
@@ -155,6 +155,6 @@ TEST_P(Arrears, AcikTaksitlerSikkeSikkeAynidir) {
     EXPECT_EQ(all.size(), found);
 }
 
-INSTANTIATE_TEST_SUITE_P(Dukkanlar, Arrears, ::testing::Values(1u, 2u, 3u, 4u));
+INSTANTIATE_TEST_SUITE_P(Shops, Arrears, ::testing::Values(1u, 2u, 3u, 4u));
 
 } // namespace veldona::test

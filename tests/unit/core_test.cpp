@@ -23,9 +23,9 @@ protected:
 
     KayitYapisi customer(const std::string& hstno) {
         KayitYapisi rec;
-        rec.Islem = KayitYapisi::Ekle;
+        rec.Islem = KayitYapisi::Add;
         rec.Tablo = "MUSTKAYIT";
-        rec.ekle("HSTNO", hstno);
+        rec.add("HSTNO", hstno);
         return rec;
     }
 };
@@ -80,7 +80,7 @@ TEST(DegerYaz, ByFamily) {
 
 TEST_F(Core, KayitYazTellsWhatFailedAndWritesNothing) {
     KayitYapisi empty = customer("1");
-    empty.ekle("GURUP_ID", ""); // an empty value for a number leaves a hole in the statement
+    empty.add("GURUP_ID", ""); // an empty value for a number leaves a hole in the statement
     EXPECT_FALSE(KayitYaz(session, empty));
     ASSERT_EQ(shop.dialogs.said.size(), 2u); // the statement runner's, and the record's
     const auto& [text, title, number, isPrompt] = shop.dialogs.said[1];
@@ -90,7 +90,7 @@ TEST_F(Core, KayitYazTellsWhatFailedAndWritesNothing) {
     shop.dialogs.said.clear();
 
     KayitYapisi unknown = customer("1");
-    unknown.ekle("YOK", "x");
+    unknown.add("YOK", "x");
     EXPECT_FALSE(KayitYaz(session, unknown));
     ASSERT_EQ(shop.dialogs.said.size(), 1u);
     EXPECT_EQ(shop.dialogs.said[0].text.substr(0, 4), "3265");
@@ -105,50 +105,49 @@ TEST_F(Core, SonKimlikWithoutAnyCounterIsMinusOne) {
 
 TEST_F(Core, StokGuncelleMovesTotalsUnevenly) {
     struct Case {
-        StokHareketi hareket;
-        StokYonu yon;
+        StockMovement hareket;
+        StockDirection yon;
         const char* totals;
     };
-    using enum StokHareketi;
-    using enum StokYonu;
-    const Case cases[] = {{Alis, Giris, "103|50|53"},     {Alis, Cikis, "97|50|47"},
-                          {Satis, Giris, "100|53|47"},    {Satis, Cikis, "100|53|47"},
-                          {GeriAlma, Giris, "100|47|53"}, {GeriAlma, Cikis, "97|50|47"}};
+    using enum StockMovement;
+    using enum StockDirection;
+    const Case cases[] = {{Alis, In, "103|50|53"},  {Alis, Out, "97|50|47"},     {Sale, In, "100|53|47"},
+                          {Sale, Out, "100|53|47"}, {TakeBack, In, "100|47|53"}, {TakeBack, Out, "97|50|47"}};
     for (const Case& c : cases) {
         shop.run("UPDATE URUNTANITIM SET TOPLAM_ALINAN=100,TOPLAM_SATILAN=50,KALAN=50");
         EXPECT_TRUE(StokGuncelle(session, "1", 3, c.hareket, c.yon));
         EXPECT_EQ(shop.rows("SELECT TOPLAM_ALINAN,TOPLAM_SATILAN,KALAN FROM URUNTANITIM"), Rows{c.totals})
             << static_cast<int>(c.hareket) << " " << static_cast<int>(c.yon);
     }
-    EXPECT_FALSE(StokGuncelle(session, "yok", 1, Satis, Giris));
+    EXPECT_FALSE(StokGuncelle(session, "yok", 1, Sale, In));
     shop.run("UPDATE URUNTANITIM SET TOPLAM_SATILAN=2147483647");
-    EXPECT_THROW(StokGuncelle(session, "1", 1, Satis, Giris), RuntimeError);
+    EXPECT_THROW(StokGuncelle(session, "1", 1, Sale, In), RuntimeError);
 }
 
 TEST_F(Core, LookUpsAndNumbers) {
     shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD) VALUES ('9','Ali')");
     shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD) VALUES ('10','Can')");
-    EXPECT_EQ(YeniNo(session, "HSTNO", "MUSTKAYIT", "", AlanTuru::Sayi), "11") << "by number, not by text";
+    EXPECT_EQ(YeniNo(session, "HSTNO", "MUSTKAYIT", "", FieldKind::Number), "11") << "by number, not by text";
     EXPECT_EQ(AlanDegeriOku(session, "AD", "MUSTKAYIT", "HSTNO", "10"), Value("Can"));
     EXPECT_EQ(KayitDegeri(session, "ID", "MUSTKAYIT", "HSTNO", "yok"), Value(true));
 
-    EXPECT_EQ(TekilMi(session, "MUSTKAYIT", {{"HSTNO", "9", AlanTuru::Metin}}), false);
-    EXPECT_EQ(TekilMi(session, "MUSTKAYIT", {{"HSTNO", "9", AlanTuru::Metin}}, "ID", "1"), true) << "its own";
+    EXPECT_EQ(TekilMi(session, "MUSTKAYIT", {{"HSTNO", "9", FieldKind::Text}}), false);
+    EXPECT_EQ(TekilMi(session, "MUSTKAYIT", {{"HSTNO", "9", FieldKind::Text}}, "ID", "1"), true) << "its own";
     EXPECT_EQ(
-        TekilMi(session, "MUSTKAYIT", {{"HSTNO", "9", AlanTuru::Metin}, {"AD", "Can", AlanTuru::Metin}}),
+        TekilMi(session, "MUSTKAYIT", {{"HSTNO", "9", FieldKind::Text}, {"AD", "Can", FieldKind::Text}}),
         true);
     EXPECT_TRUE(shop.said().empty());
-    EXPECT_EQ(TekilMi(session, "MUSTKAYIT", {{"YOK", "9", AlanTuru::Metin}}), std::nullopt);
+    EXPECT_EQ(TekilMi(session, "MUSTKAYIT", {{"YOK", "9", FieldKind::Text}}), std::nullopt);
     ASSERT_EQ(shop.dialogs.said.size(), 1u);
     EXPECT_EQ(shop.dialogs.said[0].text.find("Tekil İndex Kontrolü Yapılırken "), 0u);
 
     shop.run("INSERT INTO MUSTKAYIT (HSTNO) VALUES ('G3')");
-    EXPECT_EQ(YeniNo(session, "HSTNO", "MUSTKAYIT", "", AlanTuru::Metin), "11");
+    EXPECT_EQ(YeniNo(session, "HSTNO", "MUSTKAYIT", "", FieldKind::Text), "11");
 }
 
 TEST_F(Core, TextsOfALayoutShowTheColumnsThatTheirNamesSay) {
     shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD) VALUES ('7','Ayşe')");
-    KayitSeti rs;
+    RecordsetPtr rs;
     KayitSetiAc(session, rs, "SELECT HSTNO,AD FROM MUSTKAYIT", adodb::CursorLocation::Client);
     std::string labels;
     for (const char* name : {"vAlan2", "sBaslik2", "vAlanHSTNO", "vAlan3", "sBaslikad"})
@@ -165,12 +164,12 @@ TEST_F(Core, MoneyIsStoredTimesAMillion) {
     EXPECT_EQ(ParaGoster(session, StoredAmount::ofColumn(12500000.0)), "12,50");
     EXPECT_EQ(ParaGoster(session, StoredAmount::ofColumn(-1234567890.0)), "-1.234,57");
     EXPECT_EQ(ParaGoster(session, storedIn(Null{})), "");
-    EXPECT_EQ(ParaYaz(session, {}, "ODMIKTAR", ParaKipi::Ifade), "(ODMIKTAR / 1000000)");
-    EXPECT_EQ(ParaOku(session, "1234,50", "", ParaKipi::Deger).inStatement(), "1.234.500.000,00");
-    EXPECT_EQ(ParaOku(session, "", "", ParaKipi::Deger).inStatement(), "0,00");
-    EXPECT_EQ(ParaOku(session, "12,3456789", "", ParaKipi::Deger).inStatement(), "12.345.678,90");
-    EXPECT_EQ(ParaOku(session, "1234,5", "", ParaKipi::Ifade).inStatement(), "1234500000");
-    EXPECT_THROW(static_cast<void>(ParaOku(session, "abc", "", ParaKipi::Deger)), RuntimeError);
+    EXPECT_EQ(ParaYaz(session, {}, "ODMIKTAR", MoneyMode::Ifade), "(ODMIKTAR / 1000000)");
+    EXPECT_EQ(ParaOku(session, "1234,50", "", MoneyMode::Deger).inStatement(), "1.234.500.000,00");
+    EXPECT_EQ(ParaOku(session, "", "", MoneyMode::Deger).inStatement(), "0,00");
+    EXPECT_EQ(ParaOku(session, "12,3456789", "", MoneyMode::Deger).inStatement(), "12.345.678,90");
+    EXPECT_EQ(ParaOku(session, "1234,5", "", MoneyMode::Ifade).inStatement(), "1234500000");
+    EXPECT_THROW(static_cast<void>(ParaOku(session, "abc", "", MoneyMode::Deger)), RuntimeError);
     EXPECT_EQ(SifirIseNull(0), Value("NULL"));
     EXPECT_EQ(SifirIseNull(Null{}), Value("NULL"));
     EXPECT_EQ(SifirIseNull("5"), Value(5));

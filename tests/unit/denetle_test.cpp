@@ -80,7 +80,7 @@ const Spoiled kSpoiled[] = {
      {Fault::StockDiffersLeft}},
 };
 
-TEST(Denetle, HerBozuklukAdiylaBulunurBaskasiBulunmaz) {
+TEST(BooksCheck, EachFaultIsFoundByItsNameAndNoOther) {
     const SampleBooks sound;
     EXPECT_TRUE(check(sound.books()).all.empty()) << asText(check(sound.books()));
     for (const Spoiled& spoiled : kSpoiled) {
@@ -92,7 +92,7 @@ TEST(Denetle, HerBozuklukAdiylaBulunurBaskasiBulunmaz) {
     }
 }
 
-TEST(Denetle, DeftereDokunmaz) {
+TEST(BooksCheck, DoesNotTouchTheBooks) {
     const SampleBooks books;
     const std::string before = test::bytesOf(books.books());
     fs::permissions(books.books(), fs::perms(0644));
@@ -105,7 +105,7 @@ TEST(Denetle, DeftereDokunmaz) {
                  store::StoreError);
 }
 
-TEST(Denetle, ProgramYazarkenSonKaydedileneBakar) {
+TEST(BooksCheck, ReadsWhatWasSavedLastWhileTheProgramWrites) {
     const SampleBooks books;
     const auto program = test::openBooks(books.books());
     program->execute(kOneLineSaleEmptied);
@@ -124,7 +124,7 @@ Findings twoAccounts() {
     return findings;
 }
 
-TEST(Denetle, HesapHesapSoyler) {
+TEST(BooksCheck, TellsAccountByAccount) {
     const std::string text = asText(twoAccounts());
     EXPECT_EQ(
         text.find("Hesap 2\n  Satış 45: taksitlerin toplamı 900,50, satışın tutarı 1.000,00, fark -99,50\n"),
@@ -134,7 +134,7 @@ TEST(Denetle, HesapHesapSoyler) {
     EXPECT_NE(text.find("3 bulgu, 2 hesapta"), std::string::npos) << text;
 }
 
-TEST(Denetle, TabloyaYazilanHucreHesaplanmaz) {
+TEST(BooksCheck, ACellWrittenToASheetIsNotComputed) {
     const std::string csv = asCsv(twoAccounts());
     EXPECT_NE(csv.find("\"2\";\"45\";;"), std::string::npos) << csv;
     EXPECT_NE(csv.find(";1000,00;900,50\r\n"), std::string::npos) << csv;
@@ -142,7 +142,7 @@ TEST(Denetle, TabloyaYazilanHucreHesaplanmaz) {
     EXPECT_NE(csv.find("\"1;\"\"x\"\"\""), std::string::npos) << csv;
 }
 
-TEST(Denetle, OkunmayanSatirReddedilir) {
+TEST(BooksCheck, AnUnreadableRowIsRefused) {
     const auto read = [](std::vector<const char*> arguments) { return readOptions(arguments); };
     EXPECT_TRUE(read({"--csv", "--dosya", "yedek.mdb"}).csv);
     const std::vector<std::vector<const char*>> refused = {

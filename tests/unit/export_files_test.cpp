@@ -42,16 +42,16 @@ protected:
     Export() {
         session.reportDesk = &desk;
         shop.forms.add("frmCrNesne", [this](Forms& f) { return makeFrmCrNesne(f, session); });
-        sablonlariKur(session.desktop.paths);
+        installLayouts(session.desktop.paths);
         for (int i = 1; i <= 60; ++i)
             shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD,EVMH) VALUES ('" + std::to_string(i) +
                      "','Ayşe','Öz, \"Işık\" <ğ>','=1+%D {AD} Mh.')"); // a spreadsheet would calculate it
-        SablonRaporGoster(session, "\\Rapor\\CariListesi2.rpt", {"SELECT * FROM MUSTKAYIT ORDER BY ID"});
+        showTemplateReport(session, "\\Rapor\\CariListesi2.rpt", {"SELECT * FROM MUSTKAYIT ORDER BY ID"});
         panel().picExport.setVisible(true);
         panel().cmdExport.setVisible(true);
     }
 
-    AktarPaneli& panel() { return dynamic_cast<FrmCrNesne&>(*shop.forms.active()).aktar; }
+    ExportPanel& panel() { return dynamic_cast<FrmCrNesne&>(*shop.forms.active()).aktar; }
     // The box that ended the export.
     std::string start(const char* format, const char* destination = "Dosya") {
         user::choose(panel().cmbFormat, format);
@@ -166,8 +166,8 @@ TEST_F(Export, ResettingThePanelPutsItBackAsItWas) {
     EXPECT_FALSE(panel().chkOpenFile.checked());
     FormuSifirla(panel());
     EXPECT_EQ(state(), before);
-    EXPECT_EQ(panel().cmbFormat.text(), kFormatSeciniz);
-    EXPECT_EQ(panel().cmbDestination.text(), kHedefSeciniz);
+    EXPECT_EQ(panel().cmbFormat.text(), kChooseFormat);
+    EXPECT_EQ(panel().cmbDestination.text(), kChooseTarget);
     EXPECT_EQ(getExportDirectory("C:\\a\\b.htm") + "|" + getExportDirectory("b.htm") + "|" +
                   GetExportDir("?"),
               "C:\\a||Export");

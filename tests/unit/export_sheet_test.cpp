@@ -80,14 +80,14 @@ public:
     ~SheetShop() { session.gBaglanti.reset(); }
 
     void run(const std::string& sql) { session.gBaglanti->execute(sql); }
-    RaporEkrani& screen() {
+    ReportScreen& screen() {
         if (!forms.loaded("rprodemesigecen")) forms.show("rprodemesigecen", Kip::Modeless);
-        return dynamic_cast<RaporEkrani&>(*forms.loaded("rprodemesigecen"));
+        return dynamic_cast<ReportScreen&>(*forms.loaded("rprodemesigecen"));
     }
     // The rows of the sheet that the button writes for a limit.
     Lines press(DateTime limit) {
-        screen().aralik.DTPicker2.setValue(limit);
-        cmdExcel_Click(screen().aralik);
+        screen().range.DTPicker2.setValue(limit);
+        cmdExcel_Click(screen().range);
         return opener.opened.empty() ? Lines{} : sheetRows(opener.opened.back());
     }
 
@@ -285,12 +285,12 @@ TEST(Spreadsheet, LeavingTheScreenGivesItUpAndASecondClickIsPassedOver) {
     std::mt19937 random(7);
     SheetShop s;
     fillAtRandom(s, 20, random);
-    s.pump.once = [&] { cmdExcel_Click(s.screen().aralik); };
+    s.pump.once = [&] { cmdExcel_Click(s.screen().range); };
     s.press(DateTime::of(2027, 1, 1));
     EXPECT_EQ(s.opener.opened.size(), 1U);
     const std::filesystem::path folder = std::filesystem::path(s.opener.opened[0]).parent_path();
     s.pump.once = [&] { s.forms.unload(s.screen()); };
-    cmdExcel_Click(s.screen().aralik);
+    cmdExcel_Click(s.screen().range);
     EXPECT_EQ(s.opener.opened.size(), 1U);
     EXPECT_EQ(s.forms.loaded("rprodemesigecen"), nullptr);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1);

@@ -16,8 +16,8 @@ namespace {
 struct Screen : Form {
     explicit Screen(Forms& forms) : Form(forms, "frmDeneme", "Deneme") {
         locked.locked = true;
-        BarKur(bar);
-        OdakIsaretle(*this);
+        buildBar(bar);
+        markFocus(*this);
     }
     ToolBar bar{*this, "BarIslemler"};
     TextBox text{*this, "text", "Ayşe"};
@@ -25,9 +25,9 @@ struct Screen : Form {
     TextBox empty{*this, "empty"};
 };
 
-class FormCercevesi : public testing::Test {
+class FormFrame : public testing::Test {
 protected:
-    FormCercevesi() {
+    FormFrame() {
         shop.forms.add("frmDeneme", [](Forms& f) { return std::make_unique<Screen>(f); });
         shop.forms.add("frmCarihesapSec", [this](Forms& f) { return makeFrmCarihesapSec(f, shop.session); });
     }
@@ -38,7 +38,7 @@ protected:
     test::Shop shop;
 };
 
-TEST_F(FormCercevesi, OdakIsaretlenirKilitliRenginiKorur) {
+TEST_F(FormFrame, TheFocusIsMarkedALockedFieldKeepsItsColour) {
     Screen& screen = open();
     ASSERT_TRUE(user::focus(screen.empty));
     ASSERT_TRUE(user::focus(screen.text));
@@ -60,7 +60,7 @@ TEST_F(FormCercevesi, OdakIsaretlenirKilitliRenginiKorur) {
     EXPECT_EQ(screen.empty.backColor(), std::nullopt);
 }
 
-TEST_F(FormCercevesi, BekleyenEkranKapalidir) {
+TEST_F(FormFrame, AWaitingScreenTakesNothing) {
     Screen& screen = open();
     Bekle(screen, true);
     EXPECT_EQ(screen.pointer(), MousePointer::Wait);
@@ -78,26 +78,26 @@ TEST_F(FormCercevesi, BekleyenEkranKapalidir) {
     EXPECT_FALSE(FormAcikMi(shop.forms, "frmDenem"));
 }
 
-TEST(KayitDurumu, HatayiSozle) {
-    EXPECT_EQ(KayitDurumu({3021, "x"}), "Geçersiz kayıt (bookmark) !");
-    EXPECT_EQ(KayitDurumu({3167, "x"}), "Silinmiş kayıt !");
-    EXPECT_EQ(KayitDurumu({3265, "Öğe yok"}), "Hatalı kayıt (3265, Öğe yok) !");
+TEST(saveStatus, TellsTheErrorInWords) {
+    EXPECT_EQ(saveStatus({3021, "x"}), "Geçersiz kayıt (bookmark) !");
+    EXPECT_EQ(saveStatus({3167, "x"}), "Silinmiş kayıt !");
+    EXPECT_EQ(saveStatus({3265, "Öğe yok"}), "Hatalı kayıt (3265, Öğe yok) !");
 }
 
 // A row whose key is 0 is none: nothing is asked and nothing deleted.
-TEST_F(FormCercevesi, SifirAnahtarliSatirSilinmez) {
+TEST_F(FormFrame, ARowWithTheKeyZeroIsNotDeleted) {
     shop.run("INSERT INTO GRUPLAR (GRUP_ADI) VALUES ('A')");
-    KayitDongusu k{open(), shop.session, nullptr};
+    RecordCycle k{open(), shop.session, nullptr};
     int deleted = 0;
-    k.sil = [&](std::int32_t) { return ++deleted > 0; };
+    k.remove = [&](std::int32_t) { return ++deleted > 0; };
     KayitSetiAc(shop.session, k.rs, "SELECT 0 AS ID FROM GRUPLAR", adodb::CursorLocation::Client);
     KayitGoster(k);
-    KayitSil(k);
+    deleteRecord(k);
     EXPECT_EQ(deleted, 0);
     EXPECT_TRUE(shop.said().empty());
 }
 
-TEST_F(FormCercevesi, IzgaraBasligiSiralar) {
+TEST_F(FormFrame, AClickOnTheGridsHeadSorts) {
     shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('1','Çan','A')");
     shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('2','Can','C')");
     shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('3','Dan','B')");

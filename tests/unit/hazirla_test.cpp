@@ -70,7 +70,7 @@ Kurus linesOf(const Sale& sale) {
     return sum;
 }
 
-TEST(OrnekDukkan, HerSatisKendiIcindeTutarli) {
+TEST(SampleShop, EachSaleIsConsistentInItself) {
     for (const auto& [customers, sales, years] :
          {std::tuple{1, 1, 1}, {1, 40, 1}, {2, 300, 10}, {51, 2000, 3}, {700, 900, 20}, {5, 0, 1}}) {
         for (std::uint64_t seed = 0; seed < 20; ++seed) {
@@ -107,7 +107,7 @@ TEST(OrnekDukkan, HerSatisKendiIcindeTutarli) {
     }
 }
 
-TEST(OrnekDukkan, AyniTohumAyniDefter) {
+TEST(SampleShop, TheSameSeedGivesTheSameBooks) {
     const Folder first, second, other;
     test::deliverShop(first.target(), plan(60, 200, 7));
     test::deliverShop(second.target(), plan(60, 200, 7));
@@ -117,7 +117,7 @@ TEST(OrnekDukkan, AyniTohumAyniDefter) {
     EXPECT_NE(sum, Books(other.target()).checksum());
 }
 
-TEST(Teslim, BosDefterYalnizIlkSatirlariTasir) {
+TEST(Teslim, EmptyBooksHoldTheFirstRowsAlone) {
     const Folder folder;
     deliver(folder.target(), Existing::Keep, [](const std::string&) {});
     EXPECT_EQ(folder.besideTheBooks(), 0) << "something was left beside the database";
@@ -129,7 +129,7 @@ TEST(Teslim, BosDefterYalnizIlkSatirlariTasir) {
     }
 }
 
-TEST(Teslim, VarOlanDefterSoylenmedenEzilmez) {
+TEST(Teslim, ExistingBooksAreNotOverwrittenUnasked) {
     const Folder folder;
     test::deliverShop(folder.target(), plan(5, 5, 1));
     const std::string before = test::bytesOf(folder.target());
@@ -155,7 +155,7 @@ TEST(Teslim, VarOlanDefterSoylenmedenEzilmez) {
     EXPECT_EQ(folder.besideTheBooks(), 0) << "a killed run's leavings were not cleared";
 }
 
-TEST(IlkAcilis, DefterYalnizIstenirseKurulur) {
+TEST(FirstStart, BooksAreMadeOnlyWhereAskedFor) {
     const Folder folder;
     const Paths paths(fs::path(folder.target()).parent_path());
     const std::string books = paths.toNative(kDatabasePath);
@@ -179,7 +179,7 @@ TEST(IlkAcilis, DefterYalnizIstenirseKurulur) {
     EXPECT_NE(dialogs.said.back().text.find(books + "-wal"), std::string::npos);
 }
 
-TEST(Secenekler, OkunmayanSatirReddedilir) {
+TEST(ToolOptions, AnUnreadableRowIsRefused) {
     const DateTime today = DateTime::of(2026, 11, 22);
     const auto read = [&](std::vector<const char*> arguments) { return readOptions(arguments, today); };
     const Options all = read({"--ornek", "--musteri", "20000", "--satis", "100000", "--yil", "10", "--tohum",

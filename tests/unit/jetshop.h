@@ -23,7 +23,7 @@ inline constexpr std::size_t kPage = 4096;
 inline const Progress kQuiet = [](const std::string&, std::uint64_t, std::uint64_t) {};
 
 // A folder with a copy of the small Jet shop, to be damaged and moved in.
-class Aktarma : public testing::Test {
+class MovingIn : public testing::Test {
 protected:
     [[nodiscard]] std::string target() const { return folder_ / "yeni/vorel.mdb"; }
     std::string source() {

@@ -102,7 +102,7 @@ TEST_F(Ledger, TheReadyMadeReceiptCarriesTheSaleUntilItsDay) {
     EXPECT_EQ(shop.rows("SELECT ALAN_2,ALAN_5,ALAN_7,ACIKLAMA_3,ACIKLAMA_4,ID_1,SAYI_1,SAYI_2,SAYI_3 "
                         "FROM T_TEMP_GENEL"),
               Rows{"1234,05|1234,05|" + std::string(words) + "|||5|300|120,5|179,5"});
-    sablonlariKur(shop.desktop.paths);
+    installLayouts(shop.desktop.paths);
     shop.forms.add("frmCrNesne", [this](Forms& forms) { return makeFrmCrNesne(forms, shop.session); });
     RaporYazdirTahsilatMakbuzu(f());
     ASSERT_TRUE(shop.session.rapor);

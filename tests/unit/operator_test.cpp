@@ -18,7 +18,7 @@ namespace veldona::console {
 
 namespace {
 
-TEST(OperatorSatiri, SozcukleriVeKacislariOkur) {
+TEST(OperatorLine, ReadsWordsAndEscapes) {
     const struct {
         std::string_view text;
         std::vector<std::string> words; // the verb first
@@ -46,7 +46,7 @@ TEST(OperatorSatiri, SozcukleriVeKacislariOkur) {
     EXPECT_FALSE(readLine("answer yes")->words[0].quoted);
 }
 
-TEST(OperatorSatiri, OkunamayaniReddeder) {
+TEST(OperatorLine, RefusesWhatItCannotRead) {
     for (const char* text :
          {R"(sql "SELECT)", R"(sql "SELECT\")", R"(sql "a"b)", R"(sql a"b")", R"("start")"}) {
         EXPECT_THROW(static_cast<void>(readLine(text)), UnreadableLine) << text;
@@ -61,7 +61,7 @@ TEST(OperatorSatiri, OkunamayaniReddeder) {
         EXPECT_FALSE(keyNamed(none)) << none;
 }
 
-TEST(OperatorHucresi, HerTuruTekBicimdeYazar) {
+TEST(OperatorCell, WritesEachKindInOneWay) {
     const struct {
         Value value;
         const char* text;
@@ -111,7 +111,7 @@ Outcome runOperator(const std::string& arguments) {
     return {WEXITSTATUS(pclose(pipe)), printed};
 }
 
-class OperatorProgrami : public testing::Test {
+class OperatorProgram : public testing::Test {
 protected:
     std::string file(const std::string& name, const std::string& lines) const {
         const std::string path = folder_.path() + "/" + name;
@@ -124,7 +124,7 @@ private:
     DriveFolder folder_{std::nullopt};
 };
 
-TEST_F(OperatorProgrami, CikisKoduNeOlduysaOnuSoyler) {
+TEST_F(OperatorProgram, TheExitCodeTellsWhatHappened) {
     const struct {
         const char* lines;
         int exitCode;
@@ -208,7 +208,7 @@ const std::vector<std::string> kFailing = {
     "report",
 };
 
-TEST_F(OperatorProgrami, TutmayaniVeReddedileniSayar) {
+TEST_F(OperatorProgram, CountsWhatFellShortAndWhatWasRefused) {
     std::string all = kOnASale;
     for (const std::string& line : kFailing)
         all += line + "\nmessages\n";
@@ -220,7 +220,7 @@ TEST_F(OperatorProgrami, TutmayaniVeReddedileniSayar) {
         << outcome.printed;
 }
 
-TEST_F(OperatorProgrami, BirakilaniSayarVeBittiktenSonraYalnizBakar) {
+TEST_F(OperatorProgram, CountsWhatWasLeftOutAndOnlyLooksBehindTheEnd) {
     const struct {
         const char* lines;
         const char* lastLine;
@@ -255,14 +255,14 @@ TEST_F(OperatorProgrami, BirakilaniSayarVeBittiktenSonraYalnizBakar) {
                              "0 passed, 0 failed\n");
 }
 
-TEST_F(OperatorProgrami, HatayiDosyaVeSatirlaGosterir) {
+TEST_F(OperatorProgram, ShowsAnErrorWithFileAndLine) {
     const std::string path = file("denek.op", "# first\n\nexpect-message \"x\"\n\nstrat\n");
     const std::string printed = runOperator(path).printed;
     EXPECT_NE(printed.find(path + ":3: expect-message"), printed.npos) << printed;
     EXPECT_NE(printed.find(path + ":5: "), printed.npos) << printed;
 }
 
-TEST_F(OperatorProgrami, HerDosyaKendiKlasorundeCalisir) {
+TEST_F(OperatorProgram, EachFileRunsInAFolderOfItsOwn) {
     const std::string lines = "database\nsql \"INSERT INTO MUSTKAYIT (HSTNO) VALUES ('1')\"\n"
                               "expect-sql \"SELECT HSTNO FROM MUSTKAYIT\" \"1\"\n";
     const std::string both = file("bir.op", lines) + " " + file("iki.op", lines);
@@ -275,14 +275,14 @@ TEST_F(OperatorProgrami, HerDosyaKendiKlasorundeCalisir) {
     EXPECT_EQ(runOperator("--kok " + folder() + "/kok/1 " + file("bir.op", lines)).exitCode, 1);
 }
 
-TEST_F(OperatorProgrami, StandartGirdidenOkur) {
+TEST_F(OperatorProgram, ReadsStandardInput) {
     const Outcome outcome = runOperator("- < " + file("denek.op", "expect-no-message\n"));
     EXPECT_EQ(outcome.exitCode, 0);
     EXPECT_EQ(outcome.printed, "1 passed, 0 failed\n");
 }
 
 // The keys pass through the widgets, and the end of the process unwinds through none of them.
-TEST_F(OperatorProgrami, PencerelerleDeAyniniGorur) {
+TEST_F(OperatorProgram, WindowsSeeTheSame) {
     const std::string picture = folder() + "/ekran.png";
     const std::string lines = R"op(
 database

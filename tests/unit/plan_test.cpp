@@ -15,8 +15,8 @@ protected:
     std::vector<Currency> planned(const FrmSatis& f) {
         std::vector<Currency> amounts;
         for (int row = 1; row < f.grdYapilacakOdeme.rows(); ++row)
-            if (!f.grdYapilacakOdeme.textMatrix(row, OdemeSutunu::Tarih).empty())
-                amounts.push_back(toCurrency(f.grdYapilacakOdeme.textMatrix(row, OdemeSutunu::Miktar)));
+            if (!f.grdYapilacakOdeme.textMatrix(row, PaymentColumn::Tarih).empty())
+                amounts.push_back(toCurrency(f.grdYapilacakOdeme.textMatrix(row, PaymentColumn::Miktar)));
         return amounts;
     }
 
@@ -31,14 +31,14 @@ protected:
 // By count every row is the same, and what the rounding loses is at most half a cent a row.
 TEST_F(Plan, ByCountTheCentsOfTheDivisionStayLost) {
     FrmSatis& f = open();
-    for (const char* toplam : {"100", "99,99", "1000", "0,05", "12345,67"})
+    for (const char* total : {"100", "99,99", "1000", "0,05", "12345,67"})
         for (const int adet : {1, 2, 3, 7, 12, 36, 254}) {
-            fill(f, toplam, "0", std::to_string(adet));
+            fill(f, total, "0", std::to_string(adet));
             const auto amounts = planned(f);
             ASSERT_EQ(amounts.size(), static_cast<std::size_t>(adet));
             EXPECT_EQ(std::count(amounts.begin(), amounts.end(), amounts[0]), adet);
-            const Currency lost = sum(amounts) - toCurrency(toplam);
-            EXPECT_LE(std::abs(lost.tenThousandths()), 50L * adet) << toplam << " in " << adet;
+            const Currency lost = sum(amounts) - toCurrency(total);
+            EXPECT_LE(std::abs(lost.tenThousandths()), 50L * adet) << total << " in " << adet;
         }
 }
 
@@ -46,16 +46,16 @@ TEST_F(Plan, ByCountTheCentsOfTheDivisionStayLost) {
 TEST_F(Plan, ByAmountTheRowsSumToTheTotal) {
     FrmSatis& f = open();
     user::click(f.chkTaksitAdetGir);
-    for (const char* toplam : {"100", "1000", "1100", "12345,67"})
+    for (const char* total : {"100", "1000", "1100", "12345,67"})
         for (const char* pesinat : {"0", "0,01", "99,5"})
             for (const char* tutar : {"50", "99,99", "300", "333,33", "400"}) {
-                user::put(f.MskToplamUcret, toplam);
+                user::put(f.MskToplamUcret, total);
                 user::put(f.MskAlinanPesinat, pesinat);
                 user::put(f.mskTaksitTutari, tutar);
                 const auto amounts = planned(f);
                 const std::size_t down = toDouble(pesinat) > 0 ? 1 : 0;
                 if (amounts.size() == down) continue;
-                EXPECT_EQ(sum(amounts), toCurrency(toplam)) << toplam << " " << pesinat << " " << tutar;
+                EXPECT_EQ(sum(amounts), toCurrency(total)) << total << " " << pesinat << " " << tutar;
             }
 }
 
@@ -70,7 +70,7 @@ TEST_F(Plan, WithoutARemainderAmountsReactToNothing) {
     EXPECT_EQ(f.grdYapilacakOdeme.rows(), 2);
     // By count the total is shared out then.
     f.MskTaksitAdedi.setText("3");
-    EXPECT_EQ(f.grdYapilacakOdeme.textMatrix(1, OdemeSutunu::Miktar), "333,33");
+    EXPECT_EQ(f.grdYapilacakOdeme.textMatrix(1, PaymentColumn::Miktar), "333,33");
 }
 
 // The down payment is written for a new sale only.
@@ -78,7 +78,7 @@ TEST_F(Plan, OutsideANewSaleInstallmentsAlone) {
     FrmSatis& f = open();
     fill(f, "1000", "100", "3");
     EXPECT_EQ(planned(f).size(), 4U);
-    f.durum = FormModu::Degistir;
+    f.durum = FormModu::Change;
     TaksitPlaniAdetle(f);
     EXPECT_EQ(planned(f).size(), 3U);
     EXPECT_EQ(f.grdYapilacakOdeme.rows(), 4);

@@ -210,9 +210,9 @@ protected:
         shop.forms.add("rprbeklenentahsilat",
                        [this](Forms& f) { return makeRprBeklenenTahsilat(f, shop.session); });
     }
-    RaporEkrani& open(const char* name) {
-        EkranGoster(shop.session, name, Kip::Modeless);
-        return dynamic_cast<RaporEkrani&>(*shop.forms.loaded(name));
+    ReportScreen& open(const char* name) {
+        showScreen(shop.session, name, Kip::Modeless);
+        return dynamic_cast<ReportScreen&>(*shop.forms.loaded(name));
     }
     Window randomWindow() {
         Window w{books.day(), books.day()};
@@ -221,7 +221,7 @@ protected:
         return w;
     }
     // The numbers of the customers in the spelling of their cards; which spelling a group has is the store's.
-    std::optional<Paper> run(RaporEkrani& f, const Window& w) {
+    std::optional<Paper> run(ReportScreen& f, const Window& w) {
         f.dtRaporTarihi.setValue(w.first ? Value(*w.first) : Value());
         f.dtRaporTarihiSon.setValue(w.last ? Value(*w.last) : Value());
         EXPECT_TRUE(user::click(f.cmdRapor));
@@ -253,8 +253,8 @@ protected:
 
 } // namespace
 
-TEST_P(Receivables, GunuGecenRaporuKurallariSatirSatirTutar) {
-    RaporEkrani& f = open("rprodemesigecen");
+TEST_P(Receivables, TheOverdueReportKeepsItsRulesRowByRow) {
+    ReportScreen& f = open("rprodemesigecen");
     for (int i = 0; i < 40; ++i) {
         Window w = randomWindow();
         if (!w.first && books.chance(30)) std::swap(w.first, w.last);
@@ -267,8 +267,8 @@ TEST_P(Receivables, GunuGecenRaporuKurallariSatirSatirTutar) {
     }
 }
 
-TEST_P(Receivables, BeklenenRaporuKurallariSatirSatirTutar) {
-    RaporEkrani& f = open("rprbeklenentahsilat");
+TEST_P(Receivables, TheExpectedReportKeepsItsRulesRowByRow) {
+    ReportScreen& f = open("rprbeklenentahsilat");
     for (int i = 0; i < 40; ++i) {
         const Window w = randomWindow();
         SCOPED_TRACE((w.first ? toText(*w.first) : "-") + " " + toText(*w.last));
@@ -279,7 +279,7 @@ TEST_P(Receivables, BeklenenRaporuKurallariSatirSatirTutar) {
 }
 
 // The windows are let in twice in a run; the operator may close the screen there, or press the button again.
-TEST(ReceivablesRun, EkranKapanincaHesapBirakilir) {
+TEST(ReceivablesRun, AClosedScreenReleasesTheAccount) {
     class Pump : public EventPump {
     public:
         void doEvents() override { at(++calls); }
@@ -304,8 +304,8 @@ TEST(ReceivablesRun, EkranKapanincaHesapBirakilir) {
         PaperDesk desk;
         session.reportDesk = &desk;
         shop.forms.add("rprodemesigecen", [&](Forms& f) { return makeRprOdemesiGecen(f, session); });
-        EkranGoster(session, "rprodemesigecen", Kip::Modeless);
-        auto& f = dynamic_cast<RaporEkrani&>(*shop.forms.loaded("rprodemesigecen"));
+        showScreen(session, "rprodemesigecen", Kip::Modeless);
+        auto& f = dynamic_cast<ReportScreen&>(*shop.forms.loaded("rprodemesigecen"));
         pump.at = [&](int call) {
             static_cast<void>(user::click(call == closedAt ? f.cmdCikis : f.cmdRapor));
         };
@@ -319,10 +319,10 @@ TEST(ReceivablesRun, EkranKapanincaHesapBirakilir) {
 }
 
 // Whatever the store refuses is told in its own words, and the screen stays.
-TEST(IncomeRun, SorguHatasiSoylenir) {
+TEST(IncomeRun, AnErrorOfAQueryIsTold) {
     Shop shop;
     shop.forms.add("rptGelirGider", [&](Forms& f) { return makeRptGelirGider(f, shop.session); });
-    EkranGoster(shop.session, "rptGelirGider", Kip::Modeless);
+    showScreen(shop.session, "rptGelirGider", Kip::Modeless);
     shop.session.gBaglanti->close();
     cmdTamam_Click(dynamic_cast<RptGelirGider&>(*shop.forms.loaded("rptGelirGider")));
     const Paper said = shop.said();
@@ -331,6 +331,6 @@ TEST(IncomeRun, SorguHatasiSoylenir) {
     EXPECT_NE(shop.forms.loaded("rptGelirGider"), nullptr);
 }
 
-INSTANTIATE_TEST_SUITE_P(Dukkanlar, Receivables, ::testing::Values(1u, 2u, 3u));
+INSTANTIATE_TEST_SUITE_P(Shops, Receivables, ::testing::Values(1u, 2u, 3u));
 
 } // namespace veldona::test

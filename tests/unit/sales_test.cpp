@@ -55,7 +55,7 @@ TEST_F(Sales, NothingHalfSavedWhateverStatementFails) {
     SatisKaydet(f);
     EXPECT_EQ(shop.said(), Rows{"İşlem Tamamlandı"});
     EXPECT_EQ(count("URUNSAT"), 5);
-    EXPECT_EQ(f.durum, FormModu::Gezinme);
+    EXPECT_EQ(f.durum, FormModu::Navigation);
 
     // The change: deletes before inserts, in each table.
     failEach({{"URUNSAT", 7}, {"TAKSITODENEN", 3}, {"URUNAL", 3}, {"ISLEMNOTABLO", 2}, {"URUNTANITIM", 1}},
@@ -126,7 +126,7 @@ TEST_F(Sales, WithoutARemainderTheTotalIsShared) {
 
 // A caller that waits for the sale gets its row, or learns that there is none.
 TEST_F(Sales, ForACallerTheScreenClosesWithItsAnswer) {
-    session.gFormKayit.Sonuc = Currency::ofWhole(FormSonucu::Istendi);
+    session.gFormKayit.Sonuc = Currency::ofWhole(FormResult::Requested);
     {
         const Forms::Hold hold(shop.forms);
         FrmSatis& f = open();
@@ -134,14 +134,14 @@ TEST_F(Sales, ForACallerTheScreenClosesWithItsAnswer) {
         SatisKaydet(f);
     }
     EXPECT_EQ(shop.forms.loaded("frmSatis"), nullptr);
-    EXPECT_EQ(session.gFormKayit.Sonuc, Currency::ofWhole(FormSonucu::Secildi));
+    EXPECT_EQ(session.gFormKayit.Sonuc, Currency::ofWhole(FormResult::Chosen));
     EXPECT_EQ(session.gFormKayit.KayitID, 1);
 
     session.gFormKayit = {};
-    session.gFormKayit.Sonuc = Currency::ofWhole(FormSonucu::Istendi);
+    session.gFormKayit.Sonuc = Currency::ofWhole(FormResult::Requested);
     press(open(), Key::F4);
     EXPECT_EQ(shop.forms.loaded("frmSatis"), nullptr);
-    EXPECT_EQ(session.gFormKayit.Sonuc, Currency::ofWhole(FormSonucu::Vazgecildi));
+    EXPECT_EQ(session.gFormKayit.Sonuc, Currency::ofWhole(FormResult::GivenUp));
 }
 
 TEST_F(Sales, CancellingReturnsToTheSaleSaved) {
@@ -150,14 +150,14 @@ TEST_F(Sales, CancellingReturnsToTheSaleSaved) {
     fill(f, "100", "0", "1");
     SatisKaydet(f);
     EXPECT_EQ(f.m_KayitID, 2);
-    FormGezinme(f, Gezinme::Ilk);
+    FormGezinme(f, Navigation::Ilk);
     EXPECT_EQ(f.m_KayitID, 1);
     press(f, Key::F3);
     press(f, Key::F4);
     EXPECT_EQ(f.m_KayitID, 2);
-    EXPECT_EQ(f.durum, FormModu::Gezinme);
+    EXPECT_EQ(f.durum, FormModu::Navigation);
     press(f, Key::F5);
-    EXPECT_EQ(f.durum, FormModu::Degistir);
+    EXPECT_EQ(f.durum, FormModu::Change);
 }
 
 TEST_F(Sales, StokYenidenHesaplaLastWriterOfATotalWins) {

@@ -12,27 +12,27 @@ namespace veldona {
 class SaleScreen : public testing::Test {
 protected:
     SaleScreen() {
-        shop.forms.onUncaught = [this](const RuntimeError& error) { yakalanmayanHata(session, error); };
+        shop.forms.onUncaught = [this](const RuntimeError& error) { uncaughtError(session, error); };
         shop.forms.add("frmSatis", [this](Forms& forms) { return makeFrmSatis(forms, session); });
         shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('7','Ayşe','Yılmaz')");
         session.gHSTNO = "7";
     }
 
     FrmSatis& open() {
-        FormKayit& kayit = session.gFormKayit;
-        kayit.Kip = FormModu::Yeni;
-        kayit.CariID = 1;
-        kayit.HSTNO = "7";
-        kayit.Unvan = "Ayşe  Yılmaz";
-        EkranGoster(session, "frmSatis", Kip::Modeless);
+        FormKayit& record = session.gFormKayit;
+        record.Kip = FormModu::Yeni;
+        record.CariID = 1;
+        record.HSTNO = "7";
+        record.Unvan = "Ayşe  Yılmaz";
+        showScreen(session, "frmSatis", Kip::Modeless);
         return static_cast<FrmSatis&>(*shop.forms.active());
     }
 
     void press(FrmSatis& f, Key key) { user::pressKey(f, {.key = key}); }
 
     // Types total, down payment and count, and leaves the plan's fields.
-    void fill(FrmSatis& f, const std::string& toplam, const std::string& pesinat, const std::string& adet) {
-        user::put(f.MskToplamUcret, toplam);
+    void fill(FrmSatis& f, const std::string& total, const std::string& pesinat, const std::string& adet) {
+        user::put(f.MskToplamUcret, total);
         user::put(f.MskAlinanPesinat, pesinat);
         user::put(f.MskTaksitAdedi, adet);
         user::focus(f.txtAciklama);

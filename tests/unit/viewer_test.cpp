@@ -18,7 +18,7 @@ namespace veldona::test {
 namespace {
 
 using Lines = std::vector<std::string>;
-constexpr const char* kMusteriListesi = "\\Rapor\\CariListesi2.rpt";
+constexpr const char* kCustomerList = "\\Rapor\\CariListesi2.rpt";
 
 // Notes what came to it.
 class NotingDesk : public report::ReportDesk {
@@ -73,7 +73,7 @@ protected:
         session.reportDesk = &desk;
         forms.onUncaught = [this](const RuntimeError& error) { uncaught.push_back(error.number()); };
         forms.add("frmCrNesne", [this](Forms& f) { return makeFrmCrNesne(f, session); });
-        sablonlariKur(session.desktop.paths);
+        installLayouts(session.desktop.paths);
     }
 
     // The viewer with trial pages, in front.
@@ -108,7 +108,7 @@ std::string errorOf(const std::function<void()>& step) {
 TEST_F(Viewer, PagingWaitsForAViewThatIsBusy) {
     FrmCrNesne& f = openTrial();
     for (const auto operation :
-         {RaporSonrakiSayfa, RaporSonSayfa, RaporOncekiSayfa, RaporIlkSayfa, RaporYenile}) {
+         {RaporSonrakiSayfa, RaporSonSayfa, RaporOncekiSayfa, RaporIlkSayfa, refreshReport}) {
         log.busy = 3;
         operation(f);
         EXPECT_EQ(log.busy, 0);
@@ -123,18 +123,18 @@ TEST_F(Viewer, ASearchGoesOnBehindItsHitAndElseFromThePageOnShow) {
     FrmCrNesne& f = openTrial();
     RaporSonrakiSayfa(f);
     log.answer = PageHit{5, 7};
-    RaporAra(f, "kefil");
+    searchReport(f, "kefil");
     EXPECT_EQ(f.lblBookmark.caption(), "5 / 12");
     EXPECT_EQ(f.CRViewer1.hit(), (PageHit{5, 7}));
-    RaporAra(f, "kefil");
+    searchReport(f, "kefil");
     RaporIlkSayfa(f);
     log.answer.reset();
-    RaporAra(f, "kefil");
+    searchReport(f, "kefil");
     EXPECT_EQ(f.CRViewer1.hit(), std::nullopt);
     EXPECT_EQ(f.CRViewer1.missed(), "kefil");
     EXPECT_EQ(f.lblBookmark.caption(), "1 / 12");
     // A box that is cancelled looks for the empty text.
-    RaporAra(f);
+    searchReport(f);
     EXPECT_EQ(f.CRViewer1.missed(), "");
     EXPECT_EQ(log.searches, (Lines{"kefil from 2", "kefil from 5 behind 7", "kefil from 1", " from 1"}));
     EXPECT_EQ(shop.said(), (Lines{"Aranacak metni giriniz"}));
@@ -143,7 +143,7 @@ TEST_F(Viewer, ASearchGoesOnBehindItsHitAndElseFromThePageOnShow) {
 TEST_F(Viewer, TheReportLastsAsLongAsItsViewer) {
     shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('7','Ayşe','Yılmaz')");
     shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('8','Zeki','Kaya')");
-    SablonRaporGoster(session, kMusteriListesi, {"SELECT * FROM MUSTKAYIT WHERE HSTNO='8'"});
+    showTemplateReport(session, kCustomerList, {"SELECT * FROM MUSTKAYIT WHERE HSTNO='8'"});
     auto& f = dynamic_cast<FrmCrNesne&>(*forms.active());
     EXPECT_NE(desk.text.find("1 8 Zeki Kaya"), std::string::npos) << desk.text;
     EXPECT_EQ(desk.text.find("Ayşe"), std::string::npos) << desk.text;
@@ -162,7 +162,7 @@ TEST_F(Viewer, WithoutAReportItDoesNotStay) {
 }
 
 TEST_F(Viewer, ATemplateThatIsMissingOrBrokenIsNamedAndNothingOpens) {
-    const auto print = [this] { SablonRaporGoster(session, kMusteriListesi, {"SELECT * FROM MUSTKAYIT"}); };
+    const auto print = [this] { showTemplateReport(session, kCustomerList, {"SELECT * FROM MUSTKAYIT"}); };
     std::ofstream(templateFile("CariListesi2.rpt")) << "<report title=\"x\">\n<tabel/></report>";
     std::string said = errorOf(print);
     EXPECT_EQ(said.substr(0, 3), "321") << said;
@@ -198,19 +198,19 @@ TEST_F(Viewer, AForgottenJoinIsTooLargeOrGivenUpAndTheShopGoesOn) {
         " FROM MUSTKAYIT, MUSTKAYIT AS B, MUSTKAYIT AS C, MUSTKAYIT AS D, MUSTKAYIT AS E";
     for (const char* order : {"", " ORDER BY B.ID, C.ID, MUSTKAYIT.ID"}) {
         const std::string said = errorOf(
-            [&] { SablonRaporGoster(session, kMusteriListesi, {"SELECT MUSTKAYIT.*" + join + order}); });
+            [&] { showTemplateReport(session, kCustomerList, {"SELECT MUSTKAYIT.*" + join + order}); });
         EXPECT_NE(said.find("belleğe sığmayacak kadar büyük"), std::string::npos) << said;
     }
     Impatient note;
     shop.desktop.waitNote = &note;
     forms.load("frmCrNesne").setPointer(MousePointer::Wait);
-    SablonRaporGoster(session, kMusteriListesi, {"SELECT COUNT(*) AS HSTNO" + join});
+    showTemplateReport(session, kCustomerList, {"SELECT COUNT(*) AS HSTNO" + join});
     EXPECT_EQ(note.shown, "Rapor hazırlanıyor…");
     EXPECT_EQ(note.hidden, 1);
     EXPECT_TRUE(desk.events.empty());
     EXPECT_EQ(forms.loaded("frmCrNesne")->pointer(), MousePointer::Default);
     shop.desktop.waitNote = nullptr;
-    SablonRaporGoster(session, kMusteriListesi, {"SELECT * FROM MUSTKAYIT"});
+    showTemplateReport(session, kCustomerList, {"SELECT * FROM MUSTKAYIT"});
     EXPECT_EQ(desk.events, (Lines{"opened Müşteri Listesi"})) << "the bounds are gone, and so is the failure";
 }
 

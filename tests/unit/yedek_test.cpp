@@ -54,7 +54,7 @@ protected:
     test::SampleShop shop{30, 60};
 };
 
-TEST_F(Yedek, ProgramYazarkenAlinanYedekKaydedileniTasir) {
+TEST_F(Yedek, ABackupTakenWhileTheProgramWritesHoldsWhatWasSaved) {
     const auto program = test::openBooks(books());
     program->execute("UPDATE MUSTKAYIT SET AD = 'Şükrü' WHERE HSTNO = '1'"); // stands in the log alone
     program->begin();
@@ -72,7 +72,7 @@ TEST_F(Yedek, ProgramYazarkenAlinanYedekKaydedileniTasir) {
     EXPECT_EQ(fs::status(backup()).permissions(), fs::perms(0600));
 }
 
-TEST_F(Yedek, BozukDefterdenYedekKalmaz) {
+TEST_F(Yedek, NoBackupIsLeftOfBrokenBooks) {
     std::fstream file(books(), std::ios::in | std::ios::out | std::ios::binary);
     file.seekp(20 * 4096 + 100);
     file.write("bozuk", 5);
@@ -81,7 +81,7 @@ TEST_F(Yedek, BozukDefterdenYedekKalmaz) {
     EXPECT_EQ(shop.filesInside(), 1) << "something was left beside the books";
 }
 
-TEST_F(Yedek, GeriYuklemeKaybolaniSoylerVeDegiseniSaklar) {
+TEST_F(Yedek, ARestoreTellsWhatIsLostAndKeepsWhatItReplaced) {
     const Fingerprint before = copyBooks(books(), backup());
     payTwice();
     const Fingerprint after = inspect(books());
@@ -105,7 +105,7 @@ TEST_F(Yedek, GeriYuklemeKaybolaniSoylerVeDegiseniSaklar) {
     EXPECT_EQ(inspect(books()), after) << "the way back";
 }
 
-TEST_F(Yedek, AcikDefterDegistirilmezBozukYedekKonmaz) {
+TEST_F(Yedek, OpenBooksAreNotReplacedABrokenBackupIsNotPutBack) {
     const Fingerprint before = copyBooks(books(), backup());
     payTwice();
     {
@@ -119,7 +119,7 @@ TEST_F(Yedek, AcikDefterDegistirilmezBozukYedekKonmaz) {
     EXPECT_NE(inspect(books()), before);
 }
 
-TEST_F(Yedek, OkunamayanDefterinYerineYedekKonur) {
+TEST_F(Yedek, ABackupTakesThePlaceOfUnreadableBooks) {
     const Fingerprint before = copyBooks(books(), backup());
     std::ofstream(books(), std::ios::binary) << std::string(8192, 'x');
     EXPECT_NE(lossOfRestoring(backup(), books()).text.find("okunamıyor"), std::string::npos);
@@ -130,7 +130,7 @@ TEST_F(Yedek, OkunamayanDefterinYerineYedekKonur) {
     EXPECT_EQ(inspect(books()), before);
 }
 
-TEST_F(Yedek, OldurulmusPrograminGunluguSaklananDeftereGirer) {
+TEST_F(Yedek, AKilledProgramsJournalGoesIntoTheKeptBooks) {
     const Fingerprint before = copyBooks(books(), backup());
     payTwiceAndBeKilled();
     const std::vector<std::string> kept = restore(backup(), books(), kNow);
@@ -140,7 +140,7 @@ TEST_F(Yedek, OldurulmusPrograminGunluguSaklananDeftereGirer) {
 }
 
 // After a power cut over damaged books: neither is lost, and the way back is open.
-TEST_F(Yedek, BozukDefterinGunluguYanindaSaklanir) {
+TEST_F(Yedek, TheJournalOfBrokenBooksIsKeptBesideThem) {
     const Fingerprint before = copyBooks(books(), backup());
     payTwiceAndBeKilled();
     const std::string journal = test::bytesOf(books() + "-wal");
@@ -155,7 +155,7 @@ TEST_F(Yedek, BozukDefterinGunluguYanindaSaklanir) {
     EXPECT_EQ(test::bytesOf(kept[1]), journal);
 }
 
-TEST_F(Yedek, ElleKopyalananYedekBaskasininGunluguyleBozulmaz) {
+TEST_F(Yedek, ABackupCopiedByHandIsNotSpoiltByAnothersJournal) {
     const Fingerprint before = copyBooks(books(), backup());
     payTwiceAndBeKilled();
     const std::string journal = test::bytesOf(books() + "-wal");
@@ -178,7 +178,7 @@ TEST_F(Yedek, ElleKopyalananYedekBaskasininGunluguyleBozulmaz) {
     EXPECT_EQ(prove(books()), before);
 }
 
-TEST_F(Yedek, GeriKalanSaatHicbirYedegiSilmez) {
+TEST_F(Yedek, AClockThatFellBackDeletesNoBackup) {
     const std::string folder = fs::path(books()).parent_path().string() + "/Yedek";
     fs::create_directory(folder);
     for (int day = 0; day < 50; ++day)
@@ -207,7 +207,7 @@ TEST_F(Yedek, GeriKalanSaatHicbirYedegiSilmez) {
     EXPECT_EQ(ageText(findLastBackup(books(), shop / "disk"), kNow), "Henüz yedek alınmadı");
 }
 
-TEST_F(Yedek, VazgecilenYedektenBirSeyKalmaz) {
+TEST_F(Yedek, NothingIsLeftOfABackupGivenUp) {
     const std::string folder = shop / "Yedek";
     std::map<Step, int> looks;
     const auto count = [&](Step step, std::int64_t, std::int64_t) { return ++looks[step] > 0; };
@@ -226,7 +226,7 @@ TEST_F(Yedek, VazgecilenYedektenBirSeyKalmaz) {
     EXPECT_EQ(ageText(findLastBackup(books(), folder), kNow.plusDays(1)), "Son yedek dün");
 }
 
-TEST(YedekSaklama, OtuzGunOnIkiAyKalir) {
+TEST(BackupKeeping, ThirtyDaysAndTwelveMonthsStay) {
     std::vector<std::string> names; // two a day for two years, three on the last
     const DateTime first = DateTime::of(2024, 11, 23, 9, 0, 0);
     for (int day = 0; day < 730; ++day)
@@ -251,7 +251,7 @@ TEST(YedekSaklama, OtuzGunOnIkiAyKalir) {
         EXPECT_FALSE(isBackupName(other)) << other;
 }
 
-TEST_F(Yedek, YarimKalanSilinirBaskasinaDokunulmaz) {
+TEST_F(Yedek, WhatWasLeftHalfDoneGoesNothingElseIsTouched) {
     const std::string folder = fs::path(books()).parent_path().string() + '/';
     const std::string whole = backupName(kNow);
     for (const std::string& name : {whole, whole + ".yarim", whole + ".yarim-wal", std::string("not.yarim")})
@@ -262,7 +262,7 @@ TEST_F(Yedek, YarimKalanSilinirBaskasinaDokunulmaz) {
     EXPECT_TRUE(fs::exists(folder + "not.yarim"));
 }
 
-TEST(YedekSecenekler, OkunmayanSatirReddedilir) {
+TEST(BackupOptions, AnUnreadableRowIsRefused) {
     const auto read = [](std::vector<const char*> arguments) { return readOptions(arguments); };
     EXPECT_TRUE(read({"--geri-yukle", "x.mdb", "--evet"}).confirmed);
     const std::vector<std::vector<const char*>> refused = {
