@@ -5,7 +5,7 @@
 namespace veldona::store {
 namespace {
 
-void appendLine(std::string& lines, const Bound& value) {
+void appendCell(std::string& lines, const Bound& value) {
     if (value.isNull) {
         lines += "\\N";
         return;
@@ -43,18 +43,24 @@ void appendLiteral(std::string& values, const Bound& value) {
 
 } // namespace
 
-void RowHeap::add(const std::vector<Bound>& row) {
-    const bool isListed = isSmall();
-    if (isListed) values_ += rows_ == 0 ? "(" : ", (";
+void appendCopyLine(std::string& lines, const std::vector<Bound>& row) {
     for (std::size_t i = 0; i < row.size(); ++i) {
-        if (i > 0) lines_ += '\t';
-        appendLine(lines_, row[i]);
-        if (!isListed) continue;
-        if (i > 0) values_ += ", ";
-        appendLiteral(values_, row[i]);
+        if (i > 0) lines += '\t';
+        appendCell(lines, row[i]);
     }
-    lines_ += '\n';
-    if (isListed) values_ += ')';
+    lines += '\n';
+}
+
+void RowHeap::add(const std::vector<Bound>& row) {
+    appendCopyLine(lines_, row);
+    if (isSmall()) {
+        values_ += rows_ == 0 ? "(" : ", (";
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            if (i > 0) values_ += ", ";
+            appendLiteral(values_, row[i]);
+        }
+        values_ += ')';
+    }
     ++rows_;
 }
 

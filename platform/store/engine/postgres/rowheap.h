@@ -8,6 +8,9 @@
 
 namespace veldona::store {
 
+// A row as COPY reads it.
+void appendCopyLine(std::string& lines, const std::vector<Bound>& row);
+
 class RowHeap {
 public:
     // `columns`: as a statement lists them, in quotes.

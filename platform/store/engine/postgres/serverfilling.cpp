@@ -1,66 +1,23 @@
 #include "platform/store/engine/postgres/serverfilling.h"
 
-#include <array>
-#include <charconv>
 #include <utility>
 
 #include "platform/runtime/text.h"
 #include "platform/store/engine/postgres/definitions.h"
+#include "platform/store/engine/postgres/rowheap.h"
 
 namespace veldona::store {
 namespace {
 
 constexpr std::size_t kPortion = 1 << 20;
 
-template <class Number> std::string written(Number number) {
-    std::array<char, 32> digits{};
-    return {digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr};
-}
-
 // Such a text comes from a damaged file; to leave the letter out would be another text.
-std::string storable(const std::string& text) {
+void requireStorable(const Value& value) {
+    if (value.kind() != Value::Kind::Text) return;
+    const std::string text = value.get<std::string>();
     if (text.find('\0') != text.npos || validUtf8(text) != text)
         throw StoreError(StoreError::Kind::TypeMismatch,
                          "Sunucuya yazılamayan bir yazı var; harflerinden biri bozuk: " + visibleText(text));
-    std::string line;
-    for (const char letter : text) {
-        switch (letter) {
-        case '\\':
-            line += "\\\\";
-            break;
-        case '\t':
-            line += "\\t";
-            break;
-        case '\n':
-            line += "\\n";
-            break;
-        case '\r':
-            line += "\\r";
-            break;
-        default:
-            line += letter;
-        }
-    }
-    return line;
-}
-
-std::string cellOf(const Value& value) {
-    switch (value.kind()) {
-    case Value::Kind::Null:
-        return "\\N";
-    case Value::Kind::Boolean:
-        return value.get<bool>() ? "1" : "0";
-    case Value::Kind::Whole:
-        return written(value.get<std::int64_t>());
-    case Value::Kind::Double:
-        return written(value.get<double>());
-    case Value::Kind::Text:
-        return storable(value.get<std::string>());
-    case Value::Kind::Money:
-    case Value::Kind::Date:
-        break;
-    }
-    throw std::logic_error("a value reached the engine that was not turned into its stored form");
 }
 
 // It answers nothing: what it is run with is on its way only when the portion is full.
@@ -72,13 +29,12 @@ public:
     void bind(int index, const Value& value) override {
         const auto place = static_cast<std::size_t>(index);
         if (cells_.size() < place) cells_.resize(place);
-        cells_[place - 1] = cellOf(value);
+        requireStorable(value);
+        cells_[place - 1] = boundOf(value);
     }
     bool step() override {
         std::string line;
-        for (const std::string& cell : cells_)
-            line.append(cell).append(1, '\t');
-        line.back() = '\n';
+        appendCopyLine(line, cells_);
         filling_->add(target_, line);
         return false;
     }
@@ -94,7 +50,7 @@ public:
 private:
     std::shared_ptr<ServerFilling> filling_;
     std::string target_;
-    std::vector<std::string> cells_;
+    std::vector<Bound> cells_;
 };
 
 } // namespace

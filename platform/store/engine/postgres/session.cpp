@@ -308,10 +308,9 @@ Patience Session::patienceForRows() const {
     return [this](milliseconds) { return !bounds->goOn || bounds->goOn(); };
 }
 
-template <class Step> void Session::guarded(Step&& step) {
+// Raises what the server refuses, and its loss, in our words.
+void Session::guarded(const std::function<void()>& step) {
     try {
-        requireConnection();
-        flushWaiting();
         step();
     } catch (const ServerRefusal& refusal) {
         fail(storeErrorOf(refusal));
@@ -322,12 +321,20 @@ template <class Step> void Session::guarded(Step&& step) {
 }
 
 void Session::script(const std::string& sql) {
-    guarded([&] { wire_->script(sql); });
+    guarded([&] {
+        requireConnection();
+        flushWaiting();
+        wire_->script(sql);
+    });
 }
 
 void Session::copyIn(const std::string& statement, const std::string& lines) {
     hasWritten_ = true;
-    guarded([&] { wire_->copyIn(statement, lines); });
+    guarded([&] {
+        requireConnection();
+        flushWaiting();
+        wire_->copyIn(statement, lines);
+    });
 }
 
 ServerRows Session::ask(const std::string& sql, const std::vector<Bound>& values) {

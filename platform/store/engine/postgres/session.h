@@ -117,7 +117,7 @@ private:
     [[nodiscard]] ServerRows attempt(Prepared& statement, const std::vector<Bound>& values);
     [[nodiscard]] Answers send(const Batch& batch, const Patience& patience);
     [[noreturn]] void fail(StoreError failure);
-    template <class Step> void guarded(Step&& step);
+    void guarded(const std::function<void()>& step);
     [[nodiscard]] Patience patienceForLock() const;
     [[nodiscard]] Patience patienceForRows() const;
     void noteWrite(const Prepared& statement, const pg_result* answer);

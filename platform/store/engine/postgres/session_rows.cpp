@@ -34,15 +34,10 @@ void Session::sendWaiting() {
     for (const RowHeap& heap : waiting_)
         areFew = areFew && heap.isSmall();
     if (areFew) return;
-    try {
+    guarded([&] {
         for (const RowHeap& heap : std::exchange(waiting_, {}))
             wire_->copyIn(heap.copyStatement(), heap.lines());
-    } catch (const ServerRefusal& refusal) {
-        fail(storeErrorOf(refusal));
-    } catch (const LostConnection&) {
-        isOpen_ = false;
-        fail(connectionLost());
-    }
+    });
 }
 
 // All of them, before something that is no statement of the dialect.
