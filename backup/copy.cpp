@@ -9,7 +9,6 @@
 #include "core/session.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/openfile.h"
-#include "platform/store/engine/tablerows.h"
 #include "platform/store/engine/temporaryfile.h"
 #include "schema/tables.h"
 
@@ -38,8 +37,7 @@ Refusal noRoom(const std::string& file, const std::string& books) {
 
 Fingerprint copyAsItStands(const std::string& books, const std::string& file, const Onlooker& onlooker) {
     look(onlooker, Step::Copying);
-    const store::Place place = store::placeOf(books);
-    const auto original = openBooksToRead(place, kWait);
+    const auto original = openBooksToRead(store::placeOf(books), kWait);
     original->beginReading();
     Fingerprint fingerprint = fingerprintOf(*original);
     try {
@@ -47,12 +45,7 @@ Fingerprint copyAsItStands(const std::string& books, const std::string& file, co
         const auto goOn = [&onlooker](std::int64_t done, std::int64_t all) {
             look(onlooker, Step::Copying, done, all);
         };
-        if (std::holds_alternative<store::FilePlace>(place)) {
-            original->copyInto(*copy, goOn);
-        } else {
-            copy->define(schema::tables(), schema::savedQueries());
-            store::copyRows(*original, *copy, [&goOn] { goOn(0, 0); });
-        }
+        original->copyInto(*copy, schema::delivered(), goOn);
     } catch (const store::StoreError& failure) {
         if (failure.kind() != store::StoreError::Kind::DiskFull) throw;
         throw noRoom(file, books);

@@ -17,6 +17,7 @@
 #include "platform/store/engine/durable.h"
 #include "platform/store/engine/filelock.h"
 #include "platform/store/engine/openfile.h"
+#include "platform/store/engine/openserver.h"
 #include "platform/store/engine/servermove.h"
 #include "platform/store/engine/tablerows.h"
 #include "platform/store/engine/temporaryfile.h"
@@ -111,8 +112,7 @@ Sameness requireArrived(store::Engine& books, const std::string& file) {
 Sameness bringBack(store::Engine& books, const std::string& file) {
     const store::TemporaryFile arrived(file + ".geri");
     auto copy = store::createFile(arrived.path(), kDeliveredPassword);
-    copy->define(schema::tables(), schema::savedQueries());
-    store::copyRows(books, *copy);
+    books.copyInto(*copy, schema::delivered());
     copy.reset();
     syncFile(arrived.path());
     const Sameness same = requireSame(books, *openBooksAlone(arrived.path()));
@@ -186,6 +186,19 @@ Carried moveToFile(const std::string& books, const std::string& owner, DateTime 
         throw Refusal("Sunucuda taşınacak defter yok: " + place.address.shown() + '.');
     }
     takeAddressAway(books);
+    return carried;
+}
+
+Carried renewOnServer(const std::string& books, const std::string& owner, DateTime now) {
+    const FolderLock lock(folderOf(books), kBusy);
+    const ServerPlace place{addressOf(books).as(owner)};
+    store::ServerHold hold(place, {});
+    if (!store::areOlder(hold.engine(), place, schema::delivered())) return {};
+    Carried carried;
+    store::ServerDraft draft(place, schema::delivered());
+    carried.same = fillAndProve(draft, hold.engine());
+    carried.setAside = formerSchema(now);
+    draft.giveName(carried.setAside);
     return carried;
 }
 

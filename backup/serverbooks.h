@@ -30,6 +30,11 @@ Carried moveToServer(const std::string& books, const store::ServerAddress& till,
 // Carries the books that `books` stands for from their server back into that file.
 Carried moveToFile(const std::string& books, const std::string& owner, DateTime now);
 
+// Brings the books on the server up to date that an earlier release made: made anew beside them and proved,
+// they take their name in one step. Nothing is set aside where they are of today. Raises Refusal or
+// StoreError, also where a till has them open; they are then as they were.
+Carried renewOnServer(const std::string& books, const std::string& owner, DateTime now);
+
 // Puts the books of `source`, a file that is whole by itself, in the place of those on the server; these are
 // kept there under a name that the answer tells, "" where there were none.
 std::string putOnServer(const std::string& source, const store::ServerPlace& place, DateTime now);

@@ -56,7 +56,7 @@ void takeNextNumber(FrmSatis& f) {
         taken +
             " numaralı satış bu arada başka bir yerde kaydedilmiş. Bu satış kaydedilmedi; yazdıklarınız "
             "duruyor ve yeni numarası " +
-            f.txtIslemNo.text() + ". Toplam ücrete bakıp F2 ile yeniden kaydedin.",
+            f.txtIslemNo.text() + ". F2 ile yeniden kaydedin.",
         Icon::Exclamation);
 }
 
@@ -74,10 +74,13 @@ void answerCaller(FrmSatis& f) {
 
 void cmdKaydet_Click(FrmSatis& f) {
     // Read as far as digits go, which is meant to catch zero only: less than 1,00 is refused with it.
+    const auto number = f.session.gISLEMNO;
     if (val(f.MskToplamUcret.text()) == 0)
         f.session.desktop.dialogs.tell("Ödenecek Miktar Sıfır Olamaz", Icon::Exclamation);
     else
         SatisKaydet(f);
+    // What was typed stays for the next F2 where the sale was given another number.
+    if (f.durum == FormModu::Yeni && f.session.gISLEMNO != number) return;
     chkOtomatikTaksitHesapla_Click(f);
 }
 

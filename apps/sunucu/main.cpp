@@ -1,4 +1,5 @@
-// vorel-sunucu: moves the books to a server that several tills open, and back into a file.
+// vorel-sunucu: moves the books to a server that several tills open, keeps them up to date there, and moves
+// them back into a file.
 #include <chrono>
 #include <iostream>
 #include <span>
@@ -50,6 +51,11 @@ void run(const Options& options) {
     } else if (options.task == Task::ToFile) {
         print(backup::moveToFile(books, options.owner, now), "Sunucudaki defter bu adla saklandı: ");
         std::cout << "Defter bu bilgisayarda: " << books << '\n';
+    } else if (options.task == Task::Renew) {
+        const backup::Carried renewed = backup::renewOnServer(books, options.owner, now);
+        print(renewed, "Önceki defter sunucuda bu adla saklandı: ");
+        std::cout << (renewed.setAside.empty() ? "Sunucudaki defter zaten bu sürümün.\n"
+                                               : "Sunucudaki defter artık bu sürümün.\n");
     } else {
         tell(books);
     }

@@ -6,16 +6,17 @@ namespace veldona::sunucu {
 
 Options readOptions(std::span<const char* const> arguments) {
     Options options;
-    bool toServer = false, toFile = false;
+    bool toServer = false, toFile = false, renew = false;
     OptionReader(usage())
         .flag("--kur", toServer)
         .flag("--geri", toFile)
+        .flag("--yenile", renew)
         .value("--kok", options.root)
         .value("--adres", options.address)
         .value("--sahip", [&options](const std::string& role) { options.owner = role; })
         .read(arguments);
-    if (toServer && toFile) throw UsageError("--kur ile --geri birlikte verilmez.");
-    options.task = toServer ? Task::ToServer : toFile ? Task::ToFile : Task::Tell;
+    if (toServer + toFile + renew > 1) throw UsageError("--kur, --geri ve --yenile birlikte verilmez.");
+    options.task = toServer ? Task::ToServer : toFile ? Task::ToFile : renew ? Task::Renew : Task::Tell;
     if (options.task == Task::ToServer && !options.address)
         throw UsageError(
             "--kur sunucunun adresini de ister, örneğin: --adres \"host=kasa.dukkan dbname=veldona "
@@ -34,12 +35,13 @@ const char* usage() {
            "  --adres METİN       kasanın adresi, libpq'nun sözleriyle, parolasız:\n"
            "                      \"host=kasa.dukkan dbname=veldona user=kasa1\"\n"
            "  --geri              sunucudaki defteri dosyaya geri getirir\n"
+           "  --yenile            programın yeni sürümünün istediklerini sunucudaki deftere ekler\n"
            "  --sahip ROL         tabloların sahibi olan rol (veldona_sahip)\n"
            "  --kok KLASÖR        C: sürücüsünün yerine geçen klasör\n"
            "  --yardim, --help    bu sayfa\n"
            "  --surum, --version  programın sürümü\n"
            "\n"
-           "İki yön de bütün satırları ve her hesabın bakiyesini karşılaştırmadan bitmez. Kalan defter "
+           "Her biri bütün satırları ve her hesabın bakiyesini karşılaştırmadan bitmez. Kalan defter "
            "silinmez,\n"
            "başka bir adla saklanır. Yarıda kesilen iş, aynı komutla sürdürülür.\n";
 }

@@ -9,7 +9,7 @@
 
 namespace veldona::sunucu {
 
-enum class Task { Tell, ToServer, ToFile };
+enum class Task { Tell, ToServer, ToFile, Renew };
 
 struct Options {
     Task task = Task::Tell;

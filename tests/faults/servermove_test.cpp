@@ -36,6 +36,16 @@ public:
                 "host=" + wire_.folder() + " dbname=" + database_ + " user=kasa1"};
     }
     [[nodiscard]] Program::Words back() const { return {"--kok", drive_.path(), "--geri"}; }
+    [[nodiscard]] Program::Words renewed() const { return {"--kok", drive_.path(), "--yenile"}; }
+    // As an earlier release made them: without a table, an index, a default and a column.
+    void makeOlder() {
+        fingerprint_.rows["ARAMA_NOTU"] = 0;
+        TestServer::get().sql("SET search_path = vorel; COMMENT ON SCHEMA vorel IS 'veldona 0.9.0 1'; "
+                              "DROP TABLE \"ARAMA_NOTU\"; DROP INDEX \"MUSTKAYIT_SOYAD\"; ALTER TABLE "
+                              "\"URUNSAT\" ALTER \"PESINAT\" DROP DEFAULT; ALTER TABLE \"MUSTKAYIT\" DROP "
+                              "\"RESIM_AD\"",
+                              database_);
+    }
     [[nodiscard]] bool isThere() const { return areOnServer() && !backup::stands(drive_.books()); }
     [[nodiscard]] bool isBack() const { return !areOnServer() && backup::stands(drive_.books()); }
 
@@ -107,6 +117,29 @@ TEST(ServerMove, WhereverItEndsTheBooksAreWholeAndTheNextRunFinishes) {
         ASSERT_EQ(moving.wrong(), "") << "on the way back";
         if (!moving.isBack()) static_cast<void>(undisturbed(moving, moving.back()));
         ASSERT_TRUE(moving.isBack());
+        ASSERT_EQ(moving.wrong(), "");
+    }
+}
+
+TEST(ServerMove, OlderBooksAreRenewedWholeOrNotAtAll) {
+    const test::SampleShop shop(30, 60);
+    Moving measured(shop);
+    static_cast<void>(undisturbed(measured, measured.there()));
+    measured.makeOlder();
+    const Measured whole = undisturbed(measured, measured.renewed());
+    ASSERT_EQ(measured.wrong(), "");
+    EXPECT_NE(runProgram("vorel-sunucu", measured.renewed()).said.find("zaten bu sürümün"),
+              std::string::npos);
+    std::mt19937 random(20261123);
+    for (int round = 0; round < 3 * effort(); ++round) {
+        SCOPED_TRACE(round);
+        Moving moving(shop);
+        static_cast<void>(undisturbed(moving, moving.there()));
+        moving.makeOlder();
+        disturb(moving, moving.renewed(), whole, random);
+        if (moving.wrong() == "") continue; // it was already done
+        ASSERT_NE(moving.wrong().find("vorel-sunucu --yenile"), std::string::npos) << moving.wrong();
+        static_cast<void>(undisturbed(moving, moving.renewed()));
         ASSERT_EQ(moving.wrong(), "");
     }
 }

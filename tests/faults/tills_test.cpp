@@ -183,7 +183,7 @@ TEST(TwoTills, OneNumberIsGivenToOneSale) {
         other.play(sale + "key F2\nkey F4\nclick cmdCikis\n");
         static_cast<void>(other.said());
     };
-    one.play(sale + "@meanwhile\nkey F2\nexpect txtIslemNo \"7\"\nexpect MskToplamUcret "
+    one.play(sale + "@meanwhile\nclick cmdKaydet\nexpect txtIslemNo \"7\"\nexpect MskToplamUcret "
                     "\"1.000,00\"\nexpect-rows grdYapilacakOdeme 8\nkey F2\nclick cmdCikis\n");
     const auto said = one.said();
     ASSERT_EQ(said.size(), 4U) << ::testing::PrintToString(said);

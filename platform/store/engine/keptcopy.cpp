@@ -39,7 +39,7 @@ void requireSound(const std::string& copy, std::string_view password) {
 void keepCopyBeside(const std::string& path, std::string_view password) {
     const TemporaryFile temporary(path + ".eski");
     // By a connection of its own: the engine copies nothing from the one that is about to write.
-    openSqlcipherToRead(path, password, kWait)->copyInto(*createSqlcipher(temporary.path(), password));
+    openSqlcipherToRead(path, password, kWait)->copyInto(*createSqlcipher(temporary.path(), password), {});
     syncFile(temporary.path());
     requireSound(temporary.path(), password);
     std::error_code failed;

@@ -1,6 +1,7 @@
 #include "platform/store/engine/openserver.h"
 
 #include "platform/store/engine/postgres/definitions.h"
+#include "platform/store/engine/postgres/edition.h"
 #include "platform/store/engine/postgres/postgresengine.h"
 #include "platform/store/engine/postgres/wire.h"
 
@@ -27,26 +28,38 @@ void runScript(const ServerPlace& place, const std::string& sql) {
 
 std::unique_ptr<Engine> openServerToWork(const ServerPlace& place, const Opening& opening,
                                          const Delivered& delivered) {
-    auto engine = openPostgres(place, opening.wait, opening.clock, delivered.scratch);
+    auto engine = openPostgres(place, Access::Write, opening.wait, opening.clock, delivered.scratch);
+    requireTodays(*engine, place, delivered);
     engine->setLockWait(opening.lockWait);
     return engine;
 }
 
 std::unique_ptr<Engine> openServer(const ServerPlace& place, std::chrono::milliseconds wait,
-                                   const Delivered&) {
-    return openPostgres(place, wait, {}, {});
+                                   const Delivered& delivered) {
+    auto engine = openPostgres(place, Access::Write, wait);
+    requireTodays(*engine, place, delivered);
+    return engine;
 }
 
 std::unique_ptr<Engine> openServerToRead(const ServerPlace& place, std::chrono::milliseconds wait,
-                                         const Delivered&) {
-    return openPostgres(place, wait, {}, {});
+                                         const Delivered& delivered) {
+    auto engine = openPostgres(place, Access::Read, wait);
+    requireTodays(*engine, place, delivered);
+    return engine;
+}
+
+bool areOlder(Engine& books, const ServerPlace& place, const Delivered& delivered) {
+    if (editionOf(books, delivered) == Edition::Older) return true;
+    requireTodays(books, place, delivered);
+    return false;
 }
 
 void createOnServer(const ServerPlace& place, const std::vector<TableDef>& tables,
                     const std::vector<SavedQueryDef>& queries) {
     const std::string schema = quotedName(place.schema);
     runScript(place, "BEGIN; CREATE SCHEMA " + schema + "; SET LOCAL search_path = " + schema + ";\n" +
-                         definitionScript(tables, queries) + "COMMIT");
+                         definitionScript(tables, queries) + editionStatement(place, tables, queries) +
+                         "COMMIT");
 }
 
 void removeFromServer(const ServerPlace& place) {

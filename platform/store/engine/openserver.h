@@ -1,6 +1,7 @@
 // The books of a server, opened, made and removed: who stands above names no engine.
 //
-// Books that hold anything that was not delivered, or less than this program needs, raise StoreError.
+// The books of an older or a newer release raise StoreError, as do those that lack a table. Only vorel-sunucu
+// brings older ones up to date: the tills may not.
 #pragma once
 
 #include <chrono>
@@ -14,12 +15,17 @@
 
 namespace veldona::store {
 
+// Whether they are of an older release; raises StoreError for those of a newer one, and where a table is
+// missing.
+[[nodiscard]] bool areOlder(Engine& books, const ServerPlace& place, const Delivered& delivered);
+
 // With the scratch tables of this connection.
 [[nodiscard]] std::unique_ptr<Engine> openServerToWork(const ServerPlace& place, const Opening& opening,
                                                        const Delivered& delivered);
 // For whoever is no screen: a tool, a backup.
 [[nodiscard]] std::unique_ptr<Engine> openServer(const ServerPlace& place, std::chrono::milliseconds wait,
                                                  const Delivered& delivered);
+// The server takes no write from it.
 [[nodiscard]] std::unique_ptr<Engine>
 openServerToRead(const ServerPlace& place, std::chrono::milliseconds wait, const Delivered& delivered);
 

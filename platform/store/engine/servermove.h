@@ -50,7 +50,8 @@ private:
 // The books of a server, held so that they can be carried away: all are read, nobody writes, until this goes.
 class ServerHold {
 public:
-    // `place`: as the owner. Raises StoreError where a till has the books open.
+    // `place`: as the owner. Without delivered tables the books of any release. Raises StoreError where a
+    // till has the books open.
     ServerHold(const ServerPlace& place, const Delivered& delivered);
 
     [[nodiscard]] Engine& engine() { return *engine_; }

@@ -68,10 +68,14 @@ Value storedValue(const Statement& row, int column) {
 void copyRows(Engine& from, Engine& into, const std::function<void()>& onRows) {
     const Inquiry source(from), target(into);
     into.beginFilling();
+    std::vector<const Catalog::Relation*> tables; // older books may lack some, and columns of others
     for (const Catalog::Relation& table : target.catalog().relations())
-        if (!table.isQuery) copyTable(source, target, table, onRows);
-    for (const Catalog::Relation& table : target.catalog().relations())
-        if (!table.isQuery) into.setLastCounter(table.name, from.lastCounterOf(table.name));
+        if (const auto* known = source.catalog().find(table.name); known != nullptr && !table.isQuery)
+            tables.push_back(known);
+    for (const Catalog::Relation* table : tables)
+        copyTable(source, target, *table, onRows);
+    for (const Catalog::Relation* table : tables)
+        into.setLastCounter(table->name, from.lastCounterOf(table->name));
     into.endFilling();
 }
 

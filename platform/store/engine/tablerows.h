@@ -35,8 +35,9 @@ private:
 [[nodiscard]] Value storedValue(const Statement& row, int column);
 
 // Fills the tables of `into`, books without a row which nobody else has open, with all the rows of `from` as
-// they stand in its transaction. `onRows` is called every few milliseconds. Raises StoreError, and what
-// `onRows` raises; what then stands in `into` is to be thrown away.
+// they stand in its transaction; what older books lack is empty or has its default. `onRows` is called every
+// few milliseconds. Raises StoreError, and what `onRows` raises; what then stands in `into` is to be thrown
+// away.
 void copyRows(Engine& from, Engine& into, const std::function<void()>& onRows = {});
 
 } // namespace veldona::store

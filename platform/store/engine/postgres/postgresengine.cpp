@@ -1,7 +1,6 @@
 #include "platform/store/engine/postgres/postgresengine.h"
 
 #include <map>
-#include <stdexcept>
 #include <utility>
 
 #include "platform/store/engine/postgres/definitions.h"
@@ -9,6 +8,7 @@
 #include "platform/store/engine/postgres/session.h"
 #include "platform/store/engine/postgres/statement.h"
 #include "platform/store/engine/postgres/words.h"
+#include "platform/store/engine/tablerows.h"
 
 namespace veldona::store {
 namespace {
@@ -29,9 +29,7 @@ constexpr const char* kTablesOfQueries =
 
 class PostgresEngine final : public Engine {
 public:
-    PostgresEngine(const ServerPlace& place, std::chrono::milliseconds wait, std::function<DateTime()> clock,
-                   const std::vector<TableDef>& scratch)
-        : session_(std::make_shared<Session>(place, wait, std::move(clock), scratch)) {}
+    explicit PostgresEngine(std::shared_ptr<Session> session) : session_(std::move(session)) {}
 
     std::unique_ptr<Statement> prepare(std::string_view sql) override {
         return filling_ != nullptr && Prepared(sql).kind == Prepared::Kind::Insert
@@ -81,8 +79,11 @@ public:
         return std::exchange(session_->ofTheDisk, std::nullopt);
     }
 
-    void copyInto(Engine&, const OnPages&) override {
-        throw std::logic_error("books of a server are copied row by row");
+    void copyInto(Engine& target, const Delivered& delivered, const OnPages& onPages) override {
+        target.define(delivered.tables, delivered.queries);
+        copyRows(*this, target, [&onPages] {
+            if (onPages) onPages(0, 0);
+        });
     }
     bool isSound() override {
         try {
@@ -132,9 +133,10 @@ private:
 
 } // namespace
 
-std::unique_ptr<Engine> openPostgres(const ServerPlace& place, std::chrono::milliseconds wait,
+std::unique_ptr<Engine> openPostgres(const ServerPlace& place, Access access, std::chrono::milliseconds wait,
                                      std::function<DateTime()> clock, const std::vector<TableDef>& scratch) {
-    return std::make_unique<PostgresEngine>(place, wait, std::move(clock), scratch);
+    return std::make_unique<PostgresEngine>(
+        std::make_shared<Session>(place, access == Access::Read, wait, std::move(clock), scratch));
 }
 
 } // namespace veldona::store

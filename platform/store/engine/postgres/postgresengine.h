@@ -12,9 +12,13 @@
 
 namespace veldona::store {
 
-// Raises StoreError. `clock`: what Now and Date of a statement answer; the server's clock where it is empty.
-[[nodiscard]] std::unique_ptr<Engine> openPostgres(const ServerPlace& place, std::chrono::milliseconds wait,
-                                                   std::function<DateTime()> clock,
-                                                   const std::vector<TableDef>& scratch);
+enum class Access { Write, Read };
+
+// Books of any release. Raises StoreError. `clock`: what Now and Date of a statement answer; the server's
+// clock where it is empty.
+[[nodiscard]] std::unique_ptr<Engine> openPostgres(const ServerPlace& place, Access access,
+                                                   std::chrono::milliseconds wait,
+                                                   std::function<DateTime()> clock = {},
+                                                   const std::vector<TableDef>& scratch = {});
 
 } // namespace veldona::store

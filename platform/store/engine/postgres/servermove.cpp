@@ -7,6 +7,8 @@
 
 #include "platform/store/engine/openserver.h"
 #include "platform/store/engine/postgres/definitions.h"
+#include "platform/store/engine/postgres/edition.h"
+#include "platform/store/engine/postgres/postgresengine.h"
 #include "platform/store/engine/postgres/serverconnection.h"
 #include "platform/store/engine/postgres/serverfailure.h"
 #include "platform/store/engine/postgres/wire.h"
@@ -133,7 +135,8 @@ void ServerDraft::giveName(const std::string& former) {
 }
 
 ServerHold::ServerHold(const ServerPlace& place, const Delivered& delivered)
-    : place_(place), engine_(openServer(place, kWait, delivered)) {
+    : place_(place), engine_(openPostgres(place, Access::Write, kWait)) {
+    requireTodays(*engine_, place, delivered);
     ServerSession session(place.address);
     // Ours are the engine's connection and this one.
     if (session.has("SELECT 1 FROM pg_stat_activity WHERE datname = current_database() AND "
@@ -142,8 +145,9 @@ ServerHold::ServerHold(const ServerPlace& place, const Delivered& delivered)
                                        "deneyin.");
     engine_->execute("BEGIN ISOLATION LEVEL REPEATABLE READ");
     engine_->execute("SET LOCAL lock_timeout = '15s'");
-    for (const TableDef& table : delivered.tables)
-        engine_->execute("LOCK TABLE " + quotedName(table.name) + " IN EXCLUSIVE MODE");
+    const Catalog catalog = engine_->readCatalog();
+    for (const Catalog::Relation& table : catalog.relations())
+        if (!table.isQuery) engine_->execute("LOCK TABLE " + quotedName(table.name) + " IN EXCLUSIVE MODE");
 }
 
 void ServerHold::setAside(const std::string& former) {

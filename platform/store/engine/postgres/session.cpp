@@ -138,10 +138,10 @@ Prepared::Prepared(std::string_view text) : sql(text) {
     readsClock = sql.find("vd_now(") != sql.npos || sql.find("vd_today(") != sql.npos;
 }
 
-Session::Session(const ServerPlace& place, milliseconds wait, std::function<DateTime()> clock,
+Session::Session(const ServerPlace& place, bool onlyReads, milliseconds wait, std::function<DateTime()> clock,
                  std::vector<TableDef> scratch)
-    : busyTimeout(wait), place_(place), clock_(std::move(clock)), scratchTables_(std::move(scratch)),
-      till_(randomName()) {
+    : busyTimeout(wait), place_(place), onlyReads_(onlyReads), clock_(std::move(clock)),
+      scratchTables_(std::move(scratch)), till_(randomName()) {
     for (const TableDef& table : scratchTables_)
         scratch_.insert(table.name);
     connect(wait);

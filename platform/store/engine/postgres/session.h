@@ -79,8 +79,8 @@ struct Prepared {
 
 class Session {
 public:
-    Session(const ServerPlace& place, std::chrono::milliseconds wait, std::function<DateTime()> clock,
-            std::vector<TableDef> scratch);
+    Session(const ServerPlace& place, bool onlyReads, std::chrono::milliseconds wait,
+            std::function<DateTime()> clock, std::vector<TableDef> scratch);
 
     [[nodiscard]] ServerRows run(Prepared& statement, const std::vector<Bound>& values);
     // Statements of ours.
@@ -142,6 +142,7 @@ private:
     void tellLater(const char* whatWasDone);
 
     ServerPlace place_;
+    bool onlyReads_;
     std::unique_ptr<Wire> wire_;
     std::int64_t connections_ = 0;
     std::int64_t notesBefore_ = 0; // of connections that are gone

@@ -4,6 +4,7 @@
 
 #include "platform/store/engine/postgres/definitions.h"
 #include "platform/store/engine/postgres/session.h"
+#include "platform/store/engine/servermove.h"
 
 namespace veldona::store {
 namespace {
@@ -29,6 +30,22 @@ constexpr const char* kSettings =
     "now(); "
     "LISTEN ";
 
+constexpr const char* kBooksOfThatName =
+    "SELECT n.oid::text, a.backend_start::text, has_schema_privilege(n.oid, 'USAGE')::int FROM pg_namespace "
+    "n, "
+    "pg_stat_activity a WHERE n.nspname = $1 AND a.pid = pg_backend_pid() AND EXISTS (SELECT FROM pg_class c "
+    "WHERE c.relnamespace = n.oid AND c.relname = 'MSysKASA')";
+
+void requireBooks(const ServerRows& known, const ServerPlace& place) {
+    if (known.rowCount() == 0)
+        throw StoreError(Kind::FileMissing, "Sunucuda bu programın defteri yok: " + place.address.shown() +
+                                                ". Defter sunucuya vorel-sunucu --kur komutuyla taşınır.");
+    if (known.text(0, 2) != "1")
+        throw StoreError(Kind::ReadOnly, "Bu kullanıcının deftere girme izni yok: " + place.address.shown() +
+                                             ". Sunucuda onun rolünü kasaların ortak rolüne katın: GRANT " +
+                                             kTillRole + " TO …");
+}
+
 StoreError doubtful(const StoreError& failure) {
     return {failure.kind(), "Sunucuyla bağlantı, bir kayıt yapılırken koptu. Kaydın yapılıp yapılmadığı daha "
                             "bilinmiyor; bağlantı gelince söylenecek, o zamana kadar yeniden yapmayın. " +
@@ -47,23 +64,14 @@ void Session::connect(milliseconds wait) {
     try {
         wire->script("SET search_path = " + schema);
         const ServerRows known(std::move(
-            wire->run({{Command::Kind::Run,
-                        "SELECT n.oid::text, a.backend_start::text FROM pg_namespace n, pg_stat_activity a "
-                        "WHERE n.nspname = current_schema() AND a.pid = pg_backend_pid() AND EXISTS (SELECT "
-                        "FROM "
-                        "pg_class c WHERE c.relnamespace = n.oid AND c.relname = 'MSysKASA')",
-                        {},
-                        {}}})
-                .front()));
-        if (known.rowCount() == 0)
-            throw StoreError(Kind::FileMissing,
-                             "Sunucuda bu programın defteri yok: " + place_.address.shown() +
-                                 ". Defter sunucuya vorel-sunucu --kur komutuyla taşınır.");
+            wire->run({{Command::Kind::Run, kBooksOfThatName, {}, {boundOf(place_.schema)}}}).front()));
+        requireBooks(known, place_);
         lockKey_ = "SELECT pg_advisory_xact_lock(7645, " + std::string(known.text(0, 0)) + "::int)";
         backendStart_ = known.text(0, 1);
         std::string made = "SET search_path = " + schema + kSettings + schema;
         for (const TableDef& table : scratchTables_)
             made += "; " + scratchStatement(table);
+        if (onlyReads_) made += "; SET default_transaction_read_only = on";
         wire->script(made);
     } catch (const ServerRefusal& refusal) {
         throw storeErrorOf(refusal);

@@ -118,7 +118,7 @@ public:
     // Outside a transaction in one step: one of several would begin anew at each write of another
     // workstation. A copy into a file without a key would be a plain one, and one of another page size a
     // damaged one.
-    void copyInto(Engine& target, const OnPages& onPages) override {
+    void copyInto(Engine& target, const Delivered&, const OnPages& onPages) override {
         auto& copy = dynamic_cast<SqlcipherEngine&>(target);
         std::unique_ptr<sqlite3_backup, int (*)(sqlite3_backup*)> backup(
             sqlite3_backup_init(copy.handle(), "main", handle(), "main"), sqlite3_backup_finish);
