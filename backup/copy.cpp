@@ -6,7 +6,7 @@
 #include "backup/place.h"
 #include "backup/proof.h"
 #include "core/books.h"
-#include "core/session.h"
+#include "core/delivered.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/openfile.h"
 #include "platform/store/engine/temporaryfile.h"

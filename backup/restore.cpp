@@ -11,7 +11,7 @@
 #include "backup/proof.h"
 #include "backup/refusal.h"
 #include "core/books.h"
-#include "core/session.h"
+#include "core/delivered.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/storedamount.h"
 #include "platform/store/dialect/storeerror.h"

@@ -12,7 +12,7 @@
 #include "backup/proof.h"
 #include "backup/refusal.h"
 #include "core/books.h"
-#include "core/session.h"
+#include "core/delivered.h"
 #include "platform/runtime/wholefile.h"
 #include "platform/store/engine/durable.h"
 #include "platform/store/engine/filelock.h"

@@ -10,7 +10,10 @@
 #include "bench/headless.h"
 #include "bench/overshops.h"
 #include "bench/shopcopy.h"
+#include "core/session.h"
+#include "core/showscreen.h"
 #include "daybook/bugun.h"
+#include "platform/controls/forms.h"
 #include "platform/controls/userinput.h"
 #include "platform/store/faces/database.h"
 

@@ -11,6 +11,10 @@
 #include <vector>
 
 #include "bench/headless.h"
+#include "core/delivered.h"
+#include "core/session.h"
+#include "core/showscreen.h"
+#include "platform/controls/forms.h"
 #include "platform/controls/userinput.h"
 #include "platform/store/engine/inquiry.h"
 #include "platform/store/engine/place.h"

@@ -5,6 +5,9 @@
 #include <utility>
 
 #include "apps/screens.h"
+#include "core/delivered.h"
+#include "core/session.h"
+#include "core/startup.h"
 #include "platform/controls/userinput.h"
 
 namespace veldona::bench {

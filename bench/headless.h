@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
-#include "core/session.h"
 #include "ledger/mainscreen.h"
+#include "platform/controls/forms.h"
 #include "platform/desktop/desktop.h"
 #include "sales/salescreen.h"
 

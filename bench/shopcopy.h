@@ -3,11 +3,11 @@
 
 #include <stdlib.h>
 
+#include "core/delivered.h"
+#include "platform/desktop/paths.h"
 #include <filesystem>
 #include <stdexcept>
 #include <string>
-
-#include "core/session.h"
 
 namespace veldona::bench {
 

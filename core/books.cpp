@@ -1,6 +1,6 @@
 #include "core/books.h"
 
-#include "core/session.h"
+#include "core/delivered.h"
 #include "platform/store/engine/openplace.h"
 #include "schema/tables.h"
 

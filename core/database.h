@@ -13,10 +13,11 @@
 #include <string_view>
 #include <vector>
 
-#include "core/session.h"
 #include "platform/store/faces/adodb.h"
 
 namespace veldona {
+
+struct Session;
 
 using RecordsetPtr = std::unique_ptr<adodb::Recordset>;
 

@@ -2,6 +2,8 @@
 
 #include <filesystem>
 
+#include "core/session.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/error.h"
 
 namespace veldona {

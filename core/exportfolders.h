@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-#include "core/session.h"
-
 namespace veldona {
+
+struct Session;
 
 // The folder of a format as the program writes it, with no "\" behind it.
 [[nodiscard]] std::string exportFolder(const Session& session, std::string_view formatName = {});

@@ -5,8 +5,10 @@
 #include <map>
 #include <utility>
 
+#include "core/session.h"
 #include "platform/controls/handlers.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

@@ -12,10 +12,13 @@
 #include <vector>
 
 #include "core/database.h"
-#include "core/session.h"
+#include "platform/controls/forms.h"
 #include "platform/controls/lists.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
+
+struct Session;
 
 namespace FormModu {
 inline constexpr int Navigation = 1; // one record is looked at

@@ -1,5 +1,6 @@
 #include "core/money.h"
 
+#include "core/session.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 

@@ -9,11 +9,12 @@
 #include <string>
 #include <utility>
 
-#include "core/session.h"
 #include "platform/runtime/storedamount.h"
 #include "platform/runtime/value.h"
 
 namespace veldona {
+
+struct Session;
 
 inline constexpr const char* kMoneyMask = "#,##0.00"; // of every shown amount
 

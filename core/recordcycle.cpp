@@ -1,6 +1,8 @@
 #include "core/recordcycle.h"
 
+#include "core/session.h"
 #include "platform/controls/handlers.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 
 namespace veldona {

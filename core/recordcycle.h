@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "core/formframe.h"
+#include "core/formkayit.h"
 
 namespace veldona {
 

@@ -2,7 +2,11 @@
 
 #include <charconv>
 
+#include "core/session.h"
+#include "core/tell.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

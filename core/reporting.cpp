@@ -4,15 +4,21 @@
 #include <set>
 #include <utility>
 
+#include "core/session.h"
+#include "core/showscreen.h"
+#include "platform/controls/forms.h"
 #include "platform/controls/reportview.h"
+#include "platform/desktop/desktop.h"
 #include "platform/report/compose.h"
 #include "platform/report/delivered.h"
 #include "platform/report/desk.h"
 #include "platform/report/layoutreader.h"
+#include "platform/report/page.h"
 #include "platform/report/pagetext.h"
 #include "platform/report/reporterror.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 
@@ -194,7 +200,7 @@ void showTemplateReport(Session& session, const std::string& templateName, const
     Form& form = session.forms.load(kViewer);
     auto& viewer = dynamic_cast<ReportView&>(*form.find("CRViewer1"));
     viewer.setSource(nullptr); // before the report that it may still show goes
-    session.rapor = *std::move(document);
+    session.rapor = std::make_unique<report::Document>(*std::move(document));
     if (session.reportDesk) session.reportDesk->opened(*session.rapor);
     viewer.setSource(std::make_unique<ReportPages>(*session.rapor, hasData(layout, *session.rapor)));
     viewer.viewReport();

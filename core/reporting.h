@@ -10,10 +10,13 @@
 #include <string_view>
 #include <vector>
 
-#include "core/session.h"
+#include "platform/desktop/paths.h"
 #include "platform/report/layout.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
+
+struct Session;
 
 // Ties the layout's texts to the columns of `rows` that their names say, by place or by name: "vAlan2" and
 // "vAlanTUTAR" show the value, "sBaslik2" the name of the column. A shop puts columns of its own on the paper

@@ -2,9 +2,12 @@
 #include <limits>
 
 #include "core/database.h"
+#include "core/session.h"
+#include "core/tell.h"
 #include "platform/runtime/columntype.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

@@ -1,9 +1,12 @@
 #include "customers/cardrecord.h"
 
 #include "core/database.h"
+#include "core/session.h"
 #include "customers/cardfields.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

@@ -2,6 +2,7 @@
 
 #include <initializer_list>
 
+#include "core/session.h"
 #include "customers/cardfields.h"
 #include "customers/cardrecord.h"
 #include "platform/controls/handlers.h"

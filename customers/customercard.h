@@ -10,11 +10,13 @@
 #include <vector>
 
 #include "core/recordcycle.h"
-#include "core/session.h"
 #include "platform/controls/controls.h"
+#include "platform/controls/forms.h"
 #include "platform/controls/lists.h"
 
 namespace veldona {
+
+struct Session;
 
 struct FrmCariEkle : Form {
     FrmCariEkle(Forms& forms, Session& itsSession);

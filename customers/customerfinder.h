@@ -9,11 +9,13 @@
 
 #include "core/recordcycle.h"
 #include "core/rowsource.h"
-#include "core/session.h"
 #include "platform/controls/controls.h"
+#include "platform/controls/forms.h"
 #include "platform/controls/lists.h"
 
 namespace veldona {
+
+struct Session;
 
 struct FrmCarihesapSec : Form {
     FrmCarihesapSec(Forms& forms, Session& itsSession);

@@ -5,7 +5,10 @@
 #include "core/customerlist.h"
 #include "core/database.h"
 #include "core/reporting.h"
+#include "core/session.h"
+#include "core/showscreen.h"
 #include "customers/cardrecord.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
 

@@ -9,6 +9,7 @@
 #include "platform/store/dialect/literal.h"
 #include "platform/store/engine/alphabet.h"
 #include "platform/store/engine/engine.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

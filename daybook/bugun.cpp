@@ -3,12 +3,16 @@
 #include <array>
 
 #include "core/formframe.h"
+#include "core/session.h"
+#include "core/showscreen.h"
 #include "daybook/bugunacts.h"
 #include "daybook/reminders.h"
 #include "daybook/statement.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

@@ -8,12 +8,15 @@
 #include <memory>
 #include <string>
 
-#include "core/session.h"
 #include "daybook/callrows.h"
 #include "platform/controls/controls.h"
+#include "platform/controls/forms.h"
 #include "platform/controls/lists.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
+
+struct Session;
 
 // What outlives the screen.
 struct CallListMemory {

@@ -3,10 +3,13 @@
 #include "core/exportfolders.h"
 #include "core/formframe.h"
 #include "core/reporting.h"
+#include "core/session.h"
+#include "platform/desktop/desktop.h"
 #include "platform/export/spreadsheet.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

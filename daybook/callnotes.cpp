@@ -3,11 +3,14 @@
 #include <algorithm>
 
 #include "core/database.h"
+#include "core/session.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
 #include "platform/store/dialect/literal.h"
 #include "platform/store/engine/alphabet.h"
 #include "platform/store/engine/engine.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

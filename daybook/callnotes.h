@@ -10,10 +10,12 @@
 #include <string>
 #include <vector>
 
-#include "core/session.h"
 #include "platform/runtime/storedamount.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
+
+struct Session;
 
 struct CallPromise {
     enum class State { Open, Kept, Broken };

@@ -8,9 +8,12 @@
 #include "core/exportfolders.h"
 #include "core/money.h"
 #include "core/reporting.h"
+#include "core/session.h"
 #include "daybook/paperrows.h"
+#include "platform/desktop/desktop.h"
 #include "platform/report/chart.h"
 #include "platform/runtime/format.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

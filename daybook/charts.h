@@ -6,12 +6,14 @@
 #include <string>
 #include <vector>
 
-#include "core/session.h"
 #include "daybook/shopfigures.h"
 #include "platform/controls/chartpane.h"
+#include "platform/controls/forms.h"
 #include "platform/controls/lists.h"
 
 namespace veldona {
+
+struct Session;
 
 // Rows of the program's own, each cell under the name of its column.
 class FigureRows : public RowSource {

@@ -5,11 +5,12 @@
 #include <optional>
 #include <string>
 
-#include "core/session.h"
 #include "platform/report/rows.h"
 #include "platform/runtime/storedamount.h"
 
 namespace veldona {
+
+struct Session;
 
 // The inside of a text between apostrophes.
 [[nodiscard]] std::string quoted(const std::string& text);

@@ -7,12 +7,15 @@
 #include "core/amountwords.h"
 #include "core/exportfolders.h"
 #include "core/reporting.h"
+#include "core/session.h"
 #include "daybook/agegroups.h"
 #include "daybook/paperrows.h"
+#include "platform/desktop/desktop.h"
 #include "platform/export/delimited.h"
 #include "platform/export/outfile.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "core/session.h"
-
 namespace veldona {
+
+struct Session;
 
 // Shows the letters to these accounts, in their order. Where nobody is left to write to, that is told.
 void showReminderLetters(Session& session, const std::vector<std::string>& accounts);

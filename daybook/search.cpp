@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/formframe.h"
+#include "core/session.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"

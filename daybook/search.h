@@ -8,12 +8,14 @@
 #include <memory>
 #include <string>
 
-#include "core/session.h"
 #include "daybook/searchreading.h"
 #include "platform/controls/controls.h"
+#include "platform/controls/forms.h"
 #include "platform/controls/lists.h"
 
 namespace veldona {
+
+struct Session;
 
 // What was found, as the rows of a grid.
 class FoundRows : public RowSource {

@@ -3,8 +3,10 @@
 #include <unordered_map>
 
 #include "core/database.h"
+#include "core/session.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

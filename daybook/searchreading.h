@@ -4,10 +4,12 @@
 
 #include <string>
 
-#include "core/session.h"
 #include "daybook/searchindex.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
+
+struct Session;
 
 // What outlives the search screen.
 class SearchMemory {

@@ -8,6 +8,7 @@
 
 #include "platform/runtime/text.h"
 #include "platform/store/engine/engine.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

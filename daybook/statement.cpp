@@ -10,13 +10,16 @@
 #include "core/database.h"
 #include "core/money.h"
 #include "core/reporting.h"
+#include "core/session.h"
 #include "daybook/agegroups.h"
 #include "daybook/arrears.h"
 #include "daybook/callnotes.h"
 #include "daybook/paperrows.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

@@ -7,9 +7,9 @@
 
 #include <string>
 
-#include "core/session.h"
-
 namespace veldona {
+
+struct Session;
 
 enum class StatementNotes { None, Last };
 

@@ -2,13 +2,16 @@
 
 #include "core/database.h"
 #include "core/money.h"
+#include "core/session.h"
 #include "ledger/accountmarks.h"
 #include "ledger/balances.h"
 #include "ledger/overdue.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/bytecounter.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

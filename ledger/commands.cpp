@@ -4,11 +4,15 @@
 
 #include "core/database.h"
 #include "core/formframe.h"
+#include "core/session.h"
+#include "core/showscreen.h"
 #include "daybook/reminders.h"
 #include "daybook/statement.h"
 #include "ledger/openaccount.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

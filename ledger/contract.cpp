@@ -4,10 +4,13 @@
 #include "core/database.h"
 #include "core/money.h"
 #include "core/reporting.h"
+#include "core/session.h"
 #include "ledger/partytexts.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

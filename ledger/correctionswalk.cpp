@@ -1,6 +1,7 @@
 #include "ledger/correctionswalk.h"
 
 #include "core/money.h"
+#include "core/showscreen.h"
 #include "platform/runtime/bytecounter.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"

@@ -2,8 +2,12 @@
 
 #include "core/customerlist.h"
 #include "core/database.h"
+#include "core/session.h"
+#include "core/showscreen.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

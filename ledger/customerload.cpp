@@ -1,11 +1,14 @@
 #include "core/database.h"
+#include "core/session.h"
 #include "ledger/accountmarks.h"
 #include "ledger/balances.h"
 #include "ledger/customergrid.h"
 #include "ledger/loading.h"
 #include "ledger/overdue.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

@@ -2,11 +2,14 @@
 
 #include "core/database.h"
 #include "core/money.h"
+#include "core/session.h"
 #include "ledger/loading.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/columntype.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

@@ -5,9 +5,11 @@
 
 #include "core/database.h"
 #include "core/money.h"
+#include "core/session.h"
 #include "ledger/correctionswalk.h"
 #include "ledger/loading.h"
 #include "ledger/overdue.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/bytecounter.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"

@@ -3,11 +3,14 @@
 #include "backup/lastbackup.h"
 #include "backup/taking.h"
 #include "core/database.h"
+#include "core/delivered.h"
+#include "core/session.h"
 #include "ledger/collection.h"
 #include "ledger/customergrid.h"
 #include "ledger/loading.h"
 #include "ledger/overdue.h"
 #include "ledger/panes.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 
 namespace veldona {

@@ -3,6 +3,7 @@
 #include <initializer_list>
 
 #include "core/customerlist.h"
+#include "core/showscreen.h"
 #include "ledger/accountmarks.h"
 #include "ledger/collection.h"
 #include "ledger/commands.h"

@@ -11,15 +11,19 @@
 #include <vector>
 
 #include "core/rowsource.h"
-#include "core/session.h"
 #include "daybook/arrears.h"
 #include "ledger/partytexts.h"
 #include "platform/controls/controls.h"
+#include "platform/controls/forms.h"
 #include "platform/controls/lists.h"
 #include "platform/controls/menus.h"
 #include "platform/runtime/storedamount.h"
+#include "platform/store/faces/adodb.h"
+#include "platform/store/faces/dao.h"
 
 namespace veldona {
+
+struct Session;
 
 // One sale of the overdue warning: what fell due in the range against all that was paid.
 struct OverdueSale {

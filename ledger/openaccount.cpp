@@ -1,6 +1,8 @@
 #include "ledger/openaccount.h"
 
 #include "core/formframe.h"
+#include "core/session.h"
+#include "core/showscreen.h"
 #include "ledger/customergrid.h"
 #include "ledger/loading.h"
 

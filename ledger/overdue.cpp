@@ -2,8 +2,11 @@
 
 #include "core/database.h"
 #include "core/money.h"
+#include "core/session.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

@@ -1,5 +1,6 @@
 #include "core/database.h"
 #include "core/money.h"
+#include "core/session.h"
 #include "ledger/balances.h"
 #include "ledger/collection.h"
 #include "ledger/loading.h"
@@ -8,6 +9,7 @@
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

@@ -6,7 +6,10 @@
 
 #include "backup/lastbackup.h"
 #include "backup/taking.h"
+#include "core/delivered.h"
 #include "core/formframe.h"
+#include "core/session.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/format.h"
 #include "platform/store/dialect/storeerror.h"
 

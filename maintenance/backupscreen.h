@@ -8,10 +8,12 @@
 #include <string>
 #include <vector>
 
-#include "core/session.h"
+#include "platform/controls/forms.h"
 #include "platform/controls/lists.h"
 
 namespace veldona {
+
+struct Session;
 
 struct FrmYedek : Form {
     FrmYedek(Forms& forms, Session& itsSession);

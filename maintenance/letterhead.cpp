@@ -5,8 +5,11 @@
 
 #include "core/formframe.h"
 #include "core/recordcycle.h"
+#include "core/session.h"
+#include "core/showscreen.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

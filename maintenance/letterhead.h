@@ -9,8 +9,11 @@
 
 #include "core/database.h"
 #include "platform/controls/controls.h"
+#include "platform/controls/forms.h"
 
 namespace veldona {
+
+struct Session;
 
 struct FrmAntetBilgisi : Form {
     FrmAntetBilgisi(Forms& forms, Session& itsSession);

@@ -1,9 +1,11 @@
 #include "maintenance/paymentcorrection.h"
 
 #include "core/money.h"
+#include "core/session.h"
 #include "ledger/balances.h"
 #include "ledger/overdue.h"
 #include "maintenance/ledgerscreen.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"

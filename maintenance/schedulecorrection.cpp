@@ -1,6 +1,8 @@
 #include "maintenance/schedulecorrection.h"
 
+#include "core/session.h"
 #include "maintenance/ledgerscreen.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"

@@ -3,6 +3,8 @@
 #include <optional>
 
 #include "core/database.h"
+#include "core/session.h"
+#include "platform/store/faces/adodb.h"
 #include "reports/receivables.h"
 #include "reports/salesums.h"
 

@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "core/session.h"
+#include "platform/desktop/desktop.h"
 #include "platform/export/delimited.h"
 #include "platform/export/hypertext.h"
 #include "platform/export/outfile.h"
@@ -8,6 +10,7 @@
 #include "platform/export/richtext.h"
 #include "platform/export/workbook.h"
 #include "platform/export/xmldata.h"
+#include "platform/report/desk.h"
 #include "platform/runtime/error.h"
 #include "reports/startexport.h"
 

@@ -8,11 +8,13 @@
 #include <string>
 #include <string_view>
 
-#include "core/session.h"
 #include "platform/controls/controls.h"
+#include "platform/controls/forms.h"
 #include "platform/controls/lists.h"
 
 namespace veldona {
+
+struct Session;
 
 // By the numbers of the list "cmbFormat".
 enum class FormatType {

@@ -7,10 +7,12 @@
 #include <memory>
 
 #include "core/database.h"
-#include "core/session.h"
+#include "platform/controls/forms.h"
 #include "platform/controls/lists.h"
 
 namespace veldona {
+
+struct Session;
 
 struct RptGelirGider : Form {
     RptGelirGider(Forms& forms, Session& itsSession);

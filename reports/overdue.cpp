@@ -6,6 +6,7 @@
 
 #include "core/database.h"
 #include "platform/runtime/conversion.h"
+#include "platform/store/faces/adodb.h"
 #include "reports/receivables.h"
 #include "reports/salesums.h"
 

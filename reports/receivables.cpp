@@ -8,8 +8,11 @@
 #include "core/formframe.h"
 #include "core/money.h"
 #include "core/reporting.h"
+#include "core/session.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

@@ -1,5 +1,7 @@
 #include "reports/receivablesscreen.h"
 
+#include "core/session.h"
+#include "platform/desktop/desktop.h"
 #include "reports/expected.h"
 #include "reports/overdue.h"
 

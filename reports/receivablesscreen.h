@@ -7,11 +7,13 @@
 #include <cstdint>
 #include <memory>
 
-#include "core/session.h"
+#include "platform/controls/forms.h"
 #include "platform/controls/lists.h"
 #include "reports/reportrange.h"
 
 namespace veldona {
+
+struct Session;
 
 enum class ReportScreenKind { Overdue, Expected };
 

@@ -1,5 +1,7 @@
 #include "reports/reportrange.h"
 
+#include "core/session.h"
+#include "platform/desktop/desktop.h"
 #include "reports/spreadsheet.h"
 
 namespace veldona {

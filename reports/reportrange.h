@@ -3,10 +3,12 @@
 // Its texts follow its date pickers. The buttons Command6 and cmdDeneme are seen and do nothing.
 #pragma once
 
-#include "core/session.h"
 #include "platform/controls/controls.h"
+#include "platform/controls/forms.h"
 
 namespace veldona {
+
+struct Session;
 
 struct ReportRange {
     ReportRange(Form& itsForm, Session& itsSession);

@@ -11,10 +11,11 @@
 #include <string_view>
 #include <vector>
 
-#include "core/session.h"
 #include "platform/runtime/storedamount.h"
 
 namespace veldona {
+
+struct Session;
 
 struct Hareket {
     std::int32_t ISLEMNO;

@@ -4,6 +4,7 @@
 
 #include "core/database.h"
 #include "platform/runtime/conversion.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

@@ -10,10 +10,11 @@
 #include <unordered_map>
 #include <vector>
 
-#include "core/session.h"
 #include "platform/runtime/storedamount.h"
 
 namespace veldona {
+
+struct Session;
 
 // What is asked: the rows of `tablo` that `kosul` (" WHERE …") lets through.
 struct SaleQuery {

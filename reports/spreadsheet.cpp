@@ -7,10 +7,14 @@
 #include "core/database.h"
 #include "core/exportfolders.h"
 #include "core/money.h"
+#include "core/session.h"
+#include "platform/controls/forms.h"
+#include "platform/desktop/desktop.h"
 #include "platform/export/spreadsheet.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 #include "reports/unpaidmonths.h"
 
 namespace veldona {

@@ -1,6 +1,9 @@
 #include "reports/startexport.h"
 
 #include "core/exportfolders.h"
+#include "core/session.h"
+#include "platform/desktop/desktop.h"
+#include "platform/report/page.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/text.h"

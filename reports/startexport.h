@@ -3,9 +3,12 @@
 
 #include <string>
 
+#include "platform/report/page.h"
 #include "reports/exportpanel.h"
 
 namespace veldona {
+
+struct Session;
 
 // Runs the export of the panel's choices. Its message boxes carry a text where the number of the style
 // belongs, so each ends the routine with the report of error 13, the one of success too: the file stands by

@@ -4,6 +4,10 @@
 #include <utility>
 
 #include "core/formframe.h"
+#include "core/session.h"
+#include "platform/desktop/desktop.h"
+#include "platform/report/desk.h"
+#include "platform/report/page.h"
 #include "platform/runtime/conversion.h"
 #include "reports/viewerzoom.h"
 

@@ -7,13 +7,15 @@
 #include <memory>
 #include <string>
 
-#include "core/session.h"
 #include "platform/controls/controls.h"
+#include "platform/controls/forms.h"
 #include "platform/controls/lists.h"
 #include "platform/controls/reportview.h"
 #include "reports/exportpanel.h"
 
 namespace veldona {
+
+struct Session;
 
 struct FrmCrNesne : Form {
     FrmCrNesne(Forms& forms, Session& itsSession);

@@ -1,7 +1,11 @@
 #include "sales/customerlookup.h"
 
+#include "core/session.h"
+#include "core/showscreen.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

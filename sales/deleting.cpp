@@ -1,8 +1,11 @@
 #include "sales/deleting.h"
 
 #include "core/recordcycle.h"
+#include "core/session.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 #include "sales/lifecycle.h"
 #include "sales/salerows.h"
 

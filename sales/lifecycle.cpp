@@ -2,7 +2,10 @@
 
 #include <initializer_list>
 
+#include "core/session.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
+#include "platform/store/faces/adodb.h"
 #include "sales/deleting.h"
 #include "sales/plan.h"
 #include "sales/saving.h"

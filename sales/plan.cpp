@@ -1,6 +1,8 @@
 #include "sales/plan.h"
 
 #include "core/money.h"
+#include "core/session.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/bytecounter.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"

@@ -11,11 +11,13 @@
 
 #include "core/database.h"
 #include "core/formframe.h"
-#include "core/session.h"
 #include "platform/controls/controls.h"
+#include "platform/controls/forms.h"
 #include "platform/controls/lists.h"
 
 namespace veldona {
+
+struct Session;
 
 // The columns of both grids; column 0 is the fixed one.
 namespace PaymentColumn {

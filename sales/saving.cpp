@@ -1,7 +1,10 @@
 #include "sales/saving.h"
 
 #include "core/recordcycle.h"
+#include "core/session.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
+#include "platform/store/faces/adodb.h"
 #include "sales/lifecycle.h"
 #include "sales/plan.h"
 #include "sales/salerows.h"

@@ -1,8 +1,10 @@
 #include "sales/stock.h"
 
 #include "core/database.h"
+#include "core/session.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona {
 

@@ -2,9 +2,9 @@
 // (StokGuncelle); this sets them anew where they have drifted.
 #pragma once
 
-#include "core/session.h"
-
 namespace veldona {
+
+struct Session;
 
 // Received, sold and left of every product. The steps do not add up: an invoice's sum replaces what the stock
 // movements or the sale lines gave for the same product. A step whose statement fails has told of it and is

@@ -1,5 +1,7 @@
 #include "sales/validation.h"
 
+#include "core/session.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
 

@@ -4,7 +4,7 @@
 
 #include "apps/hazirla/delivered.h"
 #include "apps/hazirla/firstbooks.h"
-#include "core/session.h"
+#include "core/delivered.h"
 #include "platform/store/engine/bulkload.h"
 #include "schema/tables.h"
 

@@ -19,8 +19,8 @@
 #include "apps/aktar/movein.h"
 #include "apps/denetle/check.h"
 #include "core/books.h"
+#include "core/delivered.h"
 #include "core/reporting.h"
-#include "core/session.h"
 #include "platform/runtime/text.h"
 
 namespace veldona::aktar {

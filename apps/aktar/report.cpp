@@ -11,7 +11,6 @@
 
 #include "apps/hazirla/delivered.h"
 #include "core/books.h"
-#include "core/session.h"
 #include "platform/runtime/text.h"
 #include "platform/store/engine/inquiry.h"
 

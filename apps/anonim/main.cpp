@@ -5,7 +5,7 @@
 #include "apps/anonim/nameless.h"
 #include "apps/anonim/options.h"
 #include "apps/tool/toolmain.h"
-#include "core/session.h"
+#include "core/delivered.h"
 #include "platform/desktop/paths.h"
 
 namespace {

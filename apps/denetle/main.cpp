@@ -10,7 +10,7 @@
 #include "apps/denetle/report.h"
 #include "apps/tool/toolmain.h"
 #include "core/books.h"
-#include "core/session.h"
+#include "core/delivered.h"
 #include "platform/desktop/paths.h"
 
 namespace {

@@ -12,7 +12,7 @@
 #include "backup/place.h"
 #include "backup/proof.h"
 #include "backup/serverbooks.h"
-#include "core/session.h"
+#include "core/delivered.h"
 #include "platform/desktop/clock.h"
 #include "platform/store/engine/createdatabase.h"
 #include "platform/store/engine/openfile.h"

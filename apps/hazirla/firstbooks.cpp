@@ -5,7 +5,7 @@
 
 #include "apps/hazirla/delivered.h"
 #include "backup/place.h"
-#include "core/session.h"
+#include "core/delivered.h"
 
 namespace veldona::hazirla {
 

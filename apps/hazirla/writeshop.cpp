@@ -6,7 +6,7 @@
 
 #include "apps/hazirla/delivered.h"
 #include "apps/hazirla/words.h"
-#include "core/session.h"
+#include "core/delivered.h"
 #include "platform/store/engine/bulkload.h"
 #include "schema/tables.h"
 

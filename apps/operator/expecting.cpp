@@ -9,6 +9,7 @@
 #include "platform/controls/lists.h"
 #include "platform/controls/names.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona::console {
 

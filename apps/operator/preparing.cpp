@@ -4,9 +4,11 @@
 #include "apps/operator/sqlrows.h"
 #include "apps/operator/verbs.h"
 #include "core/reporting.h"
+#include "core/session.h"
 #include "platform/controls/names.h"
 #include "platform/runtime/conversion.h"
 #include "platform/store/dialect/storeerror.h"
+#include "platform/store/faces/adodb.h"
 #include "schema/tables.h"
 
 namespace veldona::console {

@@ -1,4 +1,8 @@
 #include "apps/operator/process.h"
+#include "core/delivered.h"
+#include "core/session.h"
+#include "core/startup.h"
+#include "platform/store/faces/adodb.h"
 
 #include <filesystem>
 #include <iostream>

@@ -8,9 +8,13 @@
 #include <memory>
 #include <string>
 
-#include "core/session.h"
 #include "platform/controls/forms.h"
 #include "platform/desktop/desktop.h"
+#include "platform/store/faces/adodb.h"
+
+namespace veldona {
+struct Session;
+}
 
 namespace veldona::console {
 

@@ -1,4 +1,5 @@
 #include "apps/operator/runner.h"
+#include "core/session.h"
 
 #include <iostream>
 #include <utility>

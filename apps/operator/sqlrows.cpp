@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "platform/controls/names.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona::console {
 

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "core/delivered.h"
+#include "core/session.h"
 #include "platform/store/engine/createdatabase.h"
 #include "schema/tables.h"
 

@@ -10,7 +10,8 @@
 #include "apps/tool/toolmain.h"
 #include "backup/fingerprint.h"
 #include "core/books.h"
-#include "core/session.h"
+#include "core/delivered.h"
+#include "core/tell.h"
 #include "platform/desktop/clock.h"
 #include "platform/desktop/paths.h"
 

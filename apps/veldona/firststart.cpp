@@ -14,7 +14,7 @@
 #include "apps/hazirla/firstbooks.h"
 #include "apps/veldona/backupmenu.h"
 #include "apps/veldona/waiting.h"
-#include "core/session.h"
+#include "core/delivered.h"
 #include "ui/filechoice.h"
 #include "ui/host.h"
 #include "ui/housestyle.h"

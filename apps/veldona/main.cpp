@@ -19,6 +19,7 @@
 #include "apps/veldona/waiting.h"
 #include "core/reporting.h"
 #include "core/session.h"
+#include "core/startup.h"
 #include "ui/dialogs.h"
 #include "ui/host.h"
 #include "ui/housestyle.h"

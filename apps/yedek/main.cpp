@@ -11,7 +11,7 @@
 #include "backup/refusal.h"
 #include "backup/restore.h"
 #include "backup/taking.h"
-#include "core/session.h"
+#include "core/delivered.h"
 #include "platform/desktop/clock.h"
 #include "platform/desktop/paths.h"
 

@@ -14,6 +14,7 @@
 #include "backup/keeping.h"
 #include "backup/refusal.h"
 #include "backup/restore.h"
+#include "core/delivered.h"
 #include "platform/runtime/format.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "tests/faults/day.h"

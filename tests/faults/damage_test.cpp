@@ -12,7 +12,7 @@
 #include "backup/keeping.h"
 #include "backup/restore.h"
 #include "core/books.h"
-#include "core/session.h"
+#include "core/delivered.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/createdatabase.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"

@@ -1,6 +1,6 @@
 #include "tests/faults/damagedfiles.h"
 
-#include "core/session.h"
+#include "core/delivered.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "tests/faults/day.h"
 

@@ -10,6 +10,7 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "core/delivered.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "schema/tables.h"

@@ -6,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include "core/delivered.h"
+#include "core/session.h"
+#include "platform/store/faces/adodb.h"
 #include "platform/store/faces/database.h"
 #include "tests/faults/day.h"
 #include "tests/faults/faultvfs.h"

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/delivered.h"
 #include "core/reporting.h"
 #include "platform/store/engine/sqlcipher/definitionsql.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"

@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include "core/session.h"
 #include "platform/store/engine/createdatabase.h"
 #include "tests/faults/damagedfiles.h"
 #include "tests/faults/day.h"

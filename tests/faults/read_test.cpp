@@ -7,7 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include "core/session.h"
 #include "ledger/mainscreen.h"
+#include "platform/controls/forms.h"
 #include "tests/faults/day.h"
 #include "tests/faults/faultvfs.h"
 

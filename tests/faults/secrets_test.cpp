@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/session.h"
+#include "core/delivered.h"
 #include "tests/faults/damagedfiles.h"
 #include "tests/faults/day.h"
 #include "tests/faults/program.h"

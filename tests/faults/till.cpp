@@ -5,6 +5,8 @@
 
 #include "apps/operator/verbs.h"
 #include "apps/screens.h"
+#include "core/delivered.h"
+#include "core/session.h"
 #include "platform/store/faces/database.h"
 
 namespace veldona::faults {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "apps/operator/stage.h"
+#include "core/session.h"
 #include "platform/controls/forms.h"
 #include "tests/support/files.h"
 

@@ -11,8 +11,11 @@
 
 #include <gtest/gtest.h>
 
+#include "core/delivered.h"
 #include "core/reporting.h"
+#include "core/session.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
+#include "platform/store/faces/adodb.h"
 #include "tests/faults/day.h"
 
 namespace veldona::faults {

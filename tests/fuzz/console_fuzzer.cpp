@@ -9,6 +9,7 @@
 
 #include "apps/operator/runner.h"
 #include "apps/screens.h"
+#include "core/delivered.h"
 #include "core/reporting.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "schema/tables.h"

@@ -1,4 +1,5 @@
 #include "tests/support/sampleshop.h"
+#include "core/delivered.h"
 
 namespace veldona::test {
 

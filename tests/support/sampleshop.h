@@ -6,7 +6,6 @@
 
 #include "apps/hazirla/delivered.h"
 #include "apps/hazirla/writeshop.h"
-#include "core/session.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "tests/support/files.h"
 

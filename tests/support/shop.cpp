@@ -1,7 +1,11 @@
 #include "tests/support/shop.h"
 
+#include "core/delivered.h"
+#include "core/session.h"
+#include "core/startup.h"
 #include "platform/runtime/conversion.h"
 #include "platform/store/engine/createdatabase.h"
+#include "platform/store/faces/adodb.h"
 #include "schema/tables.h"
 
 namespace veldona::test {

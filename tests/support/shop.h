@@ -6,6 +6,7 @@
 
 #include "core/database.h"
 #include "core/session.h"
+#include "platform/controls/forms.h"
 #include "platform/desktop/desktop.h"
 #include "tests/support/files.h"
 

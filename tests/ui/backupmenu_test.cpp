@@ -22,6 +22,8 @@
 #include "apps/veldona/waiting.h"
 #include "backup/proof.h"
 #include "backup/taking.h"
+#include "core/delivered.h"
+#include "core/session.h"
 #include "tests/support/shop.h"
 #include "tests/ui/manners.h"
 #include "tests/ui/window_tests.h"

@@ -8,8 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#include "core/session.h"
 #include "ledger/mainscreen.h"
 #include "platform/controls/userinput.h"
+#include "platform/store/faces/adodb.h"
 #include "tests/ui/programwindows.h"
 
 namespace veldona::test {

@@ -5,6 +5,8 @@
 
 #include "apps/screens.h"
 #include "core/formframe.h"
+#include "core/session.h"
+#include "core/startup.h"
 #include "platform/controls/forms.h"
 #include "platform/controls/userinput.h"
 #include "tests/support/shop.h"

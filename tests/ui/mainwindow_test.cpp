@@ -15,6 +15,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/delivered.h"
 #include "ledger/mainscreen.h"
 #include "platform/runtime/conversion.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"

@@ -27,6 +27,7 @@
 #include "apps/veldona/guide.h"
 #include "apps/veldona/menus.h"
 #include "core/formframe.h"
+#include "core/session.h"
 #include "ledger/mainscreen.h"
 #include "tests/ui/manners.h"
 #include "tests/ui/programwindows.h"

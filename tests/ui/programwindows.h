@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "apps/screens.h"
+#include "core/startup.h"
 #include "tests/support/shop.h"
 #include "tests/ui/window_tests.h"
 #include "ui/screens.h"

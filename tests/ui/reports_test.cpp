@@ -19,6 +19,9 @@
 #include <gtest/gtest.h>
 
 #include "core/reporting.h"
+#include "core/session.h"
+#include "core/startup.h"
+#include "platform/desktop/desktop.h"
 #include "reports/viewer.h"
 #include "tests/ui/programwindows.h"
 #include "ui/pageview.h"

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "core/session.h"
+#include "core/showscreen.h"
 #include "sales/salescreen.h"
 #include "tests/ui/programwindows.h"
 #include "ui/datefield.h"

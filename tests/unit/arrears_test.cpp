@@ -7,9 +7,11 @@
 #include <random>
 #include <tuple>
 
+#include "core/session.h"
 #include "daybook/arrears.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 #include "tests/support/shop.h"
 
 namespace veldona::test {

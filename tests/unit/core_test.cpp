@@ -3,11 +3,14 @@
 
 #include "core/money.h"
 #include "core/reporting.h"
+#include "core/session.h"
+#include "core/startup.h"
 #include "platform/report/compose.h"
 #include "platform/report/layoutreader.h"
 #include "platform/report/pagetext.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
+#include "platform/store/faces/adodb.h"
 #include "tests/support/shop.h"
 
 namespace veldona {

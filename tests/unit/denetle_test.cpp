@@ -7,7 +7,7 @@
 #include "apps/denetle/options.h"
 #include "apps/denetle/report.h"
 #include "apps/tool/optionreader.h"
-#include "core/session.h"
+#include "core/delivered.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "tests/support/sampleshop.h"

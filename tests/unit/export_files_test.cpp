@@ -5,13 +5,17 @@
 #include <gtest/gtest.h>
 
 #include "core/reporting.h"
+#include "core/session.h"
 #include "platform/controls/userinput.h"
+#include "platform/desktop/desktop.h"
 #include "platform/export/cells.h"
 #include "platform/export/compoundfile.h"
 #include "platform/export/delimited.h"
 #include "platform/export/workbook.h"
 #include "platform/report/compose.h"
+#include "platform/report/desk.h"
 #include "platform/report/layoutreader.h"
+#include "platform/report/page.h"
 #include "platform/report/pagetext.h"
 #include "platform/runtime/unicode.h"
 #include "reports/startexport.h"

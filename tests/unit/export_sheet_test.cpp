@@ -10,9 +10,12 @@
 #include <pugixml.hpp>
 
 #include "archivepart.h"
+#include "core/session.h"
+#include "core/startup.h"
 #include "platform/controls/forms.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
+#include "platform/store/faces/adodb.h"
 #include "reports/receivablesscreen.h"
 #include "reports/spreadsheet.h"
 #include "tests/support/shop.h"

@@ -7,6 +7,7 @@
 #include "customers/customerfinder.h"
 #include "customers/findersearch.h"
 #include "platform/controls/userinput.h"
+#include "platform/store/faces/adodb.h"
 #include "tests/support/shop.h"
 
 namespace veldona {

@@ -7,7 +7,7 @@
 #include "apps/hazirla/options.h"
 #include "apps/hazirla/shop.h"
 #include "apps/tool/optionreader.h"
-#include "core/session.h"
+#include "core/delivered.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "schema/tables.h"

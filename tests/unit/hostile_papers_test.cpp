@@ -8,6 +8,7 @@
 #include <pugixml.hpp>
 
 #include "archivepart.h"
+#include "core/session.h"
 #include "hostiletexts.h"
 #include "platform/export/cells.h"
 #include "platform/export/delimited.h"
@@ -21,6 +22,7 @@
 #include "platform/report/layoutreader.h"
 #include "platform/report/pagetext.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 #include "tests/faults/till.h"
 #include "tests/fuzz/export_readers.h"
 #include "tests/fuzz/fuzzing.h"

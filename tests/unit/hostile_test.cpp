@@ -12,7 +12,7 @@
 
 #include "apps/operator/verbs.h"
 #include "apps/screens.h"
-#include "core/session.h"
+#include "core/delivered.h"
 #include "hostiletexts.h"
 #include "platform/controls/userinput.h"
 #include "platform/runtime/text.h"

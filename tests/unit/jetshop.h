@@ -11,7 +11,7 @@
 #include "apps/aktar/examine.h"
 #include "apps/aktar/jetheader.h"
 #include "apps/aktar/movein.h"
-#include "core/session.h"
+#include "core/delivered.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "tests/support/files.h"
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "core/reporting.h"
+#include "core/session.h"
 #include "ledger/balances.h"
 #include "ledger/collection.h"
 #include "ledger/customergrid.h"
@@ -9,6 +10,7 @@
 #include "ledger/mainscreen.h"
 #include "ledger/overdue.h"
 #include "ledger/receipt.h"
+#include "platform/report/page.h"
 #include "platform/report/pagetext.h"
 #include "platform/runtime/conversion.h"
 #include "reports/viewer.h"

@@ -8,6 +8,7 @@
 
 #include <sqlcipher/sqlite3.h>
 
+#include "core/delivered.h"
 #include "core/session.h"
 #include "platform/runtime/text.h"
 #include "platform/store/faces/database.h"

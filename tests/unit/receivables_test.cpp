@@ -9,8 +9,12 @@
 #include <tuple>
 
 #include "core/money.h"
+#include "core/session.h"
+#include "core/showscreen.h"
+#include "core/startup.h"
 #include "platform/controls/userinput.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 #include "reportpaper.h"
 #include "reports/income.h"
 #include "reports/receivablesscreen.h"

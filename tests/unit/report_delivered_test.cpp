@@ -2,12 +2,14 @@
 #include <gtest/gtest.h>
 
 #include "core/amountwords.h"
+#include "core/session.h"
 #include "platform/report/compose.h"
 #include "platform/report/delivered.h"
 #include "platform/report/layoutreader.h"
 #include "platform/report/pagetext.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
+#include "platform/store/faces/adodb.h"
 #include "tests/support/shop.h"
 
 namespace veldona::report {

@@ -1,5 +1,7 @@
 // A sale in the books, with the writer failing at each of its statements in turn; the paths that no operator
 // reaches; the stock rebuilt.
+#include "core/session.h"
+#include "platform/store/faces/adodb.h"
 #include "sales/lifecycle.h"
 #include "sales/salerows.h"
 #include "sales/saving.h"

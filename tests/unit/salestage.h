@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "core/showscreen.h"
+#include "core/tell.h"
 #include "platform/controls/userinput.h"
 #include "sales/salescreen.h"
 #include "tests/support/shop.h"

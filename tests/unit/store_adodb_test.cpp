@@ -1,4 +1,5 @@
 #include "platform/runtime/conversion.h"
+#include "platform/store/faces/adodb.h"
 #include "storefile.h"
 
 namespace veldona::store {

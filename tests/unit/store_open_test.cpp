@@ -14,6 +14,7 @@
 #include "platform/store/engine/networkdisk.h"
 #include "platform/store/engine/openfile.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
+#include "platform/store/faces/adodb.h"
 #include "storefile.h"
 
 namespace {

@@ -3,6 +3,7 @@
 
 #include <chrono>
 
+#include "platform/store/faces/adodb.h"
 #include "storefile.h"
 
 namespace veldona::store {

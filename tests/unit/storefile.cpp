@@ -1,6 +1,7 @@
 #include "storefile.h"
 
 #include "platform/runtime/conversion.h"
+#include "platform/store/faces/adodb.h"
 
 namespace veldona::store {
 

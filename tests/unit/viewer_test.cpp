@@ -7,7 +7,11 @@
 #include <gtest/gtest.h>
 
 #include "core/reporting.h"
+#include "core/session.h"
 #include "platform/controls/userinput.h"
+#include "platform/desktop/desktop.h"
+#include "platform/report/desk.h"
+#include "platform/report/page.h"
 #include "platform/report/pagetext.h"
 #include "reports/viewer.h"
 #include "reports/viewerzoom.h"

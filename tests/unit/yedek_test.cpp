@@ -13,7 +13,6 @@
 #include "backup/refusal.h"
 #include "backup/restore.h"
 #include "backup/taking.h"
-#include "core/session.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "tests/support/sampleshop.h"

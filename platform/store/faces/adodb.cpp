@@ -3,6 +3,7 @@
 #include "platform/store/dialect/names.h"
 #include "platform/store/faces/adodberror.h"
 #include "platform/store/faces/database.h"
+#include "platform/store/faces/workspace.h"
 
 namespace veldona::adodb {
 namespace {

@@ -6,6 +6,7 @@
 #include "platform/store/faces/daorecordset.h"
 #include "platform/store/faces/database.h"
 #include "platform/store/faces/rowwalk.h"
+#include "platform/store/faces/workspace.h"
 
 namespace veldona::dao {
 namespace {

@@ -12,7 +12,11 @@
 #include <vector>
 
 #include "platform/runtime/value.h"
-#include "platform/store/faces/workspace.h"
+
+namespace veldona::store {
+class Database;
+class Workspace;
+} // namespace veldona::store
 
 namespace veldona::dao {
 
