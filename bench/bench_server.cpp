@@ -1,5 +1,6 @@
-// What the operator's steps cost on books of a server: at its socket, and behind a line that makes each trip
-// there and back half a millisecond longer, as a shop's network does.
+// What the operator's steps cost on books of a server, beside libpq fetching and writing the same rows: at
+// its socket, and behind a line that makes each trip there and back half a millisecond longer, as a shop's
+// network does. Each step is done by both, in turns, and medians are compared.
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -7,18 +8,16 @@
 #include <functional>
 #include <stdexcept>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
+#include "bench/bareserver.h"
 #include "bench/headless.h"
 #include "core/delivered.h"
 #include "core/session.h"
 #include "core/showscreen.h"
 #include "platform/controls/forms.h"
 #include "platform/controls/userinput.h"
-#include "platform/store/engine/inquiry.h"
 #include "platform/store/engine/place.h"
-#include "platform/store/faces/database.h"
 #include "tests/support/files.h"
 #include "tests/support/wire.h"
 
@@ -26,136 +25,137 @@ namespace veldona::bench {
 namespace {
 
 constexpr std::chrono::microseconds kLine(500);
-constexpr double kOwed = 100'000'000; // as it is stored
 constexpr std::size_t kSales = 200, kSavedSales = 40;
+constexpr int kReports = 3;
 
 void mustTake(bool taken) {
     if (!taken) throw std::runtime_error("the screen did not take the operator's act");
 }
 
-struct SaleKey {
-    std::string account, sale;
+store::ServerAddress addressOf(const std::string& root) {
+    auto address = store::ServerAddress::beside(Paths(root).toNative(kDatabasePath));
+    if (!address) throw std::runtime_error("the books of " + root + " are on no server");
+    return *std::move(address);
+}
+
+// The way to the books of `root`, and a folder for drive C: that says where it begins.
+class Line {
+public:
+    Line(const std::string& root, std::chrono::microseconds roundTrip)
+        : wire_(addressOf(root).keywords().at("host"), roundTrip) {
+        const std::filesystem::path books(Paths(drive()).toNative(kDatabasePath));
+        std::filesystem::create_directories(books.parent_path());
+        std::string text = "host=" + wire_.folder();
+        const store::ServerAddress address = addressOf(root);
+        for (const char* keyword : {"dbname", "user"})
+            text += std::string(" ") + keyword + '=' + address.keywords().at(keyword);
+        test::writeBytes(store::ServerAddress::fileBeside(books.string()), text);
+    }
+    [[nodiscard]] std::string drive() const { return drive_.path().string(); }
+    [[nodiscard]] int trips() const { return wire_.trips(); }
+
+private:
+    test::TemporaryFolder drive_;
+    test::Wire wire_;
 };
 
-// A program whose books are those of `root`, behind a wire of that length.
-class Till {
+// Both at the same line.
+class Race {
 public:
-    Till(const std::string& root, std::chrono::microseconds line, DateTime now)
-        : address_(addressOf(root)), wire_(address_.keywords().at("host"), line), program_(drive(), now) {}
-
-    [[nodiscard]] Headless& program() { return program_; }
-
-    // Sales that owe, evenly over all of them.
-    [[nodiscard]] std::vector<SaleKey> sales(std::size_t count) {
-        const store::Inquiry books(program_.database().engine());
-        std::unordered_map<std::int64_t, double> paid;
-        const auto sums = books.prepare("SELECT ISLEMNO, SUM(ODMIKTAR) FROM TAKSITODENEN GROUP BY ISLEMNO");
-        while (sums->step())
-            paid[sums->whole(0)] = sums->number(1);
-        const auto rows = books.prepare("SELECT MUSTNO, ISLEMNO, TOPBORC FROM ISLEMNOTABLO ORDER BY ISLEMNO");
-        std::vector<SaleKey> all, spread;
-        while (rows->step())
-            if (rows->number(2) > paid[rows->whole(1)] + kOwed)
-                all.push_back({std::string(rows->text(0)), std::string(rows->text(1))});
-        for (std::size_t i = 0; i < count; ++i)
-            spread.push_back(all[i * all.size() / count]);
-        return spread;
+    Race(const std::string& root, std::chrono::microseconds roundTrip, DateTime now)
+        : line_(root, roundTrip), program(line_.drive(), now),
+          bare(addressOf(line_.drive()), store::kBooksSchema, now) {
+        std::printf("%s, %lld µs\n  %-28s %12s %12s %8s %15s\n", root.c_str(),
+                    static_cast<long long>(roundTrip.count()), "medians", "program", "libpq", "ratio",
+                    "trips of both");
     }
-    void load(const SaleKey& key) {
-        program_.type(key.account);
-        program_.select(key.sale);
-        program_.pressEnter();
+    void run(const std::function<void()>& byProgram, const std::function<void()>& byLibpq) {
+        for (int turn = 0; turn < 2; ++turn) {
+            const bool isProgram = (times_[0].size() + times_[1].size()) % 4 % 3 == 0;
+            const int before = line_.trips();
+            const auto begun = std::chrono::steady_clock::now();
+            isProgram ? byProgram() : byLibpq();
+            const auto taken = std::chrono::steady_clock::now() - begun;
+            times_[isProgram ? 0 : 1].push_back(std::chrono::duration<double, std::milli>(taken).count());
+            trips_[isProgram ? 0 : 1].push_back(line_.trips() - before);
+        }
     }
-    void time(const std::function<void()>& step) {
-        const int before = wire_.trips();
-        const auto begun = std::chrono::steady_clock::now();
-        step();
-        const auto taken = std::chrono::steady_clock::now() - begun;
-        times_.push_back(std::chrono::duration<double, std::milli>(taken).count());
-        trips_.push_back(wire_.trips() - before);
-    }
-    // Of what was timed since the last call: the medians.
+    // Of what was run since the last call.
     void print(const char* step) {
         const auto median = [](auto& values) {
             std::sort(values.begin(), values.end());
-            return values[values.size() / 2];
+            const auto middle = values[values.size() / 2];
+            values.clear();
+            return middle;
         };
-        std::printf("  %-28s %9.3f ms %6d trips\n", step, median(times_), median(trips_));
-        times_.clear();
-        trips_.clear();
+        const double ours = median(times_[0]), theirs = median(times_[1]);
+        const int trips = median(trips_[0]), itsTrips = median(trips_[1]);
+        std::printf("  %-28s %9.3f ms %9.3f ms %8.2f %7d %7d\n", step, ours, theirs, ours / theirs, trips,
+                    itsTrips);
+    }
+    void load(const ServerSale& key) {
+        program.type(key.account);
+        program.select(key.sale);
+        program.pressEnter();
     }
 
 private:
-    static store::ServerAddress addressOf(const std::string& root) {
-        auto address = store::ServerAddress::beside(Paths(root).toNative(kDatabasePath));
-        if (!address) throw std::runtime_error("the books of " + root + " are on no server");
-        return *std::move(address);
-    }
-    // A folder for drive C: that says where the wire is.
-    std::string drive() {
-        const std::filesystem::path books(Paths(drive_.path().string()).toNative(kDatabasePath));
-        std::filesystem::create_directories(books.parent_path());
-        std::string text = "host=" + wire_.folder();
-        for (const char* keyword : {"dbname", "user"})
-            text += std::string(" ") + keyword + '=' + address_.keywords().at(keyword);
-        test::writeBytes(store::ServerAddress::fileBeside(books.string()), text);
-        return drive_.path().string();
-    }
+    Line line_;
+    std::vector<double> times_[2];
+    std::vector<int> trips_[2];
 
-    store::ServerAddress address_;
-    test::TemporaryFolder drive_;
-    test::Wire wire_;
-    Headless program_;
-    std::vector<double> times_;
-    std::vector<int> trips_;
+public:
+    Headless program;
+    BareServer bare;
 };
 
-void benchShop(const std::string& root, std::chrono::microseconds line, DateTime now) {
-    Till till(root, line, now);
-    Headless& program = till.program();
-    std::printf("%s, %lld µs\n", root.c_str(), static_cast<long long>(line.count()));
-    const std::vector<SaleKey> sales = till.sales(kSales);
-    for (const SaleKey& key : sales) {
-        program.type(key.account);
-        till.time([&] { program.type(key.account); });
+void benchShop(const std::string& root, std::chrono::microseconds roundTrip, DateTime now) {
+    Race race(root, roundTrip, now);
+    Headless& program = race.program;
+    const std::vector<ServerSale> sales = race.bare.sales(kSales);
+    for (const ServerSale& key : sales) {
+        program.type(key.account); // brings the pages into the cache
+        race.run([&] { program.type(key.account); }, [&] { race.bare.load(key.account); });
     }
-    till.print("keystroke in Text1");
-    for (const SaleKey& key : sales) {
-        till.load(key);
+    race.print("keystroke in Text1");
+    for (const ServerSale& key : sales) {
+        race.load(key);
         program.select(key.sale);
-        till.time([&] { program.pressEnter(); });
+        race.run([&] { program.pressEnter(); }, [&] { race.bare.open(key); });
     }
-    till.print("opening a sale, Enter in L3");
-    for (const SaleKey& key : sales) {
-        till.load(key);
+    race.print("opening a sale, Enter in L3");
+    for (const ServerSale& key : sales) {
+        race.load(key);
         mustTake(user::put(program.screen().mskOdenenPara, "1"));
-        till.time([&] { program.collect(); });
+        race.run([&] { program.collect(); }, [&] { race.bare.pay(key); });
         program.expectSaid("KAYIT İŞLEMİ TAMAMLANDI");
     }
-    till.print("posting a payment, Command1");
-    for (const SaleKey& key : till.sales(kSavedSales)) {
+    race.print("posting a payment, Command1");
+    for (const ServerSale& key : race.bare.sales(kSavedSales)) {
         program.type(key.account);
         program.inSaleScreen([&](FrmSatis& sale) {
             mustTake(user::put(sale.MskToplamUcret, "1200"));
             mustTake(user::put(sale.MskTaksitAdedi, "12"));
-            till.time([&] { mustTake(user::click(sale.cmdKaydet)); });
+            race.run([&] { mustTake(user::click(sale.cmdKaydet)); }, [&] { race.bare.save(key.account); });
         });
         program.expectSaid("İşlem Tamamlandı");
     }
-    till.print("saving a sale of 12");
+    race.print("saving a sale of 12");
 }
 
-void benchOverdue(const std::string& root, std::chrono::microseconds line, DateTime now) {
-    Till till(root, line, now);
-    Session& session = till.program().session();
+void benchOverdue(const std::string& root, std::chrono::microseconds roundTrip, DateTime now) {
+    Race race(root, roundTrip, now);
+    Session& session = race.program.session();
     showScreen(session, "rprodemesigecen", Kip::Modeless);
     Form& form = *session.forms.loaded("rprodemesigecen");
     mustTake(user::pickDate(dynamic_cast<DateBox&>(*form.find("dtRaporTarihi")), Value()));
     mustTake(user::pickDate(dynamic_cast<DateBox&>(*form.find("dtRaporTarihiSon")), now.date()));
-    for (int run = 0; run < 3; ++run)
-        till.time([&] { mustTake(user::click(*form.find("cmdRapor"))); });
-    std::printf("%s, %lld µs\n", root.c_str(), static_cast<long long>(line.count()));
-    till.print("overdue, all years");
+    int rows = 0;
+    for (int i = 0; i < kReports; ++i)
+        race.run([&] { mustTake(user::click(*form.find("cmdRapor"))); }, [&] { rows = race.bare.overdue(); });
+    race.program.expectSaid("");
+    race.print("overdue, all years");
+    std::printf("  %d sales on it\n", rows);
 }
 
 int run(int count, char** arguments) {

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -54,6 +55,9 @@ void KayitYapisiTemizle(KayitYapisi& rec);
 void TipleriAl(KayitYapisi& rec, const adodb::Recordset& rs);
 // Builds and runs the statement of `rec`. A failure is shown in a box titled "vorelHata", false returned.
 bool KayitYaz(Session& session, KayitYapisi& rec);
+// The same for several of an open transaction, in their order, in one step where the store has one: the first
+// that fails is told, and those behind it are not written.
+bool writeRecords(Session& session, std::span<KayitYapisi> records);
 // The text of one value in a statement; `deger` may be changed by it. Error 18172 for a type that it does not
 // know.
 [[nodiscard]] std::string DegerYaz(std::int32_t tip, Value& deger);

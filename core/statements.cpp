@@ -128,17 +128,33 @@ std::int32_t in32Bits(std::int64_t deger) {
     return static_cast<std::int32_t>(deger);
 }
 
-// SqlCalistir, which leaves what a failed statement raised in `err`.
-bool run(Session& session, adodb::Connection& connection, const std::string& sql, const std::string& baslik,
-         Err& err) {
-    if (sql.empty()) return true;
-    if (attempt(err, [&] { connection.execute(sql); })) return true;
+// What a failed step raised is told, and left in `err`.
+template <class Step>
+bool run(Session& session, adodb::Connection& connection, const std::string& baslik, Err& err, Step&& step) {
+    if (attempt(err, step)) return true;
     if (const std::string text = relationMessage(connection, err); !text.empty()) {
         tell(session, {text, "İlişkili Kayıt Hatası", Icon::Exclamation, Buttons::Ok});
         return false;
     }
     tell(session, {std::to_string(err.number) + " " + err.description,
                    baslik.empty() ? kProgramTitle : baslik, Icon::None, Buttons::Ok});
+    return false;
+}
+
+// The statement of a record, whose types are asked where they are not known; false where the question failed
+// and was told, `hata` saying how.
+bool prepareRecord(Session& session, KayitYapisi& rec, std::string& sql, std::string& hata) {
+    if (rec.Tip[0] == 0) {
+        RecordsetPtr rs;
+        if (!KayitSetiAcKontrollu(session, rs, "SELECT TOP 1 * FROM " + rec.Tablo, hata)) return false;
+        TipleriAl(rec, *rs);
+    }
+    sql = statementOf(rec);
+    return true;
+}
+
+bool tellUnwritten(Session& session, const std::string& text) {
+    tell(session, {text, kErrorTitle, Icon::Exclamation, Buttons::Ok});
     return false;
 }
 
@@ -200,26 +216,33 @@ std::string DegerYaz(std::int32_t tip, Value& deger) {
 }
 
 bool KayitYaz(Session& session, KayitYapisi& rec) {
-    std::string sql;
+    return writeRecords(session, {&rec, 1});
+}
+
+bool writeRecords(Session& session, std::span<KayitYapisi> records) {
+    std::vector<std::string> statements;
     std::string hata;
     Err err;
-    bool written = false;
-    attempt(err, [&] {
-        if (rec.Tip[0] == 0) {
-            RecordsetPtr rs;
-            if (!KayitSetiAcKontrollu(session, rs, "SELECT TOP 1 * FROM " + rec.Tablo, hata)) return;
-            TipleriAl(rec, *rs);
-        }
-        sql = statementOf(rec);
-        Err told; // by the runner's own box
-        written = run(session, *session.gBaglanti, sql, {}, told);
-        hata = told.description;
-    });
-    if (written) return true;
-    const std::string text =
-        err.number == 0 ? hata + "\nSQL: " + sql : std::to_string(err.number) + err.description;
-    tell(session, {text, kErrorTitle, Icon::Exclamation, Buttons::Ok});
-    return false;
+    for (KayitYapisi& rec : records) { // as far as they can be written as statements
+        std::string sql;
+        bool isReady = false;
+        attempt(err, [&] { isReady = prepareRecord(session, rec, sql, hata); });
+        if (!isReady) break;
+        statements.push_back(std::move(sql));
+    }
+    adodb::Connection& connection = *session.gBaglanti;
+    std::size_t done = 0;
+    Err failed; // told by the runner's own box
+    const bool ran = statements.empty() || run(session, connection, {}, failed, [&] {
+                         if (statements.size() == 1)
+                             connection.execute(statements.front());
+                         else
+                             connection.executeAll(statements, done);
+                     });
+    if (!ran) return tellUnwritten(session, failed.description + "\nSQL: " + statements[done]);
+    if (statements.size() == records.size()) return true;
+    return tellUnwritten(session,
+                         err.number == 0 ? hata + "\nSQL: " : std::to_string(err.number) + err.description);
 }
 
 std::string relationError(const std::array<std::string, 4>& satir, bool deletion) {
@@ -237,7 +260,7 @@ std::string relationError(const std::array<std::string, 4>& satir, bool deletion
 bool SqlCalistir(Session& session, adodb::Connection& connection, const std::string& sql,
                  const std::string& baslik) {
     Err err;
-    return run(session, connection, sql, baslik, err);
+    return sql.empty() || run(session, connection, baslik, err, [&] { connection.execute(sql); });
 }
 
 bool StokGuncelle(Session& session, const std::string& urkod, std::int32_t miktar, StockMovement hareket,

@@ -1,5 +1,8 @@
 #include "ledger/overdue.h"
 
+#include <algorithm>
+#include <unordered_map>
+
 #include "core/database.h"
 #include "core/money.h"
 #include "core/session.h"
@@ -34,13 +37,19 @@ StoredAmount otherReceipts(const FrmMainVeldona& f) {
     return sum;
 }
 
-StoredAmount paidFor(FrmMainVeldona& f, std::int32_t islemno) {
+// What was paid for the account's sales, of which the first and the last one asked for are given.
+std::unordered_map<std::int32_t, StoredAmount> paidFor(FrmMainVeldona& f, std::int32_t ilk,
+                                                       std::int32_t son) {
     RecordsetPtr rs;
     KayitSetiAc(f.session, rs,
                 "SELECT  MUSTNO,ISLEMNO,SUM(ODMIKTAR) as OdenenPara From TAKSITODENEN  WHERE MUSTNO = '" +
-                    f.Text1.text() + "' And ISLEMNO=" + std::to_string(islemno) + " GROUP BY MUSTNO,ISLEMNO",
+                    f.Text1.text() + "' And ISLEMNO>=" + std::to_string(ilk) +
+                    " And ISLEMNO<=" + std::to_string(son) + " GROUP BY MUSTNO,ISLEMNO",
                 adodb::CursorLocation::Client);
-    return sumOf(*rs, "OdenenPara");
+    std::unordered_map<std::int32_t, StoredAmount> paid;
+    for (; !rs->eof(); rs->moveNext())
+        paid.emplace(toLong(rs->value("ISLEMNO")), sumOf(*rs, "OdenenPara"));
+    return paid;
 }
 
 void collectSales(FrmMainVeldona& f) {
@@ -61,13 +70,18 @@ void collectSales(FrmMainVeldona& f) {
         sale.MUSTNO = joinText(rs->value("MUSTNO"));
         sale.ISLEMNO = toLong(rs->value("ISLEMNO"));
         sale.Due = sumOf(*rs, "OdenmesiGerekenPara");
-        sale.Paid = paidFor(f, sale.ISLEMNO) + otherReceipts(f);
-        sale.Kalan = sale.Due - sale.Paid;
         sale.ODEME_TARIHI = rs->value("ODEME_TARIHI");
         sale.MIN_ODEME_TARIHI = rs->value("MIN_ODEME_TARIHI");
         sale.AD = ad;
         sale.SOYAD = soyad;
         f.overdueSales.push_back(std::move(sale));
+    }
+    const auto [first, last] = std::ranges::minmax(f.overdueSales, {}, &OverdueSale::ISLEMNO);
+    const auto paid = paidFor(f, first.ISLEMNO, last.ISLEMNO);
+    for (OverdueSale& sale : f.overdueSales) {
+        const auto found = paid.find(sale.ISLEMNO);
+        sale.Paid = (found == paid.end() ? StoredAmount{} : found->second) + otherReceipts(f);
+        sale.Kalan = sale.Due - sale.Paid;
     }
 }
 

@@ -136,6 +136,7 @@ bool PesinatEkle(FrmSatis& f, const std::string& tablo) {
 bool TaksitSatirlariEkle(FrmSatis& f, SaleRoute route) {
     const FlexGrid& grid = f.grdYapilacakOdeme;
     const std::uint8_t rowCount = toByte(grid.rows());
+    std::vector<KayitYapisi> rows;
     for (int satir = 1; satir < rowCount; ++satir) {
         const std::string& dueDay = grid.textMatrix(satir, PaymentColumn::Tarih);
         if (dueDay.empty()) continue;
@@ -144,9 +145,9 @@ bool TaksitSatirlariEkle(FrmSatis& f, SaleRoute route) {
             addAudit(f, rec);
             rec.add("PESINAT", satir == 1 && toDouble(f.MskAlinanPesinat.text()) > 0 ? 1 : 0);
         }
-        if (!KayitYaz(f.session, rec)) return false;
+        rows.push_back(std::move(rec));
     }
-    return true;
+    return writeRecords(f.session, rows);
 }
 
 bool PesinSatisPlaniEkle(FrmSatis& f, const std::string& tablo) {

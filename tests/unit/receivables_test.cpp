@@ -16,6 +16,7 @@
 #include "platform/runtime/text.h"
 #include "platform/store/faces/adodb.h"
 #include "reportpaper.h"
+#include "reports/accountnames.h"
 #include "reports/income.h"
 #include "reports/receivablesscreen.h"
 #include "tests/support/shop.h"
@@ -333,6 +334,28 @@ TEST(IncomeRun, AnErrorOfAQueryIsTold) {
     ASSERT_EQ(said.size(), 1u);
     EXPECT_FALSE(said[0].empty());
     EXPECT_NE(shop.forms.loaded("rptGelirGider"), nullptr);
+}
+
+// Read all at once, they are what a look-up each finds; also where the store takes two cards for one account.
+TEST(AccountNames, AreThoseOfTheLookUps) {
+    Shop shop;
+    const auto found = [&](std::size_t lookUps) {
+        std::string all;
+        AccountNames names(shop.session, lookUps);
+        for (const char* account : {"k1", "K1", "k2", "k3", "yok", ""})
+            all += names.of(account).AD + '|' + names.of(account).SOYAD + '\n';
+        return all;
+    };
+    const auto add = [&](const char* card) {
+        shop.run(std::string("INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES (") + card + ")");
+    };
+    for (const char* card : {"'k2',NULL,'Öz'", "'k1','Ali','Can'", "NULL,'Hiç','Kimse'", "'k3','Ece',NULL"})
+        add(card);
+    EXPECT_EQ(found(1), "Ali|Can\nAli|Can\n|Öz\nEce|\n|\n|\n");
+    EXPECT_EQ(found(100'000), found(1));
+    add("'K1','Eski','Kart'");
+    add("'K3','Yeni','Kart'");
+    EXPECT_EQ(found(100'000), found(1));
 }
 
 INSTANTIATE_TEST_SUITE_P(Shops, Receivables, ::testing::Values(1u, 2u, 3u));

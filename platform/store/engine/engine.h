@@ -66,6 +66,17 @@ class Engine {
 public:
     virtual ~Engine() = default;
 
+    // Writes of a transaction that nobody reads between, in their order; behind one that fails the others are
+    // not run, and its failure is raised. `done`: how many went through.
+    struct Write {
+        Statement* statement; // of this engine
+        std::vector<Value> values;
+    };
+    virtual void writeAll(const std::vector<Write>& writes, std::size_t& done) {
+        for (done = 0; done < writes.size(); ++done)
+            run(writes[done]);
+    }
+
     // A statement in this engine's words: what the dialect's writer makes of a plan.
     [[nodiscard]] virtual std::unique_ptr<Statement> prepare(std::string_view sql) = 0;
     [[nodiscard]] virtual const EngineWords& words() const = 0;
@@ -134,6 +145,19 @@ public:
     void execute(std::string_view sql) {
         auto statement = prepare(sql);
         while (statement->step()) {
+        }
+    }
+
+protected:
+    // Binds the values, and ends the statement's run however it comes out.
+    static void run(const Write& write) {
+        struct End {
+            Statement& statement;
+            ~End() { statement.reset(); }
+        } const end{*write.statement};
+        for (std::size_t i = 0; i < write.values.size(); ++i)
+            write.statement->bind(static_cast<int>(i) + 1, write.values[i]);
+        while (write.statement->step()) {
         }
     }
 };

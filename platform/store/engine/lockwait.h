@@ -5,6 +5,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <utility>
 
@@ -22,11 +23,17 @@ public:
         if (!isOver_) isOver_ = waited >= longest || (goOn_ && !goOn_(waited));
         return !isOver_;
     }
-    void endAct() { isOver_ = false; }
+    void endAct() {
+        isOver_ = false;
+        ++act_;
+    }
+    // The number of the operator's act.
+    [[nodiscard]] std::int64_t act() const { return act_; }
 
 private:
     GoOnWaiting goOn_;
     bool isOver_ = false;
+    std::int64_t act_ = 0;
 };
 
 } // namespace veldona::store

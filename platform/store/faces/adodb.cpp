@@ -52,6 +52,10 @@ std::int64_t Connection::execute(std::string_view sql) {
     return asStatement([&] { return database().execute(sql); });
 }
 
+void Connection::executeAll(const std::vector<std::string>& statements, std::size_t& done) {
+    asStatement([&] { database().writeAll(statements, done); });
+}
+
 void Connection::walk(std::string_view sql, const std::function<void(const store::Statement&)>& row) {
     asStatement([&] { database().walk(database().query(sql), row); });
 }

@@ -1,5 +1,6 @@
 #include "platform/store/faces/database.h"
 
+#include <exception>
 #include <utility>
 
 #include "platform/store/dialect/names.h"
@@ -101,6 +102,29 @@ std::int64_t Database::write(const Query& query) {
     while (query.prepared->statement->step()) {
     }
     return engine_->rowsChanged();
+}
+
+void Database::writeAll(const std::vector<std::string>& statements, std::size_t& done) {
+    requireTransactionIntact();
+    done = 0;
+    std::vector<Query> queries; // whose statements stand as long as they do
+    std::exception_ptr failure;
+    try {
+        for (const std::string& sql : statements) {
+            Query ready = query(sql);
+            faults_->countWrite(ready.plan().table);
+            queries.push_back(std::move(ready));
+        }
+    } catch (const StoreError&) {
+        failure = std::current_exception();
+    }
+    std::vector<Engine::Write> writes;
+    for (const Query& ready : queries) {
+        ++writes_[foldName(ready.plan().table)];
+        writes.push_back({ready.prepared->statement.get(), ready.values});
+    }
+    engine_->writeAll(writes, done);
+    if (failure) std::rethrow_exception(failure);
 }
 
 std::int64_t Database::execute(std::string_view sql) {

@@ -69,6 +69,9 @@ public:
     // Row by row, keeping nothing; `row` must not ask anything of the file.
     void walk(const Query& query, const std::function<void(const Statement&)>& row);
     std::int64_t write(const Query& query); // the rows changed
+    // Statements that write, in one step where the engine has one for them, as far as they go through: what
+    // one raises is raised when those before it are done. `done`: how many these are.
+    void writeAll(const std::vector<std::string>& statements, std::size_t& done);
     // Whichever of the two it is; rows of a SELECT are dropped, and count as none.
     std::int64_t execute(std::string_view sql);
 

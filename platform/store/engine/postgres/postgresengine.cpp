@@ -37,6 +37,17 @@ public:
                    : makeStatement(session_, sql);
     }
     const EngineWords& words() const override { return kPostgresWords; }
+    void writeAll(const std::vector<Write>& writes, std::size_t& done) override {
+        if (!session_->inTransaction()) return Engine::writeAll(writes, done);
+        std::vector<Question> questions;
+        for (const Write& write : writes) {
+            Question& question = questions.emplace_back(Question{preparedOf(*write.statement), {}});
+            for (const Value& value : write.values)
+                question.values.push_back(boundOf(value));
+        }
+        done = 0;
+        session_->writeAll(questions, done);
+    }
 
     Catalog readCatalog() override {
         std::map<std::string, std::vector<std::string>> below;

@@ -171,19 +171,30 @@ void Session::addSettings(Batch& batch, const Prepared* statement) {
     batch.push_back(std::move(tell));
 }
 
-void Session::bindTo(Batch& batch, Prepared& statement, const std::vector<Bound>& values, std::string& made) {
+std::size_t Session::bindTo(Trip& trip, const Question& asked) {
+    Prepared& statement = *asked.statement;
     if (std::exchange(statement.connection, connections_) != connections_) statement.variants.clear();
     std::vector<unsigned> types;
-    for (const Bound& value : values)
+    for (const Bound& value : asked.values)
         types.push_back(value.type);
-    const auto known = std::find_if(statement.variants.begin(), statement.variants.end(),
-                                    [&](const Prepared::Variant& variant) { return variant.types == types; });
-    if (known == statement.variants.end()) {
-        made = "vd" + std::to_string(++named_);
-        batch.push_back({Command::Kind::Prepare, statement.sql, made, values});
+    std::string name;
+    for (const Prepared::Variant& variant : statement.variants)
+        if (variant.types == types) name = variant.name;
+    for (const Trip::Made& made : trip.made)
+        if (made.statement == asked.statement && made.variant.types == types) name = made.variant.name;
+    if (name.empty()) {
+        name = "vd" + std::to_string(++named_);
+        trip.made.push_back({asked.statement, {std::move(types), name}, trip.commands.size()});
+        trip.commands.push_back({Command::Kind::Prepare, statement.sql, name, asked.values});
     }
-    batch.push_back(
-        {Command::Kind::RunPrepared, {}, known == statement.variants.end() ? made : known->name, values});
+    trip.commands.push_back({Command::Kind::RunPrepared, {}, std::move(name), asked.values});
+    return trip.commands.size() - 1;
+}
+
+// One that the server did not come to is not known to it.
+void Session::noteMade(Trip& trip, const Answers& answers) {
+    for (Trip::Made& made : trip.made)
+        if (answers[made.place]) made.statement->variants.push_back(std::move(made.variant));
 }
 
 // The number of the write stands in one with it.
@@ -198,33 +209,75 @@ bool Session::isShared(const Prepared& statement) const {
     return statement.kind != Prepared::Kind::Read && !scratch_.contains(statement.table);
 }
 
-ServerRows Session::run(Prepared& statement, const std::vector<Bound>& values) {
+Session::Rows Session::run(const Question& asked) {
     requireConnection();
-    if (canWait(statement)) {
-        keepRow(statement, values);
-        return {};
+    if (canWait(*asked.statement)) {
+        keepRow(*asked.statement, asked.values);
+        return std::make_shared<ServerRows>();
     }
+    if (Rows known = knownAnswer(asked)) return known;
     sendWaiting();
     const bool wasOpen = isOpen_;
     try {
-        return attempt(statement, values);
+        return attempt(asked);
     } catch (const LostConnection&) {
         if (wasOpen) fail(connectionLost());
-        return runAgain(statement, values);
+        return runAgain(asked);
     }
 }
 
-ServerRows Session::attempt(Prepared& statement, const std::vector<Bound>& values) {
+// Only where acts are told apart; what asks the clock, or is bounded, is asked each time.
+Session::Rows Session::knownAnswer(const Question& asked) {
+    if (!lockWait || bounds != nullptr || asked.statement->readsClock) return nullptr;
+    const bool reads = asked.statement->kind == Prepared::Kind::Read;
+    const std::int64_t act = lockWait->act(), notes = writesOfOthers();
+    if (std::exchange(aheadAct_, act) != act || std::exchange(aheadNotes_, notes) != notes || !reads)
+        ahead_.forget();
+    ahead_.note(asked);
+    return reads ? ahead_.find(asked) : nullptr;
+}
+
+// Behind the statement and its end, so that neither waits for them or fails with them.
+Session::Ahead Session::addAhead(Trip& trip, const Question& asked) {
+    Ahead ahead;
+    const bool isScratch = asked.statement->kind != Prepared::Kind::Read && !isShared(*asked.statement);
+    if (!lockWait || bounds != nullptr || asked.statement->readsClock || isScratch) return ahead;
+    std::vector<Question> expected = ahead_.behind(asked);
+    if (expected.empty()) return ahead;
+    const std::size_t first = trip.commands.size();
+    trip.commands.push_back(isOpen_ ? plain(kSavepoint) : syncHere());
+    for (Question& question : expected) {
+        const std::size_t place = bindTo(trip, question);
+        ahead.emplace_back(place, std::move(question));
+    }
+    if (isOpen_) trip.commands.push_back(plain(kRelease));
+    for (std::size_t i = first; i < trip.commands.size(); ++i)
+        trip.commands[i].mayFail = true;
+    return ahead;
+}
+
+void Session::keepAhead(Ahead& ahead, Answers& answers) {
+    bool hasFailed = false;
+    for (auto& [place, question] : ahead) {
+        if (answers[place])
+            ahead_.keep(std::move(question), std::make_shared<ServerRows>(std::move(answers[place])));
+        else
+            hasFailed = true;
+    }
+    if (hasFailed && isOpen_) backToSavepoint();
+}
+
+Session::Rows Session::attempt(const Question& asked) {
+    const Prepared& statement = *asked.statement;
     const bool writes = statement.kind != Prepared::Kind::Read;
     const bool shared = isShared(statement);
     requireScratch(statement);
-    Batch batch;
+    Trip trip;
+    Batch& batch = trip.commands;
     addSettings(batch, &statement);
     if (isOpen_) batch.push_back(plain(kSavepoint));
     if (shared && !isOpen_) batch.push_back(lock());
-    std::string made;
-    bindTo(batch, statement, values, made);
-    const std::size_t place = batch.size() - 1;
+    const std::size_t place = bindTo(trip, asked);
     ServerRows taken;
     if (bounds != nullptr && !writes)
         batch.back().takeRow = [&](const pg_result* row) {
@@ -233,24 +286,53 @@ ServerRows Session::attempt(Prepared& statement, const std::vector<Bound>& value
                 taken.bytes() > bounds->mostBytes)
                 throw tooLarge();
         };
+    const bool isBounded = static_cast<bool>(batch[place].takeRow);
     if (isOpen_) batch.push_back(plain(kRelease));
     if (shared && !isOpen_)
         batch.push_back(mark(statement.kind == Prepared::Kind::Insert ? statement.table : std::string()));
-    const bool isBounded = static_cast<bool>(batch[place].takeRow);
+    Ahead ahead = addAhead(trip, asked);
     Answers answers = send(batch, shared ? patienceForLock() : isBounded ? patienceForRows() : Patience());
-    if (!made.empty()) {
-        Prepared::Variant variant{{}, made};
-        for (const Bound& value : values)
-            variant.types.push_back(value.type);
-        statement.variants.push_back(std::move(variant));
-    }
-    if (!writes) return taken.rowCount() > 0 ? std::move(taken) : ServerRows(std::move(answers[place]));
+    noteMade(trip, answers);
     if (shared)
         hasWritten_ = true;
-    else
+    else if (writes)
         filled_.insert(statement.table);
-    noteWrite(statement, answers[place].get());
-    return {};
+    if (writes) noteWrite(statement, answers[place].get());
+    keepAhead(ahead, answers);
+    if (writes) return std::make_shared<ServerRows>();
+    Rows rows = std::make_shared<ServerRows>(taken.rowCount() > 0 ? std::move(taken)
+                                                                  : ServerRows(std::move(answers[place])));
+    if (lockWait && bounds == nullptr && !statement.readsClock) ahead_.keep(asked, rows);
+    return rows;
+}
+
+void Session::writeAll(const std::vector<Question>& writes, std::size_t& done) {
+    requireConnection();
+    sendWaiting();
+    ahead_.forget();
+    Trip trip;
+    addSettings(trip.commands, nullptr);
+    std::vector<std::size_t> places;
+    for (const Question& write : writes) {
+        requireScratch(*write.statement);
+        trip.commands.push_back(plain(kSavepoint));
+        places.push_back(bindTo(trip, write));
+        trip.commands.push_back(plain(kRelease));
+    }
+    hasWritten_ = true;
+    std::size_t refusedAt = 0;
+    try {
+        const Answers answers = send(trip.commands, patienceForLock(), &refusedAt);
+        noteMade(trip, answers);
+        for (; done < writes.size(); ++done)
+            noteWrite(*writes[done].statement, answers[places[done]].get());
+    } catch (const StoreError&) {
+        while (done < places.size() && places[done] < refusedAt)
+            ++done;
+        throw;
+    } catch (const LostConnection&) {
+        fail(connectionLost());
+    }
 }
 
 void Session::noteWrite(const Prepared& statement, const pg_result* answer) {
@@ -269,19 +351,14 @@ void Session::noteWrite(const Prepared& statement, const pg_result* answer) {
     counted_.try_emplace(statement.table, first);
 }
 
-Session::Answers Session::send(const Batch& batch, const Patience& patience) {
+Session::Answers Session::send(const Batch& batch, const Patience& patience, std::size_t* refusedAt) {
     try {
         Answers answers = wire_->run(batch, patience);
         timeoutSet_ = busyTimeout;
         return answers;
     } catch (const ServerRefusal& refusal) {
-        if (isOpen_ && wire_->isInTransaction()) {
-            try {
-                static_cast<void>(wire_->run({plain(kBackToSavepoint), plain(kRelease)}));
-            } catch (const ServerRefusal&) {
-                // The transaction is lost as a whole; its end says so.
-            }
-        }
+        if (refusedAt != nullptr) *refusedAt = refusal.command;
+        if (isOpen_ && wire_->isInTransaction()) backToSavepoint();
         if (refusal.code == "55P03" && lockWait)
             static_cast<void>(lockWait->goesOn(busyTimeout, busyTimeout));
         if (refusal.code == "57014" && bounds != nullptr)
@@ -290,6 +367,14 @@ Session::Answers Session::send(const Batch& batch, const Patience& patience) {
     } catch (const LostConnection&) {
         isOpen_ = false;
         throw;
+    }
+}
+
+void Session::backToSavepoint() {
+    try {
+        static_cast<void>(wire_->run({plain(kBackToSavepoint), plain(kRelease)}));
+    } catch (const ServerRefusal&) {
+        // The transaction is lost as a whole; its end says so.
     }
 }
 
@@ -321,6 +406,7 @@ void Session::guarded(const std::function<void()>& step) {
 }
 
 void Session::script(const std::string& sql) {
+    ahead_.forget();
     guarded([&] {
         requireConnection();
         flushWaiting();
@@ -330,6 +416,7 @@ void Session::script(const std::string& sql) {
 
 void Session::copyIn(const std::string& statement, const std::string& lines) {
     hasWritten_ = true;
+    ahead_.forget();
     guarded([&] {
         requireConnection();
         flushWaiting();
@@ -359,6 +446,7 @@ void Session::begin() {
         batch.push_back(lock());
         static_cast<void>(send(batch, patienceForLock()));
     };
+    ahead_.forget(); // others may write while the lock is waited for
     try {
         attempted();
     } catch (const StoreError&) {
@@ -378,6 +466,7 @@ void Session::begin() {
 }
 
 void Session::beginReading() {
+    ahead_.forget();
     script("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY");
     isOpen_ = true;
     hasWritten_ = false;
@@ -387,6 +476,7 @@ void Session::commit() {
     requireConnection();
     flushWaiting();
     isOpen_ = false;
+    ahead_.forget();
     Batch batch;
     if (hasWritten_) batch.push_back(mark({}));
     batch.push_back(plain("COMMIT"));
@@ -411,6 +501,7 @@ void Session::commit() {
 void Session::rollback() {
     isOpen_ = false;
     waiting_.clear();
+    ahead_.forget();
     Batch batch;
     for (const auto& [table, id] : std::exchange(counted_, {})) {
         batch.push_back(plain("SELECT setval(pg_get_serial_sequence($1, 'ID'), $2, false)"));
@@ -427,7 +518,8 @@ void Session::rollback() {
     }
 }
 
-void Session::forget(const Prepared& statement) {
+void Session::forget(Prepared& statement) {
+    statement.isGone = true;
     if (statement.connection != connections_) return; // gone with it
     for (const Prepared::Variant& variant : statement.variants)
         forgotten_.push_back(variant.name);

@@ -1,9 +1,9 @@
 // What one connection is at: its transaction, its settings, what it answered last. Shared by the engine and
 // its statements, which may outlive it.
 //
-// Each statement is one trip. Inside a transaction it stands between a savepoint and its release, so that the
-// transaction goes on behind a refused one; a write outside of one waits for the lock of the books first, as
-// begin() does, so that one till writes at a time.
+// Each statement is one trip, and brings what will be asked next along (ReadAhead). Inside a transaction it
+// stands between a savepoint and its release, so that the transaction goes on behind a refused one; a write
+// outside of one waits for the lock of the books first, as begin() does, so that one till writes at a time.
 //
 // A connection that goes away is made anew. Each write, and each transaction that wrote, leaves its number in
 // the row of this session, in one with what it wrote: so what became of one whose answer was lost is known,
@@ -23,6 +23,7 @@
 #include "platform/runtime/datetime.h"
 #include "platform/store/engine/engine.h"
 #include "platform/store/engine/place.h"
+#include "platform/store/engine/postgres/readahead.h"
 #include "platform/store/engine/postgres/rowheap.h"
 #include "platform/store/engine/postgres/wire.h"
 
@@ -75,6 +76,8 @@ struct Prepared {
     };
     std::vector<Variant> variants; // of the connection of this number
     std::int64_t connection = 0;
+    std::vector<Follower> followers;
+    bool isGone = false; // nobody runs it any more
 };
 
 class Session {
@@ -82,7 +85,11 @@ public:
     Session(const ServerPlace& place, bool onlyReads, std::chrono::milliseconds wait,
             std::function<DateTime()> clock, std::vector<TableDef> scratch);
 
-    [[nodiscard]] ServerRows run(Prepared& statement, const std::vector<Bound>& values);
+    using Rows = std::shared_ptr<const ServerRows>;
+    [[nodiscard]] Rows run(const Question& asked);
+    // Writes of a transaction, in one trip; behind one that is refused the others are not run. `done`: how
+    // many went through.
+    void writeAll(const std::vector<Question>& writes, std::size_t& done);
     // Statements of ours.
     void script(const std::string& sql);
     // Rows into a table, by COPY … FROM STDIN.
@@ -95,7 +102,7 @@ public:
     void rollback();
     [[nodiscard]] bool inTransaction() const { return isOpen_ && wire_->isInTransaction(); }
 
-    void forget(const Prepared& statement);
+    void forget(Prepared& statement);
     [[nodiscard]] std::int64_t writesOfOthers();
 
     [[nodiscard]] std::int64_t lastId();
@@ -110,12 +117,32 @@ private:
     using Batch = std::vector<Command>;
     using Answers = std::vector<ServerAnswer>;
 
+    // What goes out together, and the statements that the server gets to know by it.
+    struct Trip {
+        struct Made {
+            std::shared_ptr<Prepared> statement;
+            Prepared::Variant variant;
+            std::size_t place;
+        };
+        Batch commands;
+        std::vector<Made> made;
+    };
+    // The questions that go along, by their places.
+    using Ahead = std::vector<std::pair<std::size_t, Question>>;
+
     void addSettings(Batch& batch, const Prepared* statement);
     [[nodiscard]] Command lock() const;
     [[nodiscard]] Command mark(const std::string& table);
-    void bindTo(Batch& batch, Prepared& statement, const std::vector<Bound>& values, std::string& made);
-    [[nodiscard]] ServerRows attempt(Prepared& statement, const std::vector<Bound>& values);
-    [[nodiscard]] Answers send(const Batch& batch, const Patience& patience);
+    std::size_t bindTo(Trip& trip, const Question& asked); // the place of its answer
+    static void noteMade(Trip& trip, const Answers& answers);
+    [[nodiscard]] Rows knownAnswer(const Question& asked);
+    [[nodiscard]] Ahead addAhead(Trip& trip, const Question& asked);
+    void keepAhead(Ahead& ahead, Answers& answers);
+    [[nodiscard]] Rows attempt(const Question& asked);
+    // `refusedAt`: the place of what was refused.
+    [[nodiscard]] Answers send(const Batch& batch, const Patience& patience,
+                               std::size_t* refusedAt = nullptr);
+    void backToSavepoint();
     [[noreturn]] void fail(StoreError failure);
     void guarded(const std::function<void()>& step);
     [[nodiscard]] Patience patienceForLock() const;
@@ -136,7 +163,7 @@ private:
     void reconnect();
     void endOldBackend();
     [[nodiscard]] bool wentThrough(std::int64_t act);
-    [[nodiscard]] ServerRows runAgain(Prepared& statement, const std::vector<Bound>& values);
+    [[nodiscard]] Rows runAgain(const Question& asked);
     void settleDoubt();
     void requireScratch(const Prepared& statement);
     void tellLater(const char* whatWasDone);
@@ -161,8 +188,10 @@ private:
     std::vector<std::string> forgotten_;          // names to be taken back with the next trip
     std::map<std::string, std::int64_t> counted_; // the first counter of each table in this transaction
     std::int64_t named_ = 0;
-    bool isOpen_ = false;     // a transaction
-    bool hasWritten_ = false; // the transaction, to what all tills share
+    ReadAhead ahead_;
+    std::int64_t aheadAct_ = 0, aheadNotes_ = 0; // in which act, and behind how many writes of others
+    bool isOpen_ = false;                        // a transaction
+    bool hasWritten_ = false;                    // the transaction, to what all tills share
     const std::string till_;
     std::int64_t act_ = 0;     // the number of the last write
     std::int64_t inDoubt_ = 0; // the number of one of which nobody could be asked yet

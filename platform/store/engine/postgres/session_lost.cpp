@@ -83,6 +83,7 @@ void Session::connect(milliseconds wait) {
     timeoutSet_ = milliseconds(-1);
     forgotten_.clear();
     waiting_.clear();
+    ahead_.forget();
     emptied_.merge(filled_);
     filled_.clear();
     isOpen_ = false;
@@ -174,16 +175,16 @@ bool Session::wentThrough(std::int64_t act) {
 }
 
 // Outside of a transaction: reads and what did not go through are run once more.
-ServerRows Session::runAgain(Prepared& statement, const std::vector<Bound>& values) {
-    const bool shared = isShared(statement);
+Session::Rows Session::runAgain(const Question& asked) {
+    const bool shared = isShared(*asked.statement);
     if (shared) inDoubt_ = act_;
     reconnect(); // raises where nobody can be asked
     if (shared && wentThrough(std::exchange(inDoubt_, 0))) {
         tellLater("Son kayıt kopmadan önce yapılmıştı; yeniden yapmayın.");
-        return {};
+        return std::make_shared<ServerRows>();
     }
     try {
-        ServerRows rows = attempt(statement, values);
+        Rows rows = attempt(asked);
         tellLater(shared ? "Son kayıt yapılmamıştı; yeniden yapıldı." : "Kayıtlarda bir eksik yok.");
         return rows;
     } catch (const LostConnection&) {

@@ -12,6 +12,7 @@ bool Session::canWait(const Prepared& statement) const {
 
 void Session::keepRow(const Prepared& statement, const std::vector<Bound>& values) {
     requireScratch(statement);
+    ahead_.forget();
     if (waiting_.empty() || !waiting_.back().isOf(statement.table, statement.columns))
         waiting_.emplace_back(statement.table, statement.columns);
     waiting_.back().add(values);

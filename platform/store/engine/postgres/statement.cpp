@@ -9,8 +9,8 @@ namespace {
 class PostgresStatement final : public Statement {
 public:
     PostgresStatement(std::shared_ptr<Session> session, std::string_view sql)
-        : session_(std::move(session)), prepared_(sql) {}
-    ~PostgresStatement() override { session_->forget(prepared_); }
+        : session_(std::move(session)), prepared_(std::make_shared<Prepared>(sql)) {}
+    ~PostgresStatement() override { session_->forget(*prepared_); }
     PostgresStatement(const PostgresStatement&) = delete;
     PostgresStatement& operator=(const PostgresStatement&) = delete;
 
@@ -29,6 +29,8 @@ public:
         values_.assign(values_.size(), {});
     }
 
+    [[nodiscard]] const std::shared_ptr<Prepared>& prepared() const { return prepared_; }
+
     int columnCount() const override { return rows().columnCount(); }
     std::string columnName(int column) const override { return rows().columnName(column); }
     std::string declaredType(int) const override { return {}; } // the catalog tells
@@ -39,7 +41,7 @@ public:
 
 private:
     const ServerRows& rows() const {
-        if (!rows_) rows_ = session_->run(prepared_, values_);
+        if (!rows_) rows_ = session_->run({prepared_, values_});
         return *rows_;
     }
     template <class Number> Number read(int column) const {
@@ -50,9 +52,9 @@ private:
     }
 
     std::shared_ptr<Session> session_;
-    mutable Prepared prepared_;
+    std::shared_ptr<Prepared> prepared_;
     std::vector<Bound> values_;
-    mutable std::optional<ServerRows> rows_; // nothing until it was run
+    mutable Session::Rows rows_; // nullptr until it was run
     int row_ = -1;
 };
 
@@ -82,6 +84,10 @@ private:
 };
 
 } // namespace
+
+std::shared_ptr<Prepared> preparedOf(const Statement& statement) {
+    return dynamic_cast<const PostgresStatement&>(statement).prepared();
+}
 
 std::unique_ptr<Statement> makeStatement(std::shared_ptr<Session> session, std::string_view sql) {
     if (Prepared(sql).kind == Prepared::Kind::LastCounter)

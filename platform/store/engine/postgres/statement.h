@@ -10,5 +10,7 @@ namespace veldona::store {
 
 [[nodiscard]] std::unique_ptr<Statement> makeStatement(std::shared_ptr<Session> session,
                                                        std::string_view sql);
+// Of one that changes rows.
+[[nodiscard]] std::shared_ptr<Prepared> preparedOf(const Statement& statement);
 
 } // namespace veldona::store

@@ -135,7 +135,7 @@ std::vector<ServerAnswer> Wire::run(const std::vector<Command>& commands, const 
         if (commands[i].takeRow) PQsetSingleRowMode(connection_.get());
         while (ServerAnswer answer = next(reading)) {
             const ExecStatusType status = PQresultStatus(answer.get());
-            if (status == PGRES_FATAL_ERROR && !reading.refusal) {
+            if (status == PGRES_FATAL_ERROR && !reading.refusal && !commands[i].mayFail) {
                 reading.refusal = ServerRefusal{i, fieldOf(answer.get(), PG_DIAG_SQLSTATE),
                                                 fieldOf(answer.get(), PG_DIAG_MESSAGE_PRIMARY)};
             } else if (status == PGRES_SINGLE_TUPLE && !reading.stopped) {

@@ -29,6 +29,8 @@ struct Bound {
     bool isNull = true;
     unsigned type = 0;
     std::string text;
+
+    bool operator==(const Bound&) const = default;
 };
 [[nodiscard]] Bound boundOf(const Value& value);
 
@@ -40,6 +42,7 @@ struct Command {
     std::vector<Bound> values; // for Prepare their types alone
     // Takes the rows as they come, one an answer; true for the next one. Else they come as one answer.
     std::function<void(const pg_result*)> takeRow = {};
+    bool mayFail = false; // its refusal is no failure of the others: it has no answer
 };
 
 // Asked every few milliseconds while the server works, with the time gone by; false gives the work up, which
