@@ -31,8 +31,8 @@ constexpr std::pair<const char*, const char*> kStatements[] = {
     {"header", R"(SELECT * FROM "ISLEMNOTABLO" WHERE "ISLEMNO" = $1::bigint)"},
     {"down", R"(SELECT * FROM "URUNSAT" WHERE "ISLEMNO" = $1::bigint AND "PESINAT" = 1)"},
     {"pay",
-     R"(INSERT INTO "TAKSITODENEN" ("MUSTNO", "ISLEMNO", "ODTRH", "ODMIKTAR", "KONTROL_KIM", "KONTROL_NE_ZAMAN")
-               VALUES ($1, $2::bigint, $3, 1000000, '', $3))"},
+     R"(INSERT INTO "TAKSITODENEN" ("MUSTNO", "ISLEMNO", "ODTRH", "ODMIKTAR", "KONTROL_KIM",
+               "KONTROL_NE_ZAMAN") VALUES ($1, $2::bigint, $3, 1000000, '', $3))"},
     {"put_header", R"(INSERT INTO "ISLEMNOTABLO" ("MUSTNO", "ISLEMNO", "TOPBORC", "TRH", "KONTROL_KIM",
                       "KONTROL_NE_ZAMAN") VALUES ($1, $2::bigint, 1200000000, $3, '', $3))"},
     {"put_line", R"(INSERT INTO "URUNAL" ("MUSTNO", "ISLEMNO", "URKOD", "ADET", "FIYAT", "TRH")
@@ -166,8 +166,8 @@ int BareServer::overdue() {
 
 std::vector<ServerSale> BareServer::sales(std::size_t count) {
     const Answers found = run({plain(
-        R"(SELECT i."MUSTNO", i."ISLEMNO" FROM "ISLEMNOTABLO" i LEFT JOIN (SELECT "ISLEMNO", sum("ODMIKTAR") AS paid
-           FROM "TAKSITODENEN" GROUP BY "ISLEMNO") p ON p."ISLEMNO" = i."ISLEMNO"
+        R"(SELECT i."MUSTNO", i."ISLEMNO" FROM "ISLEMNOTABLO" i LEFT JOIN
+           (SELECT "ISLEMNO", sum("ODMIKTAR") AS paid FROM "TAKSITODENEN" GROUP BY "ISLEMNO") p ON p."ISLEMNO" = i."ISLEMNO"
            WHERE "TOPBORC" > 100000000 + coalesce(paid, 0) AND i."ISLEMNO" > 0 ORDER BY i."ISLEMNO")")});
     const auto all = static_cast<std::size_t>(PQntuples(found[0].get()));
     std::vector<ServerSale> spread;

@@ -69,12 +69,12 @@ public:
                     static_cast<long long>(roundTrip.count()), "medians", "program", "libpq", "ratio",
                     "trips of both");
     }
-    void run(const std::function<void()>& byProgram, const std::function<void()>& byLibpq) {
+    void run(const std::function<void()>& byProgram, const std::function<void()>& byBare) {
         for (int turn = 0; turn < 2; ++turn) {
             const bool isProgram = (times_[0].size() + times_[1].size()) % 4 % 3 == 0;
             const int before = line_.trips();
             const auto begun = std::chrono::steady_clock::now();
-            isProgram ? byProgram() : byLibpq();
+            isProgram ? byProgram() : byBare();
             const auto taken = std::chrono::steady_clock::now() - begun;
             times_[isProgram ? 0 : 1].push_back(std::chrono::duration<double, std::milli>(taken).count());
             trips_[isProgram ? 0 : 1].push_back(line_.trips() - before);
