@@ -166,8 +166,8 @@ int BareServer::overdue() {
 
 std::vector<ServerSale> BareServer::sales(std::size_t count) {
     const Answers found = run({plain(
-        R"(SELECT i."MUSTNO", i."ISLEMNO" FROM "ISLEMNOTABLO" i LEFT JOIN
-           (SELECT "ISLEMNO", sum("ODMIKTAR") AS paid FROM "TAKSITODENEN" GROUP BY "ISLEMNO") p ON p."ISLEMNO" = i."ISLEMNO"
+        R"(SELECT i."MUSTNO", i."ISLEMNO" FROM "ISLEMNOTABLO" i LEFT JOIN (SELECT "ISLEMNO",
+           sum("ODMIKTAR") AS paid FROM "TAKSITODENEN" GROUP BY "ISLEMNO") p ON p."ISLEMNO" = i."ISLEMNO"
            WHERE "TOPBORC" > 100000000 + coalesce(paid, 0) AND i."ISLEMNO" > 0 ORDER BY i."ISLEMNO")")});
     const auto all = static_cast<std::size_t>(PQntuples(found[0].get()));
     std::vector<ServerSale> spread;

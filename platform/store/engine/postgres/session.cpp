@@ -16,10 +16,14 @@ namespace veldona::store {
 namespace {
 
 using std::chrono::milliseconds;
+using Clock = std::chrono::steady_clock;
 using Storage = Statement::Storage;
 
 // A write that nobody holds up is done by then, on any network that a till can work over.
 constexpr milliseconds kFirstLook(100);
+
+// Behind a longer pause, a box that somebody reads, all is asked anew.
+constexpr milliseconds kLongestKept(1000);
 
 constexpr const char* kSavepoint = "SAVEPOINT vd";
 constexpr const char* kRelease = "RELEASE vd";
@@ -228,11 +232,15 @@ Session::Rows Session::run(const Question& asked) {
 
 // Only where acts are told apart; what asks the clock, or is bounded, is asked each time.
 Session::Rows Session::knownAnswer(const Question& asked) {
-    if (!lockWait || bounds != nullptr || asked.statement->readsClock) return nullptr;
     const bool reads = asked.statement->kind == Prepared::Kind::Read;
+    if (!reads) ahead_.forget();
+    if (!lockWait || bounds != nullptr || asked.statement->readsClock) return nullptr;
     const std::int64_t act = lockWait->act(), notes = writesOfOthers();
-    if (std::exchange(aheadAct_, act) != act || std::exchange(aheadNotes_, notes) != notes || !reads)
-        ahead_.forget();
+    const Clock::time_point now = Clock::now(), before = std::exchange(askedAt_, now);
+    // Each is stored, whichever of them says it.
+    const bool isOther = std::exchange(aheadAct_, act) != act;
+    const bool isWritten = std::exchange(aheadNotes_, notes) != notes;
+    if (isOther || isWritten || now - before > kLongestKept) ahead_.forget();
     ahead_.note(asked);
     return reads ? ahead_.find(asked) : nullptr;
 }

@@ -189,9 +189,10 @@ private:
     std::map<std::string, std::int64_t> counted_; // the first counter of each table in this transaction
     std::int64_t named_ = 0;
     ReadAhead ahead_;
-    std::int64_t aheadAct_ = 0, aheadNotes_ = 0; // in which act, and behind how many writes of others
-    bool isOpen_ = false;                        // a transaction
-    bool hasWritten_ = false;                    // the transaction, to what all tills share
+    std::chrono::steady_clock::time_point askedAt_; // last
+    std::int64_t aheadAct_ = 0, aheadNotes_ = 0;    // in which act, and behind how many writes of others
+    bool isOpen_ = false;                           // a transaction
+    bool hasWritten_ = false;                       // the transaction, to what all tills share
     const std::string till_;
     std::int64_t act_ = 0;     // the number of the last write
     std::int64_t inDoubt_ = 0; // the number of one of which nobody could be asked yet
