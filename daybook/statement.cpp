@@ -10,6 +10,7 @@
 #include "core/database.h"
 #include "core/money.h"
 #include "core/reporting.h"
+#include "core/salebalance.h"
 #include "core/session.h"
 #include "daybook/agegroups.h"
 #include "daybook/arrears.h"
@@ -30,12 +31,10 @@ using namespace columntype;
 
 constexpr std::size_t kMostNotes = 10;
 
-struct SaleSums {
-    StoredAmount lines, discount, paid;
+struct StatedSale {
+    SaleBalance sums;
     Value soldOn, paymentType, note; // Null where the sale has no head
     std::optional<DateTime> lastPaid;
-
-    [[nodiscard]] StoredAmount balance() const { return lines - discount - paid; }
 };
 
 class Statement {
@@ -64,7 +63,7 @@ private:
     std::string account_;
     DateTime today_;
     std::string name_;
-    std::map<std::int32_t, SaleSums> sales_; // by number: the order in which they were made
+    std::map<std::int32_t, StatedSale> sales_; // by number: the order in which they were made
     std::map<std::int32_t, SaleArrears> arrears_;
     DataSet customer_{"musteri",
                       {{"HSTNO"},
@@ -122,6 +121,8 @@ bool Statement::read(StatementNotes notes) {
     if (!party) return false;
     name_ = party->name;
     customer_.addRow({party->account, party->name, party->telephones, party->address});
+    for (const auto& [sale, sums] : balancesOf(*session_.gBaglanti, account_))
+        sales_[sale].sums = sums;
     readGoods();
     readHeads();
     readPayments();
@@ -139,25 +140,20 @@ void Statement::readGoods() {
                                 "URUNAL.FIYAT, URUNAL.ADET*URUNAL.FIYAT AS TUTAR FROM URUNAL "
                                 "LEFT JOIN URUNTANITIM ON URUNAL.URKOD = URUNTANITIM.URKOD",
                                 "URUNAL.ISLEMNO, URUNAL.ID");
-    for (int i = 0; i < rs->recordCount(); ++i) {
-        const StoredAmount total = amountOf(rs->at(i, 5));
-        sales_[toLong(rs->at(i, 0))].lines += total;
+    for (int i = 0; i < rs->recordCount(); ++i)
         goods_.addRow({rs->at(i, 0), rs->at(i, 1), rs->at(i, 2), rs->at(i, 3),
-                       amountOf(rs->at(i, 4)).working(), total.working()});
-    }
+                       amountOf(rs->at(i, 4)).working(), amountOf(rs->at(i, 5)).working()});
 }
 
 void Statement::readHeads() {
-    const RecordsetPtr rs =
-        ask("SELECT ISLEMNO, TRH, ODEME_TIPI, ACIKLAMA, INDIRIM_YTL FROM ISLEMNOTABLO", "ID DESC");
+    const RecordsetPtr rs = ask("SELECT ISLEMNO, TRH, ODEME_TIPI, ACIKLAMA FROM ISLEMNOTABLO", "ID DESC");
     // The first row of a number is the one that the ledger takes, so it is the last one read.
     for (int i = 0; i < rs->recordCount(); ++i) {
         const auto sale = sales_.find(toLong(rs->at(i, 0)));
-        if (sale == sales_.end()) continue;
+        if (sale == sales_.end() || sale->second.sums.lineCount == 0) continue;
         sale->second.soldOn = rs->at(i, 1);
         sale->second.paymentType = rs->at(i, 2);
         sale->second.note = rs->at(i, 3);
-        sale->second.discount = amountOf(rs->at(i, 4));
     }
 }
 
@@ -169,9 +165,7 @@ void Statement::readPayments() {
             "TAKSITODENEN.ISLEMNO, TAKSITODENEN.ODTRH, TAKSITODENEN.ID");
     for (int i = 0; i < rs->recordCount(); ++i) {
         const StoredAmount paid = amountOf(rs->at(i, 2));
-        SaleSums& sale = sales_[toLong(rs->at(i, 0))];
-        sale.paid += paid;
-        if (!rs->at(i, 1).isNull()) sale.lastPaid = toDate(rs->at(i, 1));
+        if (!rs->at(i, 1).isNull()) sales_[toLong(rs->at(i, 0))].lastPaid = toDate(rs->at(i, 1));
         payments_.addRow({rs->at(i, 0), rs->at(i, 1), paid.working(), rs->at(i, 3)});
     }
 }
@@ -204,12 +198,13 @@ std::string Statement::stateOf(const Installment& row, bool isDownPayment) const
 }
 
 void Statement::addSales() {
-    for (const auto& [number, sums] : sales_) {
+    for (const auto& [number, sale] : sales_) {
+        const SaleBalance& sums = sale.sums;
         const auto behind = arrears_.find(number);
         const auto since = behind == arrears_.end() ? std::nullopt : behind->second.overdueSince(today_);
-        saleRows_.addRow({number, sums.soldOn, sums.paymentType, sums.note, sums.lines.working(),
+        saleRows_.addRow({number, sale.soldOn, sale.paymentType, sale.note, sums.lines.working(),
                           sums.discount.working(), sums.paid.working(),
-                          sums.lastPaid ? Value(*sums.lastPaid) : Value(), sums.balance().working(),
+                          sale.lastPaid ? Value(*sale.lastPaid) : Value(), sums.remaining().working(),
                           since ? behind->second.overdue(today_).working() : Currency{},
                           since ? std::to_string(daysBetween(*since, today_)) + " gün" : std::string()});
     }
@@ -222,12 +217,9 @@ std::string balanceInWords(Currency balance) {
 }
 
 void Statement::addCustomer() {
-    SaleSums all;
-    for (const auto& [number, sums] : sales_) {
-        all.lines += sums.lines;
-        all.discount += sums.discount;
-        all.paid += sums.paid;
-    }
+    SaleBalance all;
+    for (const auto& [number, sale] : sales_)
+        all += sale.sums;
     AgeGroups ages;
     StoredAmount coming;
     for (const auto& [number, sale] : arrears_)
@@ -235,10 +227,10 @@ void Statement::addCustomer() {
             if (!ages.add(row, today_)) coming += row.open;
     customer_.cells.insert(customer_.cells.end(),
                            {static_cast<std::int64_t>(sales_.size()), all.lines.working(),
-                            all.discount.working(), all.paid.working(), all.balance().working(),
+                            all.discount.working(), all.paid.working(), all.remaining().working(),
                             ages.total().working(), coming.working(), ages.sums[0].working(),
                             ages.sums[1].working(), ages.sums[2].working(), ages.sums[3].working(),
-                            balanceInWords(all.balance().roundedToKurus().working())});
+                            balanceInWords(all.remaining().roundedToKurus().working())});
 }
 
 void Statement::addNotes() {

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "apps/denetle/accounts.h"
+#include "core/salebalance.h"
 #include "platform/runtime/storedamount.h"
 
 namespace veldona::denetle {
@@ -23,21 +24,20 @@ bool isNear(StoredAmount one, StoredAmount other) {
 struct Tally {
     std::int64_t rows = 0;
     StoredAmount sum;
-    StoredAmount rounded; // each row to the kuruş, as the screen adds up the lines
 };
 
 struct Sale {
     std::string account;
     StoredAmount total;
-    StoredAmount discount;
+    SaleBalance balance; // without its payments, which come as sums
     int headers = 0;
     Tally lines, schedule, payments;
 
     // What is owed, as the main screen has it: the lines decide, and the total only where there are none.
-    [[nodiscard]] StoredAmount debt() const { return lines.rows == 0 ? total : lines.rounded - discount; }
+    [[nodiscard]] StoredAmount debt() const { return lines.rows == 0 ? total : balance.debt(); }
     // Whether an amount is the debt, or is it but for the fractions that its lines carry.
     [[nodiscard]] bool isDebt(StoredAmount amount) const {
-        return isNear(amount, debt()) || (lines.rows != 0 && isNear(amount, lines.sum - discount));
+        return isNear(amount, debt()) || (lines.rows != 0 && isNear(amount, lines.sum - balance.discount));
     }
 };
 
@@ -93,7 +93,7 @@ private:
             if (++sale.headers > 1) continue;
             sale.account = std::move(account);
             sale.total = StoredAmount::ofColumn(rows->number(2));
-            sale.discount = StoredAmount::ofColumn(rows->number(3));
+            sale.balance.setDiscount(StoredAmount::ofColumn(rows->number(3)));
         }
     }
 
@@ -104,12 +104,11 @@ private:
             const std::int64_t number = rows->whole(0);
             const std::string account(rows->text(1));
             const auto sum = StoredAmount::ofColumn(rows->number(3));
-            const Tally read{rows->whole(2), sum, sum.roundedToKurus()};
+            const Tally read{rows->whole(2), sum};
             findings_.rows += read.rows;
             const auto into = [&](Tally& tally) {
                 tally.rows += read.rows;
                 tally.sum += read.sum;
-                tally.rounded += read.rounded;
             };
             if (!accounts_.isKnown(account)) strangers_[account] += read.rows;
             const auto sale = sales_.find(number);
@@ -118,6 +117,7 @@ private:
                 continue;
             }
             into(sale->second.*child.tally);
+            if (child.tally == &Sale::lines) sale->second.balance.addLine(sum);
             if (!accounts_.isSame(sale->second.account, account)) into(misplaced[{number, account}]);
         }
         for (const auto& [key, tally] : orphans)

@@ -1,7 +1,9 @@
 // What no control of the main screen reaches, and the limits of its lists.
 #include <gtest/gtest.h>
 
+#include "core/money.h"
 #include "core/reporting.h"
+#include "core/salebalance.h"
 #include "core/session.h"
 #include "ledger/balances.h"
 #include "ledger/collection.h"
@@ -194,7 +196,8 @@ TEST_F(Ledger, ACustomerBehindTheFilterIsMissedByABeep) {
     EXPECT_EQ(shop.dialogs.beeps, 1) << "with nobody looked for there is nobody to miss";
 }
 
-// Read, write, read again: whatever is taken, the figures on the screen are those that the next load gives.
+// Read, write, read again: whatever is taken, the figures on the screen are those that the next load gives,
+// and those that the books say to who asks them.
 TEST_F(Ledger, FiguresAfterAPostingAreThoseOfTheNextLoad) {
     sale("5", "5000000000", "123450000");
     shop.run("INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('1',5,'01/02/2026',4876550000)");
@@ -208,6 +211,10 @@ TEST_F(Ledger, FiguresAfterAPostingAreThoseOfTheNextLoad) {
         EXPECT_EQ(shown, (Rows{f().Label11.caption(), f().Label8.caption(), f().Label9.caption(),
                                f().Label21.caption()}))
             << amount;
+        const SaleBalance books = balancesOf(*shop.session.gBaglanti, "1").at(5);
+        const auto text = [&](StoredAmount sum) { return ParaGoster(shop.session, sum); };
+        EXPECT_EQ((Rows{text(books.debt()), text(books.paid), text(books.remaining())}),
+                  Rows(shown.begin(), shown.begin() + 3));
     }
     EXPECT_EQ(f().Label9.caption(), "0,00");
 }
