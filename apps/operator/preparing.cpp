@@ -51,6 +51,14 @@ void runSql(Stage& stage, const Line& line) {
     }
 }
 
+// Rows of one table: "TABLE (columns)", and the values of each.
+void insertRows(Stage& stage, const Line& line) {
+    for (std::size_t i = 1; i < line.words.size(); ++i)
+        runSql(
+            stage,
+            {"sql", {{"INSERT INTO " + line.words[0].text + " VALUES (" + line.words[i].text + ")", true}}});
+}
+
 void setClock(Stage& stage, const Line& line) {
     try {
         stage.clock.set(readDate(line.words[0].text));
@@ -80,7 +88,7 @@ void failWrite(Stage& stage, const Line& line) {
 constexpr Verb kVerbs[] = {
     {"database", 0, 0, createDatabase}, {"sql", 1, 1, runSql},
     {"clock", 1, 1, setClock},          {"start", 0, 0, start},
-    {"fault", 2, 2, failWrite},
+    {"fault", 2, 2, failWrite},         {"insert", 2, kAnyNumber, insertRows},
 };
 
 } // namespace

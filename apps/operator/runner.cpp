@@ -62,13 +62,19 @@ void Runner::perform(const Line& line) {
     const std::string place = script_.place(); // a screen that this line opens reads on
     const Forms::Hold hold(stage_.process().forms());
     try {
-        const Verb& verb = verbOf(line);
+        for (const Line& step : stepsOf(line))
+            performOnce(place, verbOf(step), step);
+    } catch (const UnreadableLine& error) {
+        complainOfUnreadable(error);
+    }
+}
+
+void Runner::performOnce(const std::string& place, const Verb& verb, const Line& line) {
+    try {
         verb.run(stage_, line);
         if (verb.expects()) ++tally_.passed;
     } catch (const Shortfall& shortfall) {
-        fail(place, line.verb + ": " + shortfall.what());
-    } catch (const UnreadableLine& error) {
-        complainOfUnreadable(error);
+        fail(place, line.verb + (verb.repeats() ? " " + line.words[0].text : "") + ": " + shortfall.what());
     }
     if (Windows* windows = stage_.windows()) windows->flush();
 }

@@ -37,6 +37,7 @@ public:
 private:
     [[nodiscard]] std::optional<Line> nextLine();
     void perform(const Line& line);
+    void performOnce(const std::string& place, const Verb& verb, const Line& line);
     void complainOfUnreadable(const std::exception& error);
     void fail(const std::string& place, const std::string& text);
     void reportMessagesLeft();

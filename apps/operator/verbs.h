@@ -22,6 +22,8 @@ struct Verb {
     void (*run)(Stage&, const Line&);
 
     [[nodiscard]] bool expects() const { return name.starts_with("expect"); }
+    // Of a fixed number of words: a line may hold them several times.
+    [[nodiscard]] bool repeats() const { return least > 0 && least == most; }
 };
 
 [[nodiscard]] std::span<const Verb> preparingVerbs(); // the books, the clock, the start
@@ -31,5 +33,8 @@ struct Verb {
 
 // The verb of this line, its number of words checked.
 [[nodiscard]] const Verb& verbOf(const Line& line);
+// What a line stands for, one after the other: its verb for each number of words that it takes, and what it
+// says behind them that this brings.
+[[nodiscard]] std::vector<Line> stepsOf(const Line& line);
 
 } // namespace veldona::console

@@ -39,7 +39,8 @@ void Till::perform(const std::string& text) {
     const auto line = console::readLine(text);
     if (!line) return;
     const Forms::Hold hold(stage_.process().forms());
-    console::verbOf(*line).run(stage_, *line);
+    for (const console::Line& step : console::stepsOf(*line))
+        console::verbOf(step).run(stage_, step);
 }
 
 void Till::runModal(Form& form) {

@@ -38,7 +38,8 @@ void play(const fs::path& scenario) {
     std::string all;
     for (std::string line; std::getline(lines, line);) {
         if (line.starts_with("expect-file ")) continue; // there is nobody here who draws a picture
-        const bool looks = line.starts_with("sql ") || line.starts_with("expect-sql ") || line == "database";
+        const bool looks = line == "database" || line.starts_with("sql ") || line.starts_with("insert ") ||
+                           line.starts_with("expect-sql ");
         all += looks ? "@look\n" + line + "\n@work\n" : line + '\n';
     }
     const Drive drive;
