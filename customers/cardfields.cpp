@@ -11,19 +11,6 @@ namespace veldona {
 
 namespace {
 
-using F = FrmCariEkle;
-
-std::string shownText(const FrmCariEkle& f, const CustomerColumn& s) {
-    if (s.text) return (f.*s.text).text();
-    if (s.list) return (f.*s.list).text();
-    return {};
-}
-
-void setText(FrmCariEkle& f, const CustomerColumn& s, const std::string& text) {
-    if (s.text) (f.*s.text).setText(text);
-    if (s.list) (f.*s.list).setText(text);
-}
-
 void showGroup(FrmCariEkle& f) {
     const std::string id = joinText(f.record.rs->value("GURUP_ID"));
     f.cboGrup.setText("");
@@ -49,64 +36,41 @@ private:
 
 } // namespace
 
-const std::vector<CustomerColumn>& customerColumns() {
-    static const std::vector<CustomerColumn> all = {
-        {CustomerField::HSTNO, "HSTNO", &F::txtKod, nullptr},
-        {2, "AD", &F::txtAd, nullptr},
-        {3, "SOYAD", &F::txtSoyad, nullptr},
-        {4, "BARKOD_KODU", nullptr, nullptr},
-        {5, "YAS", &F::txtYas, nullptr},
-        {CustomerField::DOGTRH, "DOGTRH", nullptr, nullptr},
-        {7, "MEDENIHAL", nullptr, &F::cboMedeniHali},
-        {8, "MESLEK", &F::txtMeslek, nullptr},
-        {9, "CINS", nullptr, &F::cboCinsiyet},
-        {10, "VERGIDAIRE", &F::txtVergiDairesi, nullptr},
-        {11, "VERGIDAIRENO", &F::txtVergiNo, nullptr},
-        {CustomerField::GURUP_ID, "GURUP_ID", &F::txtGrupID, nullptr},
-        {13, "ISMH", nullptr, &F::cboIsMahalle},
-        {14, "ISCD", &F::txtCdSk, nullptr},
-        {15, "ISAPT", &F::txtIsApt, nullptr},
-        {16, "ISIL", &F::txtIsIl, nullptr},
-        {17, "ISILCE", &F::txtIsIlce, nullptr},
-        {18, "ISPOSTAKOD", &F::txtIsPostaKodu, nullptr},
-        {19, "ISTEL", &F::txtIsTelefon, nullptr},
-        {20, "FAX", &F::txtFax, nullptr},
-        {21, "EVMH", nullptr, &F::cboEvMahalle},
-        {22, "EVCD", nullptr, &F::cboEvCdSk},
-        {23, "EVAPT", &F::txtEvApt, nullptr},
-        {24, "EVIL", &F::txtil, nullptr},
-        {25, "EVILCE", &F::txtIlce, nullptr},
-        {26, "EVPOSTAKOD", &F::txtPostaKodu, nullptr},
-        {27, "EVTEL", &F::txtEvTel, nullptr},
-        {28, "GSM", &F::txtGSM, nullptr},
-        {29, "UYARI", nullptr, nullptr},
-        {30, "RESIM_AD", nullptr, nullptr},
-        {CustomerField::EVTEL2, "EVTEL2", &F::txtEvTel2, nullptr},
-    };
+std::vector<FieldControl*> fieldsOf(const FrmCariEkle& f) {
+    std::vector<FieldControl*> all;
+    for (const FieldFrame* frame : {&f.fraGenel, &f.fraEvAdresi, &f.fraIsAdresi})
+        for (const auto& each : frame->fields.all())
+            all.push_back(each.get());
     return all;
 }
 
-Value CariAlanDegeri(const FrmCariEkle& f, int kod) {
-    const CustomerColumn& s = customerColumns().at(static_cast<std::size_t>(kod - 1));
-    if (kod == CustomerField::GURUP_ID) return SifirIseNull(val(f.txtGrupID.text()));
-    const std::string text = trim(shownText(f, s));
-    return kod == CustomerField::EVTEL2 ? replaceAll(text, " ", "") : text;
+Value CariAlanDegeri(const FrmCariEkle& f, const CustomerField& field) {
+    using enum CustomerField::Saved;
+    if (field.saved == AsEmpty) return std::string();
+    for (const FieldControl* each : fieldsOf(f)) {
+        if (&each->field != &field) continue;
+        if (field.saved == AsNumber) return SifirIseNull(val(each->text()));
+        const std::string text = trim(each->text());
+        return field.saved == WithoutBlanks ? replaceAll(text, " ", "") : text;
+    }
+    return std::string();
 }
 
 void AlanlariTemizle(FrmCariEkle& f) {
     const FillingGuard filling(f);
-    for (const CustomerColumn& s : customerColumns())
-        if (s.kod != CustomerField::HSTNO || f.record.durum != FormModu::Yeni) setText(f, s, "");
-    f.cboGrup.setText("");
-    f.dtYas.setValue(Null{});
+    for (FieldControl* each : fieldsOf(f))
+        if (&each->control() != &f.txtKod || f.record.durum != FormModu::Yeni) each->setText("");
 }
 
 void showFields(FrmCariEkle& f) {
     const FillingGuard filling(f);
     const adodb::Recordset& rs = *f.record.rs;
-    for (const CustomerColumn& s : customerColumns())
-        setText(f, s, joinText(rs.value(s.column)));
-    f.dtYas.setValue(format(rs.value("DOGTRH"), "dd/mm/yyyy"));
+    for (FieldControl* each : fieldsOf(f)) {
+        if (!*each->field.column) continue;
+        const Value value = rs.value(each->field.column);
+        const bool isDate = each->field.card.kind == FieldEntry::Kind::Date;
+        each->setText(isDate ? format(value, "dd/mm/yyyy") : joinText(value));
+    }
     showGroup(f);
 }
 
@@ -128,13 +92,16 @@ void groupList(Session& session, ComboBox& cboGrup, TextBox& txtGrupID) {
 
 void ListeleriYukle(FrmCariEkle& f) {
     groupList(f.session, f.cboGrup, f.txtGrupID);
-    for (ComboBox* mahalle : {&f.cboEvMahalle, &f.cboIsMahalle})
+    const FieldControls& home = f.fraEvAdresi.fields;
+    for (ComboBox* mahalle :
+         {&home.at<ComboBox>("cboEvMahalle"), &f.fraIsAdresi.fields.at<ComboBox>("cboIsMahalle")})
         fillList(f.session, *mahalle, "SELECT NO,MAHALLE FROM  ADRES ORDER BY MAHALLE", "MAHALLE", "NO");
-    fillList(f.session, f.cboEvCdSk, "SELECT NO,SK FROM  ADRESSOK ORDER BY SK", "SK", "NO");
+    fillList(f.session, home.at<ComboBox>("cboEvCdSk"), "SELECT NO,SK FROM  ADRESSOK ORDER BY SK", "SK",
+             "NO");
     for (const char* hal : {"EVLİ", "BEKAR"})
-        f.cboMedeniHali.add(hal);
+        f.fraGenel.fields.at<ComboBox>("cboMedeniHali").add(hal);
     for (const char* cins : {"ERKEK", "BAYAN"})
-        f.cboCinsiyet.add(cins);
+        f.fraGenel.fields.at<ComboBox>("cboCinsiyet").add(cins);
 }
 
 } // namespace veldona

@@ -1,7 +1,6 @@
-// The card's fields: which column each stands for, what of it is saved, how it is shown.
+// The card's fields: what of each is saved, how it is shown and emptied.
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -9,25 +8,10 @@
 
 namespace veldona {
 
-namespace CustomerField {
-inline constexpr int HSTNO = 1;
-inline constexpr int DOGTRH = 6;
-inline constexpr int GURUP_ID = 12;
-inline constexpr int EVTEL2 = 31;
-} // namespace CustomerField
-
-// One column of the card; without a control no value is taken from the screen.
-struct CustomerColumn {
-    int kod;
-    const char* column;
-    TextBox FrmCariEkle::*text = nullptr;
-    ComboBox FrmCariEkle::*list = nullptr;
-};
-
-// In the order of the statements.
-[[nodiscard]] const std::vector<CustomerColumn>& customerColumns();
-// The value to be saved of the column of this code.
-[[nodiscard]] Value CariAlanDegeri(const FrmCariEkle& f, int kod);
+// All fields of the card, frame by frame.
+[[nodiscard]] std::vector<FieldControl*> fieldsOf(const FrmCariEkle& f);
+// What a save writes of the field.
+[[nodiscard]] Value CariAlanDegeri(const FrmCariEkle& f, const CustomerField& field);
 
 // All fields emptied; the number only where no new record is entered, so that a fresh one survives.
 void AlanlariTemizle(FrmCariEkle& f);

@@ -19,9 +19,9 @@ void warn(FrmCariEkle& f, std::string text) {
 }
 
 void addFields(const FrmCariEkle& f, KayitYapisi& rec) {
-    for (const CustomerColumn& s : customerColumns())
-        if (rec.Islem == KayitYapisi::Add || s.kod != CustomerField::HSTNO)
-            rec.add(s.column, CariAlanDegeri(f, s.kod));
+    for (const CustomerField* field : savedFields())
+        if (rec.Islem == KayitYapisi::Add || field->saved != CustomerField::Saved::OnceAsText)
+            rec.add(field->column, CariAlanDegeri(f, *field));
 }
 
 } // namespace
@@ -59,8 +59,8 @@ bool CariSil(Session& session, std::int32_t id) {
 
 bool MinimumInputKontrolu(FrmCariEkle& f) {
     std::vector<std::string> missing;
-    if (trim(f.txtKod.text()).empty()) missing.push_back(" Cari No ");
-    if (trim(f.txtAd.text()).empty()) missing.push_back("Adı ");
+    for (const FieldControl* each : fieldsOf(f))
+        if (each->field.isRequired && trim(each->text()).empty()) missing.push_back(each->field.card.caption);
     if (missing.empty()) return true;
     warn(f, emptyFieldWords(missing, "", "ve "));
     return false;

@@ -12,15 +12,9 @@ namespace veldona {
 namespace {
 
 void placeControls(FrmCariEkle& f) {
-    place(f.fraGenel,
-          {&f.txtKod, &f.txtAd, &f.txtSoyad, &f.dtYas, &f.txtYas, &f.cboMedeniHali, &f.cboCinsiyet,
-           &f.txtMeslek, &f.txtVergiDairesi, &f.txtVergiNo, &f.cboGrup, &f.txtGrupID, &f.chkKaydiKopyala});
+    place(f.fraGenel, {&f.chkKaydiKopyala});
     f.SSTab1.addPage(f.fraEvAdresi);
     f.SSTab1.addPage(f.fraIsAdresi);
-    place(f.fraEvAdresi, {&f.cboEvMahalle, &f.cboEvCdSk, &f.txtEvApt, &f.txtIlce, &f.txtil, &f.txtPostaKodu,
-                          &f.txtEvTel, &f.txtEvTel2, &f.txtGSM});
-    place(f.fraIsAdresi, {&f.cboIsMahalle, &f.txtCdSk, &f.txtIsApt, &f.txtIsIlce, &f.txtIsIl,
-                          &f.txtIsPostaKodu, &f.txtIsTelefon, &f.txtFax});
     f.txtGrupID.setVisible(false);
 }
 
@@ -57,18 +51,8 @@ void fieldChanged(FrmCariEkle& f) {
 // What is typed on a card that is looked at begins its change, as F5 does, and on an empty one a new card: F2
 // saves it, and no key drops it.
 void beginChangesByTyping(FrmCariEkle& f) {
-    const auto also = [&f](std::function<void()>& event) {
-        event = [&f, before = std::move(event)] {
-            call(before);
-            fieldChanged(f);
-        };
-    };
-    for (const CustomerColumn& s : customerColumns()) {
-        if (s.text) also((f.*s.text).onChange);
-        if (s.list) also((f.*s.list).onChange);
-        if (s.list) also((f.*s.list).onClick);
-    }
-    also(f.dtYas.onChange);
+    for (FieldControl* each : fieldsOf(f))
+        if (*each->field.column) each->alsoOnInput([&f] { fieldChanged(f); });
 }
 
 void Form_Load(FrmCariEkle& f) {

@@ -1,8 +1,8 @@
 // The card of one customer: identity, tax data, group, a home address and a work address.
 //
-// Opened for a new customer or on one that stands in the books; its recordset holds the rows that it was
-// opened on and those that were saved since. Birth date, warning, picture and barcode stand in its statements
-// and are never filled from the screen, so a save empties them.
+// Its fields are rows of core/customerfields. Opened for a new customer or on one that stands in the books;
+// its recordset holds the rows that it was opened on and those that were saved since. Birth date, warning,
+// picture and barcode stand in its statements and are never filled from the screen, so a save empties them.
 #pragma once
 
 #include <cstdint>
@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "core/recordcycle.h"
+#include "customers/fieldcontrols.h"
 #include "platform/controls/controls.h"
 #include "platform/controls/forms.h"
 #include "platform/controls/lists.h"
@@ -26,41 +27,19 @@ struct FrmCariEkle : Form {
     ToolBar BarIslemler{*this, "BarIslemler"};
     Label lblBookmark{*this, "lblBookmark"}; // the state line
 
-    Frame fraGenel{*this, "fraGenel"};
-    TextBox txtKod{*this, "txtKod"};
-    TextBox txtAd{*this, "txtAd"};
-    TextBox txtSoyad{*this, "txtSoyad"};
-    DateBox dtYas{*this, "dtYas", DateBox::Style::Combo};
-    TextBox txtYas{*this, "txtYas"};
-    ComboBox cboMedeniHali{*this, "cboMedeniHali"};
-    ComboBox cboCinsiyet{*this, "cboCinsiyet"};
-    TextBox txtMeslek{*this, "txtMeslek"};
-    TextBox txtVergiDairesi{*this, "txtVergiDairesi"};
-    TextBox txtVergiNo{*this, "txtVergiNo"};
-    ComboBox cboGrup{*this, "cboGrup"};
-    TextBox txtGrupID{*this, "txtGrupID"};
+    FieldFrame fraGenel{*this, "fraGenel", "", CustomerField::Frame::General};
     CheckBox chkKaydiKopyala{*this, "chkKaydiKopyala", "Adresler Aynı Kalsın"};
-
     TabControl SSTab1{*this, "SSTab1"};
-    Frame fraEvAdresi{*this, "fraEvAdresi", "Ev Adresi"};
-    ComboBox cboEvMahalle{*this, "cboEvMahalle"};
-    ComboBox cboEvCdSk{*this, "cboEvCdSk"};
-    TextBox txtEvApt{*this, "txtEvApt"};
-    TextBox txtIlce{*this, "txtIlce"};
-    TextBox txtil{*this, "txtil"};
-    TextBox txtPostaKodu{*this, "txtPostaKodu"};
-    TextBox txtEvTel{*this, "txtEvTel"};
-    TextBox txtEvTel2{*this, "txtEvTel2"};
-    TextBox txtGSM{*this, "txtGSM"};
-    Frame fraIsAdresi{*this, "fraIsAdresi", "İş Adresi"};
-    ComboBox cboIsMahalle{*this, "cboIsMahalle"};
-    TextBox txtCdSk{*this, "txtCdSk"};
-    TextBox txtIsApt{*this, "txtIsApt"};
-    TextBox txtIsIlce{*this, "txtIsIlce"};
-    TextBox txtIsIl{*this, "txtIsIl"};
-    TextBox txtIsPostaKodu{*this, "txtIsPostaKodu"};
-    TextBox txtIsTelefon{*this, "txtIsTelefon"};
-    TextBox txtFax{*this, "txtFax"};
+    FieldFrame fraEvAdresi{*this, "fraEvAdresi", "Ev Adresi", CustomerField::Frame::Home};
+    FieldFrame fraIsAdresi{*this, "fraIsAdresi", "İş Adresi", CustomerField::Frame::Work};
+
+    // Those that rules name.
+    TextBox& txtKod = fraGenel.fields.at<TextBox>("txtKod");
+    TextBox& txtAd = fraGenel.fields.at<TextBox>("txtAd");
+    TextBox& txtSoyad = fraGenel.fields.at<TextBox>("txtSoyad");
+    DateBox& dtYas = fraGenel.fields.at<DateBox>("dtYas");
+    ComboBox& cboGrup = fraGenel.fields.at<ComboBox>("cboGrup");
+    TextBox& txtGrupID = fraGenel.fields.at<TextBox>("txtGrupID");
 
     RecordCycle record{*this, session, &BarIslemler};
     std::vector<std::int32_t> cards; // the IDs that the recordset is restricted to

@@ -1,8 +1,6 @@
 #include "customers/customerfinder.h"
 
-#include <array>
-
-#include "core/customerlist.h"
+#include "core/customerfields.h"
 #include "core/database.h"
 #include "customers/cardfields.h"
 #include "customers/cardrecord.h"
@@ -13,7 +11,7 @@ namespace veldona {
 namespace {
 
 void setProperties(FrmCarihesapSec& f) {
-    f.txtGrupID.setVisible(false);
+    f.filters.at<TextBox>("txtGrupID").setVisible(false);
     f.grdList.setColumns(customerListColumns());
 }
 
@@ -40,11 +38,8 @@ void grdList_KeyDown(FrmCarihesapSec& f, KeyEvent& event) {
 }
 
 void bindEvents(FrmCarihesapSec& f) {
-    const std::array<Control*, 10> filters = {&f.txtID,   &f.txtAd,       &f.txtSoyad, &f.txtEvTel,
-                                              &f.cboGrup, &f.cboOzelKod1, &f.txtil,    &f.txtIlce,
-                                              &f.txtSemt, &f.txtMahalle};
-    for (Control* filter : filters)
-        filter->onKeyDown = [&f](KeyEvent& event) { filter_KeyDown(f, event); };
+    for (const auto& filter : f.filters.all())
+        filter->control().onKeyDown = [&f](KeyEvent& event) { filter_KeyDown(f, event); };
     for (CommandButton* button : {&f.cmdBul, &f.cmdTemizle, &f.cmdCikis, &f.cmdKayitSec})
         button->onClick = [&f, button] { FrmCmdBul(f, button->name()); };
     f.cmdYazici.onClick = [&f] { cmdYazici_Click(f); };
@@ -57,8 +52,8 @@ void bindEvents(FrmCarihesapSec& f) {
 void Form_Load(FrmCarihesapSec& f) {
     enterState(f.record, FormModu::Search);
     openCustomers(f, " 1 = 2 ");
-    groupList(f.session, f.cboGrup, f.txtGrupID);
-    fillList(f.session, f.cboOzelKod1,
+    groupList(f.session, f.filters.at<ComboBox>("cboGrup"), f.filters.at<TextBox>("txtGrupID"));
+    fillList(f.session, f.filters.at<ComboBox>("cboOzelKod1"),
              "SELECT DISTINCT OZEL_KOD1 AS  OZEL_KOD11, OZEL_KOD1  FROM MUSTKAYIT WHERE  OZEL_KOD1 <>''",
              "OZEL_KOD1", "OZEL_KOD11");
 }

@@ -9,6 +9,7 @@
 
 #include "core/recordcycle.h"
 #include "core/rowsource.h"
+#include "customers/fieldcontrols.h"
 #include "platform/controls/controls.h"
 #include "platform/controls/forms.h"
 #include "platform/controls/lists.h"
@@ -24,17 +25,7 @@ struct FrmCarihesapSec : Form {
 
     ToolBar BarIslemler{*this, "BarIslemler"};
 
-    TextBox txtID{*this, "txtID"};
-    TextBox txtAd{*this, "txtAd"};
-    TextBox txtSoyad{*this, "txtSoyad"};
-    TextBox txtEvTel{*this, "txtEvTel"};
-    ComboBox cboGrup{*this, "cboGrup"};
-    TextBox txtGrupID{*this, "txtGrupID"};
-    ComboBox cboOzelKod1{*this, "cboOzelKod1"};
-    TextBox txtil{*this, "txtil"};
-    TextBox txtIlce{*this, "txtIlce"};
-    TextBox txtSemt{*this, "txtSemt"};
-    TextBox txtMahalle{*this, "txtMahalle"};
+    FieldControls filters{*this, filterFields(), &CustomerField::filter};
     CommandButton cmdBul{*this, "cmdBul", "&Bul"};
     CommandButton cmdTemizle{*this, "cmdTemizle", "&Temizle"};
 

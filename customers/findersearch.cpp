@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "core/customerlist.h"
+#include "core/customerfields.h"
 #include "core/database.h"
 #include "core/reporting.h"
 #include "core/session.h"
@@ -16,23 +16,15 @@ namespace veldona {
 
 namespace {
 
-// Collects the tests of the filled fields, in the order of the calls.
-class Filters {
-public:
-    void beginsWith(const char* test, const std::string& text) { add(test, trim(text), "'", "%'"); }
-    void holds(const char* test, const std::string& text) {
-        add(test, replaceAll(trim(text), " ", ""), "'%", "%'");
-    }
-    void equals(const char* test, const std::string& text) { add(test, trim(text), "", ""); }
-    [[nodiscard]] const std::string& where() const { return where_; }
-
-private:
-    void add(const char* test, const std::string& text, const char* before, const char* behind) {
-        if (text.empty()) return;
-        where_ += (where_.empty() ? " WHERE " : " AND ") + (test + (before + text) + behind);
-    }
-    std::string where_;
-};
+// What the field's filter adds to the condition; "" where it is empty.
+std::string testOf(const CustomerField& field, const std::string& typed) {
+    std::string text = trim(typed);
+    if (text.empty()) return {};
+    if (field.test.match == FieldTest::Match::Equal) return field.test.words + text;
+    const bool isAnywhere = field.test.match == FieldTest::Match::Anywhere;
+    if (isAnywhere) text = replaceAll(text, " ", "");
+    return field.test.words + ((isAnywhere ? "'%" : "'") + text) + "%'";
+}
 
 // The card opens above the finder; whose caller still waits for what was asked of the finder.
 void openCard(FrmCarihesapSec& f, int durum, std::int32_t id) {
@@ -77,18 +69,11 @@ std::string SQLSelectHazirla(const FrmCarihesapSec&) {
 }
 
 std::string SQLWhereHazirla(const FrmCarihesapSec& f) {
-    Filters filters;
-    filters.equals(" GURUP_ID = ", f.txtGrupID.text());
-    filters.beginsWith(" HSTNO like ", f.txtID.text());
-    filters.beginsWith("SOYAD like ", f.txtSoyad.text());
-    filters.beginsWith(" AD like ", f.txtAd.text());
-    filters.holds(" EVTEL like ", f.txtEvTel.text());
-    filters.beginsWith(" OZEL_KOD1 like ", f.cboOzelKod1.text());
-    filters.holds(" EVIL like ", f.txtil.text());
-    filters.holds(" EVILCE like ", f.txtIlce.text());
-    filters.holds(" SEMT like ", f.txtSemt.text());
-    filters.holds(" EVMH like ", f.txtMahalle.text());
-    return SQLSelectHazirla(f) + filters.where() + ")";
+    std::string where;
+    for (const CustomerField* field : testedFields())
+        if (const std::string test = testOf(*field, f.filters.of(*field)->text()); !test.empty())
+            where += (where.empty() ? " WHERE " : " AND ") + test;
+    return SQLSelectHazirla(f) + where + ")";
 }
 
 std::string SQLOrderHazirla(const std::string& alan, const std::string& lastOrder) {
@@ -101,7 +86,7 @@ bool openCustomers(FrmCarihesapSec& f, const std::string& kosul) {
     const std::string where = kosul.empty() ? kWithoutSystemAccounts + SQLWhereHazirla(f) : kosul;
     const std::string order =
         f.lastOrder.empty() ? " MUSTKAYIT.AD,MUSTKAYIT.SOYAD " : " MUSTKAYIT." + f.lastOrder;
-    const std::string query = kCustomerList + (" WHERE " + where) + " ORDER BY" + order;
+    const std::string query = customerListQuery() + " WHERE " + where + " ORDER BY" + order;
     RecordsetPtr rs;
     std::string hata;
     if (!KayitSetiAcKontrollu(f.session, rs, query, hata)) return false;
@@ -129,11 +114,8 @@ void cmdYazici_Click(FrmCarihesapSec& f) {
 }
 
 void NesneleriTemizle(FrmCarihesapSec& f) {
-    for (TextBox* box : {&f.txtID, &f.txtAd, &f.txtSoyad, &f.txtEvTel, &f.txtGrupID, &f.txtil, &f.txtIlce,
-                         &f.txtSemt, &f.txtMahalle})
-        box->setText("");
-    f.cboGrup.setText("");
-    f.cboOzelKod1.setText("");
+    for (const auto& filter : f.filters.all())
+        filter->setText("");
 }
 
 void cmdKayitSec_Click(FrmCarihesapSec& f) {

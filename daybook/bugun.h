@@ -66,8 +66,8 @@ struct FrmBugun : Form {
     ComboBox cboGecikme{*this, "cboGecikme", ComboBox::Style::ListOnly};
     TextBox txtEnAz{*this, "txtEnAz"};
     ComboBox cboSira{*this, "cboSira", ComboBox::Style::ListOnly};
-    CheckBox chkTers{*this, "chkTers", "Tersten"};
-    CommandButton cmdTemizle{*this, "cmdTemizle", "Temizle"};
+    CheckBox chkTers{*this, "chkTers", "Ters&ten"};
+    CommandButton cmdTemizle{*this, "cmdTemizle", "Temi&zle"};
 
     DataGrid grdListe{*this, "grdListe"};
     Label lblToplam{*this, "lblToplam"};
@@ -77,17 +77,17 @@ struct FrmBugun : Form {
     TextBox txtNot{*this, "txtNot"};
     DateBox dtSozTarihi{*this, "dtSozTarihi", DateBox::Style::Combo};
     TextBox txtSozTutari{*this, "txtSozTutari"};
-    CommandButton cmdNotKaydet{*this, "cmdNotKaydet", "Notu Kaydet"};
+    CommandButton cmdNotKaydet{*this, "cmdNotKaydet", "Notu &Kaydet"};
     DataGrid grdNotlar{*this, "grdNotlar"};
 
-    CommandButton cmdYazdir{*this, "cmdYazdir", "Yazdır"};
-    CommandButton cmdTablo{*this, "cmdTablo", "Tabloya Yaz"};
-    CommandButton cmdMektup{*this, "cmdMektup", "Mektuplar"}; // to those shown
-    CommandButton cmdMesaj{*this, "cmdMesaj", "Mesajlar"};
-    CommandButton cmdGrafik{*this, "cmdGrafik", "Grafikler"};
-    CommandButton cmdEkstre{*this, "cmdEkstre", "Ekstre"}; // of the customer stood on
-    CommandButton cmdHesap{*this, "cmdHesap", "Hesabı Aç"};
-    CommandButton cmdCikis{*this, "cmdCikis", "Çıkış"};
+    CommandButton cmdYazdir{*this, "cmdYazdir", "&Yazdır"};
+    CommandButton cmdTablo{*this, "cmdTablo", "Ta&bloya Yaz"};
+    CommandButton cmdMektup{*this, "cmdMektup", "&Mektuplar"}; // to those shown
+    CommandButton cmdMesaj{*this, "cmdMesaj", "Mesa&jlar"};
+    CommandButton cmdGrafik{*this, "cmdGrafik", "Gra&fikler"};
+    CommandButton cmdEkstre{*this, "cmdEkstre", "Ekst&re"}; // of the customer stood on
+    CommandButton cmdHesap{*this, "cmdHesap", "&Hesabı Aç"};
+    CommandButton cmdCikis{*this, "cmdCikis", "&Çıkış"};
 
     CallRows rows;
     CallNoteRows notes;

@@ -1,6 +1,6 @@
 #include "ledger/customergrid.h"
 
-#include "core/customerlist.h"
+#include "core/customerfields.h"
 #include "core/database.h"
 #include "core/session.h"
 #include "core/showscreen.h"
@@ -68,7 +68,7 @@ std::string SQLWhereHazirla(const FrmMainVeldona& f) {
 void FrmCmdBul(FrmMainVeldona& f) {
     // The system accounts are hidden only while a filter is on.
     const std::string filter = SQLWhereHazirla(f);
-    const std::string sql = kCustomerList + std::string(" ") +
+    const std::string sql = customerListQuery() + " " +
                             (filter.empty() ? std::string() : " WHERE " + (kWithoutSystemAccounts + filter)) +
                             " ORDER BY MUSTKAYIT.AD,MUSTKAYIT.SOYAD ";
     // The screen asks this each time that it comes to the front. The same question again costs nothing as

@@ -2,7 +2,7 @@
 
 #include <initializer_list>
 
-#include "core/customerlist.h"
+#include "core/customerfields.h"
 #include "core/showscreen.h"
 #include "ledger/accountmarks.h"
 #include "ledger/collection.h"

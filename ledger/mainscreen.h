@@ -63,7 +63,7 @@ struct FrmMainVeldona : Form {
     TextBox Text1{*this, "Text1"};       // account number (HSTNO); each change loads the customer
     TextBox txtSoyad{*this, "txtSoyad"}; // filters of the grid: surnames that begin so
     TextBox txtAd{*this, "txtAd"};       // and first names
-    CommandButton cmdCariSec{*this, "cmdCariSec", "Detaylı Ara"};
+    CommandButton cmdCariSec{*this, "cmdCariSec", "D&etaylı Ara"};
     Label Label7{*this, "Label7"};                     // first name and surname of the customer on show
     Label lbluyari{*this, "lbluyari", "İSTİHBARAT"};   // blinks while the customer's card holds a warning
     Label lblVadeFarki{*this, "lblVadeFarki"};         // what is overdue, in a sentence
@@ -81,7 +81,7 @@ struct FrmMainVeldona : Form {
     TextBox txtAciklama{*this, "txtAciklama"};
     DateBox dtTeslimatTarihi{*this, "dtTeslimatTarihi", DateBox::Style::Combo};
     DateBox dtTeslimEdildigiTarih{*this, "dtTeslimEdildigiTarih", DateBox::Style::PickerWithCheck};
-    CommandButton Command4{*this, "Command4", "Teslim Kaydet"};
+    CommandButton Command4{*this, "Command4", "Teslim &Kaydet"};
 
     // Sale lines, a list a column; named in the order of the screen
     Frame fraSatirlar{*this, "fraSatirlar", "Satış Satırları"};
@@ -102,7 +102,7 @@ struct FrmMainVeldona : Form {
     ListBox L6{*this, "L6"};                               // L2 less L5, by position, or "Peşinat"
     Label Label21{*this, "Label21"};                       // sum of L6
     Label lblToplamOdenecek{*this, "lblToplamOdenecek"};   // schedule less payments, set by the plan
-    CommandButton Command3{*this, "Command3", "Düzelt"};   // the older way to correct a row
+    CommandButton Command3{*this, "Command3", "D&üzelt"};  // the older way to correct a row
     Frame fraYapilanOdemeler{*this, "fraYapilanOdemeler", "Yapılan Ödemeler"};
     ListBox L1{*this, "L1"};                   // date of the payment
     ListBox L2{*this, "L2"};                   // amount paid
@@ -115,7 +115,7 @@ struct FrmMainVeldona : Form {
     Label Label9{*this, "Label9"};         // remaining: Label11 less Label8
     Label lblIndirim{*this, "lblIndirim"}; // discount of the sale
     Label Label15{*this, "Label15"};       // what the schedule does not cover
-    CommandButton Command6{*this, "Command6", "Gecikme Hesapla"};
+    CommandButton Command6{*this, "Command6", "Gecikme Hesa&pla"};
     // Due dates that the overdue warning counts; each reckoning sets the end to today.
     DateBox dtRaporTarihi{*this, "dtRaporTarihi", DateBox::Style::PickerWithCheck};
     DateBox dtRaporTarihiSon{*this, "dtRaporTarihiSon", DateBox::Style::PickerWithCheck};
@@ -126,26 +126,26 @@ struct FrmMainVeldona : Form {
     DateBox DTPicker1{*this, "DTPicker1"};         // the day it was paid
     Label lblTarihNotu{*this, "lblTarihNotu"};     // that it isn't today
     ComboBox cboKasa{*this, "cboKasa"};
-    TextBox txtKasaID{*this, "txtKasaID"};                 // T_KASA_TANITIM.ID of cboKasa
-    CommandButton Command1{*this, "Command1", "Tahsilat"}; // posts the payment
-    Label lblSonTahsilat{*this, "lblSonTahsilat"};         // the last one of this run
+    TextBox txtKasaID{*this, "txtKasaID"};                  // T_KASA_TANITIM.ID of cboKasa
+    CommandButton Command1{*this, "Command1", "&Tahsilat"}; // posts the payment
+    Label lblSonTahsilat{*this, "lblSonTahsilat"};          // the last one of this run
     Frame frmTahsilatMakbuzu{*this, "frmTahsilatMakbuzu", "Tahsilat Makbuzu"};
-    OptionButton Option1{*this, "Option1", "Yeni Oluştur"};
-    OptionButton Option2{*this, "Option2", "Hazır Form"};
-    CommandButton cmdMakbuzYazdir{*this, "cmdMakbuzYazdir", "Makbuz"};
-    CommandButton cmdVazgec{*this, "cmdVazgec", "Vazgeç"};
+    OptionButton Option1{*this, "Option1", "&Yeni Oluştur"};
+    OptionButton Option2{*this, "Option2", "Hazır &Form"};
+    CommandButton cmdMakbuzYazdir{*this, "cmdMakbuzYazdir", "&Makbuz"};
+    CommandButton cmdVazgec{*this, "cmdVazgec", "&Vazgeç"};
     TextBox txtYaziIle{*this, "txtYaziIle"}; // the amount in words, hidden
 
     // Panels that open over the lists
     Frame fraDuzelt{*this, "fraDuzelt", "Taksit Düzelt"};
     DateBox dtOdemeTarihi{*this, "dtOdemeTarihi"};
     TextBox mskOdenecekMiktar{*this, "mskOdenecekMiktar"};
-    CommandButton cmdKaydet{*this, "cmdKaydet", "Kaydet"};
-    CommandButton cmdVazGecKayit{*this, "cmdVazGecKayit", "Vazgeç"};
+    CommandButton cmdKaydet{*this, "cmdKaydet", "&Kaydet"};
+    CommandButton cmdVazGecKayit{*this, "cmdVazGecKayit", "&Vazgeç"};
     Frame fraIslemTarihi{*this, "fraIslemTarihi", "Satış Tarihi"};
     DateBox dtIslemTarihi{*this, "dtIslemTarihi"};
-    CommandButton cmdTamam{*this, "cmdTamam", "Tamam"};
-    CommandButton cmdVazgecIslemTarihi{*this, "cmdVazgecIslemTarihi", "Vazgec"};
+    CommandButton cmdTamam{*this, "cmdTamam", "&Tamam"};
+    CommandButton cmdVazgecIslemTarihi{*this, "cmdVazgecIslemTarihi", "&Vazgec"};
     Frame fraTaksitlendir{*this, "fraTaksitlendir", "Taksitlendirme"};
     TextBox mskBorc{*this, "mskBorc"};
     DateBox dtBaslangicTarihi{*this, "dtBaslangicTarihi", DateBox::Style::Combo};
@@ -155,25 +155,25 @@ struct FrmMainVeldona : Form {
     Frame fraTaksitTutari{*this, "fraTaksitTutari"};
     TextBox mskTaksitTutari{*this, "mskTaksitTutari"};
     CheckBox chkTaksitleri{*this, "chkTaksitleri", "Mevcut Taksitlerin Üzerine Ekle"};
-    CommandButton cmdTaksitKaydet{*this, "cmdTaksitKaydet", "Kaydet"};
-    CommandButton cmdTaksitVazgec{*this, "cmdTaksitVazgec", "Vazgeç"};
+    CommandButton cmdTaksitKaydet{*this, "cmdTaksitKaydet", "&Kaydet"};
+    CommandButton cmdTaksitVazgec{*this, "cmdTaksitVazgec", "&Vazgeç"};
     Frame frmUrunEkle{*this, "frmUrunEkle", "Ürün Ekle"};
     TextBox txtUrunAdi{*this, "txtUrunAdi"};
     TextBox MskToplamUcret{*this, "MskToplamUcret"};
-    CommandButton cmdUrunKaydet{*this, "cmdUrunKaydet", "Kaydet"};
-    CommandButton cmdUrEkleVazgec{*this, "cmdUrEkleVazgec", "Vazgeç"};
+    CommandButton cmdUrunKaydet{*this, "cmdUrunKaydet", "&Kaydet"};
+    CommandButton cmdUrEkleVazgec{*this, "cmdUrEkleVazgec", "&Vazgeç"};
 
     // Commands
-    CommandButton cmdMusteriKaydi{*this, "cmdMusteriKaydi", "Müşteri Kaydı"};
-    CommandButton cmdSatis{*this, "cmdSatis", "Satış"};
-    CommandButton cmdIslemNoSil{*this, "cmdIslemNoSil", "Satışı Sil"};
-    CommandButton cmdSozlesme{*this, "cmdSozlesme", "Sözleşme"};
-    CommandButton cmdBeklenenTaksitler{*this, "cmdBeklenenTaksitler", "Beklenen Taksitler"};
-    CommandButton cmdGunuGecenOdemeler{*this, "cmdGunuGecenOdemeler", "Günü Geçen Alacaklarınız"};
-    CommandButton cmdTahsilatListesi{*this, "cmdTahsilatListesi", "Tahsilat Listesi"};
+    CommandButton cmdMusteriKaydi{*this, "cmdMusteriKaydi", "Mü&şteri Kaydı"};
+    CommandButton cmdSatis{*this, "cmdSatis", "&Satış"};
+    CommandButton cmdIslemNoSil{*this, "cmdIslemNoSil", "Satışı Si&l"};
+    CommandButton cmdSozlesme{*this, "cmdSozlesme", "S&özleşme"};
+    CommandButton cmdBeklenenTaksitler{*this, "cmdBeklenenTaksitler", "&Beklenen Taksitler"};
+    CommandButton cmdGunuGecenOdemeler{*this, "cmdGunuGecenOdemeler", "Günü Geçen Ala&caklarınız"};
+    CommandButton cmdTahsilatListesi{*this, "cmdTahsilatListesi", "Tahsilat L&istesi"};
     CommandButton cmdAntetBilgisi{*this, "cmdAntetBilgisi", "Antet Bilgisi"};
-    CommandButton cmdOnlineYardimIste{*this, "cmdOnlineYardimIste", "Yardım"};
-    CommandButton cmdCikis{*this, "cmdCikis", "Çıkış"};
+    CommandButton cmdOnlineYardimIste{*this, "cmdOnlineYardimIste", "Ya&rdım"};
+    CommandButton cmdCikis{*this, "cmdCikis", "&Çıkış"};
     Label lblYedek{*this, "lblYedek"}; // how old the last backup is; opens the screen that takes one
     WebPane WebBrowser1{*this, "WebBrowser1"};
     WebPane WebBrowser2{*this, "WebBrowser2"};

@@ -22,10 +22,10 @@ struct FrmYedek : Form {
 
     Label lblSonYedek{*this, "lblSonYedek"}; // when the last one was taken
     ListBox lstYer{*this, "lstYer"};         // the places: name and free room
-    CommandButton cmdBaskaKlasor{*this, "cmdBaskaKlasor", "Başka Klasör..."};
+    CommandButton cmdBaskaKlasor{*this, "cmdBaskaKlasor", "&Başka Klasör..."};
     Label lblKlasor{*this, "lblKlasor"}; // the whole path of the chosen place
-    CommandButton cmdYedekAl{*this, "cmdYedekAl", "Yedek Al"};
-    CommandButton cmdCikis{*this, "cmdCikis", "Çıkış"};
+    CommandButton cmdYedekAl{*this, "cmdYedekAl", "&Yedek Al"};
+    CommandButton cmdCikis{*this, "cmdCikis", "&Çıkış"};
 
     std::vector<std::string> shownFolders; // of the rows of lstYer
 };

@@ -34,8 +34,8 @@ struct FrmAntetBilgisi : Form {
     TextBox txtGSM2{*this, "txtGSM2"};
     TextBox txtWeb{*this, "txtWeb"};
     TextBox txtMail{*this, "txtMail"};
-    CommandButton cmdKaydet{*this, "cmdKaydet", "Kaydet"};
-    CommandButton cmdsil{*this, "cmdsil", "Çıkış"};
+    CommandButton cmdKaydet{*this, "cmdKaydet", "&Kaydet"};
+    CommandButton cmdsil{*this, "cmdsil", "&Çıkış"};
     Label lblDurum{*this, "lblDurum"};
 
     std::string tablo = "FIRMABILGISI";

@@ -21,11 +21,11 @@ struct TaksitMustDuzelt : Form, CorrectionBox {
     Frame fraOdemeTarihiDuzelt{*this, "fraOdemeTarihiDuzelt"};
     DateBox DTPicker1{*this, "DTPicker1"};
     TextBox Text1{*this, "Text1"};
-    TextBox Text2{*this, "Text2"};                       // the row of both lists that a delete takes away
-    CommandButton Command1{*this, "Command1", "KAYDET"}; // started from the dates
-    CommandButton Command3{*this, "Command3", "TAMAM"};  // started from the amounts
-    CommandButton Command4{*this, "Command4", "SIL"};
-    CommandButton Command2{*this, "Command2", "VAZGEÇ"};
+    TextBox Text2{*this, "Text2"};                        // the row of both lists that a delete takes away
+    CommandButton Command1{*this, "Command1", "&KAYDET"}; // started from the dates
+    CommandButton Command3{*this, "Command3", "T&AMAM"};  // started from the amounts
+    CommandButton Command4{*this, "Command4", "&SIL"};
+    CommandButton Command2{*this, "Command2", "&VAZGEÇ"};
 
     std::optional<dao::Recordset> rsOdenen;
 };

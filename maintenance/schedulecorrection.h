@@ -20,9 +20,9 @@ struct TaksitOdDuzelt : Form, CorrectionBox {
 
     DateBox DTPicker1{*this, "DTPicker1"};
     TextBox mskOdenecekMiktar{*this, "mskOdenecekMiktar"};
-    CommandButton Command1{*this, "Command1", "TAMAM"}; // started from the dates
-    CommandButton Command3{*this, "Command3", "TAMAM"}; // started from the amounts
-    CommandButton Command2{*this, "Command2", "VAZGEÇ"};
+    CommandButton Command1{*this, "Command1", "T&AMAM"}; // started from the dates
+    CommandButton Command3{*this, "Command3", "T&AMAM"}; // started from the amounts
+    CommandButton Command2{*this, "Command2", "&VAZGEÇ"};
 
     std::optional<dao::Recordset> rsTaksit;
     std::optional<dao::Recordset> rsHeader;

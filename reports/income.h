@@ -37,7 +37,7 @@ struct RptGelirGider : Form {
     CheckBox ChkKesilenCek{*this, "ChkKesilenCek", "Kesilen Çek"};
     CheckBox ChkCariOdenen{*this, "ChkCariOdenen", "Cari Ödenen"};
     CommandButton cmdTamam{*this, "cmdTamam", "&Tamam"};
-    CommandButton cmdCikis{*this, "cmdCikis", "Çıkış"};
+    CommandButton cmdCikis{*this, "cmdCikis", "&Çıkış"};
 
     RecordsetPtr rsIncome;
 };

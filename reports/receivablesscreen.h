@@ -28,9 +28,9 @@ struct ReportScreen : Form {
     DateBox dtRaporTarihiSon{*this, "dtRaporTarihiSon", DateBox::Style::PickerWithCheck};
     ComboBox cboRapor{*this, "cboRapor", ComboBox::Style::ListOnly};
     std::unique_ptr<ComboBox> cboSiralamaKriteri; // of the overdue one alone
-    CommandButton cmdRapor{*this, "cmdRapor", "Tamam"};
-    CommandButton cmdCikis{*this, "cmdCikis", "Çıkış"};
-    CommandButton Command1{*this, "Command1", "ÇIKIŞ"};
+    CommandButton cmdRapor{*this, "cmdRapor", "&Tamam"};
+    CommandButton cmdCikis{*this, "cmdCikis", "&Çıkış"};
+    CommandButton Command1{*this, "Command1", "ÇIKI&Ş"};
     ReportRange range{*this, session};
 
     std::int32_t reportMode = 0; // 1 expected, else overdue: the title on the paper

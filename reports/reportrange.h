@@ -21,7 +21,7 @@ struct ReportRange {
     DateBox DTPicker2{form, "DTPicker2"};
     TextBox Text1{form, "Text1"};
     TextBox Text2{form, "Text2"};
-    CommandButton cmdExcel{form, "cmdExcel", "EXCEL"};
+    CommandButton cmdExcel{form, "cmdExcel", "&EXCEL"};
     CommandButton Command6{form, "Command6", "Rapor"};
     CommandButton cmdDeneme{form, "cmdDeneme", "Rapor"};
 

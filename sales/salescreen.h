@@ -42,9 +42,9 @@ struct FrmSatis : Form {
 
     // The sale
     Frame fraSatis{*this, "fraSatis", "Satış"};
-    Label lblInfo0{*this, "lblInfo0", "İşlem No "};
+    Label lblInfo0{*this, "lblInfo0", "İ&şlem No "};
     TextBox txtIslemNo{*this, "txtIslemNo"};
-    Label lblInfo1{*this, "lblInfo1", "Müşteri  No "};
+    Label lblInfo1{*this, "lblInfo1", "&Müşteri  No "};
     TextBox txtCariKod{*this, "txtCariKod"};
     TextBox txtKod{*this, "txtKod"}; // MUSTKAYIT.ID, hidden
     Label lblInfo2{*this, "lblInfo2", "Adı Soyadı "};
@@ -58,7 +58,7 @@ struct FrmSatis : Form {
     // The plan's inputs
     CheckBox chkOtomatikTaksitHesapla{*this, "chkOtomatikTaksitHesapla", "Taksitli İşlem Yap ", true};
     Frame fraTaksit{*this, "fraTaksit", "Taksitlendirme"};
-    CheckBox chkTaksitAdetGir{*this, "chkTaksitAdetGir", "Taksit Adet Girilecek ", true};
+    CheckBox chkTaksitAdetGir{*this, "chkTaksitAdetGir", "Taksit Adet &Girilecek ", true};
     Frame fraTaksitAdedi{*this, "fraTaksitAdedi"};
     TextBox MskTaksitAdedi{*this, "MskTaksitAdedi"};
     Frame fraTaksitTutari{*this, "fraTaksitTutari"};
@@ -79,8 +79,8 @@ struct FrmSatis : Form {
     TextBox txtDose{*this, "txtDose"};
     Label lblYapilanOdeme{*this, "lblYapilanOdeme"};
 
-    CommandButton cmdKaydet{*this, "cmdKaydet", "Kaydet"};
-    CommandButton cmdCikis{*this, "cmdCikis", "Çıkış"};
+    CommandButton cmdKaydet{*this, "cmdKaydet", "&Kaydet"};
+    CommandButton cmdCikis{*this, "cmdCikis", "&Çıkış"};
 
     // What the screen remembers between events
     int durum = FormModu::Yeni;

@@ -8,6 +8,7 @@
 #include <QStyle>
 #include <QVariant>
 
+#include "platform/controls/controls.h"
 #include "ui/formwindow.h"
 #include "ui/reportviewbinder.h"
 
@@ -86,9 +87,8 @@ QString withoutMnemonic(QString text) {
     return text.replace(QChar(1), "&");
 }
 
-QString withMnemonic(const QString& drawn, const std::string& caption) {
-    QString text = toQt(caption).trimmed();
-    return drawn == text || withoutMnemonic(drawn) == text ? drawn : text.replace("&", "&&");
+QString wordsOf(const Captioned& control) {
+    return toQt(control.words()).trimmed();
 }
 
 void alignCaptions(const QWidget& window) {

@@ -21,6 +21,7 @@ class QWidget;
 
 namespace veldona {
 
+class Captioned;
 class FormWindow;
 
 class Binder {
@@ -102,8 +103,8 @@ template <class Kind> std::unique_ptr<Binder> bindAs(FormWindow& window, Control
 [[nodiscard]] QString withoutMnemonic(QString text);
 // The blanks around a caption are part of its words, but what is shown of them stands in line.
 void alignCaptions(const QWidget& window);
-// A caption for a widget that was drawn with `drawn`: that one, with its mnemonic, where it reads the same.
-[[nodiscard]] QString withMnemonic(const QString& drawn, const std::string& caption);
+// What a widget of it shows.
+[[nodiscard]] QString wordsOf(const Captioned& control);
 // The caret and the selection of a text, in characters.
 void showSelection(QLineEdit& edit, int start, int length);
 

@@ -29,7 +29,7 @@ bool isEnter(const QKeyEvent& event) {
 class ButtonBinder : public BinderOf<CommandButton, QPushButton> {
 public:
     ButtonBinder(FormWindow& window, CommandButton& button, QPushButton& widget)
-        : BinderOf(window, button, widget), drawn_(widget.text()) {
+        : BinderOf(window, button, widget) {
         widget.setAutoDefault(false);
         QSizePolicy policy = widget.sizePolicy();
         policy.setRetainSizeWhenHidden(true);
@@ -40,7 +40,7 @@ public:
     }
     void refresh() override {
         Binder::refresh();
-        const QString text = withMnemonic(drawn_, bound.caption());
+        const QString text = wordsOf(bound);
         if (text != view.text()) view.setText(text);
     }
     // Arrows belong to the screen; the widget would walk from button to button with them.
@@ -48,50 +48,40 @@ public:
         if (isEnter(event)) view.click();
         return isEnter(event) || isArrow(event);
     }
-
-private:
-    QString drawn_;
 };
 
 class CheckBinder : public BinderOf<CheckBox, QCheckBox> {
 public:
-    CheckBinder(FormWindow& window, CheckBox& box, QCheckBox& widget)
-        : BinderOf(window, box, widget), drawn_(widget.text()) {
+    CheckBinder(FormWindow& window, CheckBox& box, QCheckBox& widget) : BinderOf(window, box, widget) {
         QObject::connect(&widget, &QCheckBox::clicked, &widget, [this](bool on) {
             if (listens()) act([&] { user::setMark(bound, on, this->window().today()); });
         });
     }
     void refresh() override {
         Binder::refresh();
-        view.setText(withMnemonic(drawn_, bound.caption()));
+        view.setText(wordsOf(bound));
         view.setChecked(bound.checked());
     }
     bool keyPassed(const QKeyEvent& event) override { return isArrow(event); }
-
-private:
-    QString drawn_;
 };
 
 class OptionBinder : public BinderOf<OptionButton, QRadioButton> {
 public:
     OptionBinder(FormWindow& window, OptionButton& option, QRadioButton& widget)
-        : BinderOf(window, option, widget), drawn_(widget.text()) {
+        : BinderOf(window, option, widget) {
         QObject::connect(&widget, &QRadioButton::clicked, &widget, [this] {
             if (listens()) act([this] { user::click(bound); });
         });
     }
     void refresh() override {
         Binder::refresh();
-        view.setText(withMnemonic(drawn_, bound.caption()));
+        view.setText(wordsOf(bound));
         // One of a group that excludes each other could not be cleared, only another one set.
         view.setAutoExclusive(false);
         view.setChecked(bound.value());
         view.setAutoExclusive(true);
     }
     bool keyPassed(const QKeyEvent& event) override { return isArrow(event); }
-
-private:
-    QString drawn_;
 };
 
 class BarBinder : public BinderOf<ToolBar, QToolBar> {

@@ -25,8 +25,7 @@ void raiseDblClick(Control& control) {
 
 class LabelBinder : public BinderOf<Label, QLabel> {
 public:
-    LabelBinder(FormWindow& window, Label& label, QLabel& widget)
-        : BinderOf(window, label, widget), drawn_(widget.text()) {
+    LabelBinder(FormWindow& window, Label& label, QLabel& widget) : BinderOf(window, label, widget) {
         widget.setTextFormat(Qt::PlainText);
         QSizePolicy policy = widget.sizePolicy();
         policy.setRetainSizeWhenHidden(true);
@@ -34,8 +33,7 @@ public:
     }
     void refresh() override {
         Binder::refresh();
-        const QString text =
-            view.buddy() ? withMnemonic(drawn_, bound.caption()) : toQt(bound.caption()).trimmed();
+        const QString text = view.buddy() ? wordsOf(bound) : toQt(bound.caption()).trimmed();
         if (text != view.text()) view.setText(text);
     }
     void mouseReleased() override {
@@ -44,9 +42,6 @@ public:
     void doubleClicked() override {
         if (bound.onDblClick) act([this] { raiseDblClick(bound); });
     }
-
-private:
-    QString drawn_;
 };
 
 // The caret that the operator moves is told to the model, without an event: handlers ask where it stands.

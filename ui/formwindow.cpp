@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <QCloseEvent>
+#include <QTabWidget>
 #include <QVariant>
 
 #include "platform/controls/controls.h"
@@ -16,6 +17,17 @@
 
 namespace veldona {
 
+namespace {
+
+bool hasDrawnWords(const QWidget& widget) {
+    const QWidget* stack = widget.parentWidget();
+    const auto* tabs = qobject_cast<const QTabWidget*>(stack ? stack->parentWidget() : nullptr);
+    return !widget.property("text").toString().isEmpty() || !widget.property("title").toString().isEmpty() ||
+           (tabs && !tabs->tabText(tabs->indexOf(&widget)).isEmpty());
+}
+
+} // namespace
+
 FormWindow::FormWindow(WindowHost& host, Form& form, const Drawing& draw) : host_(host), form_(form) {
     draw(*this);
     alignCaptions(*this);
@@ -23,7 +35,6 @@ FormWindow::FormWindow(WindowHost& host, Form& form, const Drawing& draw) : host
     tight_ = new TightGrid(*this);
     for (auto* table : findChildren<ParallelLists*>())
         table->link();
-    nameControls(*this);
     bind();
     arrangeTabs();
     bound_ = true;
@@ -66,6 +77,8 @@ void FormWindow::bindControl(Control& control, const QStringList& withoutWidget,
     std::unique_ptr<Binder> made = bindUndrawn(*this, control);
     if (!made) {
         auto* widget = findChild<QWidget*>(name);
+        if (widget && dynamic_cast<Captioned*>(&control) && hasDrawnWords(*widget))
+            faults << name + " (is drawn with words, which are its record's)";
         if (widget) made = makeBinder(*this, control, *widget);
         if (!made) {
             faults << name + (widget ? " (is drawn as " + QString(widget->metaObject()->className()) + ")"
@@ -135,6 +148,7 @@ void FormWindow::refresh() {
 void FormWindow::prepare() {
     if (std::exchange(prepared_, true)) return;
     refresh();
+    nameControls(*this);
     followLetters();
 }
 

@@ -17,18 +17,16 @@ namespace {
 class FrameBinder : public BinderOf<Frame, QWidget> {
 public:
     FrameBinder(FormWindow& window, Frame& frame, QWidget& widget)
-        : BinderOf(window, frame, widget), group_(qobject_cast<QGroupBox*>(&widget)),
-          drawn_(group_ ? group_->title() : QString()) {}
+        : BinderOf(window, frame, widget), group_(qobject_cast<QGroupBox*>(&widget)) {}
     void refresh() override {
         Binder::refresh();
         if (!group_) return;
-        const QString title = withMnemonic(drawn_, bound.caption());
+        const QString title = wordsOf(bound);
         if (title != group_->title()) group_->setTitle(title);
     }
 
 private:
     QGroupBox* group_;
-    QString drawn_;
 };
 
 class TabBinder : public BinderOf<TabControl, QTabWidget> {
@@ -42,7 +40,7 @@ public:
         Binder::refresh();
         const auto& pages = bound.pages();
         for (int i = 0; i < view.count() && i < static_cast<int>(pages.size()); ++i)
-            view.setTabText(i, toQt(pages[static_cast<std::size_t>(i)]->caption()));
+            view.setTabText(i, wordsOf(*pages[static_cast<std::size_t>(i)]));
         view.setCurrentIndex(bound.tab());
     }
 };

@@ -117,7 +117,7 @@ bool isOfEveryWindow(const std::string& key) {
 }
 
 std::string wordsOf(const MenuItem& item) {
-    return item.toolTip().empty() ? fromQt(withoutMnemonic(toQt(item.caption()))) : item.toolTip();
+    return item.toolTip().empty() ? item.caption() : item.toolTip();
 }
 
 } // namespace

@@ -27,7 +27,7 @@ public:
         view_->setObjectName(toQt(menu.name()));
     }
     void refresh() override {
-        view_->setTitle(toQt(bound_.caption()));
+        view_->setTitle(toQt(bound_.words()));
         view_->menuAction()->setEnabled(bound_.enabled());
         view_->menuAction()->setVisible(bound_.visible() && bound_.hasEntryToShow());
         // A bar that shows nothing takes no room.
@@ -55,7 +55,7 @@ public:
     void refresh() override {
         // The key is shown only: it comes the way of all keys, to the screen and its controls first.
         const QString key = toQt(bound_.keyName());
-        view_->setText(toQt(bound_.caption()) + (key.isEmpty() ? "" : "\t" + key));
+        view_->setText(toQt(bound_.words()) + (key.isEmpty() ? "" : "\t" + key));
         view_->setEnabled(bound_.enabled());
         view_->setVisible(bound_.visible());
         menu_.refresh();

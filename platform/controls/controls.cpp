@@ -11,6 +11,26 @@
 
 namespace veldona {
 
+namespace {
+
+std::string withoutLetter(const std::string& words) {
+    std::string caption;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (words[i] == '&' && i + 1 < words.size()) ++i;
+        caption += words[i];
+    }
+    return caption;
+}
+
+} // namespace
+
+Captioned::Captioned(Form& form, std::string name, std::string words)
+    : Control(form, std::move(name)), declared_(std::move(words)), caption_(withoutLetter(declared_)) {}
+
+std::string Captioned::words() const {
+    return caption_ == withoutLetter(declared_) ? declared_ : replaceAll(caption_, "&", "&&");
+}
+
 void Captioned::setCaption(std::string caption) {
     if (caption == caption_) return;
     caption_ = std::move(caption);

@@ -9,37 +9,40 @@
 
 namespace veldona {
 
+// Declared with its words: the caption with "&" before the underlined letter, and "&&" for one that is read.
 class Captioned : public Control {
 public:
-    Captioned(Form& form, std::string name, std::string caption)
-        : Control(form, std::move(name)), caption_(std::move(caption)) {}
-    [[nodiscard]] const std::string& caption() const { return caption_; }
+    Captioned(Form& form, std::string name, std::string words);
+    [[nodiscard]] const std::string& caption() const { return caption_; } // as it is read
     void setCaption(std::string caption);
+    // As a window draws it. Another caption than the declared one has no letter.
+    [[nodiscard]] std::string words() const;
     [[nodiscard]] std::string shownText() const override { return caption_; }
 
 private:
+    std::string declared_;
     std::string caption_;
 };
 
 class Label : public Captioned {
 public:
-    Label(Form& form, std::string name, std::string caption = {})
-        : Captioned(form, std::move(name), std::move(caption)) {}
+    Label(Form& form, std::string name, std::string words = {})
+        : Captioned(form, std::move(name), std::move(words)) {}
     [[nodiscard]] bool takesFocus() const override { return false; }
 };
 
 class CommandButton : public Captioned {
 public:
-    CommandButton(Form& form, std::string name, std::string caption = {})
-        : Captioned(form, std::move(name), std::move(caption)) {}
+    CommandButton(Form& form, std::string name, std::string words = {})
+        : Captioned(form, std::move(name), std::move(words)) {}
     void takeKey(const KeyEvent& key, char32_t character) override; // Space and Enter press it
 };
 
 // A frame, panel or tab page: holds other controls.
 class Frame : public Captioned {
 public:
-    Frame(Form& form, std::string name, std::string caption = {})
-        : Captioned(form, std::move(name), std::move(caption)) {}
+    Frame(Form& form, std::string name, std::string words = {})
+        : Captioned(form, std::move(name), std::move(words)) {}
     [[nodiscard]] bool takesFocus() const override { return false; }
 };
 
@@ -78,8 +81,8 @@ private:
 
 class CheckBox : public Captioned {
 public:
-    CheckBox(Form& form, std::string name, std::string caption = {}, bool checked = false)
-        : Captioned(form, std::move(name), std::move(caption)), checked_(checked) {}
+    CheckBox(Form& form, std::string name, std::string words = {}, bool checked = false)
+        : Captioned(form, std::move(name), std::move(words)), checked_(checked) {}
     [[nodiscard]] bool checked() const { return checked_; }
     void setChecked(bool checked); // raises onClick where it changes, as this kind of control does
     void press() override;
@@ -95,8 +98,8 @@ private:
 // One of the options of its frame: setting one clears the others.
 class OptionButton : public Captioned {
 public:
-    OptionButton(Form& form, std::string name, std::string caption = {})
-        : Captioned(form, std::move(name), std::move(caption)) {}
+    OptionButton(Form& form, std::string name, std::string words = {})
+        : Captioned(form, std::move(name), std::move(words)) {}
     [[nodiscard]] bool value() const { return value_; }
     void setValue(bool value); // raises onClick when it becomes set
     void press() override;

@@ -23,16 +23,16 @@ char32_t lower(char32_t character) {
 
 } // namespace
 
-Menu::Menu(Form& form, std::string name, std::string caption)
-    : Captioned(form, std::move(name), std::move(caption)) {}
+Menu::Menu(Form& form, std::string name, std::string words)
+    : Captioned(form, std::move(name), std::move(words)) {}
 
 bool Menu::hasEntryToShow() const {
     return std::any_of(entries_.begin(), entries_.end(),
                        [](const MenuItem* each) { return each->visible(); });
 }
 
-MenuItem::MenuItem(Menu& menu, std::string name, std::string caption, std::string key)
-    : Captioned(menu.form(), std::move(name), std::move(caption)), keyName_(std::move(key)) {
+MenuItem::MenuItem(Menu& menu, std::string name, std::string words, std::string key)
+    : Captioned(menu.form(), std::move(name), std::move(words)), keyName_(std::move(key)) {
     placeIn(menu);
     menu.entries_.push_back(this);
     if (keyName_.empty()) return;

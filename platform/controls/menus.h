@@ -1,6 +1,5 @@
-// Menus and their entries. A screen declares them among its controls: the words, with "&" before the
-// underlined letter, the key, and as onClick the act. The window makes its bar of them, the console knows
-// them by name.
+// Menus and their entries. A screen declares them among its controls: the words, the key, and as onClick the
+// act. The window makes its bar of them, the console knows them by name.
 #pragma once
 
 #include <string>
@@ -16,7 +15,7 @@ class MenuItem;
 // One of the bar, shown while it has an entry to show. A hidden one pops up from the control that names it.
 class Menu : public Captioned {
 public:
-    Menu(Form& form, std::string name, std::string caption);
+    Menu(Form& form, std::string name, std::string words);
     [[nodiscard]] bool takesFocus() const override { return false; }
     [[nodiscard]] const std::vector<MenuItem*>& entries() const { return entries_; } // as declared
     [[nodiscard]] bool hasEntryToShow() const;
@@ -30,7 +29,7 @@ class MenuItem : public Captioned {
 public:
     // `key`, "F8" or "Ctrl+F", calls it from anywhere in its screen, where neither the screen nor a control
     // has swallowed it. Error 5 for a name that is no key's.
-    MenuItem(Menu& menu, std::string name, std::string caption, std::string key = {});
+    MenuItem(Menu& menu, std::string name, std::string words, std::string key = {});
     [[nodiscard]] bool takesFocus() const override { return false; }
     // Its menu stands in the bar, or pops up from a control that can be used.
     [[nodiscard]] bool isInReach() const override;

@@ -172,11 +172,13 @@ TEST_F(Life, AControlWithoutADrawingIsToldByItsName) {
             host.draw("frmSoru", [](QWidget& window) {
                 auto* wrong = new QLineEdit(&window);
                 wrong->setObjectName("Kapat");
+                wrong->setText("Kapat");
                 window.setProperty("withoutWidget", "Yok");
             });
             forms.load("frmSoru");
         },
-        "frmSoru.*Yok \\(no such control\\), Kapat \\(is drawn as QLineEdit\\)");
+        "frmSoru.*Yok \\(no such control\\), Kapat \\(is drawn with words.*, Kapat \\(is drawn as "
+        "QLineEdit\\)");
 }
 
 } // namespace veldona::test

@@ -41,10 +41,10 @@ QWidget* drawLists(QWidget& window) {
 
 QWidget* drawTabs(QWidget& window) {
     auto* tabs = named<QTabWidget>("Sekmeler", &window);
-    tabs->addTab(named<QWidget>("Sayfa1", tabs), "1");
+    tabs->addTab(named<QWidget>("Sayfa1", tabs), "");
     auto* second = named<QWidget>("Sayfa2", tabs);
     named<QLineEdit>("Sayfadaki", second);
-    tabs->addTab(second, "2");
+    tabs->addTab(second, "");
     return tabs;
 }
 
@@ -63,14 +63,11 @@ void drawTrialForm(QWidget& window) {
     window.setProperty("withoutWidget", "Gizli");
     auto* column = new QVBoxLayout(&window);
     auto* caption = named<QLabel>("Yazi", &window);
-    caption->setText("A&d Soyad ");
     column->addWidget(caption);
     column->addWidget(named<QLineEdit>("Metin", &window));
     caption->setBuddy(window.findChild<QWidget*>("Metin"));
     column->addWidget(named<QLineEdit>("Ikinci", &window));
-    auto* button = named<QPushButton>("Dugme", &window);
-    button->setText("&Kaydet");
-    column->addWidget(button);
+    column->addWidget(named<QPushButton>("Dugme", &window));
     column->addWidget(named<QCheckBox>("Kutu", &window));
     column->addWidget(drawOptions(window));
     column->addWidget(drawLists(window));

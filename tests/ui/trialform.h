@@ -34,10 +34,10 @@ public:
 struct TrialForm : Form {
     explicit TrialForm(Forms& forms) : Form(forms, "frmDeneme", "Deneme") {}
 
-    Label Yazi{*this, "Yazi", "Ad Soyad "};
+    Label Yazi{*this, "Yazi", "A&d Soyad "};
     TextBox Text{*this, "Metin"};
     TextBox Ikinci{*this, "Ikinci"};
-    CommandButton Button{*this, "Dugme", "Kaydet"};
+    CommandButton Button{*this, "Dugme", "&Kaydet"};
     CheckBox Kutu{*this, "Kutu", "Kutu"};
     Frame ToolOptions{*this, "Secenekler", "Seçenekler"};
     OptionButton Bir{*this, "Bir", "Bir"};

@@ -126,10 +126,10 @@ TEST_F(FormFrame, AClickOnTheGridsHeadSorts) {
     EXPECT_EQ(clickHead("HSTNO"), "123");
     EXPECT_EQ(clickHead("SOYAD"), "132");
     // A filter that breaks the statement leaves hits and order as they were.
-    f.txtAd.setText("'");
+    f.filters.at<TextBox>("txtAd").setText("'");
     EXPECT_EQ(clickHead("HSTNO"), "132");
     EXPECT_EQ(shop.said().size(), 1u);
-    f.txtAd.setText("");
+    f.filters.at<TextBox>("txtAd").setText("");
     EXPECT_EQ(clickHead("HSTNO"), "321");
 }
 
