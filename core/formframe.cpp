@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/session.h"
+#include "platform/controls/forms.h"
 #include "platform/controls/handlers.h"
 #include "platform/runtime/text.h"
 #include "platform/store/faces/adodb.h"
@@ -92,7 +93,9 @@ void toolKeys(const ToolBar& bar, KeyEvent& event) {
     for (const auto& [key, toolName] : kKeys) {
         if (event.key != key) continue;
         event.swallowed = true;
-        if (toolOpen(bar, toolName)) call(bar.onToolClick, std::string(toolName));
+        if (!toolOpen(bar, toolName)) continue;
+        bar.form().forms().pressesFor(bar.find(toolName)->caption);
+        call(bar.onToolClick, std::string(toolName));
     }
 }
 

@@ -56,6 +56,7 @@ struct Session {
 
     std::vector<Message> deferredBoxes; // to be told behind the end of the open transaction
 
+    std::string seenFile; // what this machine has seen of the books' journal; "": nobody keeps it
     report::ReportDesk* reportDesk = nullptr; // set before the start where there is anybody to show reports
     // The user's guide at the chapter of a screen; set before the start where there is anybody to show it.
     std::function<void(const std::string& screen)> showGuide;

@@ -9,6 +9,7 @@
 #include "core/tell.h"
 #include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
+#include "platform/store/engine/act.h"
 #include "platform/store/faces/adodb.h"
 
 namespace veldona {
@@ -76,6 +77,10 @@ void IlkEkranSec(Session& session) {
 bool startSession(Session& session) {
     session.forms.onUncaught = [&session](const RuntimeError& error) { uncaughtError(session, error); };
     session.forms.onEventEnd = [&session] { untoldError(session); };
+    session.forms.beginAct = [](const std::string& screen, const std::string& words) {
+        return std::make_shared<store::ActScope>(screen, words);
+    };
+    session.forms.nameAct = store::nameAct;
     try {
         TarihFormatiAyarla(session);
         OturumBaslat(session);

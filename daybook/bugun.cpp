@@ -8,6 +8,7 @@
 #include "daybook/bugunacts.h"
 #include "daybook/reminders.h"
 #include "daybook/statement.h"
+#include "platform/controls/forms.h"
 #include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
@@ -171,7 +172,9 @@ void Form_Unload(FrmBugun& f) {
 }
 
 void click(const CommandButton& button) {
-    if (button.isUsable() && button.onClick) button.onClick();
+    if (!button.isUsable() || !button.onClick) return;
+    button.form().forms().pressesFor(button);
+    button.onClick();
 }
 
 void Form_KeyDown(FrmBugun& f, KeyEvent& event) {

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/delivered.h"
 #include "core/money.h"
 #include "core/session.h"
+#include "journal/seen.h"
 #include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
@@ -156,9 +158,16 @@ void tmrDurum_Timer(FrmMainVeldona& f) {
     }
     Err passedOver;
     attempt(passedOver, [&] { showArrears(f); });
+    attempt(passedOver, [&] { lookAtJournal(f); });
 }
 
 } // namespace
+
+void lookAtJournal(FrmMainVeldona& f) {
+    if (f.session.seenFile.empty() || !f.seenJournal.hasChanged(*f.session.gBaglanti)) return;
+    const std::string books = f.session.desktop.paths.toNative(kDatabasePath);
+    journal::SeenFile(f.session.seenFile).lookAt(*f.session.gBaglanti, store::placeOf(books));
+}
 
 void bindState(FrmMainVeldona& f) {
     for (ListBox* list : {&f.L4, &f.L5, &f.L6})

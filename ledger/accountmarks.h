@@ -17,6 +17,8 @@ void bindState(FrmMainVeldona& f);
 void showMarksAnew(FrmMainVeldona& f);
 // Another customer is about to be shown: what is late of the one before must not stand beside it.
 void forgetArrears(FrmMainVeldona& f);
+// What stands in the journal of the books is kept in mind outside of them.
+void lookAtJournal(FrmMainVeldona& f);
 // A payment was written. It says so beside "Tahsilat".
 void notePosting(FrmMainVeldona& f);
 

@@ -5,6 +5,7 @@
 #include "core/database.h"
 #include "core/delivered.h"
 #include "core/session.h"
+#include "ledger/accountmarks.h"
 #include "ledger/collection.h"
 #include "ledger/customergrid.h"
 #include "ledger/loading.h"
@@ -68,7 +69,9 @@ void showBackupAge(FrmMainVeldona& f) {
 
 // A command that is not to be had now does nothing by its key either.
 void click(const CommandButton& button) {
-    if (button.isUsable() && button.onClick) button.onClick();
+    if (!button.isUsable() || !button.onClick) return;
+    button.form().forms().pressesFor(button);
+    button.onClick();
 }
 
 } // namespace
@@ -118,6 +121,8 @@ void Form_Activate(FrmMainVeldona& f) {
 }
 
 void Form_Unload(FrmMainVeldona& f) {
+    Err passedOver; // the books don't close any later for it
+    attempt(passedOver, [&] { lookAtJournal(f); });
     f.grdList.bind(nullptr);
     KayitSetiKapat(f.rsCari);
     KayitSetiKapat(f.rsBul);

@@ -229,6 +229,7 @@ struct FrmMainVeldona : Form {
     std::int32_t gKayitSayaci = 0;
     InstallmentsOnShow installmentsOnShow;
     ArrearsOnShow arrearsOnShow;
+    adodb::ChangeWatch seenJournal{{"GUNLUK"}};
     DateTime knownDay;      // the day on which the quiet lines were last brought up to date
     DateTime dayOfChoosing; // that on which DTPicker1 was set
     unsigned loadsRun = 0;  // loads of sale numbers and of a sale that came to their end

@@ -7,6 +7,7 @@
 #include "core/recordcycle.h"
 #include "core/session.h"
 #include "core/showscreen.h"
+#include "platform/controls/forms.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
 #include "platform/store/faces/adodb.h"
@@ -102,7 +103,9 @@ FrmAntetBilgisi::FrmAntetBilgisi(Forms& itsForms, Session& itsSession)
     onUnload = [this] { KayitSetiKapat(rs); };
     cmdKaydet.onClick = [this] { cmdKaydet_Click(*this); };
     onKeyDown = [this](KeyEvent& event) {
-        if (event.key == Key::F2) cmdKaydet_Click(*this);
+        if (event.key != Key::F2) return;
+        forms().pressesFor(cmdKaydet);
+        cmdKaydet_Click(*this);
     };
     cmdsil.onClick = [this] { forms().unload(*this); };
 }

@@ -3,6 +3,7 @@
 #include <initializer_list>
 
 #include "core/session.h"
+#include "platform/controls/forms.h"
 #include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/store/faces/adodb.h"
@@ -151,6 +152,7 @@ void readSalesAgain(FrmSatis& f) {
 }
 
 void saleCommand(FrmSatis& f, std::string_view toolName) {
+    if (const ToolBar::Tool* tool = f.BarIslemler.find(toolName)) f.forms().pressesFor(tool->caption);
     if (toolName == "cmdKaydet") SatisKaydet(f);
     if (toolName == "cmdYeni") beginNew(f);
     if (toolName == "cmdVazgec") giveUp(f);

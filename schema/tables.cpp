@@ -34,6 +34,11 @@ std::vector<ColumnDef> operator+(std::vector<ColumnDef> first, const std::vector
 
 const std::vector<ColumnDef> audit = {{"KONTROL_KIM", Text}, {"KONTROL_NE_ZAMAN", Date}};
 
+TableDef journaled(TableDef table) {
+    table.isJournaled = true;
+    return table;
+}
+
 TableDef customers() {
     return {"MUSTKAYIT",
             counted(texts({"HSTNO", "AD", "SOYAD", "BARKOD_KODU", "YAS"}) +
@@ -123,6 +128,18 @@ TableDef callNotes() {
             {{"MUSTNO", "TRH"}}};
 }
 
+// Who changed what: written by the engine along with each write to a journaled table, and by nobody else. The
+// columns from PROGRAM to ADIM stand in the first entry of an act alone. ESKI and YENI hold a row as a JSON
+// object; of a change ID and what is other. OZET ties each entry to the one before it.
+TableDef journal() {
+    return {
+        "GUNLUK",
+        counted(std::vector<ColumnDef>{{"ISLEM", Text}, {"AN", Date}} +
+                texts({"PROGRAM", "MAKINE", "KULLANICI", "EKRAN", "ADIM", "TABLO", "TUR"}) +
+                std::vector<ColumnDef>{{"ANAHTAR", Whole}, {"ESKI", Memo}, {"YENI", Memo}, {"OZET", Text}}),
+        {}};
+}
+
 TableDef products() {
     return {"URUNTANITIM",
             counted({{"URKOD", Text},
@@ -160,24 +177,24 @@ std::vector<TableDef> scratch() {
 
 std::vector<TableDef> smallTables() {
     return {
-        {"T_KASA_TANITIM", counted(texts({"KASA_NO", "KASA_ADI"})), {}},
-        {"T_KASA_HAREKETLERI",
-         counted(std::vector<ColumnDef>{{"ISLEM_ID", Whole},
-                                        {"CARI_ID", Whole},
-                                        {"TARIH", Date},
-                                        {"ALACAK_TUTAR", Number},
-                                        {"ISLEM_TUR", Text},
-                                        {"ACIKLAMA", Memo},
-                                        {"KASA_ID", Whole},
-                                        {"KONTROL_KIM", Text}}),
-         {{"CARI_ID"}, {"TARIH"}}},
+        journaled({"T_KASA_TANITIM", counted(texts({"KASA_NO", "KASA_ADI"})), {}}),
+        journaled({"T_KASA_HAREKETLERI",
+                   counted(std::vector<ColumnDef>{{"ISLEM_ID", Whole},
+                                                  {"CARI_ID", Whole},
+                                                  {"TARIH", Date},
+                                                  {"ALACAK_TUTAR", Number},
+                                                  {"ISLEM_TUR", Text},
+                                                  {"ACIKLAMA", Memo},
+                                                  {"KASA_ID", Whole},
+                                                  {"KONTROL_KIM", Text}}),
+                   {{"CARI_ID"}, {"TARIH"}}}),
         {"GRUPLAR", counted(texts({"GRUP_ADI", "GRUP_KOD"})), {}},
         {"ADRES", counted(std::vector<ColumnDef>{{"NO", Whole}, {"MAHALLE", Text}}), {}},
         {"ADRESSOK", counted(std::vector<ColumnDef>{{"NO", Whole}, {"SK", Text}}), {}},
-        {"FIRMABILGISI",
-         counted(texts({"DEGER", "GIRIS", "FIRMA", "YETKILI1_AD", "ADRES", "TELEFON", "FAX1", "FAX2", "GSM",
-                        "GSM2", "WEB", "MAIL"})),
-         {}},
+        journaled({"FIRMABILGISI",
+                   counted(texts({"DEGER", "GIRIS", "FIRMA", "YETKILI1_AD", "ADRES", "TELEFON", "FAX1",
+                                  "FAX2", "GSM", "GSM2", "WEB", "MAIL"})),
+                   {}}),
         {"TAKSITALINAN",
          counted({{"MUSTNO", Text}, {"ISLEMNO", Whole}, {"ODTRH", Date}, {"ODMIKTAR", Number}}),
          {}},
@@ -193,8 +210,11 @@ std::vector<TableDef> smallTables() {
 
 const std::vector<TableDef>& tables() {
     static const std::vector<TableDef> all = [] {
-        std::vector<TableDef> made = {customers(), saleHeaders(), saleLines(), schedule(),
-                                      payments(),  products(),    callNotes()};
+        std::vector<TableDef> made;
+        for (TableDef (*table)() :
+             {customers, saleHeaders, saleLines, schedule, payments, products, callNotes})
+            made.push_back(journaled(table()));
+        made.push_back(journal());
         for (TableDef& table : smallTables())
             made.push_back(std::move(table));
         return made;

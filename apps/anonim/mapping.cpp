@@ -11,6 +11,7 @@
 #include "platform/store/dialect/literal.h"
 #include "platform/store/engine/alphabet.h"
 #include "platform/store/engine/inquiry.h"
+#include "platform/store/engine/journalseal.h"
 
 namespace veldona::anonim {
 namespace {
@@ -48,7 +49,7 @@ std::vector<Column> columnsOf(const store::Catalog& catalog) {
     using enum store::ColumnType;
     std::vector<Column> columns;
     for (const store::Catalog::Relation& table : catalog.relations()) {
-        if (table.isQuery) continue;
+        if (table.isQuery || table.name == store::kJournalTable) continue;
         for (const store::ColumnDef& column : table.columns) {
             if (column.type == Date)
                 columns.push_back({table.name, column.name, Sort::Date});
@@ -134,17 +135,26 @@ std::int64_t replaceColumn(const store::Inquiry& books, const Column& column, Di
     return 0;
 }
 
+// Its entries hold what nobody shall read, and who sat at the machine; the key is the shop's.
+void forgetJournal(const store::Inquiry& books) {
+    if (books.catalog().find(store::kJournalTable) == nullptr) return;
+    static_cast<void>(books.prepare("DELETE FROM GUNLUK")->step());
+    books.engine().setLastCounter(store::kJournalTable, 0);
+    books.engine().setJournalKey(store::newJournalKey());
+}
+
 } // namespace
 
 std::int64_t takeNamesOut(store::Engine& engine, Disguise& disguise) {
     const store::Inquiry books(engine);
     const std::vector<Column> columns = columnsOf(books.catalog());
     std::int64_t replaced = 0;
-    engine.begin();
+    engine.beginFilling(); // the journal, too, would tell the names that were there before
     learnAccounts(books, columns, disguise);
     for (const Column& column : columns)
         replaced += replaceColumn(books, column, disguise);
-    engine.commit();
+    forgetJournal(books);
+    engine.endFilling();
     return replaced;
 }
 

@@ -11,6 +11,8 @@
 #include "apps/tool/toolmain.h"
 #include "core/books.h"
 #include "core/delivered.h"
+#include "journal/chain.h"
+#include "journal/seen.h"
 #include "platform/desktop/paths.h"
 
 namespace {
@@ -27,11 +29,19 @@ std::string booksOf(const Options& options) {
 }
 
 int check(const Options& options) {
-    const auto books = openBooksToRead(store::placeOf(booksOf(options)), std::chrono::seconds(15));
+    const store::Place place = store::placeOf(booksOf(options));
+    const auto books = openBooksToRead(place, std::chrono::seconds(15));
     const Findings findings = checkBooks(*books);
-    std::cout << (options.csv ? asCsv(findings) : asText(findings)) << std::flush;
+    const journal::Chain chain =
+        journal::examine(*books, journal::SeenFile(journal::seenFileOfThisPerson()).of(place));
+    std::cout << (options.csv ? asCsv(findings) : asText(findings));
+    if (!options.csv)
+        std::cout << describe(chain) << '\n';
+    else if (chain.broken)
+        std::cout << asCsv(describe(chain));
+    std::cout << std::flush;
     if (!std::cout) throw std::runtime_error("Bulgular yazılamadı.");
-    return findings.all.empty() ? kNothingFound : kFound;
+    return findings.all.empty() && !chain.broken ? kNothingFound : kFound;
 }
 
 } // namespace

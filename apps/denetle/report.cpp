@@ -124,4 +124,8 @@ std::string asCsv(const Findings& findings) {
     return text;
 }
 
+std::string asCsv(const std::string& ofTheJournal) {
+    return ";;;" + cell(ofTheJournal) + ";;\r\n";
+}
+
 } // namespace veldona::denetle

@@ -20,6 +20,7 @@
 #include "core/reporting.h"
 #include "core/session.h"
 #include "core/startup.h"
+#include "journal/seen.h"
 #include "ui/dialogs.h"
 #include "ui/host.h"
 #include "ui/housestyle.h"
@@ -93,6 +94,7 @@ Ended runBooks(const std::string& root, std::optional<std::string>& backup) {
     Forms forms(windows);
     Session session(desktop, forms);
     session.reportDesk = &reports;
+    session.seenFile = journal::seenFileOfThisPerson();
     offerGuide(windows);
     session.showGuide = [&windows](const std::string& screen) {
         windows.showGuide(windows.frontWindow(), screen);

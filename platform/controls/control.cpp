@@ -73,12 +73,12 @@ void Control::press() {
 
 void Control::takeKey(const KeyEvent&, char32_t) {}
 
-void Control::dispatch(const std::function<void()>& event) {
-    form_->forms().dispatch(event);
+void Control::dispatch(const std::function<void()>& event, const std::string& words) {
+    form_->forms().dispatch(event, {form_, words});
 }
 
 void Control::raiseClick() {
-    dispatch([this] { call(onClick); });
+    dispatch([this] { call(onClick); }, actWords());
 }
 
 void place(Control& holder, std::initializer_list<Control*> controls) {

@@ -82,6 +82,8 @@ public:
     [[nodiscard]] virtual bool isInReach() const { return isShown() && isUsable(); }
     [[nodiscard]] virtual bool isField() const { return false; }   // what is entered stands in it
     [[nodiscard]] virtual bool takesClick() const { return true; } // all of it, not a part
+    // The words on it, which say what its click does; "" of a control that only holds something.
+    [[nodiscard]] virtual std::string actWords() const { return {}; }
     virtual void press();                                          // a click
     virtual void takeKey(const KeyEvent& key, char32_t character); // that nobody swallowed; 0: no character
     [[nodiscard]] virtual bool isCalledBy(const KeyEvent&) const {
@@ -105,8 +107,8 @@ protected:
     // Runs a handler that code's own assignment raises, its error going to that code. The last thing its
     // caller does.
     void fire(const std::function<void()>& handler);
-    // Runs an event of the operator's.
-    void dispatch(const std::function<void()>& event);
+    // Runs an event of the operator's; `words`: what the operator does by it.
+    void dispatch(const std::function<void()>& event, const std::string& words = {});
     void raiseClick();
 
 private:

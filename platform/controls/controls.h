@@ -18,6 +18,7 @@ public:
     // As a window draws it. Another caption than the declared one has no letter.
     [[nodiscard]] std::string words() const;
     [[nodiscard]] std::string shownText() const override { return caption_; }
+    [[nodiscard]] std::string actWords() const override { return caption_; }
 
 private:
     std::string declared_;

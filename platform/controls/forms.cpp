@@ -28,6 +28,18 @@ private:
     int before_;
 };
 
+// As it is read: without the mark of the underlined letter, and without the blanks that keep captions in
+// line.
+std::string plainCaption(std::string_view caption) {
+    std::string plain;
+    for (std::size_t i = 0; i < caption.size(); ++i) {
+        if (caption[i] == '&' && i + 1 < caption.size()) ++i;
+        plain += caption[i];
+    }
+    const std::size_t first = plain.find_first_not_of(' '), last = plain.find_last_not_of(" .");
+    return first == plain.npos || last == plain.npos ? std::string() : plain.substr(first, last + 1 - first);
+}
+
 } // namespace
 
 Forms::Hold::~Hold() {
@@ -172,10 +184,25 @@ void Forms::focusFirst(Form& form) {
     }
 }
 
-void Forms::dispatch(const std::function<void()>& event) {
+std::shared_ptr<void> Forms::begunAct(const ActWords& act) const {
+    if (!beginAct || running_ - 1 > edge_) return nullptr;
+    const Form* form = act.form != nullptr ? act.form : active();
+    return beginAct(form != nullptr ? plainCaption(form->caption()) : std::string(), plainCaption(act.words));
+}
+
+void Forms::pressesFor(const Control& control) const {
+    pressesFor(control.actWords());
+}
+
+void Forms::pressesFor(const std::string& caption) const {
+    if (nameAct) nameAct(plainCaption(caption));
+}
+
+void Forms::dispatch(const std::function<void()>& event, const ActWords& act) {
     if (ended_) return;
     const Hold hold(*this);
     const Scoped depth(running_, running_ + 1);
+    const std::shared_ptr<void> begun = begunAct(act);
     try {
         runCaught(event);
         if (running_ - 1 <= edge_ && onEventEnd) runCaught(onEventEnd);

@@ -41,6 +41,12 @@ public:
 // Thrown by Forms::endProcess through whatever runs; no error, so no error handling swallows it.
 struct ProcessEnd {};
 
+// What an event is to whoever keeps a record of the operator's acts.
+struct ActWords {
+    const Form* form = nullptr; // nothing: the one in front
+    std::string words;
+};
+
 class Forms {
 public:
     using Factory = std::function<std::unique_ptr<Form>(Forms&)>;
@@ -53,6 +59,11 @@ public:
     // The last handler: what becomes of an error that no procedure caught. Set once at start-up.
     std::function<void(const RuntimeError&)> onUncaught;
     std::function<void()> onEventEnd; // behind each event that no other one of the same loop has begun
+    // For whoever keeps a record of the operator's acts, in the words that the operator reads. Asked at the
+    // beginning of each event that no other one of the same loop has begun; what it answers lives to the
+    // event's end. A procedure that presses a button in a key's place says so by nameAct.
+    std::function<std::shared_ptr<void>(const std::string& screen, const std::string& words)> beginAct;
+    std::function<void(const std::string& words)> nameAct;
 
     void add(std::string name, Factory factory);
     [[nodiscard]] bool isKnown(std::string_view name) const;
@@ -76,7 +87,10 @@ public:
     // Runs one event. An uncaught RuntimeError ends it and goes to onUncaught (on to the caller where none is
     // set), and so does memory that ran out, as error 7. ProcessEnd unwinds the events on the stack down to
     // the first one. Nothing runs once the process has ended.
-    void dispatch(const std::function<void()>& event);
+    void dispatch(const std::function<void()>& event, const ActWords& act = {});
+    // The act that runs is the press of this one.
+    void pressesFor(const Control& control) const;
+    void pressesFor(const std::string& caption) const;
     // For a host whose own event loop no exception may cross: ProcessEnd stops at the events that `loop`
     // runs, and is thrown again when `loop` has returned.
     void runLoop(const std::function<void()>& loop);
@@ -113,6 +127,7 @@ private:
     void focusFirst(Form& form);
     void remove(Form& form);
     void runCaught(const std::function<void()>& event);
+    [[nodiscard]] std::shared_ptr<void> begunAct(const ActWords& act) const;
 
     FormHost* host_;
     std::map<std::string, Factory, std::less<>> factories_; // keys in upper case

@@ -3,6 +3,7 @@
 
 #include "platform/controls/forms.h"
 #include "platform/controls/handlers.h"
+#include "platform/controls/keynames.h"
 #include "platform/controls/userinput.h"
 
 namespace veldona::user {
@@ -73,20 +74,22 @@ char32_t characterOf(const KeyEvent& event) {
 
 // To the screen first; false where one of the two swallowed it, or nobody is left to take it.
 template <class Event, class ScreenHandler, class ControlHandler>
-bool deliver(Form& form, Control* focused, Event& event, ScreenHandler ofScreen, ControlHandler ofControl) {
+bool deliver(Form& form, Control* focused, Event& event, ScreenHandler ofScreen, ControlHandler ofControl,
+             const std::string& words) {
     Forms& forms = form.forms();
-    forms.dispatch([&] { call(form.*ofScreen, event); });
+    const ActWords act{&form, words};
+    forms.dispatch([&] { call(form.*ofScreen, event); }, act);
     if (event.swallowed || !lives(form)) return false;
-    if (focused) forms.dispatch([&] { call(focused->*ofControl, event); });
+    if (focused) forms.dispatch([&] { call(focused->*ofControl, event); }, act);
     return !event.swallowed && lives(form);
 }
 
 bool deliverDown(Form& form, Control* focused, KeyEvent& event) {
-    return deliver(form, focused, event, &Form::onKeyDown, &Control::onKeyDown);
+    return deliver(form, focused, event, &Form::onKeyDown, &Control::onKeyDown, nameOf(event.key));
 }
 
 bool deliverPress(Form& form, Control* focused, KeyPress& press) {
-    return deliver(form, focused, press, &Form::onKeyPress, &Control::onKeyPress);
+    return deliver(form, focused, press, &Form::onKeyPress, &Control::onKeyPress, {});
 }
 
 void moveFocusBy(Form& form, int step) {

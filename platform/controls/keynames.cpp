@@ -47,6 +47,12 @@ constexpr NamedKey kNamedKeys[] = {
 
 } // namespace
 
+std::string nameOf(Key key) {
+    for (const NamedKey& known : kNamedKeys)
+        if (known.key == key) return std::string(known.name);
+    return {};
+}
+
 std::optional<KeyEvent> keyNamed(std::string_view name) {
     if (constexpr std::string_view control = "Ctrl+";
         name.size() > control.size() && sameName(name.substr(0, control.size()), control)) {

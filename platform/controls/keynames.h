@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "platform/controls/keys.h"
@@ -10,5 +11,6 @@ namespace veldona {
 
 // "F2", "Enter", "Left" … or one character, "Ctrl+" before any of them; nothing for any other name.
 [[nodiscard]] std::optional<KeyEvent> keyNamed(std::string_view name);
+[[nodiscard]] std::string nameOf(Key key); // "" of one that has none
 
 } // namespace veldona

@@ -92,7 +92,9 @@ bool clickRow(Control& listOrGrid, int row) {
 bool dblClick(Control& control) {
     const Forms::Hold hold(control.form().forms());
     if (!click(control)) return false;
-    if (isInFront(control)) control.form().forms().dispatch([&control] { call(control.onDblClick); });
+    if (isInFront(control))
+        control.form().forms().dispatch([&control] { call(control.onDblClick); },
+                                        {&control.form(), control.actWords()});
     return true;
 }
 
@@ -156,7 +158,8 @@ bool clickTool(ToolBar& bar, std::string_view key) {
     if (!turnTo(bar)) return false;
     const ToolBar::Tool* tool = bar.find(key);
     if (!tool || !tool->visible || !tool->enabled) return false;
-    bar.form().forms().dispatch([&bar, pressed = tool->key] { call(bar.onToolClick, pressed); });
+    bar.form().forms().dispatch([&bar, pressed = tool->key] { call(bar.onToolClick, pressed); },
+                                {&bar.form(), tool->caption});
     return true;
 }
 

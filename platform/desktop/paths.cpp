@@ -41,6 +41,18 @@ bool isOnDriveC(std::string_view path) {
     return path.size() == 2 || path[2] == '\\' || path[2] == '/';
 }
 
+std::string folderOfPerson(const char* variable, const char* belowHome) {
+    // A relative one is to be ignored, by the rule of these variables.
+    if (const char* named = std::getenv(variable); named && *named == '/')
+        return (fs::path(named) / "veldona").string();
+    const char* home = std::getenv("HOME");
+    if (!home || !*home) {
+        const passwd* user = getpwuid(getuid());
+        home = user ? user->pw_dir : "/";
+    }
+    return (fs::path(home) / belowHome / "veldona").string();
+}
+
 } // namespace
 
 std::string Paths::toNative(std::string_view path) const {
@@ -64,15 +76,11 @@ std::string chooseRoot(const std::string& executableFolder, const std::string& u
 }
 
 std::string userDataFolder() {
-    // A relative one is to be ignored, by the rule of that variable.
-    if (const char* data = std::getenv("XDG_DATA_HOME"); data && *data == '/')
-        return (fs::path(data) / "veldona").string();
-    const char* home = std::getenv("HOME");
-    if (!home || !*home) {
-        const passwd* user = getpwuid(getuid());
-        home = user ? user->pw_dir : "/";
-    }
-    return (fs::path(home) / ".local/share/veldona").string();
+    return folderOfPerson("XDG_DATA_HOME", ".local/share");
+}
+
+std::string userSettingsFolder() {
+    return folderOfPerson("XDG_CONFIG_HOME", ".config");
 }
 
 std::string executableFolder() {

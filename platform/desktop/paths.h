@@ -31,6 +31,8 @@ private:
 [[nodiscard]] std::string chooseRoot(const std::string& executableFolder, const std::string& userDataFolder);
 // $XDG_DATA_HOME/veldona, or ~/.local/share/veldona.
 [[nodiscard]] std::string userDataFolder();
+// $XDG_CONFIG_HOME/veldona, or ~/.config/veldona.
+[[nodiscard]] std::string userSettingsFolder();
 [[nodiscard]] std::string executableFolder();
 
 // One line, closed by a line end, in place of what the file held. Error 75 where it cannot be written.

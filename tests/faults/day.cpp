@@ -11,7 +11,9 @@
 #include <stdexcept>
 
 #include "core/delivered.h"
+#include "journal/chain.h"
 #include "platform/store/dialect/storeerror.h"
+#include "platform/store/engine/journalseal.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "schema/tables.h"
 
@@ -46,9 +48,12 @@ void requireTold(Till& till, const Act& act) {
     _exit(0); // the till closed its file first
 }
 
+// Of the journal what doesn't tell the run: each interrupted day must have left the very entries of what it
+// did.
 std::string rowsOf(store::Engine& engine, const std::string& table) {
     std::string text = table + "\n";
-    const auto rows = engine.prepare("SELECT * FROM \"" + table + "\" ORDER BY ID");
+    const std::string columns = table == store::kJournalTable ? "ID, TABLO, TUR, ANAHTAR, ESKI, YENI" : "*";
+    const auto rows = engine.prepare("SELECT " + columns + " FROM \"" + table + "\" ORDER BY ID");
     while (rows->step()) {
         for (int i = 0; i < rows->columnCount(); ++i)
             text.append(rows->text(i)).append("|");
@@ -140,6 +145,8 @@ std::string contentOf(const std::filesystem::path& file, std::string& faults) {
         const auto check = engine->prepare("PRAGMA integrity_check");
         while (check->step())
             if (check->text(0) != "ok") faults.append(check->text(0)).append("; ");
+        if (const journal::Chain chain = journal::examine(*engine); chain.broken)
+            faults += describe(chain) + "; ";
         return contentBy(*engine);
     } catch (const store::StoreError& error) {
         faults += "the file does not open: " + error.description();

@@ -48,7 +48,9 @@ TEST_F(NamelessCopy, AccountsChangeAlikeEverywhereAmountsStay) {
     const auto nameless = test::openBooks(copy());
     std::map<std::string, Names> accounts, accountsBefore;
     Names flat, shifts;
+    EXPECT_EQ(cells(*nameless, "ID", "GUNLUK").size(), 0U) << "the journal tells the names of before";
     for (const store::TableDef& table : schema::tables()) {
+        if (table.name == "GUNLUK") continue;
         for (const store::ColumnDef& column : table.columns) {
             SCOPED_TRACE(table.name + '.' + column.name);
             const auto before = cells(*original, column.name, table.name);

@@ -42,7 +42,7 @@ public:
         const auto statement = engine_->prepare(sql);
         return statement->step() ? std::string(statement->text(0)) : std::string();
     }
-    // Every cell of every table, in the order of the rows' IDs.
+    // Every cell of every table but the journal, which tells the run, in the order of the rows' IDs.
     std::uint64_t checksum() {
         std::uint64_t sum = 14695981039346656037U;
         const auto take = [&sum](std::string_view bytes) {
@@ -51,6 +51,7 @@ public:
             sum = (sum ^ 256) * 1099511628211U;
         };
         for (const store::TableDef& table : schema::tables()) {
+            if (table.name == "GUNLUK") continue;
             const auto rows = engine_->prepare("SELECT * FROM " + table.name + " ORDER BY ID");
             while (rows->step())
                 for (int column = 0; column < rows->columnCount(); ++column)
@@ -125,7 +126,8 @@ TEST(Teslim, EmptyBooksHoldTheFirstRowsAlone) {
     for (const store::TableDef& table : schema::tables()) {
         const bool first =
             table.name == "FIRMABILGISI" || table.name == "URUNTANITIM" || table.name == "T_KASA_TANITIM";
-        EXPECT_EQ(books.number("SELECT count(*) FROM " + table.name), first ? 1 : 0) << table.name;
+        const int entries = table.name == "GUNLUK" ? 3 : 0; // one of each of them
+        EXPECT_EQ(books.number("SELECT count(*) FROM " + table.name), first ? 1 : entries) << table.name;
     }
 }
 

@@ -31,6 +31,7 @@ struct TableDef {
     std::vector<ColumnDef> columns;
     std::vector<std::vector<std::string>> indexes; // column names, one list an index
     std::vector<std::string> key = {}; // no two rows share the values of these columns; indexed too
+    bool isJournaled = false;          // each row that is added, changed or removed leaves an entry in GUNLUK
 };
 
 // A named query in the store's dialect, read like a table.

@@ -7,6 +7,7 @@
 #include "platform/store/dialect/literal.h"
 #include "platform/store/dialect/names.h"
 #include "platform/store/engine/durable.h"
+#include "platform/store/engine/journalseal.h"
 #include "platform/store/engine/openfile.h"
 
 namespace veldona::store {
@@ -50,6 +51,7 @@ BulkLoad::Rows BulkLoad::into(const TableDef& table, const std::vector<std::stri
 }
 
 void BulkLoad::finish() {
+    engine_->noteInJournal(kFilledNote);
     engine_->endFilling();
     inquiry_.reset();
     engine_.reset();

@@ -39,7 +39,8 @@ public:
     // The rows of `columns`, which `table` must have; the others stay Null, and ID counts on.
     [[nodiscard]] Rows into(const TableDef& table, const std::vector<std::string>& columns);
 
-    // Ends the filling: the indexes stand and the file is on the disk. No Rows may be left.
+    // Ends the filling: the indexes stand, the journal says that rows came in so, and the file is on the
+    // disk. No Rows may be left.
     void finish();
 
 private:

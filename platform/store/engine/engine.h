@@ -129,15 +129,21 @@ public:
     // From now on nothing is kept by which a failed change could be undone: only for a file that is thrown
     // away then.
     virtual void keepNoJournal() = 0;
-    // Very many rows at once, in one transaction, without indexes and without waiting for the disk: only for
-    // a file that nobody else has open and that is thrown away where it fails. The indexes stand again at the
-    // end; a key that rows bring twice is then unique no more.
+    // Very many rows at once, in one transaction, without indexes, without entries in the journal and without
+    // waiting for the disk: only for a file that nobody else has open and that is thrown away where it fails.
+    // All stands again at the end; a key that rows bring twice is then unique no more.
     virtual void beginFilling() = 0;
     virtual void endFilling() = 0;
     // The counter given last in a table, 0 before the first: it is above those of all rows where the last
     // ones are gone. Books that come from elsewhere go on behind it.
     [[nodiscard]] virtual std::int64_t lastCounterOf(const std::string& table) = 0;
     virtual void setLastCounter(const std::string& table, std::int64_t given) = 0;
+    // The key of the journal (journalseal.h) as it is kept in the books, "" where they have none. Books that
+    // come from elsewhere bring theirs along.
+    [[nodiscard]] virtual std::string journalKey() = 0;
+    virtual void setJournalKey(const std::string& key) = 0;
+    // An entry of the journal that is no row's; `what` is a JSON object. Nothing where books have no journal.
+    virtual void noteInJournal(const std::string& what) = 0;
     // Writes the file anew, so that nothing is left in it of what was overwritten.
     virtual void rewrite() = 0;
 

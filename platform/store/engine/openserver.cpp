@@ -58,8 +58,8 @@ void createOnServer(const ServerPlace& place, const std::vector<TableDef>& table
                     const std::vector<SavedQueryDef>& queries) {
     const std::string schema = quotedName(place.schema);
     runScript(place, "BEGIN; CREATE SCHEMA " + schema + "; SET LOCAL search_path = " + schema + ";\n" +
-                         definitionScript(tables, queries) + editionStatement(place, tables, queries) +
-                         "COMMIT");
+                         definitionScript(tables, queries) + newJournalKeyStatement() +
+                         editionStatement(place, tables, queries) + "COMMIT");
 }
 
 void removeFromServer(const ServerPlace& place) {

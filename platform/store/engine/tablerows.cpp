@@ -76,6 +76,7 @@ void copyRows(Engine& from, Engine& into, const std::function<void()>& onRows) {
         copyTable(source, target, *table, onRows);
     for (const Catalog::Relation* table : tables)
         into.setLastCounter(table->name, from.lastCounterOf(table->name));
+    into.setJournalKey(from.journalKey());
     into.endFilling();
 }
 

@@ -6,9 +6,12 @@
 #include "platform/store/dialect/names.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/dialect/translate.h"
+#include "platform/store/engine/journalseal.h"
 
 namespace veldona::store {
 namespace {
+
+const std::string kJournal = foldName(kJournalTable);
 
 constexpr std::size_t kPlansKept = 256;
 
@@ -98,6 +101,7 @@ std::int64_t Database::write(const Query& query) {
     const std::string& table = query.plan().table;
     faults_->countWrite(table);
     ++writes_[foldName(table)];
+    ++writes_[kJournal]; // by the engine itself, along with it
     const Run run(query);
     while (query.prepared->statement->step()) {
     }

@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "platform/store/dialect/savedquery.h"
+#include "platform/store/engine/journalseal.h"
 #include "platform/store/engine/postgres/words.h"
 
 namespace veldona::store {
@@ -40,6 +41,10 @@ std::string tableScript(const TableDef& table) {
     if (!table.key.empty()) script += indexDefinition(table, table.key, true) + ";\n";
     for (const auto& columns : table.indexes)
         script += indexDefinition(table, columns, false) + ";\n";
+    if (table.isJournaled)
+        script += "CREATE TRIGGER vd_journal AFTER INSERT OR UPDATE OR DELETE ON " + name +
+                  " FOR EACH ROW EXECUTE FUNCTION vd_journal();\n";
+    if (table.name == kJournalTable) return script; // written along with others, which tell of it
     return script + "CREATE TRIGGER vd_wrote AFTER INSERT OR UPDATE OR DELETE OR TRUNCATE ON " + name +
            " EXECUTE FUNCTION vd_wrote();\n";
 }
@@ -75,6 +80,16 @@ std::string definitionScript(const std::vector<TableDef>& tables, const std::vec
         script += "CREATE VIEW " + quotedName(query.name) + " AS " +
                   savedQueryText(query, catalog, kPostgresWords) + ";\n";
     return script;
+}
+
+std::string newJournalKeyStatement() {
+    return "INSERT INTO \"MSysGUNLUK\" VALUES (" + journalKeyValues(newJournalKey()) + "); ";
+}
+
+std::string journalKeyValues(const std::string& kept) {
+    const JournalKey key(kept);
+    return '\'' + kept + "', decode('" + key.innerPad() + "', 'hex'), decode('" + key.outerPad() +
+           "', 'hex')";
 }
 
 std::string scratchStatement(const TableDef& table) {

@@ -14,6 +14,10 @@ namespace veldona::store {
 // One script that makes all of it in the schema in use: the alphabet, the functions, the tables.
 [[nodiscard]] std::string definitionScript(const std::vector<TableDef>& tables,
                                            const std::vector<SavedQueryDef>& queries);
+// Behind the script, which is the same for all books: the key of these.
+[[nodiscard]] std::string newJournalKeyStatement();
+// A row of MSysGUNLUK.
+[[nodiscard]] std::string journalKeyValues(const std::string& kept);
 // A table of the connection's own.
 [[nodiscard]] std::string scratchStatement(const TableDef& table);
 [[nodiscard]] std::string indexDefinition(const TableDef& table, const std::vector<std::string>& columns,

@@ -270,3 +270,72 @@ BEGIN
     PERFORM pg_notify(TG_TABLE_SCHEMA, '');
     RETURN NULL;
 END $$;
+
+-- The shop's key of the journal, and its two pads. The tills read the key, for the file of a backup, and not the pads,
+-- which are made of it and of the program.
+CREATE TABLE "MSysGUNLUK" ("ANAHTAR" text NOT NULL, "IC" bytea NOT NULL, "DIS" bytea NOT NULL);
+-- What a till has to note in the journal comes through here; no row stays.
+CREATE TABLE "MSysGUNLUKNOT" ("NE" text);
+
+-- What is sealed of a value: its length before it, else two could be told from other two only by where one ends.
+CREATE FUNCTION vd_sealed(given text) RETURNS text LANGUAGE sql IMMUTABLE PARALLEL SAFE AS
+    $$ SELECT coalesce(octet_length(given)::text || ':' || given, '-') $$;
+
+-- The entry behind the newest one. Who and where is said by the program before its write (veldona.act), and stands in
+-- the first entry of an act alone; what another program writes is named by its connection.
+CREATE FUNCTION vd_journal_entry(kind text, table_name text, row_key bigint, before text, after text) RETURNS void
+LANGUAGE plpgsql AS $$
+DECLARE
+    head record;
+    shop record;
+    act text[] := string_to_array(current_setting('veldona.act', true), E'\x1f');
+    number text; moment text; who text[];
+    place bigint; sealed bytea;
+BEGIN
+    IF coalesce(array_length(act, 1), 0) <> 7 THEN
+        act := ARRAY['sunucu-' || pg_backend_pid() || '-' || txid_current(), '',
+                     current_setting('application_name'), coalesce(host(inet_client_addr()), ''), session_user, '', ''];
+    END IF;
+    number := act[1]; moment := coalesce(nullif(act[2], ''), vd_stored(localtimestamp(0)));
+    SELECT "ID", "ISLEM", "OZET" INTO head FROM "GUNLUK" ORDER BY "ID" DESC NULLS LAST LIMIT 1;
+    SELECT "IC", "DIS" INTO STRICT shop FROM "MSysGUNLUK";
+    place := coalesce(head."ID", 0) + 1;
+    IF head."ISLEM" COLLATE "C" IS DISTINCT FROM number COLLATE "C" THEN who := act[3:7]; END IF;
+    sealed := sha256(shop."IC" || convert_to(coalesce(head."OZET", '') || vd_sealed(place::text) || vd_sealed(number) ||
+        vd_sealed(moment) || vd_sealed(who[1]) || vd_sealed(who[2]) || vd_sealed(who[3]) || vd_sealed(who[4]) ||
+        vd_sealed(who[5]) || vd_sealed(table_name) || vd_sealed(kind) || vd_sealed(row_key::text) || vd_sealed(before) ||
+        vd_sealed(after), 'UTF8'));
+    INSERT INTO "GUNLUK" VALUES (place, number, moment, who[1], who[2], who[3], who[4], who[5], table_name, kind, row_key,
+        before, after, left(encode(sha256(shop."DIS" || sealed), 'hex'), 32));
+END $$;
+
+-- Runs as the owner, since no till may write to the journal; nothing is looked up but in the books. The lock is the one
+-- that a till's write holds already: the entries of two never come between each other.
+CREATE FUNCTION vd_journal() RETURNS trigger LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog, pg_temp AS $$
+DECLARE
+    was text; row_now text; row_key bigint;
+BEGIN
+    PERFORM set_config('search_path', quote_ident(TG_TABLE_SCHEMA) || ', pg_temp', true);
+    PERFORM pg_advisory_xact_lock(7645, (quote_ident(TG_TABLE_SCHEMA)::regnamespace)::oid::bigint::int);
+    IF TG_TABLE_NAME = 'MSysGUNLUKNOT' THEN
+        PERFORM vd_journal_entry('N', NULL, NULL, NULL, NEW."NE");
+        RETURN NULL;
+    END IF;
+    IF TG_OP <> 'INSERT' THEN was := row_to_json(OLD)::text; row_key := OLD."ID"; END IF;
+    IF TG_OP <> 'DELETE' THEN row_now := row_to_json(NEW)::text; row_key := NEW."ID"; END IF;
+    IF TG_OP = 'UPDATE' THEN
+        IF was = row_now THEN RETURN NULL; END IF;
+        SELECT '{' || string_agg(to_json(o.key)::text || ':' || o.value::text, ',' ORDER BY o.place) || '}',
+               '{' || string_agg(to_json(o.key)::text || ':' || n.value::text, ',' ORDER BY o.place) || '}'
+        INTO was, row_now
+        FROM json_each(was::json) WITH ORDINALITY o(key, value, place)
+        JOIN json_each(row_now::json) WITH ORDINALITY n(key, value, place) USING (place)
+        WHERE o.place = 1 OR o.value::text <> n.value::text;
+    END IF;
+    PERFORM vd_journal_entry(CASE TG_OP WHEN 'INSERT' THEN 'E' WHEN 'UPDATE' THEN 'D' ELSE 'S' END, TG_TABLE_NAME, row_key,
+                             was, row_now);
+    RETURN NULL;
+END $$;
+-- A till that could hang it on a table of its own would run what stands there as the owner.
+REVOKE ALL ON FUNCTION vd_journal() FROM PUBLIC;
+CREATE TRIGGER vd_journal BEFORE INSERT ON "MSysGUNLUKNOT" FOR EACH ROW EXECUTE FUNCTION vd_journal();

@@ -72,7 +72,8 @@ public:
         return catalog;
     }
     void define(const std::vector<TableDef>& tables, const std::vector<SavedQueryDef>& queries) override {
-        session_->script("BEGIN;\n" + definitionScript(tables, queries) + "COMMIT");
+        session_->script("BEGIN;\n" + definitionScript(tables, queries) + newJournalKeyStatement() +
+                         "COMMIT");
     }
 
     void begin() override { session_->begin(); }
@@ -130,6 +131,21 @@ public:
         if (given == 0) return; // as it was made
         static_cast<void>(session_->ask("SELECT setval(pg_get_serial_sequence($1, 'ID'), $2)",
                                         {boundOf(quotedName(table)), boundOf(given)}));
+    }
+    std::string journalKey() override {
+        const ServerRows table = session_->ask("SELECT 1 FROM pg_class WHERE relname = 'MSysGUNLUK' AND "
+                                               "relnamespace = current_schema()::regnamespace");
+        if (table.rowCount() == 0) return {};
+        const ServerRows kept = session_->ask("SELECT \"ANAHTAR\" FROM \"MSysGUNLUK\"");
+        return kept.rowCount() == 0 ? std::string() : std::string(kept.text(0, 0));
+    }
+    void setJournalKey(const std::string& key) override {
+        if (key.empty()) return;
+        session_->script("UPDATE \"MSysGUNLUK\" SET (\"ANAHTAR\", \"IC\", \"DIS\") = (" +
+                         journalKeyValues(key) + ")");
+    }
+    void noteInJournal(const std::string& what) override {
+        if (!journalKey().empty()) session_->note(what);
     }
     void rewrite() override {
         const Catalog catalog = readCatalog();

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <utility>
 
+#include "platform/store/engine/journalseal.h"
 #include "platform/store/engine/openserver.h"
 #include "platform/store/engine/postgres/definitions.h"
 #include "platform/store/engine/postgres/edition.h"
@@ -37,14 +38,22 @@ template <class Step> decltype(auto) asStoreError(Step&& step) {
     }
 }
 
+// The journal is written by the triggers alone, and its pads are read by nobody else.
+std::string journalRights(const std::string& in, const std::string& to) {
+    const std::string from = std::string(" FROM ") + kTillRole + "; ",
+                      key = in + quotedName(kJournalKeyTable);
+    return "REVOKE INSERT, UPDATE, DELETE ON " + in + quotedName(kJournalTable) + from + "REVOKE ALL ON " +
+           key + from + "GRANT SELECT (\"ANAHTAR\") ON " + key + to;
+}
+
 // What the tills may: rows, and the counters that they fill.
 std::string grants(const std::string& schema) {
     const std::string on = " IN SCHEMA " + quotedName(schema), to = std::string(" TO ") + kTillRole + "; ";
     return "GRANT USAGE ON SCHEMA " + quotedName(schema) + to +
            "GRANT SELECT, INSERT, UPDATE, DELETE ON ALL TABLES" + on + to +
-           "GRANT USAGE, SELECT, UPDATE ON ALL SEQUENCES" + on + to + "ALTER DEFAULT PRIVILEGES" + on +
-           " GRANT SELECT, INSERT, UPDATE, DELETE ON TABLES" + to + "ALTER DEFAULT PRIVILEGES" + on +
-           " GRANT USAGE, SELECT, UPDATE ON SEQUENCES" + to;
+           journalRights(quotedName(schema) + '.', to) + "GRANT USAGE, SELECT, UPDATE ON ALL SEQUENCES" + on +
+           to + "ALTER DEFAULT PRIVILEGES" + on + " GRANT SELECT, INSERT, UPDATE, DELETE ON TABLES" + to +
+           "ALTER DEFAULT PRIVILEGES" + on + " GRANT USAGE, SELECT, UPDATE ON SEQUENCES" + to;
 }
 
 // A statement that a till prepared before asks for its rights each time it runs.

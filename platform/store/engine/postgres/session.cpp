@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/store/dialect/literal.h"
+#include "platform/store/engine/act.h"
 #include "platform/store/engine/failures.h"
 #include "platform/store/engine/postgres/definitions.h"
 #include "platform/store/engine/postgres/words.h"
@@ -25,6 +26,7 @@ constexpr milliseconds kFirstLook(100);
 // Behind a longer pause, a box that somebody reads, all is asked anew.
 constexpr milliseconds kLongestKept(1000);
 
+constexpr char kBetweenParts = '\x1f'; // as vd_journal_entry reads it
 constexpr const char* kSavepoint = "SAVEPOINT vd";
 constexpr const char* kRelease = "RELEASE vd";
 constexpr const char* kBackToSavepoint = "ROLLBACK TO vd";
@@ -175,6 +177,26 @@ void Session::addSettings(Batch& batch, const Prepared* statement) {
     batch.push_back(std::move(tell));
 }
 
+// Who writes and at what, for the journal: with the first write of an act, and as its clock goes on.
+void Session::addAct(Batch& batch) {
+    const Act& act = runningAct();
+    const Actor& actor = thisActor();
+    const std::string moment = clock_ ? storedDate(clock_()) : std::string();
+    std::string said;
+    for (const std::string& part :
+         {act.number, moment, actor.program, actor.machine, actor.user, act.screen, act.name}) {
+        if (!said.empty()) said += kBetweenParts;
+        for (const char letter : part)
+            said += static_cast<unsigned char>(letter) < ' ' ? ' ' : letter;
+    }
+    if (said == actSaid_) return;
+    Command tell = plain("SELECT set_config('veldona.act', $1, false)");
+    tell.values.push_back(boundOf(said));
+    batch.push_back(std::move(tell));
+    if (!isOpen_) batch.push_back(syncHere());
+    actSaid_ = std::move(said);
+}
+
 std::size_t Session::bindTo(Trip& trip, const Question& asked) {
     Prepared& statement = *asked.statement;
     if (std::exchange(statement.connection, connections_) != connections_) statement.variants.clear();
@@ -283,6 +305,7 @@ Session::Rows Session::attempt(const Question& asked) {
     Trip trip;
     Batch& batch = trip.commands;
     addSettings(batch, &statement);
+    if (shared) addAct(batch);
     if (isOpen_) batch.push_back(plain(kSavepoint));
     if (shared && !isOpen_) batch.push_back(lock());
     const std::size_t place = bindTo(trip, asked);
@@ -365,6 +388,7 @@ Session::Answers Session::send(const Batch& batch, const Patience& patience, std
         timeoutSet_ = busyTimeout;
         return answers;
     } catch (const ServerRefusal& refusal) {
+        actSaid_.clear(); // it may be undone with the rest
         if (refusedAt != nullptr) *refusedAt = refusal.command;
         if (isOpen_ && wire_->isInTransaction()) backToSavepoint();
         if (refusal.code == "55P03" && lockWait)
@@ -444,6 +468,16 @@ ServerRows Session::ask(const std::string& sql, const std::vector<Bound>& values
     }
 }
 
+void Session::note(const std::string& what) {
+    requireConnection();
+    flushWaiting();
+    Batch batch;
+    addAct(batch);
+    batch.push_back(plain("INSERT INTO \"MSysGUNLUKNOT\" VALUES ($1)"));
+    batch.back().values = {boundOf(what)};
+    guarded([&] { static_cast<void>(send(batch, {})); });
+}
+
 void Session::begin() {
     requireConnection();
     sendWaiting();
@@ -508,6 +542,7 @@ void Session::commit() {
 // end.
 void Session::rollback() {
     isOpen_ = false;
+    actSaid_.clear();
     waiting_.clear();
     ahead_.forget();
     Batch batch;

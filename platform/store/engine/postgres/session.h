@@ -96,6 +96,9 @@ public:
     void copyIn(const std::string& statement, const std::string& lines);
     [[nodiscard]] ServerRows ask(const std::string& sql, const std::vector<Bound>& values = {});
 
+    // Into the journal of the books.
+    void note(const std::string& what);
+
     void begin();
     void beginReading();
     void commit();
@@ -131,6 +134,7 @@ private:
     using Ahead = std::vector<std::pair<std::size_t, Question>>;
 
     void addSettings(Batch& batch, const Prepared* statement);
+    void addAct(Batch& batch);
     [[nodiscard]] Command lock() const;
     [[nodiscard]] Command mark(const std::string& table);
     std::size_t bindTo(Trip& trip, const Question& asked); // the place of its answer
@@ -188,6 +192,7 @@ private:
     std::vector<std::string> forgotten_;          // names to be taken back with the next trip
     std::map<std::string, std::int64_t> counted_; // the first counter of each table in this transaction
     std::int64_t named_ = 0;
+    std::string actSaid_; // to this connection, who writes and at what
     ReadAhead ahead_;
     std::chrono::steady_clock::time_point askedAt_; // last
     std::int64_t aheadAct_ = 0, aheadNotes_ = 0;    // in which act, and behind how many writes of others

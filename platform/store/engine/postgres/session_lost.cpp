@@ -85,6 +85,7 @@ void Session::connect(milliseconds wait) {
     ++connections_;
     timeoutSet_ = milliseconds(-1);
     forgotten_.clear();
+    actSaid_.clear();
     waiting_.clear();
     ahead_.forget();
     emptied_.merge(filled_);

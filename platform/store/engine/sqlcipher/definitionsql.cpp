@@ -4,6 +4,7 @@
 
 #include "platform/store/dialect/catalog.h"
 #include "platform/store/dialect/savedquery.h"
+#include "platform/store/engine/sqlcipher/journaltriggers.h"
 #include "platform/store/engine/sqlcipher/words.h"
 
 namespace veldona::store {
@@ -84,6 +85,9 @@ std::vector<std::string> definitionStatements(const std::vector<TableDef>& table
     for (const SavedQueryDef& query : queries)
         statements.push_back("CREATE VIEW " + quoted(query.name) + " AS " +
                              savedQueryText(query, catalog, kSqlcipherWords));
+    for (const TableDef& table : tables)
+        for (JournalTrigger& trigger : journalTriggers(table))
+            statements.push_back(std::move(trigger.statement));
     return statements;
 }
 

@@ -10,7 +10,8 @@
 
 namespace veldona::store {
 
-// The engine's statements that make `tables` and `queries`; a query's text is of the dialect.
+// The engine's statements that make `tables` and `queries`, with the triggers of their journal; a query's
+// text is of the dialect.
 [[nodiscard]] std::vector<std::string> definitionStatements(const std::vector<TableDef>& tables,
                                                             const std::vector<SavedQueryDef>& queries);
 // The single ones, of which a file of former days is made up too.

@@ -10,6 +10,7 @@
 
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/sqlcipher/definitionsql.h"
+#include "platform/store/engine/sqlcipher/journaltriggers.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace veldona::store {
@@ -44,6 +45,8 @@ public:
         tables.insert(tables.end(), delivered.scratch.begin(), delivered.scratch.end());
         for (const std::string& statement : definitionStatements(tables, delivered.queries))
             add(statement);
+        for (const TableDef& table : tables)
+            if (table.isJournaled) journaled_.push_back(table);
         for (TableDef& table : tables) { // as they stood in older books: no unique key, no default
             if (!table.key.empty()) whole_.insert(indexStatement(table, table.key, Unique::No));
             for (ColumnDef& column : table.columns)
@@ -52,10 +55,11 @@ public:
         }
         whole_.insert("CREATE TABLE MSysSIRALAMA (SURUM TEXT)");
         whole_.insert("CREATE TABLE sqlite_sequence(name,seq)");
+        if (!journaled_.empty()) whole_.insert(kJournalKeyStatement);
     }
 
     [[nodiscard]] bool holds(const std::string& statement) const {
-        if (whole_.contains(statement)) return true;
+        if (whole_.contains(statement) || isFormerTrigger(statement)) return true;
         const auto parts = partsOf(statement);
         if (!parts) return false;
         const auto table = columns_.find(parts->head);
@@ -66,6 +70,22 @@ public:
     }
 
 private:
+    // One that an older release made for a table of fewer columns: letter for letter the one that is made for
+    // those.
+    [[nodiscard]] bool isFormerTrigger(const std::string& statement) const {
+        const std::vector<std::string> columns = columnsOfTrigger(statement);
+        if (columns.empty()) return false;
+        const std::set<std::string> once(columns.begin(), columns.end());
+        return once.size() == columns.size() && std::ranges::any_of(journaled_, [&](TableDef table) {
+                   std::erase_if(table.columns,
+                                 [&](const ColumnDef& column) { return !once.contains(column.name); });
+                   if (table.columns.size() != columns.size()) return false;
+                   return std::ranges::any_of(journalTriggers(table), [&](const JournalTrigger& trigger) {
+                       return trigger.statement == statement;
+                   });
+               });
+    }
+
     void add(const std::string& statement) {
         if (auto parts = partsOf(statement))
             columns_[parts->head].insert(parts->columns.begin(), parts->columns.end());
@@ -74,6 +94,7 @@ private:
     }
 
     std::set<std::string> whole_;
+    std::vector<TableDef> journaled_;
     std::map<std::string, std::set<std::string>> columns_; // by the head of the table's statement
 };
 
@@ -104,9 +125,11 @@ std::string shown(std::string_view name) {
     return plain;
 }
 
-// What a newer program delivers besides may be tables, indexes and queries; it acts on nothing by itself.
-bool mayBeNewer(std::string_view kind) {
-    return kind == "tablo" || kind == "dizin" || kind == "sorgu";
+// What a newer program delivers besides may be tables, indexes and queries, which act on nothing by
+// themselves, and the triggers of its journal: the books are not opened, so nothing of theirs runs.
+bool mayBeNewer(std::string_view statement) {
+    const std::string kind = kindOf(statement);
+    return kind == "tablo" || kind == "dizin" || kind == "sorgu" || !columnsOfTrigger(statement).empty();
 }
 
 } // namespace
@@ -117,6 +140,7 @@ int shapeOf(const Delivered& delivered) {
         parts += table.columns.size() + table.indexes.size() + (table.key.empty() ? 0 : 1);
         for (const ColumnDef& column : table.columns)
             parts += column.defaultValue ? 1 : 0;
+        parts += table.isJournaled ? 1 : 0;
     }
     return static_cast<int>(parts);
 }
@@ -132,7 +156,7 @@ void requireDelivered(Engine& engine, const Delivered& delivered, const std::str
     const auto catalog = engine.prepare("SELECT ifnull(sql, ''), name FROM sqlite_master");
     while (catalog->step()) {
         const std::string statement(catalog->text(0));
-        if (known.holds(statement) || (isNewer && mayBeNewer(kindOf(statement)))) continue;
+        if (known.holds(statement) || (isNewer && mayBeNewer(statement))) continue;
         throw StoreError(StoreError::Kind::Damaged,
                          "Veritabanı açılmadı: " + path + " içinde bu programın koymadığı bir " +
                              kindOf(statement) + " var (" + shown(catalog->text(1)) +

@@ -11,11 +11,14 @@ Filling::Filling(Engine& engine) : engine_(engine) {
     engine_.execute("PRAGMA synchronous = OFF");
     engine_.begin();
     takeIndexesOff();
+    takeTriggersOff();
 }
 
 void Filling::finish() {
     for (const std::string& index : indexes_)
         makeAgain(index);
+    for (const std::string& trigger : triggers_)
+        engine_.execute(trigger);
     engine_.commit();
 }
 
@@ -32,6 +35,19 @@ void Filling::takeIndexesOff() {
     known->reset();
     for (const std::string& name : names)
         engine_.execute("DROP INDEX \"" + name + '"');
+}
+
+// A shop that moves in would double in size, with entries of what nobody did.
+void Filling::takeTriggersOff() {
+    std::vector<std::string> names;
+    const auto known = engine_.prepare("SELECT name, sql FROM sqlite_master WHERE type = 'trigger'");
+    while (known->step()) {
+        names.emplace_back(known->text(0));
+        triggers_.emplace_back(known->text(1));
+    }
+    known->reset();
+    for (const std::string& name : names)
+        engine_.execute("DROP TRIGGER \"" + name + '"');
 }
 
 // Rows may bring a key twice from where they come; the books then go on without its being unique. Looked for

@@ -10,17 +10,18 @@ namespace veldona::store {
 
 class Filling {
 public:
-    // Begins the transaction, the indexes taken off.
+    // Begins the transaction, indexes and triggers taken off.
     explicit Filling(Engine& engine);
     // The indexes stand, and the transaction is at its end.
     void finish();
 
 private:
     void takeIndexesOff();
+    void takeTriggersOff();
     void makeAgain(std::string index);
 
     Engine& engine_;
-    std::vector<std::string> indexes_; // the statements that make them again
+    std::vector<std::string> indexes_, triggers_; // the statements that make them again
 };
 
 } // namespace veldona::store

@@ -136,7 +136,9 @@ void registerFunctions(sqlite3* connection, std::function<DateTime()> clock) {
     sql::registerDateFunctions(connection);
     sql::registerLike(connection);
     sql::registerCollation(connection);
-    sql::registerClock(connection, clock ? clock : sql::machineClock);
+    if (!clock) clock = sql::machineClock;
+    sql::registerClock(connection, clock);
+    sql::registerJournal(connection, clock);
 }
 
 } // namespace veldona::store

@@ -4,10 +4,12 @@
 
 #include <sqlcipher/sqlite3.h>
 
+#include <functional>
 #include <new>
 #include <string>
 #include <string_view>
 
+#include "platform/runtime/datetime.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/value.h"
 
@@ -84,5 +86,6 @@ void registerNumberFunctions(sqlite3* connection);
 void registerDateFunctions(sqlite3* connection);
 void registerLike(sqlite3* connection);
 void registerCollation(sqlite3* connection);
+void registerJournal(sqlite3* connection, const std::function<DateTime()>& clock);
 
 } // namespace veldona::store::sql

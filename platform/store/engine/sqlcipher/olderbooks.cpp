@@ -5,8 +5,10 @@
 #include <vector>
 
 #include "platform/store/dialect/storeerror.h"
+#include "platform/store/engine/journalseal.h"
 #include "platform/store/engine/sqlcipher/definitionsql.h"
 #include "platform/store/engine/sqlcipher/delivered.h"
+#include "platform/store/engine/sqlcipher/journaltriggers.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 
 namespace veldona::store {
@@ -53,8 +55,10 @@ bool standsTwice(Engine& engine, const TableDef& table) {
 struct Missing {
     std::vector<std::string> shape; // tables and columns: no statement that names them runs without
     std::vector<std::string> rest;
+    std::vector<std::string> triggers; // of the journal: without them it would miss what is written meanwhile
+    bool hasLostTriggers = false;      // of those that stood there once
 
-    [[nodiscard]] bool isNothing() const { return shape.empty() && rest.empty(); }
+    [[nodiscard]] bool isNothing() const { return shape.empty() && rest.empty() && triggers.empty(); }
 };
 
 void addIndexes(Engine& engine, const TableDef& table, const Statements& catalog, Missing& missing) {
@@ -83,6 +87,16 @@ void addQueries(const Delivered& delivered, const Statements& catalog, Missing& 
             missing.rest.push_back(statement);
 }
 
+void addTriggers(const TableDef& table, const Statements& catalog, Missing& missing) {
+    for (const JournalTrigger& trigger : journalTriggers(table)) {
+        const auto known = catalog.find(trigger.name);
+        if (known != catalog.end() && known->second == trigger.statement) continue;
+        if (known != catalog.end()) missing.triggers.push_back("DROP TRIGGER " + quoted(trigger.name));
+        if (known == catalog.end() && catalog.contains(kJournalKeyTable)) missing.hasLostTriggers = true;
+        missing.triggers.push_back(trigger.statement);
+    }
+}
+
 Missing missingOf(Engine& engine, const Delivered& delivered) {
     const Statements catalog = catalogOf(engine);
     Missing missing;
@@ -95,6 +109,7 @@ Missing missingOf(Engine& engine, const Delivered& delivered) {
                 missing.shape.push_back("ALTER TABLE " + quoted(table.name) + " ADD COLUMN " +
                                         columnDefinition(column));
         addIndexes(engine, table, catalog, missing);
+        addTriggers(table, catalog, missing);
     }
     addQueries(delivered, catalog, missing);
     return missing;
@@ -160,6 +175,17 @@ bool writeDefaults(Engine& engine, const std::vector<TableDef>& tables) {
     return true;
 }
 
+// Behind the rest: what the upgrade itself fills in is nobody's act.
+void addJournal(Engine& engine, const Missing& missing, bool isOfToday) {
+    if (missing.triggers.empty()) return;
+    const bool isNew = engine.journalKey().empty();
+    if (isNew) makeJournalKey(engine);
+    if (isNew || (missing.hasLostTriggers && isOfToday))
+        engine.noteInJournal(isNew ? kBegunNote : kMendedNote);
+    for (const std::string& statement : missing.triggers)
+        engine.execute(statement);
+}
+
 // Looked for once more under the lock: another till may have been quicker.
 bool addMissing(Engine& engine, const Delivered& delivered, const std::function<void()>& keepCopy) {
     engine.begin();
@@ -169,6 +195,7 @@ bool addMissing(Engine& engine, const Delivered& delivered, const std::function<
         for (const std::string& statement : statements)
             engine.execute(statement);
     const bool isRewritten = writeDefaults(engine, delivered.tables);
+    addJournal(engine, missing, shapeOf(engine) == shapeOf(delivered));
     engine.execute("PRAGMA user_version = " + std::to_string(shapeOf(delivered)));
     engine.commit();
     return isRewritten;
@@ -183,7 +210,7 @@ bool bringUpToDate(Engine& engine, const Delivered& delivered, const std::string
     if (missing.isNothing() && undefaulted(engine, delivered.tables, false).empty() &&
         shapeOf(engine) == shapeOf(delivered))
         return false;
-    const bool canWait = missing.shape.empty();
+    const bool canWait = missing.shape.empty() && missing.triggers.empty();
     engine.setBusyTimeout(canWait ? std::min(longest, kForTheRest) : longest);
     try {
         return addMissing(engine, delivered, keepCopy);

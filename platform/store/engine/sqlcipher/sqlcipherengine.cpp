@@ -21,6 +21,7 @@
 #include "platform/store/engine/sqlcipher/filecatalog.h"
 #include "platform/store/engine/sqlcipher/filling.h"
 #include "platform/store/engine/sqlcipher/functions.h"
+#include "platform/store/engine/sqlcipher/journaltriggers.h"
 #include "platform/store/engine/sqlcipher/sqlcipherconnection.h"
 #include "platform/store/engine/sqlcipher/sqlcipherfailure.h"
 #include "platform/store/engine/sqlcipher/words.h"
@@ -67,6 +68,7 @@ public:
         begin();
         for (const std::string& statement : definitionStatements(tables, queries))
             execute(statement);
+        if (anyJournaled(tables)) makeJournalKey(*this);
         writeSortOrder(*this);
         commit();
     }
@@ -144,21 +146,34 @@ public:
         filling_->finish();
         filling_.reset();
     }
+    // The file's; the scratch tables of the connection count in a table of the same name.
     std::int64_t lastCounterOf(const std::string& table) override {
-        const auto given = prepare("SELECT seq FROM sqlite_sequence WHERE name = ?1");
+        const auto given = prepare("SELECT seq FROM main.sqlite_sequence WHERE name = ?1");
         given->bind(1, table);
         return given->step() ? given->whole(0) : 0;
     }
     void setLastCounter(const std::string& table, std::int64_t given) override {
-        if (given == 0) return; // as it was made
-        for (const char* sql : {"INSERT INTO sqlite_sequence (name, seq) SELECT ?1, ?2 WHERE NOT EXISTS "
-                                "(SELECT 1 FROM sqlite_sequence WHERE name = ?1)",
-                                "UPDATE sqlite_sequence SET seq = ?2 WHERE name = ?1"}) {
+        if (given == 0) { // as it was made
+            const auto forget = prepare("DELETE FROM main.sqlite_sequence WHERE name = ?1");
+            forget->bind(1, table);
+            forget->step();
+            return;
+        }
+        for (const char* sql : {"INSERT INTO main.sqlite_sequence (name, seq) SELECT ?1, ?2 WHERE NOT EXISTS "
+                                "(SELECT 1 FROM main.sqlite_sequence WHERE name = ?1)",
+                                "UPDATE main.sqlite_sequence SET seq = ?2 WHERE name = ?1"}) {
             const auto change = prepare(sql);
             change->bind(1, table);
             change->bind(2, given);
             change->step();
         }
+    }
+    std::string journalKey() override { return readJournalKey(*this); }
+    void setJournalKey(const std::string& key) override {
+        if (!key.empty()) writeJournalKey(*this, key);
+    }
+    void noteInJournal(const std::string& what) override {
+        if (!journalKey().empty()) store::noteInJournal(*this, what);
     }
     void rewrite() override { execute("VACUUM"); }
 

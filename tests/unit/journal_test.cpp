@@ -1,0 +1,177 @@
+// The journal of the books: what the engine itself leaves of each row that is added, changed or removed.
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+#include "core/books.h"
+#include "core/delivered.h"
+#include "journal/chain.h"
+#include "journal/seen.h"
+#include "journal/thinning.h"
+#include "platform/store/dialect/storeerror.h"
+#include "platform/store/engine/act.h"
+#include "platform/store/engine/createdatabase.h"
+#include "platform/store/engine/inquiry.h"
+#include "platform/store/engine/journalseal.h"
+#include "platform/store/engine/openfile.h"
+#include "schema/tables.h"
+#include "tests/support/files.h"
+
+namespace veldona {
+namespace {
+
+struct Read {
+    std::string act, program, table, kind, key, before, after;
+    auto operator<=>(const Read&) const = default;
+};
+
+class Journal : public ::testing::Test {
+protected:
+    void SetUp() override {
+        store::createDatabase(file, kDeliveredPassword, schema::tables(), schema::savedQueries());
+        open();
+    }
+    void open() {
+        engine =
+            store::openFileToWork(file, kDeliveredPassword,
+                                  {std::chrono::seconds(1), [this] { return now; }, {}}, schema::delivered());
+    }
+    [[nodiscard]] std::vector<Read> entries() const {
+        std::vector<Read> all;
+        const auto rows = store::Inquiry(*engine).prepare(
+            "SELECT ISLEM, PROGRAM, TABLO, TUR, ANAHTAR, ESKI, YENI FROM GUNLUK ORDER BY ID");
+        while (rows->step()) {
+            const auto text = [&](int column) { return std::string(rows->text(column)); };
+            all.push_back({text(0), text(1), text(2), text(3), text(4), text(5), text(6)});
+        }
+        return all;
+    }
+    void run(std::string_view sql) const { engine->execute(sql); }
+
+    DateTime now = DateTime::of(2026, 11, 22, 10, 30);
+    test::TemporaryFolder folder;
+    std::string file = folder / "vorel.mdb";
+    std::unique_ptr<store::Engine> engine;
+};
+
+TEST_F(Journal, AnActBeginsWithWhoAndWhere) {
+    {
+        const store::ActScope act("Ana ekran", "Tahsilat");
+        run("INSERT INTO TAKSITODENEN (MUSTNO) VALUES ('1')");
+        run("INSERT INTO TAKSITODENEN (MUSTNO) VALUES ('2')");
+        EXPECT_THROW(run("INSERT INTO ISLEMNOTABLO (ISLEMNO) VALUES (1), (1)"), store::StoreError);
+    }
+    {
+        const store::ActScope act("Ana ekran", "Satışı Sil");
+        engine->begin();
+        run("DELETE FROM TAKSITODENEN");
+        engine->rollback();
+        run("DELETE FROM TAKSITODENEN WHERE MUSTNO = '1'"); // the first entry that stands
+    }
+    const auto rows = store::Inquiry(*engine).prepare(
+        "SELECT ID, EKRAN, ADIM, KULLANICI FROM GUNLUK WHERE NOT ADIM IS NULL ORDER BY ID");
+    std::vector<std::string> acts;
+    while (rows->step())
+        acts.push_back(std::string(rows->text(0)) + ' ' + std::string(rows->text(1)) + '/' +
+                       std::string(rows->text(2)));
+    EXPECT_EQ(acts, (std::vector<std::string>{"1 Ana ekran/Tahsilat", "3 Ana ekran/Satışı Sil"}));
+    EXPECT_EQ(entries().size(), 3U);
+}
+
+TEST_F(Journal, BooksOfTheReleaseBeforeGetTheirs) {
+    std::vector<std::string> names;
+    {
+        const auto rows = engine->prepare("SELECT name FROM sqlite_master WHERE type = 'trigger'");
+        while (rows->step())
+            names.emplace_back(rows->text(0));
+    }
+    for (const std::string& name : names)
+        run("DROP TRIGGER \"" + name + '"');
+    engine.reset();
+    open(); // triggers alone were gone: told of
+    EXPECT_EQ(entries().back().after, store::kMendedNote);
+    for (const std::string& name : names)
+        run("DROP TRIGGER \"" + name + '"');
+    for (const char* sql : {"DROP TABLE GUNLUK", "DROP TABLE MSysGUNLUK", "PRAGMA user_version = 5",
+                            "INSERT INTO TAKSITODENEN (MUSTNO) VALUES ('1')"})
+        run(sql);
+    engine.reset();
+    open();
+    run("DELETE FROM TAKSITODENEN");
+    EXPECT_EQ(entries().size(), 2U);
+    EXPECT_EQ(entries().front().after, store::kBegunNote);
+}
+
+std::string verdict(const journal::Chain& chain) {
+    constexpr const char* kWords[] = {"removed", "changed", "inserted", "tail", "copied back", "missing"};
+    if (!chain.broken) return "whole " + std::to_string(chain.entries);
+    return kWords[static_cast<int>(chain.broken->breach)] + (' ' + std::to_string(chain.broken->id));
+}
+
+TEST_F(Journal, TheFirstBrokenEntryIsNamed) {
+    for (int i = 1; i <= 6; ++i) {
+        const store::ActScope act("Ana ekran", "Tahsilat");
+        run("INSERT INTO TAKSITODENEN (MUSTNO) VALUES ('" + std::to_string(i) + "')");
+    }
+    const journal::Chain sound = journal::examine(*engine);
+    const journal::Seen sixth{6, sound.seal, sound.moment}, other{6, std::string(32, '0'), sound.moment};
+    const std::string noCounter = "UPDATE main.sqlite_sequence SET seq = 4 WHERE name = 'GUNLUK'";
+    const std::string copied = "INSERT INTO GUNLUK SELECT ID + 1, ISLEM, AN, PROGRAM, MAKINE, KULLANICI, "
+                               "EKRAN, ADIM, TABLO, TUR, ANAHTAR, "
+                               "ESKI, YENI, OZET FROM GUNLUK WHERE ID = 6";
+    struct Case {
+        std::vector<std::string> statements;
+        std::vector<journal::Seen> seen;
+        std::string expected;
+    };
+    const Case cases[] = {
+        {{}, {sixth}, "whole 6"},
+        {{"DELETE FROM GUNLUK WHERE ID = 1"}, {}, "removed 1"},
+        {{"DELETE FROM GUNLUK WHERE ID IN (3, 5)"}, {}, "removed 3"},
+        {{"UPDATE GUNLUK SET YENI = replace(YENI, '3', '4') WHERE ID = 3"}, {}, "changed 3"},
+        {{"UPDATE GUNLUK SET OZET = '" + other.seal + "' WHERE ID = 3"}, {}, "changed 3"},
+        {{"UPDATE GUNLUK SET EKRAN = NULL WHERE ID = 6"}, {sixth}, "changed 6"},
+        {{"UPDATE GUNLUK SET ESKI = '' WHERE ID = 2"}, {}, "changed 2"},
+        {{copied}, {sixth}, "inserted 7"},
+        {{"DELETE FROM GUNLUK WHERE ID > 4"}, {}, "tail 5"},
+        {{"DELETE FROM GUNLUK WHERE ID > 4", noCounter}, {sixth}, "copied back 5"},
+        {{}, {other}, "copied back 6"},
+        {{"DELETE FROM GUNLUK"}, {}, "tail 1"},
+        {{"UPDATE MSysGUNLUK SET ANAHTAR = 'x'"}, {sixth}, "changed 1"},
+        {{"DROP TABLE MSysGUNLUK"}, {sixth}, "missing 6"}};
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.statements.empty() ? each.expected : each.statements.front());
+        engine->begin();
+        for (const std::string& statement : each.statements)
+            run(statement);
+        EXPECT_EQ(verdict(journal::examine(*engine, each.seen)), each.expected);
+        engine->rollback();
+    }
+    // A backup put back by the program says so; one of before that time says nothing of a later copy.
+    engine->begin();
+    run("DELETE FROM GUNLUK WHERE ID > 4");
+    run(noCounter);
+    engine->noteInJournal(store::kRestoredNote);
+    EXPECT_EQ(verdict(journal::examine(*engine, {sixth})), "whole 5");
+    EXPECT_EQ(verdict(journal::examine(*engine, {{6, sound.seal, "2026-11-23 09:00:00"}})), "copied back 6");
+    engine->rollback();
+}
+
+TEST_F(Journal, WhatIsTakenOutByAgeLeavesAChain) {
+    run("INSERT INTO TAKSITODENEN (MUSTNO) VALUES ('1'), ('2')");
+    now = DateTime::of(2027, 5, 1);
+    run("DELETE FROM TAKSITODENEN WHERE MUSTNO = '1'");
+    for (const auto& [before, left] : {std::pair{DateTime::of(2026, 1, 1), "whole 3"},
+                                       {DateTime::of(2027, 1, 1), "whole 2"},
+                                       {DateTime::of(2027, 6, 1), "whole 1"}}) {
+        journal::thin(*engine, journal::planThinning(*engine, before));
+        EXPECT_EQ(verdict(journal::examine(*engine)), left);
+    }
+    run("DELETE FROM TAKSITODENEN");
+    EXPECT_EQ(verdict(journal::examine(*engine)), "whole 2");
+    run("DELETE FROM GUNLUK WHERE ID = (SELECT min(ID) FROM GUNLUK)");
+    EXPECT_EQ(verdict(journal::examine(*engine)), "removed 1");
+}
+
+} // namespace
+} // namespace veldona
