@@ -34,7 +34,6 @@ std::string tableWord(const std::string& table) {
     if (table == "URUNAL") return "satış satırı";
     if (table == "URUNSAT") return "taksit";
     if (table == "TAKSITODENEN") return "ödeme";
-    if (table == store::kJournalTable) return "günlük kaydı";
     return table + " satırı";
 }
 
@@ -105,14 +104,12 @@ SetAside namesFor(const std::string& books, DateTime now, bool isForeign) {
 }
 
 // The journal of the books goes on from the backup's, and says so: else whoever examines it would take the
-// backup for one that somebody copied into their place. Answers what is proven then.
-Fingerprint withRestoreNoted(const std::string& file, Fingerprint proven) {
+// backup for one that somebody copied into their place.
+void noteRestored(const std::string& file) {
     const auto books = openBooks(file, std::chrono::seconds(1));
     books->keepNoJournal(); // a copy that fails is thrown away
     const store::ActScope act({}, "Yedekten Geri Dön");
     books->noteInJournal(store::kRestoredNote);
-    proven.rows = fingerprintOf(*books).rows;
-    return proven;
 }
 
 } // namespace
@@ -159,7 +156,8 @@ std::vector<std::string> restore(const std::string& backup, const std::string& b
     makeFolder(folder);
     const FolderLock lock(folder, "Bir yedek zaten yerine konuyor. Bitmesini bekleyip yeniden deneyin.");
     const store::TemporaryFile arrived(books + ".geri");
-    const Fingerprint proven = withRestoreNoted(arrived.path(), copyToTemporary(backup, arrived.path()));
+    const Fingerprint proven = copyToTemporary(backup, arrived.path());
+    noteRestored(arrived.path());
     syncFile(arrived.path());
     if (server) {
         const std::string former = putOnServer(arrived.path(), store::ServerPlace(server->as(owner)), now);

@@ -9,7 +9,6 @@
 #include "backup/proof.h"
 #include "backup/refusal.h"
 #include "core/books.h"
-#include "platform/store/engine/journalseal.h"
 #include "platform/store/engine/temporaryfile.h"
 
 namespace veldona::anonim {
@@ -23,9 +22,8 @@ void disguiseBooks(const std::string& file, Disguise& disguise, Outcome& outcome
     const auto books = openBooks(file, std::chrono::seconds(1));
     books->keepNoJournal(); // a copy that fails is thrown away
     outcome.replaced = takeNamesOut(*books, disguise);
-    const backup::Fingerprint now = backup::fingerprintOf(*books);
-    outcome.fingerprint.newestPayment = now.newestPayment; // its date is another now
-    outcome.fingerprint.rows[store::kJournalTable] = now.rows.at(store::kJournalTable);
+    outcome.fingerprint.newestPayment =
+        backup::fingerprintOf(*books).newestPayment; // its date is another now
     books->rewrite();
 }
 

@@ -94,6 +94,8 @@ TEST_F(Yedek, ARestoreTellsWhatIsLostAndKeepsWhatItReplaced) {
     EXPECT_EQ(inspect(books()), before);
     EXPECT_EQ(inspect(kept[0]), after);
     EXPECT_EQ(inspect(backup()), before);
+    EXPECT_TRUE(
+        test::openBooks(books())->prepare("SELECT 1 FROM GUNLUK WHERE ADIM = 'Yedekten Geri Dön'")->step());
     EXPECT_EQ(shop.filesInside(), 3) << "something was left beside the books";
     EXPECT_THROW(restore(backup(), books(), kNow), Refusal) << "the kept file would be overwritten";
     const auto all = listRestorable({fs::path(books()).parent_path().string()}, books());
