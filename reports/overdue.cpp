@@ -1,11 +1,13 @@
 #include "reports/overdue.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "core/database.h"
 #include "platform/runtime/conversion.h"
+#include "platform/store/engine/alphabet.h"
 #include "platform/store/faces/adodb.h"
 #include "reports/receivables.h"
 #include "reports/salesums.h"
@@ -20,44 +22,56 @@ std::string dateCondition(const DateRange& range) {
     return " WHERE ODTRH <=   #" + range.from + "# ";
 }
 
-// The cheques of one customer after another. A shop without cheques asks once.
+// The sums of the cheques, one a customer, asked for all customers at once.
 class Cheques {
 public:
     bool read(Session& session) {
         std::string hata;
         RecordsetPtr rs;
         if (!KayitSetiAcKontrollu(session, rs, query(""), hata)) return false;
-        var_ = !rs->eof();
+        for (; !rs->eof(); rs->moveNext())
+            if (!rs->value(0).isNull()) sums_.push_back({toText(rs->value(0)), rs->value(1)});
+        // Each customer stands there once, in the alphabet of this machine, by which it is looked for.
+        std::ranges::sort(sums_, isBefore, &Sum::mustno);
         return true;
     }
-    // The sums of the customer's cheques, one a row of the store's answer.
-    const std::vector<Value>& sumOfSale(Session& session, const std::string& mustno) {
-        if (!var_ || (asked_ && mustno == mustno_)) return totals_;
-        totals_.clear();
+    // The customer's, in one row of the store's answer or none.
+    [[nodiscard]] std::vector<Value> sumOfSale(Session& session, const std::string& mustno) const {
+        if (sums_.empty()) return {};
+        if (mustno.find('\'') != mustno.npos) return ask(session, mustno); // which the store has to answer
+        const auto found = std::ranges::lower_bound(sums_, mustno, isBefore, &Sum::mustno);
+        if (found == sums_.end() || isBefore(mustno, found->mustno)) return {};
+        return {found->tutar};
+    }
+
+private:
+    struct Sum {
+        std::string mustno;
+        Value tutar;
+    };
+    static bool isBefore(const std::string& left, const std::string& right) {
+        return store::Alphabet::turkish().compare(left, right) < 0;
+    }
+    static std::vector<Value> ask(Session& session, const std::string& mustno) {
+        std::vector<Value> totals;
         RecordsetPtr rs;
         KayitSetiAc(session, rs, query(" And ALINANCEK.FIRMANO= '" + mustno + "'"),
                     adodb::CursorLocation::Client);
         for (; !rs->eof(); rs->moveNext())
-            totals_.push_back(rs->value(1));
-        mustno_ = mustno;
-        asked_ = true;
-        return totals_;
+            totals.push_back(rs->value(1));
+        return totals;
     }
-
-private:
     static std::string query(const std::string& firma) {
         return "SELECT  FIRMANO,SUM(TUTAR) as CariAlacakCarininVerdigiCek   From ALINANCEK   WHERE "
                "ALINANCEK.CARI_HESAP_ISLE='1'" +
                firma + " GROUP BY FIRMANO";
     }
-    bool var_ = false;
-    bool asked_ = false;
-    std::string mustno_;
-    std::vector<Value> totals_;
+    std::vector<Sum> sums_;
 };
 
 // Each cheque row takes an element of the array for itself, which stays empty.
-Currency chequeTotal(Session& session, Cheques& cheques, const std::string& mustno, OverdueArray& array) {
+Currency chequeTotal(Session& session, const Cheques& cheques, const std::string& mustno,
+                     OverdueArray& array) {
     Currency total;
     for (const Value& tutar : cheques.sumOfSale(session, mustno)) {
         total += toCurrency(tutar);

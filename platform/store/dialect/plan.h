@@ -29,6 +29,7 @@ struct Plan {
     // seldom looks at the row.
     bool asksForTypes = false;
     bool readsClock = false;
+    bool changesKeys = false; // rows go by it, or keys come that it names
 };
 
 } // namespace veldona::store

@@ -1,7 +1,9 @@
 #include "platform/store/dialect/translate.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "platform/store/dialect/names.h"
 #include "platform/store/dialect/parser.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/dialect/tree_check.h"
@@ -26,6 +28,10 @@ bool asksForTypes(const sql::Statement& tree) {
     return arm.top == 1 && !arm.distinct && arm.items.size() == 1 && !arm.items.front().expr &&
            arm.from.size() == 1 && arm.from.front()->kind == sql::From::Kind::Single &&
            !arm.from.front()->source.query && !arm.where && arm.groupBy.empty();
+}
+
+bool isKey(const std::string& column) {
+    return sameName(column, "ID");
 }
 
 // Fills the plan from the tree, statement kind by statement kind.
@@ -61,6 +67,7 @@ struct Planner {
     void operator()(const sql::Insert& insert) const {
         plan.kind = Plan::Kind::Insert;
         plan.table = catalog.find(insert.table)->name;
+        plan.changesKeys = insert.columns.empty() || std::ranges::any_of(insert.columns, isKey);
         sql::Source table;
         table.name = plan.table;
         for (const ColumnDef& column : catalog.find(insert.table)->columns) {
@@ -74,6 +81,8 @@ struct Planner {
     void operator()(const sql::Update& update) const {
         plan.kind = Plan::Kind::Update;
         plan.table = update.table.name;
+        plan.changesKeys = std::ranges::any_of(
+            update.assignments, [](const auto& assignment) { return isKey(assignment.first->name); });
         sql::Writer written = writer();
         written.update(update);
         plan.sql = written.take();
@@ -82,6 +91,7 @@ struct Planner {
     void operator()(const sql::Delete& remove) const {
         plan.kind = Plan::Kind::Delete;
         plan.table = remove.table.name;
+        plan.changesKeys = true;
         sql::Writer written = writer();
         written.remove(remove);
         plan.sql = written.take();

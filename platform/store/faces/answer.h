@@ -26,13 +26,13 @@ public:
     void put(int row, int column, Value value) { rows_.put(row, column, std::move(value)); }
 
 private:
-    // False where rows that were read before are gone, or may be.
-    bool appendNewKeys();
+    // False where rows that were read before are gone, or may be. `stillStand`: none is, for sure.
+    bool appendNewKeys(bool stillStand);
 
     std::shared_ptr<Database> database_; // before the query, whose statement must go first
     Query query_;
     RowSet rows_;
-    std::uint64_t stamp_ = 0;
+    std::uint64_t stamp_ = 0, keyChanges_ = 0;
     bool isAsked_ = false;
     bool mayBeUndone_ = false; // read inside a transaction: its end may bring rows back, and keys to new rows
 };

@@ -96,12 +96,17 @@ void Database::walk(const Query& query, const std::function<void(const Statement
         row(rows);
 }
 
+void Database::countWrite(const Plan& plan) {
+    const std::string table = foldName(plan.table);
+    ++writes_[table];
+    ++writes_[kJournal]; // by the engine itself, along with it
+    if (plan.changesKeys) ++keyChanges_[table];
+}
+
 std::int64_t Database::write(const Query& query) {
     requireTransactionIntact();
-    const std::string& table = query.plan().table;
-    faults_->countWrite(table);
-    ++writes_[foldName(table)];
-    ++writes_[kJournal]; // by the engine itself, along with it
+    faults_->countWrite(query.plan().table);
+    countWrite(query.plan());
     const Run run(query);
     while (query.prepared->statement->step()) {
     }
@@ -124,7 +129,7 @@ void Database::writeAll(const std::vector<std::string>& statements, std::size_t&
     }
     std::vector<Engine::Write> writes;
     for (const Query& ready : queries) {
-        ++writes_[foldName(ready.plan().table)];
+        countWrite(ready.plan());
         writes.push_back({ready.prepared->statement.get(), ready.values});
     }
     engine_->writeAll(writes, done);
@@ -184,6 +189,10 @@ std::uint64_t Database::stamp(const std::vector<std::string>& tables) {
         if (const auto counted = writes_.find(foldName(table)); counted != writes_.end())
             sum += counted->second;
     return sum;
+}
+
+std::uint64_t Database::keyChanges(const std::string& table) {
+    return writesAnywhere_ + keyChanges_[foldName(table)];
 }
 
 std::uint64_t Database::stampWithWritesOfOthers(const std::vector<std::string>& tables) {

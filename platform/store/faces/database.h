@@ -84,6 +84,8 @@ public:
     // other processes looked for too.
     [[nodiscard]] std::uint64_t stamp(const std::vector<std::string>& tables);
     [[nodiscard]] std::uint64_t stampWithWritesOfOthers(const std::vector<std::string>& tables);
+    // A number that stays the same as long as none of this table's keys went, and none came but behind them.
+    [[nodiscard]] std::uint64_t keyChanges(const std::string& table);
 
     // How long statements wait for another workstation, from now on.
     void setTimeout(std::chrono::seconds timeout);
@@ -98,6 +100,7 @@ private:
     std::shared_ptr<PreparedPlan> findPlan(const std::string& key);
     std::shared_ptr<PreparedPlan> keepPlan(const std::string& key, Plan plan);
     void requireTransactionIntact() const;
+    void countWrite(const Plan& plan);
     void noteWritesOfOthers();
 
     std::unique_ptr<Engine> engine_;
@@ -108,7 +111,8 @@ private:
     Recent recent_;
     std::unordered_map<std::string, Recent::iterator> plans_;
     std::unordered_map<std::string, std::uint64_t> writes_; // by folded table name
-    std::uint64_t writesAnywhere_ = 0;                      // rollbacks, and what other processes wrote
+    std::unordered_map<std::string, std::uint64_t> keyChanges_;
+    std::uint64_t writesAnywhere_ = 0; // rollbacks, and what other processes wrote
     std::int64_t knownWritesOfOthers_ = 0;
     std::chrono::seconds timeout_{-1};
     bool inTransaction_ = false;
