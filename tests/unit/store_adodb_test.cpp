@@ -139,6 +139,8 @@ TEST_F(Shared, AListOfKeysTakesInTheNewOnesAlone) {
     EXPECT_GT(readAnew(), 20U) << "a row went: nothing known is trusted";
     keys.find("ID = 3");
     EXPECT_TRUE(keys.eof());
+    connection.execute("INSERT INTO ODEME (ID, MUSTNO) VALUES (3, '1')");
+    EXPECT_GT(readAnew(), 20U) << "a key that was named lies among the known ones";
     const auto other = workspace();
     other->open(path, kPassword)->execute("DELETE FROM ODEME WHERE ID > 10");
     static_cast<void>(readAnew());
