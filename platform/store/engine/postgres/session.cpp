@@ -343,6 +343,7 @@ void Session::writeAll(const std::vector<Question>& writes, std::size_t& done) {
     ahead_.forget();
     Trip trip;
     addSettings(trip.commands, nullptr);
+    addAct(trip.commands);
     std::vector<std::size_t> places;
     for (const Question& write : writes) {
         requireScratch(*write.statement);
