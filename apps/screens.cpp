@@ -4,6 +4,7 @@
 #include "customers/customerfinder.h"
 #include "daybook/bugun.h"
 #include "daybook/charts.h"
+#include "daybook/recentacts.h"
 #include "daybook/search.h"
 #include "ledger/mainscreen.h"
 #include "maintenance/backupscreen.h"
@@ -34,6 +35,7 @@ void registerScreens(Forms& forms, Session& session) {
     forms.add("frmBugun", [&session, memory = std::make_shared<CallListMemory>()](Forms& f) {
         return makeFrmBugun(f, session, memory);
     });
+    forms.add("frmSonIslemler", [&session](Forms& f) { return makeFrmSonIslemler(f, session); });
     forms.add("frmGrafik", [&session](Forms& f) { return makeFrmGrafik(f, session); });
     forms.add("taksitodduzelt", [&session](Forms& f) { return makeTaksitOdDuzelt(f, session); });
     forms.add("taksitmustduzelt", [&session](Forms& f) { return makeTaksitMustDuzelt(f, session); });

@@ -7,6 +7,7 @@
 #include "core/money.h"
 #include "core/session.h"
 #include "journal/seen.h"
+#include "ledger/takenback.h"
 #include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
@@ -157,8 +158,8 @@ void tmrDurum_Timer(FrmMainVeldona& f) {
         showMarksAnew(f);
     }
     Err passedOver;
-    attempt(passedOver, [&] { showArrears(f); });
-    attempt(passedOver, [&] { lookAtJournal(f); });
+    resumeNext(
+        passedOver, [&] { showTakenBack(f); }, [&] { showArrears(f); }, [&] { lookAtJournal(f); });
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 #include "daybook/reminders.h"
 #include "daybook/statement.h"
 #include "ledger/openaccount.h"
+#include "ledger/takenback.h"
 #include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/text.h"
@@ -62,6 +63,8 @@ void bindMenuBar(FrmMainVeldona& f) {
     f.mnuYedekAl.onClick = [&f] { showScreen(f.session, "frmYedek", Kip::Modal); };
     f.mnuBugun.onClick = [&f] { openPickedIn(f, "frmBugun"); };
     f.mnuAra.onClick = [&f] { openPickedIn(f, "frmArama"); };
+    f.mnuSonIslemler.onClick = [&f] { openRecentActs(f); };
+    f.mnuSonIslemler.setToolTip("Son işlemleri gösterir, geri alır");
     f.mnuBugun.setToolTip("Bugün aranacak müşterileri ve günün tutarlarını gösterir");
     f.mnuAra.setToolTip("Ad, telefon, numara ya da ürünle hesabı ve satışı bulur");
     f.mnuKilavuz.onClick = [&f] {

@@ -65,7 +65,9 @@ void blankSale(FrmMainVeldona& f) {
 
 bool letEventsIntoLoad(FrmMainVeldona& f) {
     const unsigned before = f.loadsRun;
+    ++f.loadsWaiting;
     f.session.desktop.events.doEvents();
+    --f.loadsWaiting;
     return f.loadsRun == before && !f.isUnloaded();
 }
 

@@ -11,6 +11,7 @@
 #include "ledger/loading.h"
 #include "ledger/overdue.h"
 #include "ledger/panes.h"
+#include "ledger/takenback.h"
 #include "platform/desktop/desktop.h"
 #include "platform/runtime/conversion.h"
 
@@ -99,6 +100,7 @@ void Form_Load(FrmMainVeldona& f) {
     fillCboKasa(f);
     FrmCmdBul(f);
     fillPages(f);
+    beginWatchingForTakenBack(f);
 }
 
 void Form_Activate(FrmMainVeldona& f) {

@@ -53,6 +53,13 @@ struct ArrearsOnShow {
     DateTime day;
 };
 
+// What was taken back of the account on show.
+struct TakenBackWatch {
+    adodb::ChangeWatch written{{"GUNLUK"}};
+    std::int64_t seen = 0; // the last entry of the journal that was looked at
+    bool isPending = false;
+};
+
 struct FrmMainVeldona : Form {
     FrmMainVeldona(Forms& forms, Session& itsSession);
 
@@ -194,6 +201,7 @@ struct FrmMainVeldona : Form {
     MenuItem mnuEkstreNotlu{mnuGun, "mnuEkstreNotlu", "Ekstre, Görüşme &Notlarıyla"};
     MenuItem mnuMektup{mnuGun, "mnuMektup", "Hatırlatma &Mektubu"};
     MenuItem mnuGrafik{mnuGun, "mnuGrafik", "Gra&fikler"};
+    MenuItem mnuSonIslemler{mnuGun, "mnuSonIslemler", "&Son İşlemler…", "Ctrl+Z"};
     Menu mnuYedek{*this, "mnuYedek", "Ye&dek"};
     MenuItem mnuYedekAl{mnuYedek, "mnuYedekAl", "Yedek &Al…"};
     MenuItem mnuYedektenDon{mnuYedek, "mnuYedektenDon", "Yedekten &Dön…"};
@@ -230,8 +238,10 @@ struct FrmMainVeldona : Form {
     InstallmentsOnShow installmentsOnShow;
     ArrearsOnShow arrearsOnShow;
     adodb::ChangeWatch seenJournal{{"GUNLUK"}};
+    TakenBackWatch takenBack;
     DateTime knownDay;      // the day on which the quiet lines were last brought up to date
     DateTime dayOfChoosing; // that on which DTPicker1 was set
+    int loadsWaiting = 0;   // that let events run in their middle
     unsigned loadsRun = 0;  // loads of sale numbers and of a sale that came to their end
     std::vector<OverdueSale> overdueSales;
     Currency overdueTotal; // what is overdue over all of them

@@ -34,6 +34,10 @@ void openSelectedSale(FrmMainVeldona& f) {
 
 void openPickedIn(FrmMainVeldona& f, const char* screen) {
     FormKayitTemizle(f.session);
+    openPicked(f, screen);
+}
+
+void openPicked(FrmMainVeldona& f, const char* screen) {
     showScreen(f.session, screen, Kip::Modal);
     const FormKayit picked = f.session.gFormKayit;
     FormKayitTemizle(f.session);

@@ -11,6 +11,7 @@
 #include "ui_frmGrafik.h"
 #include "ui_frmMainVeldona.h"
 #include "ui_frmSatis.h"
+#include "ui_frmSonIslemler.h"
 #include "ui_frmYedek.h"
 #include "ui_rprbeklenentahsilat.h"
 #include "ui_rprodemesigecen.h"
@@ -41,6 +42,7 @@ void drawScreens(WindowHost& host) {
     host.draw("frmGrafik", drawAs<Ui::frmGrafik>);
     host.draw("frmMainVeldona", drawAs<Ui::frmMainVeldona>);
     host.draw("frmSatis", drawAs<Ui::frmSatis>);
+    host.draw("frmSonIslemler", drawAs<Ui::frmSonIslemler>);
     host.draw("frmYedek", drawAs<Ui::frmYedek>);
     host.draw("rprbeklenentahsilat", drawAs<Ui::rprbeklenentahsilat>);
     host.draw("rprodemesigecen", drawAs<Ui::rprodemesigecen>);

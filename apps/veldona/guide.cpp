@@ -125,6 +125,7 @@ QString chapterOf(const std::string& screen) {
         {"frmCariEkle", "yeni-müşteri-kartı"},
         {"frmCarihesapSec", "müşteriyi-bulmak"},
         {"frmSatis", "satış"},
+        {"frmSonIslemler", "son-işlemler-ve-geri-almak"},
         {"frmYedek", "yedek"},
         {"frmCrNesne", "yazdırma-ve-pdf"},
         {"frmGrafik", "grafikler"},

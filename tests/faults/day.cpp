@@ -124,12 +124,16 @@ Act deleteSale() {
         ""};
 }
 
+Act takeBack() {
+    return {"key Ctrl+Z\nanswer yes\nkey F4\nkey Esc\n", ""};
+}
+
 std::vector<Act> fullDay(int rounds) {
     std::vector<Act> acts;
     for (int i = 0; i < rounds; ++i) {
         const int lira = 1000 + 10 * i;
-        for (const Act& act :
-             {post(lira), correctPayment(lira + 1), saveSale(), post(lira + 2), deleteSale()})
+        for (const Act& act : {post(lira), correctPayment(lira + 1), saveSale(), post(lira + 2), deleteSale(),
+                               takeBack(), deleteSale()})
             acts.push_back(act);
     }
     return acts;

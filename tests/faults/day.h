@@ -32,6 +32,7 @@ void copyShop(const Drive& drive);
 [[nodiscard]] Act correctPayment(int lira); // the oldest one
 [[nodiscard]] Act saveSale();               // and back to the old sale
 [[nodiscard]] Act deleteSale();             // the one saved last
+[[nodiscard]] Act takeBack();               // what was done last
 [[nodiscard]] std::vector<Act> fullDay(int rounds);
 
 // Everything in the books, row by row. Adds to `faults` what the engine's own check finds.

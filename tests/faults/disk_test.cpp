@@ -69,6 +69,8 @@ std::vector<FaultyAct> faultyActs() {
          true},
         {"Saving", sale, "click cmdKaydet\n", "İşlem Tamamlandı", true},
         {"Deleting", "", "answer yes\nclick cmdIslemNoSil\n", "", true},
+        {"TakingBack", saveSale().lines + deleteSale().lines + "key Ctrl+Z\nanswer yes\n", "key F4\n", "",
+         true},
         {"Planning",
          "sql \"DELETE FROM URUNSAT WHERE ISLEMNO=5 AND ID>2\"\n" // those of the plan before
          "type Text1 \"7\"\ndblclick L3 0\nmenu mnuTaksitlendirmeYap\nput mskBorc \"900\"\n"

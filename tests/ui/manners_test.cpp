@@ -56,7 +56,8 @@ constexpr const char* kScreens[] = {"frmMainVeldona",      "frmAntetBilgisi", "f
                                     "frmCarihesapSec",     "frmCrNesne",      "frmSatis",
                                     "rprbeklenentahsilat", "rprodemesigecen", "rptGelirGider",
                                     "taksitmustduzelt",    "taksitodduzelt",  "frmYedek",
-                                    "frmGrafik",           "frmBugun",        "frmArama"};
+                                    "frmGrafik",           "frmBugun",        "frmArama",
+                                    "frmSonIslemler"};
 
 class Manners : public ProgramWindows {
 protected:

@@ -42,6 +42,7 @@ const std::vector<Way>& ways() {
         {"frmAntetBilgisi", "click cmdAntetBilgisi\n", {"FIRMABILGISI"}},
         {"frmArama", "key Ctrl+F\n", {}},
         {"frmSatis", "click cmdSatis\n", {}},
+        {"frmSonIslemler", "key Ctrl+Z\n", {}},
         {"frmBugun", "key F8\n", {}},
         {"frmCrNesne", "key F10\nclick cmdBul\nclick cmdYazici\n", {}},
         {"rprodemesigecen", "click cmdGunuGecenOdemeler\n", {}},

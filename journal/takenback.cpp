@@ -1,0 +1,34 @@
+#include "journal/takenback.h"
+
+#include "journal/words.h"
+#include "platform/store/engine/engine.h"
+
+namespace veldona::journal {
+
+std::vector<Act> takenBackSince(adodb::Connection& books, std::int64_t& seen) {
+    const std::int64_t before = seen;
+    if (before == 0) {
+        seen = lastEntry(books);
+        return {};
+    }
+    bool isAny = false;
+    books.walk("SELECT ID,ADIM FROM GUNLUK WHERE ID>" + std::to_string(before) + " ORDER BY ID",
+               [&](const store::Statement& row) {
+                   seen = row.whole(0);
+                   isAny = isAny || (row.storage(1) == store::Statement::Storage::Text &&
+                                     row.text(1).starts_with(kTakingBack));
+               });
+    std::vector<Act> found;
+    if (!isAny) return found;
+    for (ActReader reader(books); !reader.atEnd();) {
+        bool isPast = false;
+        for (Act& act : reader.more(1)) {
+            isPast = isPast || act.first() <= before;
+            if (act.first() > before && !takenBackBy(act).empty()) found.push_back(std::move(act));
+        }
+        if (isPast) break;
+    }
+    return found;
+}
+
+} // namespace veldona::journal
