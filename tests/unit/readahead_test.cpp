@@ -78,6 +78,9 @@ TEST(ReadAhead, GivesUpWhatIsAskedForNoMore) {
     const auto card = till.question("card", {"7"}), sales = till.question("sales", {"7"});
     for (int i = 0; i < 3; ++i)
         static_cast<void>(till.act({card, sales}));
+    sales.statement->isLarge = true; // a list of thousands
+    EXPECT_EQ(till.act({card, sales}), "[card,7][sales,7]");
+    sales.statement->isLarge = false;
     for (int i = 0; i < 4; ++i)
         EXPECT_EQ(till.act({card}), "[card,7 sales,7]");
     EXPECT_EQ(till.act({card}), "[card,7]");

@@ -10,8 +10,8 @@ namespace {
 
 // An act of a screen is about a dozen questions; one that asks in a loop is no reason to keep more.
 constexpr std::size_t kMostLeads = 16, kMostFollowers = 24, kMostAnswers = 64;
-constexpr int kMostRows = 2000; // of an answer that is kept
-constexpr int kMostMissed = 4;  // acts without a question that was asked before more than once
+constexpr int kMostRows = 500; // of an answer; a list of all customers is sent when it's asked for
+constexpr int kMostMissed = 4; // acts without a question that was asked before more than once
 
 bool isSure(const Follower& follower) {
     return follower.seen > 1 || std::ranges::all_of(follower.values, [](const Follower::Source& source) {
@@ -50,7 +50,8 @@ std::vector<Question> ReadAhead::behind(const Question& asked) const {
     std::vector<Question> expected;
     for (const Follower& follower : asked.statement->followers) {
         Question question{follower.statement.lock(), {}};
-        if (!question.statement || question.statement->isGone || !isSure(follower)) continue;
+        if (!question.statement || question.statement->isGone || question.statement->isLarge) continue;
+        if (!isSure(follower)) continue;
         question.values = valuesOf(follower, asked.values);
         if (!find(question)) expected.push_back(std::move(question));
     }
@@ -101,7 +102,8 @@ void ReadAhead::close(const Lead& lead) {
 }
 
 void ReadAhead::keep(Question question, Answer answer) {
-    if (answers_.size() < kMostAnswers && answer->rowCount() <= kMostRows)
+    question.statement->isLarge = answer->rowCount() > kMostRows;
+    if (!question.statement->isLarge && answers_.size() < kMostAnswers)
         answers_.emplace_back(std::move(question), std::move(answer));
 }
 

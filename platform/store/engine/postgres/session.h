@@ -77,7 +77,8 @@ struct Prepared {
     std::vector<Variant> variants; // of the connection of this number
     std::int64_t connection = 0;
     std::vector<Follower> followers;
-    bool isGone = false; // nobody runs it any more
+    bool isGone = false;  // nobody runs it any more
+    bool isLarge = false; // its last answer was more than is fetched on suspicion
 };
 
 class Session {
