@@ -14,6 +14,7 @@
 #include "platform/store/dialect/literal.h"
 #include "platform/store/dialect/names.h"
 #include "platform/store/dialect/storeerror.h"
+#include "platform/store/engine/journalseal.h"
 #include "schema/tables.h"
 
 namespace veldona::aktar {
@@ -95,9 +96,14 @@ void checkNeeded(const Examination& made) {
     }
 }
 
+// The journal is written by the engine alone: no file brings entries.
+bool isJournal(const std::string& table) {
+    return sameName(table, store::kJournalTable);
+}
+
 void matchTables(const JetFile& file, Examination& made) {
     for (const JetTable& source : file.tables()) {
-        const TableDef* target = findIn(schema::tables(), source.name);
+        const TableDef* target = isJournal(source.name) ? nullptr : findIn(schema::tables(), source.name);
         if (findIn(schema::scratchTables(), source.name) != nullptr) continue; // what a report left behind
         if (target == nullptr) {
             made.remarks.push_back("Bilinmeyen tablo aktarılmaz: " + source.name + " (" +
@@ -112,7 +118,7 @@ void matchTables(const JetFile& file, Examination& made) {
     for (const TableDef& table : schema::tables()) {
         const bool found = std::any_of(made.matches.begin(), made.matches.end(),
                                        [&](const Match& match) { return match.target.table == &table; });
-        if (!found) made.remarks.push_back("Dosyada olmayan tablo: " + table.name);
+        if (!found && !isJournal(table.name)) made.remarks.push_back("Dosyada olmayan tablo: " + table.name);
     }
     checkNeeded(made);
 }

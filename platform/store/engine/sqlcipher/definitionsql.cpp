@@ -82,12 +82,12 @@ std::vector<std::string> definitionStatements(const std::vector<TableDef>& table
             statements.push_back(indexStatement(table, columns, Unique::No));
         catalog.add({table.name, table.columns, false, {table.name}});
     }
-    for (const SavedQueryDef& query : queries)
-        statements.push_back("CREATE VIEW " + quoted(query.name) + " AS " +
-                             savedQueryText(query, catalog, kSqlcipherWords));
     for (const TableDef& table : tables)
         for (JournalTrigger& trigger : journalTriggers(table))
             statements.push_back(std::move(trigger.statement));
+    for (const SavedQueryDef& query : queries)
+        statements.push_back("CREATE VIEW " + quoted(query.name) + " AS " +
+                             savedQueryText(query, catalog, kSqlcipherWords));
     return statements;
 }
 
