@@ -48,12 +48,14 @@ void requireTold(Till& till, const Act& act) {
     _exit(0); // the till closed its file first
 }
 
-// Of the journal what doesn't tell the run: each interrupted day must have left the very entries of what it
-// did.
+// Of the journal what tells neither the run nor that a backup was put back: each interrupted day must have
+// left the very entries of what it did.
 std::string rowsOf(store::Engine& engine, const std::string& table) {
     std::string text = table + "\n";
-    const std::string columns = table == store::kJournalTable ? "ID, TABLO, TUR, ANAHTAR, ESKI, YENI" : "*";
-    const auto rows = engine.prepare("SELECT " + columns + " FROM \"" + table + "\" ORDER BY ID");
+    const std::string select = table == store::kJournalTable
+                                   ? "SELECT ID, TABLO, TUR, ANAHTAR, ESKI, YENI FROM GUNLUK WHERE TUR <> 'N'"
+                                   : "SELECT * FROM \"" + table + '"';
+    const auto rows = engine.prepare(select + " ORDER BY ID");
     while (rows->step()) {
         for (int i = 0; i < rows->columnCount(); ++i)
             text.append(rows->text(i)).append("|");
