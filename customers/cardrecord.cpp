@@ -18,6 +18,12 @@ void warn(FrmCariEkle& f, std::string text) {
     f.session.desktop.dialogs.show({std::move(text), f.caption(), Icon::Exclamation, Buttons::Ok});
 }
 
+Value firstCell(Session& session, const std::string& sql) {
+    RecordsetPtr rs;
+    KayitSetiAc(session, rs, sql, adodb::CursorLocation::Client);
+    return rs->eof() ? Value() : rs->value(0);
+}
+
 void addFields(const FrmCariEkle& f, KayitYapisi& rec) {
     for (const CustomerField* field : savedFields())
         if (rec.Islem == KayitYapisi::Add || field->saved != CustomerField::Saved::OnceAsText)
@@ -53,8 +59,13 @@ bool CariGuncelle(FrmCariEkle& f) {
 }
 
 bool CariSil(Session& session, std::int32_t id) {
-    return SqlCalistir(session, *session.gBaglanti,
-                       std::string("Delete from ") + kTable + " where ID = " + std::to_string(id));
+    const std::string card = " where ID = " + std::to_string(id);
+    const Value account = firstCell(session, std::string("Select HSTNO from ") + kTable + card);
+    if (!SqlCalistir(session, *session.gBaglanti, std::string("Delete from ") + kTable + card)) return false;
+    if (account.isNull()) return true;
+    const std::string itself = "'" + replaceAll(toText(account), "'", "''") + "'";
+    if (!firstCell(session, "Select ID from MUSTKAYIT where HSTNO = " + itself).isNull()) return true;
+    return SqlCalistir(session, *session.gBaglanti, "Delete from ARAMA_NOTU where MUSTNO = " + itself);
 }
 
 bool MinimumInputKontrolu(FrmCariEkle& f) {

@@ -1,7 +1,8 @@
 // What the card writes and tests.
 //
 // A customer's number is unique by the test of a new card alone, and never changes after the first save.
-// Deleting a card leaves the customer's sales behind under the number: they are the shop's books.
+// Deleting a card leaves the customer's sales behind under the number: they are the shop's books. What was
+// said to the customer goes, unless another card has the number too: a new customer gets it again.
 #pragma once
 
 #include <cstdint>
