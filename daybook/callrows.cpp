@@ -117,15 +117,15 @@ std::string wordsOf(const Value& value) {
 const std::vector<DataGrid::Column>& CallRows::columns() {
     static const std::vector<DataGrid::Column> all = {{"Müşteri No", "HSTNO", 76},
                                                       {"Adı Soyadı", "UNVAN", 150},
-                                                      {"Telefon", "TEL", 195},
+                                                      {"Telefon", "TEL", 222},
                                                       {"Günü Geçen", "GECEN", 86, true},
                                                       {"Taksit", "ADET", 48, true},
                                                       {"Gün", "GUN", 44, true},
                                                       {"Bugün Vadeli", "BUGUN", 86, true},
                                                       {"Son Ödeme", "SON_ODEME", 86},
                                                       {"Son Tutar", "SON_TUTAR", 80, true},
-                                                      {"Söz", "SOZ", 200},
-                                                      {"Son Not", "SON_NOT", 160}};
+                                                      {"Söz", "SOZ", 190},
+                                                      {"Son Not", "SON_NOT", 145}};
     return all;
 }
 

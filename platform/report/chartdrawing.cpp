@@ -68,6 +68,8 @@ private:
     void drawTitle();
     void drawLegend();
     void drawScale();
+    [[nodiscard]] double widestCategory() const;
+    void leaveRoomForLastName();
     void drawCategories();
     void drawBars();
     void drawBar(const Place& bar, Filling filling);
@@ -103,6 +105,7 @@ std::vector<Item> ChartDrawing::draw() {
     const double top = line_ * 2 + (chart_.series.size() > 1 ? line_ + kGap : 0) + kGap;
     field_ = {place_.x + widest + 2 * kGap, place_.y + top, place_.width - widest - 3 * kGap,
               place_.height - top - line_ - 2 * kGap};
+    leaveRoomForLastName();
     if (field_.width < 10 || field_.height < line_) return std::move(words_);
     if (chart_.series.size() > 1) drawLegend();
     drawScale();
@@ -150,22 +153,30 @@ void ChartDrawing::drawScale() {
     }
 }
 
-// Where there is no room for each, every second one, or third. The last one is the one that is looked at, so
-// it has its name in any case.
-void ChartDrawing::drawCategories() {
+double ChartDrawing::widestCategory() const {
     double widest = 1;
     for (const std::string& name : chart_.categories)
         widest = std::max(widest, font().width(name) + kGap);
+    return widest;
+}
+
+// The name of the last category stands in its middle, wider than the category itself.
+void ChartDrawing::leaveRoomForLastName() {
+    const auto count = static_cast<double>(std::max<std::size_t>(chart_.categories.size(), 1));
+    const double width = (place_.right() - field_.x - widestCategory() / 2) / (1 - 1 / (2 * count));
+    field_.width = std::min(field_.width, width);
+}
+
+// Where there is no room for each, every second one, or third. The last one is the one that is looked at, so
+// it has its name in any case.
+void ChartDrawing::drawCategories() {
+    const double widest = widestCategory();
     const auto every = static_cast<std::size_t>(std::max(1.0, std::ceil(widest / categoryWidth())));
-    double free = place_.right();
     for (std::size_t back = 0; back < chart_.categories.size(); back += every) {
         const std::size_t i = chart_.categories.size() - 1 - back;
-        const double middle = field_.x + (static_cast<double>(i) + 0.5) * categoryWidth();
-        const double x = std::max(place_.x, std::min(middle - widest / 2, place_.right() - widest));
-        if (back > 0 && x + widest > free) continue;
-        text({x, field_.bottom() + kGap, std::min(widest, place_.right() - x), line_}, chart_.categories[i],
-             Align::Center, kInk);
-        free = x;
+        const double x =
+            std::max(place_.x, field_.x + (static_cast<double>(i) + 0.5) * categoryWidth() - widest / 2);
+        text({x, field_.bottom() + kGap, widest, line_}, chart_.categories[i], Align::Center, kInk);
     }
 }
 
