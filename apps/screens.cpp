@@ -18,7 +18,8 @@
 
 namespace veldona {
 
-void registerScreens(Forms& forms, Session& session) {
+std::shared_ptr<ShopReckoning> registerScreens(Forms& forms, Session& session) {
+    auto shop = std::make_shared<ShopReckoning>();
     forms.add("frmMainVeldona", [&session](Forms& f) { return makeFrmMainVeldona(f, session); });
     forms.add("frmCariEkle", [&session](Forms& f) { return makeFrmCariEkle(f, session); });
     forms.add("frmCarihesapSec", [&session](Forms& f) { return makeFrmCarihesapSec(f, session); });
@@ -32,13 +33,14 @@ void registerScreens(Forms& forms, Session& session) {
     forms.add("rprodemesigecen", [&session](Forms& f) { return makeRprOdemesiGecen(f, session); });
     forms.add("rprbeklenentahsilat", [&session](Forms& f) { return makeRprBeklenenTahsilat(f, session); });
     forms.add("rptGelirGider", [&session](Forms& f) { return makeRptGelirGider(f, session); });
-    forms.add("frmBugun", [&session, memory = std::make_shared<CallListMemory>()](Forms& f) {
-        return makeFrmBugun(f, session, memory);
-    });
+    const auto calls = std::make_shared<CallListMemory>();
+    calls->shop = shop;
+    forms.add("frmBugun", [&session, calls](Forms& f) { return makeFrmBugun(f, session, calls); });
+    forms.add("frmGrafik", [&session, shop](Forms& f) { return makeFrmGrafik(f, session, shop); });
     forms.add("frmSonIslemler", [&session](Forms& f) { return makeFrmSonIslemler(f, session); });
-    forms.add("frmGrafik", [&session](Forms& f) { return makeFrmGrafik(f, session); });
     forms.add("taksitodduzelt", [&session](Forms& f) { return makeTaksitOdDuzelt(f, session); });
     forms.add("taksitmustduzelt", [&session](Forms& f) { return makeTaksitMustDuzelt(f, session); });
+    return shop;
 }
 
 } // namespace veldona

@@ -28,7 +28,7 @@ Headless::Headless(const std::string& root, DateTime now)
     : desktop_{clock_, dialogs_, events_, opener_, Paths(root), {}, DataSources(root + "/ODBC.INI")},
       forms_(std::make_unique<Forms>(host_)), session_(std::make_unique<Session>(desktop_, *forms_)) {
     clock_.set(now);
-    registerScreens(*forms_, *session_);
+    shop_ = registerScreens(*forms_, *session_);
     forms_->dispatch([this] { static_cast<void>(startSession(*session_)); });
     expectSaid("");
     screen_ = dynamic_cast<FrmMainVeldona*>(forms_->loaded("frmMainVeldona"));

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "daybook/shopreckoning.h"
 #include "ledger/mainscreen.h"
 #include "platform/controls/forms.h"
 #include "platform/desktop/desktop.h"
@@ -24,6 +25,7 @@ public:
     [[nodiscard]] FrmMainVeldona& screen() { return *screen_; }
     [[nodiscard]] store::Database& database() { return *database_; }
     [[nodiscard]] Session& session() { return *session_; }
+    [[nodiscard]] ShopReckoning& shop() { return *shop_; }
 
     // Finds the customer by typing the account number, as one change of the text.
     void type(const std::string& account);
@@ -62,6 +64,7 @@ private:
     Desktop desktop_;
     std::unique_ptr<Forms> forms_;
     std::unique_ptr<Session> session_;
+    std::shared_ptr<ShopReckoning> shop_;
     std::shared_ptr<store::Database> database_;
     FrmMainVeldona* screen_ = nullptr;
 };

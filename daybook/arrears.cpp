@@ -68,17 +68,23 @@ private:
     StoredAmount planned_;
 };
 
-// The condition that limits a question to one account or sale.
-struct Choice {
-    std::optional<std::string> account; // both empty: all of them
-    std::optional<std::int32_t> sale;
+std::string quoted(const std::string& text) {
+    return "'" + replaceAll(text, "'", "''") + "'";
+}
 
-    [[nodiscard]] std::string where() const {
-        if (!account) return "";
-        const std::string text = " WHERE MUSTNO='" + replaceAll(*account, "'", "''") + "'";
-        return sale ? text + " AND ISLEMNO=" + std::to_string(*sale) : text;
-    }
-};
+// The condition that limits a question to one account or sale.
+std::string whereOf(const std::string& account, std::optional<std::int32_t> sale = {}) {
+    const std::string text = " WHERE MUSTNO=" + quoted(account);
+    return sale ? text + " AND ISLEMNO=" + std::to_string(*sale) : text;
+}
+
+std::string whereOf(const AccountRange& range) {
+    if (range.isOfNobody) return " WHERE MUSTNO IS NULL";
+    std::string text;
+    if (range.above) text += " WHERE MUSTNO>" + quoted(*range.above);
+    if (range.upTo) text += (text.empty() ? " WHERE MUSTNO<=" : " AND MUSTNO<=") + quoted(*range.upTo);
+    return text;
+}
 
 struct Paid {
     std::string account;
@@ -88,23 +94,11 @@ struct Paid {
 
 class Payments {
 public:
-    Payments(adodb::Connection& books, const Choice& choice) {
-        std::int64_t number = 0;
-        Paid* paid = nullptr;
+    Payments(adodb::Connection& books, const std::string& where, MonthSums* months) : months_(months) {
         // The last payment comes first, so that of the others no date is read.
-        books.walk("SELECT MUSTNO,ISLEMNO,ODTRH,ODMIKTAR FROM TAKSITODENEN" + choice.where() +
+        books.walk("SELECT MUSTNO,ISLEMNO,ODTRH,ODMIKTAR FROM TAKSITODENEN" + where +
                        " ORDER BY MUSTNO DESC,ISLEMNO DESC,ODTRH DESC,ODMIKTAR DESC,ID DESC",
-                   [&](const Statement& row) {
-                       if (!hasSale(row)) return;
-                       const std::string_view account = row.text(0);
-                       if (!paid || row.whole(1) != number || !isSameAccount(paid->account, account)) {
-                           number = row.whole(1);
-                           paid = &bySale_[number].emplace_back(Paid{std::string(account), {}, {}});
-                           if (const auto at = store::dateOfStored(row.text(2)))
-                               paid->last = ReceivedPayment{*at, amountIn(row, 3)};
-                       }
-                       paid->sum += amountIn(row, 3);
-                   });
+                   [this](const Statement& row) { read(row); });
     }
 
     // Nothing where no payment of the sale stands in the books.
@@ -117,6 +111,22 @@ public:
     }
 
 private:
+    void read(const Statement& row) {
+        const StoredAmount amount = amountIn(row, 3);
+        if (months_) months_->add(row.text(2), &MonthSums::Sums::received, amount);
+        if (!hasSale(row)) return;
+        const std::string_view account = row.text(0);
+        if (!now_ || row.whole(1) != number_ || !isSameAccount(now_->account, account)) {
+            number_ = row.whole(1);
+            now_ = &bySale_[number_].emplace_back(Paid{std::string(account), {}, {}});
+            if (const auto at = store::dateOfStored(row.text(2))) now_->last = ReceivedPayment{*at, amount};
+        }
+        now_->sum += amount;
+    }
+
+    MonthSums* months_;
+    std::int64_t number_ = 0;
+    Paid* now_ = nullptr;
     std::unordered_map<std::int64_t, std::vector<Paid>> bySale_;
 };
 
@@ -129,8 +139,9 @@ struct PlannedSale {
 
 class Plans {
 public:
-    Plans(adodb::Connection& books, const Choice& choice, const Payments& payments) : payments_(payments) {
-        books.walk("SELECT MUSTNO,ISLEMNO,ODTRH,ODMIKTAR FROM URUNSAT" + choice.where() +
+    Plans(adodb::Connection& books, const std::string& where, const Payments& payments, MonthSums* months)
+        : payments_(payments), months_(months) {
+        books.walk("SELECT MUSTNO,ISLEMNO,ODTRH,ODMIKTAR FROM URUNSAT" + where +
                        " ORDER BY MUSTNO,ISLEMNO,ODTRH,ODMIKTAR,ID",
                    [this](const Statement& row) { read(row); });
         finish();
@@ -140,11 +151,13 @@ public:
 private:
     // Without a day nobody can be behind.
     void read(const Statement& row) {
+        const StoredAmount amount = amountIn(row, 3);
+        if (months_) months_->add(row.text(2), &MonthSums::Sums::due, amount);
         if (!hasSale(row) || row.storage(2) == Statement::Storage::Null) return;
         const std::string_view account = row.text(0);
         if (!coverage_ || row.whole(1) != number_ || !isSameAccount(now_.arrears.account, account))
             begin(row);
-        const StoredAmount open = coverage_->take(amountIn(row, 3));
+        const StoredAmount open = coverage_->take(amount);
         if (open <= StoredAmount{}) return;
         if (const auto due = store::dateOfStored(row.text(2)))
             now_.arrears.open.push_back({due->date(), open});
@@ -167,42 +180,38 @@ private:
     }
 
     const Payments& payments_;
+    MonthSums* months_;
     std::int64_t number_ = 0;
     PlannedSale now_;
     std::optional<Coverage<OpenInstallment>> coverage_;
 };
 
 // What the lines of a sale come to, each shown with two decimals; nothing where it has none.
-std::optional<StoredAmount> linesOf(adodb::Connection& books, const Choice& sale) {
+std::optional<StoredAmount> linesOf(adodb::Connection& books, const std::string& account, std::int32_t sale) {
     std::optional<StoredAmount> sum;
-    books.walk("SELECT ADET*FIYAT FROM URUNAL" + sale.where(), [&](const Statement& row) {
+    books.walk("SELECT ADET*FIYAT FROM URUNAL" + whereOf(account, sale), [&](const Statement& row) {
         sum = sum.value_or(StoredAmount{}) + StoredAmount::ofColumn(row.number(0)).roundedToKurus();
     });
     return sum;
 }
 
-class Discounts {
-public:
-    Discounts(adodb::Connection& books, const Choice& choice) : books_(books) {
-        const std::string where = choice.where();
-        books.walk("SELECT ISLEMNO,INDIRIM_YTL FROM ISLEMNOTABLO" + where +
-                       (where.empty() ? " WHERE" : " AND") + " INDIRIM_YTL>0 ORDER BY INDIRIM_YTL,ISLEMNO",
-                   [this](const Statement& row) { bySale_.emplace(row.whole(0), amountIn(row, 1)); });
-    }
+// Where a number stands twice, the smallest one.
+SaleDiscounts discountsWhere(adodb::Connection& books, const std::string& condition) {
+    SaleDiscounts bySale;
+    books.walk("SELECT ISLEMNO,INDIRIM_YTL FROM ISLEMNOTABLO" + condition + " ORDER BY INDIRIM_YTL,ISLEMNO",
+               [&](const Statement& row) { bySale.emplace(row.whole(0), amountIn(row, 1)); });
+    return bySale;
+}
 
-    // How much of the end of a plan the sale's discount takes away.
-    [[nodiscard]] StoredAmount ofPlan(const Choice& sale, StoredAmount planned) const {
-        const auto discount = bySale_.find(*sale.sale);
-        if (discount == bySale_.end()) return {};
-        const auto lines = linesOf(books_, sale);
-        if (!lines) return {};
-        return std::clamp(planned - (*lines - discount->second), StoredAmount{}, discount->second);
-    }
-
-private:
-    adodb::Connection& books_;
-    std::unordered_map<std::int64_t, StoredAmount> bySale_;
-};
+// How much of the end of a plan the sale's discount takes away.
+StoredAmount discountOfPlan(adodb::Connection& books, const SaleDiscounts& discounts,
+                            const std::string& account, std::int32_t sale, StoredAmount planned) {
+    const auto discount = discounts.find(sale);
+    if (discount == discounts.end()) return {};
+    const auto lines = linesOf(books, account, sale);
+    if (!lines) return {};
+    return std::clamp(planned - (*lines - discount->second), StoredAmount{}, discount->second);
+}
 
 // Only a payment on a later day than the sale's is one.
 bool isNeverPaid(adodb::Connection& books, const PlannedSale& sale) {
@@ -229,21 +238,27 @@ void dropFractions(std::vector<OpenInstallment>& open) {
     std::erase_if(open, [](const OpenInstallment& row) { return row.open < kLeastClaim; });
 }
 
-std::vector<SaleArrears> arrearsOf(adodb::Connection& books, const Choice& choice, DateTime today) {
-    const Discounts discounts(books, choice);
-    const Payments payments(books, choice);
-    Plans plans(books, choice, payments);
+std::vector<SaleArrears> arrearsWhere(adodb::Connection& books, const std::string& where,
+                                      const SaleDiscounts& discounts, MonthSums* months) {
+    const Payments payments(books, where, months);
+    Plans plans(books, where, payments, months);
     std::vector<SaleArrears> all;
     for (PlannedSale& sale : plans.sales) {
         std::vector<OpenInstallment>& open = sale.arrears.open;
-        const Choice itself{sale.arrears.account, sale.arrears.sale};
-        static_cast<void>(takeOffEnd(open, 0, discounts.ofPlan(itself, sale.planned)));
+        static_cast<void>(takeOffEnd(
+            open, 0,
+            discountOfPlan(books, discounts, sale.arrears.account, sale.arrears.sale, sale.planned)));
         dropFractions(open);
         if (open.empty()) continue;
-        if (open.front().due < today) sale.arrears.isNeverPaid = isNeverPaid(books, sale);
+        open.shrink_to_fit(); // they are kept
+        sale.arrears.isNeverPaid = isNeverPaid(books, sale);
         all.push_back(std::move(sale.arrears));
     }
     return all;
+}
+
+std::vector<SaleArrears> arrearsWhere(adodb::Connection& books, const std::string& where) {
+    return arrearsWhere(books, where, discountsWhere(books, where + " AND INDIRIM_YTL>0"), nullptr);
 }
 
 } // namespace
@@ -269,30 +284,36 @@ std::optional<DateTime> SaleArrears::overdueSince(DateTime today) const {
     return open.front().due;
 }
 
-std::vector<SaleArrears> arrearsOfAll(adodb::Connection& books, DateTime today) {
-    return arrearsOf(books, {}, today);
-}
-
-std::vector<SaleArrears> arrearsOfAccount(adodb::Connection& books, const std::string& account,
-                                          DateTime today) {
-    return arrearsOf(books, {account, {}}, today);
+std::vector<SaleArrears> arrearsOfAccount(adodb::Connection& books, const std::string& account) {
+    return arrearsWhere(books, whereOf(account));
 }
 
 std::optional<SaleArrears> arrearsOfSale(adodb::Connection& books, const std::string& account,
-                                         std::int32_t sale, DateTime today) {
-    std::vector<SaleArrears> found = arrearsOf(books, {account, sale}, today);
+                                         std::int32_t sale) {
+    std::vector<SaleArrears> found = arrearsWhere(books, whereOf(account, sale));
     if (found.empty()) return std::nullopt;
     return std::move(found.front());
 }
 
+SaleDiscounts readDiscounts(adodb::Connection& books) {
+    return discountsWhere(books, " WHERE INDIRIM_YTL>0");
+}
+
+RangeArrears arrearsOfRange(adodb::Connection& books, const AccountRange& range,
+                            const SaleDiscounts& discounts) {
+    RangeArrears read;
+    read.sales = arrearsWhere(books, whereOf(range), discounts, &read.months);
+    return read;
+}
+
 std::vector<Installment> installmentsOf(adodb::Connection& books, const std::string& account,
                                         std::int32_t sale) {
-    const Choice choice{account, sale};
-    const Payments payments(books, choice);
+    const std::string where = whereOf(account, sale);
+    const Payments payments(books, where, nullptr);
     const Paid* paid = payments.find(account, sale);
     std::vector<Installment> rows;
     Coverage<Installment> coverage(rows, paid ? paid->sum : StoredAmount{});
-    books.walk("SELECT ID,ODTRH,ODMIKTAR FROM URUNSAT" + choice.where() + " ORDER BY ODTRH,ODMIKTAR,ID",
+    books.walk("SELECT ID,ODTRH,ODMIKTAR FROM URUNSAT" + where + " ORDER BY ODTRH,ODMIKTAR,ID",
                [&](const Statement& row) {
                    if (row.storage(1) == Statement::Storage::Null) return;
                    const auto due = store::dateOfStored(row.text(1));
@@ -300,8 +321,9 @@ std::vector<Installment> installmentsOf(adodb::Connection& books, const std::str
                    const StoredAmount open = coverage.take(amount);
                    if (due) rows.push_back({row.whole(0), due->date(), amount, open});
                });
-    const StoredAmount discount = Discounts(books, choice).ofPlan(choice, coverage.planned());
-    static_cast<void>(takeOffEnd(rows, 0, discount));
+    const SaleDiscounts discounts = discountsWhere(books, where + " AND INDIRIM_YTL>0");
+    static_cast<void>(
+        takeOffEnd(rows, 0, discountOfPlan(books, discounts, account, sale, coverage.planned())));
     return rows;
 }
 

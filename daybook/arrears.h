@@ -5,15 +5,17 @@
 // away the end of the plan, as far as the plan still stands above what is owed (the lines less the discount),
 // so that a plan that was made of the net amount keeps all its rows. Less than half a kuruş is no claim.
 //
-// Numbers are exact: each row counts as a whole number of stored units. Any number of sales is read in two
-// scans.
+// Numbers are exact: each row counts as a whole number of stored units. The sales of a range of accounts are
+// read in two scans.
 #pragma once
 
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
+#include "daybook/monthsums.h"
 #include "platform/runtime/datetime.h"
 #include "platform/runtime/storedamount.h"
 #include "platform/store/faces/adodb.h"
@@ -41,6 +43,8 @@ struct SaleArrears {
     std::optional<ReceivedPayment> lastPayment;
     bool isNeverPaid = false; // since the day of the sale: a down payment is none
 
+    [[nodiscard]] bool isOverdue(DateTime today) const { return open.front().due < today; }
+
     // What is open of the installments from `first` to `last`, both included.
     [[nodiscard]] StoredAmount openBetween(DateTime first, DateTime last) const;
     // Of those that fell due before `today`.
@@ -49,13 +53,28 @@ struct SaleArrears {
     [[nodiscard]] std::optional<DateTime> overdueSince(DateTime today) const;
 };
 
-// The sales of all accounts, of one, or one of them; by account and number. `today` tells what is overdue,
-// which isNeverPaid is asked for alone. Raises what the store raises.
-[[nodiscard]] std::vector<SaleArrears> arrearsOfAll(adodb::Connection& books, DateTime today);
-[[nodiscard]] std::vector<SaleArrears> arrearsOfAccount(adodb::Connection& books, const std::string& account,
-                                                        DateTime today);
+// By account and number. Raises what the store raises, as do those below.
+[[nodiscard]] std::vector<SaleArrears> arrearsOfAccount(adodb::Connection& books, const std::string& account);
 [[nodiscard]] std::optional<SaleArrears> arrearsOfSale(adodb::Connection& books, const std::string& account,
-                                                       std::int32_t sale, DateTime today);
+                                                       std::int32_t sale);
+
+// The discount of each sale that has one.
+using SaleDiscounts = std::unordered_map<std::int64_t, StoredAmount>;
+[[nodiscard]] SaleDiscounts readDiscounts(adodb::Connection& books);
+
+// Accounts that follow one another in the order of the books: those above `above` up to and with `upTo`, or
+// the rows that name none.
+struct AccountRange {
+    std::optional<std::string> above{}, upTo{}; // empty: from the first, to the last
+    bool isOfNobody = false;
+};
+
+struct RangeArrears {
+    std::vector<SaleArrears> sales; // by account and number
+    MonthSums months;               // of all rows of the range, also of those that belong to no sale
+};
+[[nodiscard]] RangeArrears arrearsOfRange(adodb::Connection& books, const AccountRange& range,
+                                          const SaleDiscounts& discounts);
 
 struct Installment {
     std::int64_t id = 0; // URUNSAT.ID

@@ -286,12 +286,7 @@ std::string CallNoteRows::cell(int row, std::string_view field) const {
 
 void refreshCallList(FrmBugun& f) {
     CallListMemory& memory = *f.memory;
-    const DateTime today = f.session.desktop.clock.today();
-    const bool isStale = memory.watch.hasChanged(*f.session.gBaglanti);
-    if (isStale || memory.list.today != today)
-        memory.list = readCallList(*f.session.gBaglanti, today);
-    else
-        readCalls(*f.session.gBaglanti, memory.list);
+    memory.list = readCallList(*f.session.gBaglanti, *memory.shop, f.session.desktop.clock.today());
     showFigures(f);
     showRows(f);
 }

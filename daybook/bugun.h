@@ -20,9 +20,8 @@ struct Session;
 
 // What outlives the screen.
 struct CallListMemory {
-    CallList list; // as the books stood when `watch` was asked last
-    adodb::ChangeWatch watch{{"MUSTKAYIT", "ISLEMNOTABLO", "URUNAL", "URUNSAT", "TAKSITODENEN",
-                              "T_KASA_TANITIM", "T_KASA_HAREKETLERI"}};
+    std::shared_ptr<ShopReckoning> shop;
+    CallList list; // as it was read last
     CallChoice choice;
     std::string account; // the customer that was stood on
 };

@@ -1,7 +1,6 @@
 #include "daybook/calllist.h"
 
 #include <algorithm>
-#include <array>
 #include <functional>
 #include <string_view>
 #include <unordered_map>
@@ -36,18 +35,11 @@ private:
     std::unordered_map<std::string, std::size_t> places_;
 };
 
-bool isReserved(std::string_view account) {
-    constexpr std::array<std::string_view, 3> reserved = {"G3", "G4", "TI"};
-    return std::ranges::any_of(
-        reserved, [&](std::string_view each) { return store::Alphabet::turkish().isSame(each, account); });
-}
-
-// A customer's sales as one row, before the card is known.
+// A customer's sales as one row.
 struct Gathered {
     CallRow row;
     StoredAmount expected;
     std::optional<DateTime> oldestDue;
-    bool hasCard = false;
 };
 
 void add(Gathered& customer, const SaleArrears& sale, const CallList& list) {
@@ -55,7 +47,7 @@ void add(Gathered& customer, const SaleArrears& sale, const CallList& list) {
     row.overdue += sale.overdue(list.today);
     row.overdueCount += sale.overdueCount(list.today);
     row.dueToday += sale.openBetween(list.today, list.today);
-    row.isNeverPaid |= sale.isNeverPaid;
+    row.isNeverPaid |= sale.isNeverPaid && sale.isOverdue(list.today);
     customer.expected += sale.openBetween(list.today, list.weekEnd);
     if (!customer.oldestDue || sale.open.front().due < *customer.oldestDue) {
         customer.oldestDue = sale.open.front().due;
@@ -65,36 +57,19 @@ void add(Gathered& customer, const SaleArrears& sale, const CallList& list) {
         row.lastPayment = sale.lastPayment;
 }
 
-std::string joined(const Statement& row, std::initializer_list<int> columns, std::string_view between) {
-    std::string text;
-    for (const int column : columns) {
-        const std::string part = trim(row.text(column));
-        if (!part.empty()) text.append(text.empty() ? "" : between).append(part);
-    }
-    return text;
-}
-
-void readCards(adodb::Connection& books, std::vector<Gathered>& customers, const AccountPlaces& places) {
-    books.walk("SELECT HSTNO,AD,SOYAD,GSM,EVTEL,ISTEL FROM MUSTKAYIT", [&](const Statement& card) {
-        const auto place = places.find(card.text(0));
-        if (!place || isReserved(card.text(0))) return;
-        Gathered& customer = customers[*place];
-        customer.hasCard = true;
-        customer.row.account = card.text(0);
-        customer.row.name = joined(card, {1, 2}, " ");
-        customer.row.telephones = joined(card, {3, 4, 5}, "   ");
-    });
-}
-
-std::vector<Gathered> gather(adodb::Connection& books, const CallList& list) {
+std::vector<Gathered> gather(const ShopReckoning& shop, const CallList& list) {
     std::vector<Gathered> customers;
-    AccountPlaces places;
-    for (const SaleArrears& sale : arrearsOfAll(books, list.today)) {
-        const std::size_t place = places.placeOf(sale.account, customers.size());
-        if (place == customers.size()) customers.emplace_back();
-        add(customers[place], sale, list);
-    }
-    readCards(books, customers, places);
+    const CustomerCard* before = nullptr;
+    shop.eachSaleOfCustomers([&](const CustomerCard& card, const SaleArrears& sale) {
+        if (before != &card) {
+            CallRow& row = customers.emplace_back().row;
+            row.account = card.account;
+            row.name = card.name;
+            row.telephones = card.telephones;
+        }
+        before = &card;
+        add(customers.back(), sale, list);
+    });
     return customers;
 }
 
@@ -124,12 +99,13 @@ std::vector<CashReceived> receivedOn(adodb::Connection& books, DateTime day) {
 
 } // namespace
 
-CallList readCallList(adodb::Connection& books, DateTime today) {
+CallList readCallList(adodb::Connection& books, ShopReckoning& shop, DateTime today) {
+    const adodb::OneMoment moment(books);
+    shop.bringUpToDate(books);
     CallList list;
     list.today = today;
     list.weekEnd = today.plusDays(kDaysOfWeek - 1);
-    for (Gathered& customer : gather(books, list)) {
-        if (!customer.hasCard) continue;
+    for (Gathered& customer : gather(shop, list)) {
         CallRow& row = customer.row;
         list.overdue += row.overdue;
         list.dueToday += row.dueToday;

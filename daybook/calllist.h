@@ -1,7 +1,6 @@
 // Whom to call today: one row for each customer with anything overdue or due today, and the day's figures.
 //
-// The reserved accounts and those without a card are left out everywhere, as in the overdue report: nobody
-// can be called there, and no account be opened.
+// Who can't be called is left out everywhere.
 #pragma once
 
 #include <cstdint>
@@ -9,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "daybook/arrears.h"
 #include "daybook/callnotes.h"
+#include "daybook/shopreckoning.h"
 
 namespace veldona {
 
@@ -45,8 +44,8 @@ struct CallList {
     std::vector<CashReceived> received; // today, by cash box
 };
 
-// Raises what the store raises.
-[[nodiscard]] CallList readCallList(adodb::Connection& books, DateTime today);
+// Of what `shop` holds, which is brought up to date. Raises what the store raises.
+[[nodiscard]] CallList readCallList(adodb::Connection& books, ShopReckoning& shop, DateTime today);
 
 // The notes anew, in place.
 void readCalls(adodb::Connection& books, CallList& list);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/exportfolders.h"
+#include "core/formframe.h"
 #include "core/money.h"
 #include "core/reporting.h"
 #include "core/session.h"
@@ -119,14 +120,16 @@ std::string summaryOf(const FrmGrafik& f) {
 }
 
 void showSpan(FrmGrafik& f) {
-    f.months = readMonths(*f.session.gBaglanti, f.session.desktop.clock.today(), chosenSpan(f).months);
+    f.months = f.shop->months(f.session.desktop.clock.today(), chosenSpan(f).months);
     showPictures(f, picturesOf(f));
     showTables(f);
     f.lblOzet.setCaption(summaryOf(f));
 }
 
 void Form_Load(FrmGrafik& f) {
-    f.ages = readAges(*f.session.gBaglanti, f.session.desktop.clock.today());
+    const BusyGuard busy(f);
+    f.shop->bringUpToDate(*f.session.gBaglanti);
+    f.ages = f.shop->ages(f.session.desktop.clock.today());
     showSpan(f);
 }
 
@@ -203,8 +206,8 @@ std::string FigureRows::cell(int row, std::string_view field) const {
     return rows_.at(static_cast<std::size_t>(row)).at(static_cast<std::size_t>(column));
 }
 
-FrmGrafik::FrmGrafik(Forms& forms, Session& itsSession)
-    : Form(forms, "frmGrafik", "Grafikler"), session(itsSession) {
+FrmGrafik::FrmGrafik(Forms& forms, Session& itsSession, std::shared_ptr<ShopReckoning> itsShop)
+    : Form(forms, "frmGrafik", "Grafikler"), session(itsSession), shop(std::move(itsShop)) {
     for (const Span& span : kSpans)
         cboDonem.add(span.name);
     cboDonem.setListIndex(0);
@@ -217,8 +220,8 @@ FrmGrafik::FrmGrafik(Forms& forms, Session& itsSession)
     onLoad = [this] { Form_Load(*this); };
 }
 
-std::unique_ptr<Form> makeFrmGrafik(Forms& forms, Session& session) {
-    return std::make_unique<FrmGrafik>(forms, session);
+std::unique_ptr<Form> makeFrmGrafik(Forms& forms, Session& session, std::shared_ptr<ShopReckoning> shop) {
+    return std::make_unique<FrmGrafik>(forms, session, std::move(shop));
 }
 
 } // namespace veldona

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "daybook/shopfigures.h"
+#include "daybook/shopreckoning.h"
 #include "platform/controls/chartpane.h"
 #include "platform/controls/forms.h"
 #include "platform/controls/lists.h"
@@ -32,9 +32,10 @@ private:
 };
 
 struct FrmGrafik : Form {
-    FrmGrafik(Forms& forms, Session& itsSession);
+    FrmGrafik(Forms& forms, Session& itsSession, std::shared_ptr<ShopReckoning> itsShop);
 
     Session& session;
+    std::shared_ptr<ShopReckoning> shop; // as the books stood at the opening
 
     ComboBox cboDonem{*this, "cboDonem", ComboBox::Style::ListOnly};
     Label lblOzet{*this, "lblOzet"};
@@ -48,10 +49,11 @@ struct FrmGrafik : Form {
     CommandButton cmdKapat{*this, "cmdKapat", "&Kapat"};
 
     std::vector<MonthFigures> months; // of the time that is chosen
-    AgeGroups ages;                   // read once, at the opening
-    FigureRows monthRows, ageRows;    // as the grids show them
+    AgeGroups ages;
+    FigureRows monthRows, ageRows; // as the grids show them
 };
 
-[[nodiscard]] std::unique_ptr<Form> makeFrmGrafik(Forms& forms, Session& session);
+[[nodiscard]] std::unique_ptr<Form> makeFrmGrafik(Forms& forms, Session& session,
+                                                  std::shared_ptr<ShopReckoning> shop);
 
 } // namespace veldona

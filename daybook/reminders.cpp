@@ -74,7 +74,7 @@ private:
 
 Overdue Collecting::read(const std::string& account) {
     Overdue all;
-    for (const SaleArrears& sale : arrearsOfAccount(*session_.gBaglanti, account, today_))
+    for (const SaleArrears& sale : arrearsOfAccount(*session_.gBaglanti, account))
         for (const OpenInstallment& row : sale.open) {
             if (row.due >= today_) continue;
             all.since = all.count == 0 ? row.due : std::min(all.since, row.due);

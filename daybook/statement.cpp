@@ -126,7 +126,7 @@ bool Statement::read(StatementNotes notes) {
     readGoods();
     readHeads();
     readPayments();
-    for (SaleArrears& each : arrearsOfAccount(*session_.gBaglanti, account_, today_))
+    for (SaleArrears& each : arrearsOfAccount(*session_.gBaglanti, account_))
         arrears_.insert_or_assign(each.sale, std::move(each));
     readPlans();
     addSales();

@@ -139,7 +139,7 @@ void showArrears(FrmMainVeldona& f) {
     StoredAmount total;
     int sales = 0;
     if (!account.empty())
-        for (const SaleArrears& sale : arrearsOfAccount(*f.session.gBaglanti, account, today)) {
+        for (const SaleArrears& sale : arrearsOfAccount(*f.session.gBaglanti, account)) {
             const StoredAmount overdue = sale.overdue(today);
             if (overdue < kLeastClaim) continue;
             total += overdue;

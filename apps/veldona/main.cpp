@@ -12,6 +12,7 @@
 
 #include "apps/screens.h"
 #include "apps/tool/toolmain.h"
+#include "apps/veldona/atrest.h"
 #include "apps/veldona/backupmenu.h"
 #include "apps/veldona/firststart.h"
 #include "apps/veldona/guide.h"
@@ -99,7 +100,7 @@ Ended runBooks(const std::string& root, std::optional<std::string>& backup) {
     session.showGuide = [&windows](const std::string& screen) {
         windows.showGuide(windows.frontWindow(), screen);
     };
-    registerScreens(forms, session);
+    const auto shop = registerScreens(forms, session);
     windows.addTo("frmMainVeldona", [&](FormWindow& window) {
         bindMenus(window, backups, [&] {
             for (Form* open : forms.loadedForms())
@@ -109,6 +110,7 @@ Ended runBooks(const std::string& root, std::optional<std::string>& backup) {
     if (!startSession(session)) return {1, true};
     // No first screen, or one that closed itself: a run without a window is over.
     if (forms.ended() || forms.loadedForms().empty()) return {};
+    const AtRest atRest(windows, session, shop);
     const int code = QApplication::exec();
     backup = backups.chosen();
     return {code};

@@ -98,7 +98,7 @@ TEST(LookUps, GoThroughTheirIndex) {
             R"(ORDER BY 1, 2, 3, 4, "ID", "ID")",
             R"(SELECT "MUSTNO", "ISLEMNO", "ODTRH", "ODMIKTAR" FROM "TAKSITODENEN" ORDER BY 1 DESC, 2 DESC, )"
             R"(3 DESC, 4 DESC, "ID" DESC, "ID")",
-            R"(SELECT "TRH", "ADET" * "FIYAT", "ISLEMNO" FROM "URUNAL")", // the charts
+            R"(SELECT "TRH", "ISLEMNO", "ADET" * "FIYAT" FROM "URUNAL" ORDER BY "ID", "ID")", // the charts
             // a backup's fingerprint
             R"(SELECT COUNT(*) FROM "URUNAL")",
             R"(SELECT COUNT(*) FROM "URUNSAT")",

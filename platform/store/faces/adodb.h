@@ -69,6 +69,9 @@ private:
     friend class Recordset;
     friend class BoundedReading;
     friend class ChangeWatch;
+    friend class NoWait;
+    friend class OneMoment;
+    friend class RowWatch;
     template <class Opening> void connect(const Opening& opening);
     [[nodiscard]] store::Database& database() const; // error kOpenFailed where closed
     store::Workspace* workspace_;

@@ -165,6 +165,26 @@ void Database::rollback() {
     ++writesAnywhere_;
 }
 
+void Database::beginReading() {
+    if (inTransaction_)
+        throw StoreError(StoreError::Kind::Other, "Açık bir işlem varken yenisi başlatılamaz.");
+    engine_->beginReading();
+    inTransaction_ = isReading_ = true;
+}
+
+// There is nothing to be lost: a failure has been told by what was read.
+void Database::endReading() noexcept {
+    inTransaction_ = isReading_ = false;
+    try {
+        engine_->commit();
+    } catch (const StoreError&) {
+        try {
+            if (engine_->inTransaction()) engine_->rollback();
+        } catch (const StoreError&) { // the connection is gone, and the transaction with it
+        }
+    }
+}
+
 // The engine undoes a transaction by itself when the disk is full or fails. What the caller writes behind
 // that must not stand in the file alone, as if it were the whole.
 void Database::requireTransactionIntact() const {

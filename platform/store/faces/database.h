@@ -87,6 +87,12 @@ public:
     // A number that stays the same as long as none of this table's keys went, and none came but behind them.
     [[nodiscard]] std::uint64_t keyChanges(const std::string& table);
 
+    // The same looks and nothing written until endReading(): what is read in between is one moment of the
+    // books.
+    void beginReading();
+    void endReading() noexcept;
+    [[nodiscard]] bool isReading() const { return isReading_; }
+
     // How long statements wait for another workstation, from now on.
     void setTimeout(std::chrono::seconds timeout);
     // Bounds all reading from now on (Engine::setBounds).
@@ -116,6 +122,7 @@ private:
     std::int64_t knownWritesOfOthers_ = 0;
     std::chrono::seconds timeout_{-1};
     bool inTransaction_ = false;
+    bool isReading_ = false; // and nothing else, in the transaction
     std::uint64_t rowsRead_ = 0;
     const ReadBounds* bounds_ = nullptr;
 };
