@@ -7,7 +7,7 @@ namespace veldona::journal {
 
 std::vector<Act> takenBackSince(adodb::Connection& books, std::int64_t& seen) {
     const std::int64_t before = seen;
-    if (before == 0) {
+    if (before == kNothingSeen) {
         seen = lastEntry(books);
         return {};
     }

@@ -6,7 +6,8 @@
 namespace veldona::journal {
 
 // The acts behind entry `seen` that took another one back, newest first; `seen` becomes the last entry. With
-// `seen` 0 there are none.
+// kNothingSeen there are none.
+inline constexpr std::int64_t kNothingSeen = -1;
 [[nodiscard]] std::vector<Act> takenBackSince(adodb::Connection& books, std::int64_t& seen);
 
 } // namespace veldona::journal

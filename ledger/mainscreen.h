@@ -56,7 +56,7 @@ struct ArrearsOnShow {
 // What was taken back of the account on show.
 struct TakenBackWatch {
     adodb::ChangeWatch written{{"GUNLUK"}};
-    std::int64_t seen = 0; // the last entry of the journal that was looked at
+    std::int64_t seen = -1; // the last entry of the journal that was looked at; -1: none yet
     bool isPending = false;
 };
 

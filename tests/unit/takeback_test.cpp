@@ -193,7 +193,7 @@ TEST_F(TakingBack, LeavesTheSalesOfOthersInTheStock) {
 }
 
 TEST_F(TakingBack, IsToldInTheWordsOfTheShop) {
-    std::int64_t seen = 0;
+    std::int64_t seen = journal::kNothingSeen;
     EXPECT_TRUE(journal::takenBackSince(*shop.session.gBaglanti, seen).empty());
     sell(219);
     const Act sold = newest();
