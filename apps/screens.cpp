@@ -9,6 +9,7 @@
 #include "ledger/mainscreen.h"
 #include "maintenance/backupscreen.h"
 #include "maintenance/letterhead.h"
+#include "maintenance/passwordscreen.h"
 #include "maintenance/paymentcorrection.h"
 #include "maintenance/schedulecorrection.h"
 #include "reports/income.h"
@@ -29,6 +30,7 @@ std::shared_ptr<ShopReckoning> registerScreens(Forms& forms, Session& session) {
     });
     forms.add("frmSatis", [&session](Forms& f) { return makeFrmSatis(f, session); });
     forms.add("frmYedek", [&session](Forms& f) { return makeFrmYedek(f, session); });
+    forms.add("frmParola", [&session](Forms& f) { return makeFrmParola(f, session); });
     forms.add("frmCrNesne", [&session](Forms& f) { return makeFrmCrNesne(f, session); });
     forms.add("rprodemesigecen", [&session](Forms& f) { return makeRprOdemesiGecen(f, session); });
     forms.add("rprbeklenentahsilat", [&session](Forms& f) { return makeRprBeklenenTahsilat(f, session); });

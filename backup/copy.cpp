@@ -5,8 +5,8 @@
 
 #include "backup/place.h"
 #include "backup/proof.h"
+#include "core/bookpasswords.h"
 #include "core/books.h"
-#include "core/delivered.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/openfile.h"
 #include "platform/store/engine/temporaryfile.h"
@@ -35,32 +35,39 @@ Refusal noRoom(const std::string& file, const std::string& books) {
                    "Yarım kalan kopya silindi. Yer açın ya da başka bir disk seçin.");
 }
 
-Fingerprint copyAsItStands(const std::string& books, const std::string& file, const Onlooker& onlooker) {
-    look(onlooker, Step::Copying);
-    const auto original = openBooksToRead(store::placeOf(books), kWait);
-    original->beginReading();
-    Fingerprint fingerprint = fingerprintOf(*original);
+void fillCopy(store::Engine& original, const std::string& books, const std::string& file, const Secret& under,
+              const Onlooker& onlooker) {
     try {
-        const auto copy = store::createFile(file, kDeliveredPassword);
+        const auto copy = store::createFile(file, under.text());
         const auto goOn = [&onlooker](std::int64_t done, std::int64_t all) {
             look(onlooker, Step::Copying, done, all);
         };
-        original->copyInto(*copy, schema::delivered(), goOn);
+        original.copyInto(*copy, schema::delivered(), goOn);
     } catch (const store::StoreError& failure) {
         if (failure.kind() != store::StoreError::Kind::DiskFull) throw;
         throw noRoom(file, books);
     }
-    return fingerprint;
 }
 
 } // namespace
 
-Fingerprint copyToTemporary(const std::string& books, const std::string& temporary,
-                            const Onlooker& onlooker) {
-    Fingerprint fingerprint = copyAsItStands(books, temporary, onlooker);
+Fingerprint copyToTemporary(store::Engine& original, const std::string& books, const std::string& temporary,
+                            const Secret& under, const Onlooker& onlooker) {
+    look(onlooker, Step::Copying);
+    original.beginReading();
+    Fingerprint fingerprint = fingerprintOf(original);
+    fillCopy(original, books, temporary, under, onlooker);
+    original.rollback();
     syncFile(temporary);
     requireProved(temporary, fingerprint, onlooker);
     return fingerprint;
+}
+
+Fingerprint copyToTemporary(const std::string& books, const std::string& temporary, const Onlooker& onlooker,
+                            const std::optional<Secret>& under) {
+    const auto [original, password] = openBooksToReadBy(store::placeOf(books), kWait);
+    const Secret own = areOnServer(books) ? deliveredPassword() : password;
+    return copyToTemporary(*original, books, temporary, under.value_or(own), onlooker);
 }
 
 Fingerprint copyBooks(const std::string& books, const std::string& file, const Onlooker& onlooker) {

@@ -11,7 +11,6 @@
 
 #include "backup/proof.h"
 #include "backup/refusal.h"
-#include "platform/store/engine/filelock.h"
 #include "platform/store/engine/place.h"
 
 namespace veldona::backup {
@@ -155,8 +154,9 @@ void requireClosed(const std::string& books) {
 }
 
 std::vector<std::string> exchange(const std::string& temporary, const Fingerprint& proven,
-                                  const std::string& books, const SetAside& names) {
-    const auto present = stands(books) ? lockAlone(books) : nullptr;
+                                  const std::string& books, const SetAside& names,
+                                  std::unique_ptr<store::FileLock> present) {
+    if (present == nullptr && stands(books)) present = lockAlone(books);
     const auto coming = lockAlone(temporary);
     Exchange exchange(books, names);
     exchange.setAside();

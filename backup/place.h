@@ -1,11 +1,13 @@
 // Proven files that get a name: a free one, or that of the books, which are then set aside.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "backup/fingerprint.h"
 #include "backup/onlooker.h"
+#include "platform/store/engine/filelock.h"
 
 namespace veldona::backup {
 
@@ -48,7 +50,9 @@ struct SetAside {
 // where nothing stood there. From before the exchange to behind the last proof nobody can open either file:
 // who tries waits, and finds what stands then. What fails leaves the books as they were. Raises Refusal or
 // StoreError.
+// `present`: the lock of the books, of who has it already.
 std::vector<std::string> exchange(const std::string& temporary, const Fingerprint& proven,
-                                  const std::string& books, const SetAside& names);
+                                  const std::string& books, const SetAside& names,
+                                  std::unique_ptr<store::FileLock> present = nullptr);
 
 } // namespace veldona::backup

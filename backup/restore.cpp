@@ -10,8 +10,8 @@
 #include "backup/place.h"
 #include "backup/proof.h"
 #include "backup/refusal.h"
+#include "core/bookpasswords.h"
 #include "core/books.h"
-#include "core/delivered.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/storedamount.h"
 #include "platform/store/dialect/storeerror.h"
@@ -88,7 +88,7 @@ bool isJournalForeign(const std::string& books) {
     if (!stands(books) || !hasJournal(books)) return false;
     using Kind = store::StoreError::Kind;
     try {
-        store::settleFile(books, kDeliveredPassword);
+        settleBooks(books);
         return false;
     } catch (const store::StoreError& failure) {
         if (failure.kind() == Kind::Locked || failure.kind() == Kind::DiskFull) throw;
@@ -117,7 +117,13 @@ void noteRestored(const std::string& file) {
 Loss lossOfRestoring(const std::string& backup, const std::string& books) {
     const Fingerprint kept = inspect(backup);
     Loss loss;
-    loss.text = "Yedekteki son ödeme: " + shownDate(kept.newestPayment) + "\n";
+    const auto password = passwordOfBooks(books);
+    const std::string other = otherPasswordOf(backup, password);
+    if (!other.empty() && (password || isNotedAsOwn(books))) {
+        loss.text = "Bu yedek " + other + " açılır. Dönülen defterin parolası " +
+                    (stands(books) && password ? "bugünkü parola olur.\n" : "yedeğin parolası olur.\n");
+    }
+    loss.text += "Yedekteki son ödeme: " + shownDate(kept.newestPayment) + "\n";
     loss.booksStand = stands(books) || areOnServer(books);
     if (!loss.booksStand) {
         loss.text += "Yerinde defter yok, bir şey kaybolmaz.\n";
@@ -135,6 +141,14 @@ Loss lossOfRestoring(const std::string& backup, const std::string& books) {
             "Şimdiki defter okunamıyor, neyin kaybolacağı söylenemez: " + failure.description() + "\n";
     }
     return loss;
+}
+
+std::string otherPasswordOf(const std::string& file, const std::optional<Secret>& books) {
+    if (books && opensBy(file, *books)) return {};
+    for (const Secret& each : passwords::known())
+        if (opensBy(file, each))
+            return each == deliveredPassword() ? "programla gelen parolayla" : "eski bir parolayla";
+    return books ? "başka bir parolayla" : "";
 }
 
 bool areDamaged(const std::string& books) {
@@ -156,7 +170,8 @@ std::vector<std::string> restore(const std::string& backup, const std::string& b
     makeFolder(folder);
     const FolderLock lock(folder, "Bir yedek zaten yerine konuyor. Bitmesini bekleyip yeniden deneyin.");
     const store::TemporaryFile arrived(books + ".geri");
-    const Fingerprint proven = copyToTemporary(backup, arrived.path());
+    const auto under = stands(books) && !server ? passwordOfBooks(books) : std::nullopt;
+    const Fingerprint proven = copyToTemporary(backup, arrived.path(), {}, under);
     noteRestored(arrived.path());
     syncFile(arrived.path());
     if (server) {
@@ -164,7 +179,9 @@ std::vector<std::string> restore(const std::string& backup, const std::string& b
         return former.empty() ? std::vector<std::string>() : std::vector{kOnServer + former};
     }
     const SetAside names = namesFor(books, now, isJournalForeign(books));
-    return exchange(arrived.path(), proven, books, names);
+    std::vector<std::string> setAside = exchange(arrived.path(), proven, books, names);
+    noteAsOwn(books, passwordOfBooks(books) != deliveredPassword());
+    return setAside;
 }
 
 std::string describe(const std::vector<std::string>& setAside) {

@@ -7,6 +7,7 @@
 #include <memory>
 #include <variant>
 
+#include "backup/closedfile.h"
 #include "backup/keeping.h"
 #include "backup/place.h"
 #include "backup/proof.h"
@@ -44,37 +45,6 @@ std::string formerSchema(DateTime at) {
     std::replace(name.begin(), name.end(), '-', '_');
     return name;
 }
-
-// The file as it stands by itself, which nobody else opens as long as this lives.
-class ClosedFile {
-public:
-    explicit ClosedFile(const std::string& path) : path_(path) {
-        store::settleFile(path, kDeliveredPassword);
-        lock_ = store::FileLock::takeAlone(path);
-        const bool hasJournal = std::any_of(std::begin(kJournals), std::end(kJournals),
-                                            [&](const char* journal) { return stands(path + journal); });
-        if (lock_ == nullptr || hasJournal)
-            throw Refusal(path +
-                          " şu anda bir programda açık ve olduğu gibi bırakıldı. Programı kapatıp yeniden "
-                          "deneyin.");
-        engine_ = openBooksAlone(path);
-    }
-    [[nodiscard]] store::Engine& engine() { return *engine_; }
-
-    std::string setAside(DateTime now) {
-        const std::string kept = (fs::path(path_).parent_path() / replacedName(now)).string();
-        engine_.reset();
-        if (std::rename(path_.c_str(), kept.c_str()) != 0)
-            throw Refusal(path_ + " yeniden adlandırılamadı: " + lastReason());
-        store::syncFolderOf(path_);
-        return kept;
-    }
-
-private:
-    std::string path_;
-    std::unique_ptr<store::FileLock> lock_;
-    std::unique_ptr<store::Engine> engine_;
-};
 
 Sameness fillAndProve(store::ServerDraft& draft, store::Engine& source) {
     store::copyRows(source, draft.engine());

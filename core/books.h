@@ -1,12 +1,13 @@
 // The shop's books, in a file of this machine or on a server, for whoever is no screen: a tool, a backup.
 // Books that hold anything that was not delivered are refused before anything is changed (StoreError,
-// Damaged).
+// Damaged). A file is opened by whichever known password fits (bookpasswords.h).
 #pragma once
 
 #include <chrono>
 #include <memory>
 #include <string>
 
+#include "platform/runtime/secret.h"
 #include "platform/store/engine/engine.h"
 #include "platform/store/engine/place.h"
 
@@ -17,6 +18,13 @@ namespace veldona {
 [[nodiscard]] std::unique_ptr<store::Engine> openBooksToRead(const store::Place& place,
                                                              std::chrono::milliseconds wait);
 
+// Also says by which password it opened; of books on a server that one means nothing.
+struct OpenedBooks {
+    std::unique_ptr<store::Engine> engine;
+    Secret password;
+};
+[[nodiscard]] OpenedBooks openBooksToReadBy(const store::Place& place, std::chrono::milliseconds wait);
+
 // Of a file alone.
 [[nodiscard]] std::unique_ptr<store::Engine> openBooks(const std::string& nativePath,
                                                        std::chrono::milliseconds wait);
@@ -25,5 +33,9 @@ namespace veldona {
                                                              std::chrono::milliseconds wait);
 // The file as it stands by itself, which nobody has open: nothing beside it is looked at or made.
 [[nodiscard]] std::unique_ptr<store::Engine> openBooksAlone(const std::string& nativePath);
+[[nodiscard]] OpenedBooks openBooksAloneBy(const std::string& nativePath);
+// What a journal beside the file holds goes into the file, so that it is whole by itself. Raises StoreError,
+// also where somebody else has the file open.
+void settleBooks(const std::string& nativePath);
 
 } // namespace veldona

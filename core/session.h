@@ -57,6 +57,10 @@ struct Session {
     std::vector<Message> deferredBoxes; // to be told behind the end of the open transaction
 
     std::string seenFile; // what this machine has seen of the books' journal; "": nobody keeps it
+    // What is to be done when this run is over and has let go of the books, before the next one: set by a
+    // screen that ends the run for it. Nothing of the session is left then.
+    std::function<void(Desktop&)> behindTheEnd;
+
     report::ReportDesk* reportDesk = nullptr; // set before the start where there is anybody to show reports
     // The user's guide at the chapter of a screen; set before the start where there is anybody to show it.
     std::function<void(const std::string& screen)> showGuide;

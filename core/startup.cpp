@@ -38,7 +38,7 @@ void TarihFormatiAyarla(Session& session) {
 void OturumBaslat(Session& session) {
     session.gDosyaAdi = "vorel";
     session.gDsnAdi = "vorel";
-    session.gSifre = kDeliveredPassword;
+    if (session.gSifre.empty()) session.gSifre = kDeliveredPassword; // else the shop's own
     const std::string attributes =
         "DSN=" + session.gDsnAdi + ";DBQ=" + std::string(kInstallFolder) + "\\" + session.gDosyaAdi + ".mdb";
     // Registering fails on every start but the first, where the source stands already.

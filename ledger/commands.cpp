@@ -2,7 +2,9 @@
 
 #include <filesystem>
 
+#include "backup/place.h"
 #include "core/database.h"
+#include "core/delivered.h"
 #include "core/formframe.h"
 #include "core/session.h"
 #include "core/showscreen.h"
@@ -50,6 +52,19 @@ void tellOfWindow(Session& session) {
     session.desktop.dialogs.tell("Bu komut yalnız programın penceresinde çalışır.", Icon::Information);
 }
 
+// The books get another password when this run has let go of them: all screens close for it.
+void mnuParola_Click(FrmMainVeldona& f) {
+    if (backup::areOnServer(f.session.desktop.paths.toNative(kDatabasePath)))
+        return f.session.desktop.dialogs.tell(
+            "Defter bir sunucuda: parolası sunucunun parolasıdır, orada değiştirilir.", Icon::Information);
+    Forms& forms = f.forms();
+    Session& session = f.session;
+    showScreen(session, "frmParola", Kip::Modal);
+    if (!session.behindTheEnd) return;
+    for (Form* open : forms.loadedForms())
+        forms.unload(*open);
+}
+
 void bindMenuBar(FrmMainVeldona& f) {
     // Where there is a window, the program gives them its acts.
     for (MenuItem* entry : {&f.mnuYedektenDon, &f.mnuTuslar})
@@ -61,6 +76,7 @@ void bindMenuBar(FrmMainVeldona& f) {
     f.mnuGrafik.setEnabled(f.forms().isKnown("frmGrafik"));
     f.mnuGrafik.onClick = [&f] { showScreen(f.session, "frmGrafik", Kip::Modal); };
     f.mnuYedekAl.onClick = [&f] { showScreen(f.session, "frmYedek", Kip::Modal); };
+    f.mnuParola.onClick = [&f] { mnuParola_Click(f); };
     f.mnuBugun.onClick = [&f] { openPickedIn(f, "frmBugun"); };
     f.mnuAra.onClick = [&f] { openPickedIn(f, "frmArama"); };
     f.mnuSonIslemler.onClick = [&f] { openRecentActs(f); };

@@ -205,6 +205,7 @@ struct FrmMainVeldona : Form {
     Menu mnuYedek{*this, "mnuYedek", "Ye&dek"};
     MenuItem mnuYedekAl{mnuYedek, "mnuYedekAl", "Yedek &Al…"};
     MenuItem mnuYedektenDon{mnuYedek, "mnuYedektenDon", "Yedekten &Dön…"};
+    MenuItem mnuParola{mnuYedek, "mnuParola", "Defterin &Parolası…"};
     Menu mnuYardim{*this, "mnuYardim", "Y&ardım"};
     MenuItem mnuKilavuz{mnuYardim, "mnuKilavuz", "&Kılavuz"};
     MenuItem mnuTuslar{mnuYardim, "mnuTuslar", "&Tuşlar", "F1"};

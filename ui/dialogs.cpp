@@ -1,13 +1,19 @@
 #include "ui/dialogs.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QHBoxLayout>
 #include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 #include "ui/binder.h"
 #include "ui/filechoice.h"
 #include "ui/host.h"
+#include "ui/housestyle.h"
 
 namespace veldona {
 
@@ -63,6 +69,39 @@ std::optional<std::string> WindowDialogs::input(const std::string& prompt, const
     box.setCancelButtonText("Vazgeç");
     if (host_.run(box) != QDialog::Accepted) return std::nullopt;
     return fromQt(box.textValue());
+}
+
+std::optional<Dialogs::Password> WindowDialogs::password(const std::string& prompt, const std::string& title,
+                                                         bool offersKeeping) {
+    QDialog box(host_.frontWindow());
+    box.setWindowTitle(toQt(title));
+    auto* words = new QLabel(toQt(prompt));
+    auto* typed = new QLineEdit;
+    typed->setEchoMode(QLineEdit::Password);
+    typed->setAccessibleName(toQt(prompt));
+    typed->setMinimumWidth(scaled(280));
+    words->setBuddy(typed);
+    auto* keep = new QCheckBox("Bu makinede &sorma");
+    keep->setToolTip("Parola masaüstünün anahtarlığında saklanır; bu kullanıcıya bir daha sorulmaz");
+    keep->setVisible(offersKeeping);
+    auto* go = new QPushButton("&Tamam");
+    auto* cancel = new QPushButton("&Vazgeç");
+    go->setDefault(true);
+    cancel->setAutoDefault(false);
+    QObject::connect(go, &QPushButton::clicked, &box, &QDialog::accept);
+    QObject::connect(cancel, &QPushButton::clicked, &box, &QDialog::reject);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(go);
+    buttons->addWidget(cancel);
+    auto* column = new QVBoxLayout(&box);
+    column->addWidget(words);
+    column->addWidget(typed);
+    column->addWidget(keep);
+    column->addLayout(buttons);
+    if (host_.run(box) != QDialog::Accepted || typed->text().isEmpty()) return std::nullopt;
+    std::string text = fromQt(typed->text());
+    return Password{Secret::taken(text), keep->isChecked()};
 }
 
 std::optional<std::string> WindowDialogs::folder(const std::string& title, const std::string& start) {

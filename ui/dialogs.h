@@ -13,6 +13,8 @@ public:
 
     Answer show(const Message& message) override;
     std::optional<std::string> input(const std::string& prompt, const std::string& title) override;
+    std::optional<Password> password(const std::string& prompt, const std::string& title,
+                                     bool offersKeeping) override;
     std::optional<std::string> folder(const std::string& title, const std::string& start) override;
     void runtimeError(const RuntimeError& error) override;
     void beep() override;

@@ -10,6 +10,7 @@
 #include "ui_frmCrNesne.h"
 #include "ui_frmGrafik.h"
 #include "ui_frmMainVeldona.h"
+#include "ui_frmParola.h"
 #include "ui_frmSatis.h"
 #include "ui_frmSonIslemler.h"
 #include "ui_frmYedek.h"
@@ -42,6 +43,7 @@ void drawScreens(WindowHost& host) {
     host.draw("frmGrafik", drawAs<Ui::frmGrafik>);
     host.draw("frmMainVeldona", drawAs<Ui::frmMainVeldona>);
     host.draw("frmSatis", drawAs<Ui::frmSatis>);
+    host.draw("frmParola", drawAs<Ui::frmParola>);
     host.draw("frmSonIslemler", drawAs<Ui::frmSonIslemler>);
     host.draw("frmYedek", drawAs<Ui::frmYedek>);
     host.draw("rprbeklenentahsilat", drawAs<Ui::rprbeklenentahsilat>);

@@ -4,6 +4,7 @@
 
 #include "apps/anonim/nameless.h"
 #include "apps/anonim/options.h"
+#include "apps/parola/asking.h"
 #include "apps/tool/toolmain.h"
 #include "core/delivered.h"
 #include "platform/desktop/paths.h"
@@ -15,7 +16,9 @@ using namespace veldona::anonim;
 
 void run(const Options& options) {
     const Paths paths(options.root ? *options.root : chooseRoot(executableFolder(), userDataFolder()));
-    const Outcome outcome = copyWithoutNames(paths.toNative(kDatabasePath), options.target, Disguise());
+    const std::string books = paths.toNative(kDatabasePath);
+    parola::Asking(options.passwordFromInput).require(books);
+    const Outcome outcome = copyWithoutNames(books, options.target, Disguise());
     std::cout << "Adsız kopya hazır: " << options.target << " (" << outcome.replaced
               << " metin değiştirildi)\n";
 }

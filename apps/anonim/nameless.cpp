@@ -8,6 +8,7 @@
 #include "backup/place.h"
 #include "backup/proof.h"
 #include "backup/refusal.h"
+#include "core/bookpasswords.h"
 #include "core/books.h"
 #include "platform/store/engine/temporaryfile.h"
 
@@ -34,7 +35,7 @@ Outcome copyWithoutNames(const std::string& books, const std::string& named, Dis
     if (backup::stands(file)) throw Refusal(file + " zaten var ve olduğu gibi bırakıldı.");
     const store::TemporaryFile temporary(file + ".adli"); // it still carries the names of the shop
     Outcome outcome;
-    outcome.fingerprint = backup::copyToTemporary(books, temporary.path());
+    outcome.fingerprint = backup::copyToTemporary(books, temporary.path(), {}, deliveredPassword());
     disguiseBooks(temporary.path(), disguise, outcome);
     backup::syncFile(temporary.path());
     if (backup::prove(temporary.path()) != outcome.fingerprint)

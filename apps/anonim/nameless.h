@@ -14,7 +14,8 @@ struct Outcome {
     backup::Fingerprint fingerprint;
 };
 
-// Copies `books`, which may be in use, to `file`, which must not be there, under the same password. What
+// Copies `books`, which may be in use, to `file`, which must not be there, under the delivered
+// password, since it goes to somebody who is told none. What
 // could name somebody is replaced (mapping.h), so that a check of the copy finds what it finds in the books.
 // Nothing of the old texts is left in the unused parts of the file. What fails leaves no file. Raises Refusal
 // or StoreError.

@@ -1,13 +1,15 @@
 #include "apps/anonim/options.h"
 
+#include "apps/parola/asking.h"
 #include "apps/tool/optionreader.h"
 
 namespace veldona::anonim {
 
 Options readOptions(std::span<const char* const> arguments) {
     Options options;
-    OptionReader(usage())
-        .value("--kok", options.root)
+    OptionReader reader(usage());
+    parola::addPasswordOption(reader, "--parola", options.passwordFromInput);
+    reader.value("--kok", options.root)
         .word([&options](const std::string& word) {
             const bool isFirst = options.target.empty();
             if (isFirst) options.target = word;
@@ -25,6 +27,7 @@ const char* usage() {
            "tarihinin yalnız yılı kalır. Defterin kendisine dokunulmaz.\n"
            "\n"
            "  --kok KLASÖR        C: sürücüsünün yerine geçen klasör\n"
+           "  --parola -          defterin kendi parolasını girişin ilk satırından okur\n"
            "  --yardim, --help    bu sayfa\n"
            "  --surum, --version  programın sürümü\n";
 }

@@ -9,6 +9,7 @@ namespace veldona::anonim {
 
 struct Options {
     std::optional<std::string> root; // the folder that stands for drive C:
+    bool passwordFromInput = false;
     std::string target;
 };
 

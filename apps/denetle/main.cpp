@@ -8,6 +8,7 @@
 #include "apps/denetle/check.h"
 #include "apps/denetle/options.h"
 #include "apps/denetle/report.h"
+#include "apps/parola/asking.h"
 #include "apps/tool/toolmain.h"
 #include "core/books.h"
 #include "core/delivered.h"
@@ -29,7 +30,9 @@ std::string booksOf(const Options& options) {
 }
 
 int check(const Options& options) {
-    const store::Place place = store::placeOf(booksOf(options));
+    const std::string file = booksOf(options);
+    parola::Asking(options.passwordFromInput).require(file);
+    const store::Place place = store::placeOf(file);
     const auto books = openBooksToRead(place, std::chrono::seconds(15));
     const Findings findings = checkBooks(*books);
     const journal::Chain chain =

@@ -1,13 +1,15 @@
 #include "apps/denetle/options.h"
 
+#include "apps/parola/asking.h"
 #include "apps/tool/optionreader.h"
 
 namespace veldona::denetle {
 
 Options readOptions(std::span<const char* const> arguments) {
     Options options;
-    OptionReader(usage())
-        .value("--kok", options.root)
+    OptionReader reader(usage());
+    parola::addPasswordOption(reader, "--parola", options.passwordFromInput);
+    reader.value("--kok", options.root)
         .value("--dosya", options.file)
         .flag("--csv", options.csv)
         .read(arguments);
@@ -21,6 +23,7 @@ const char* usage() {
            "\n"
            "  --kok KLASÖR        C: sürücüsünün yerine geçen klasör\n"
            "  --dosya DOSYA       başka bir yerdeki defter, örneğin bir yedek\n"
+           "  --parola -          defterin kendi parolasını girişin ilk satırından okur\n"
            "  --csv               bulguları hesap tablosu için yazar\n"
            "  --yardim, --help    bu sayfa\n"
            "  --surum, --version  programın sürümü\n"

@@ -10,6 +10,7 @@ namespace veldona::denetle {
 struct Options {
     std::optional<std::string> root; // the folder that stands for drive C:
     std::optional<std::string> file; // books that lie elsewhere, a backup
+    bool passwordFromInput = false;
     bool csv = false;
 };
 

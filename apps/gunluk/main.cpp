@@ -7,6 +7,7 @@
 #include <variant>
 
 #include "apps/gunluk/options.h"
+#include "apps/parola/asking.h"
 #include "apps/tool/toolmain.h"
 #include "backup/fingerprint.h"
 #include "backup/serverbooks.h"
@@ -71,7 +72,9 @@ int thin(const store::Place& place, const Options& options) {
 
 int run(const Options& options) {
     const Paths paths(options.root ? *options.root : chooseRoot(executableFolder(), userDataFolder()));
-    const store::Place place = store::placeOf(paths.toNative(kDatabasePath));
+    const std::string books = paths.toNative(kDatabasePath);
+    parola::Asking(options.passwordFromInput).require(books);
+    const store::Place place = store::placeOf(books);
     return options.months ? thin(place, options) : tell(place);
 }
 

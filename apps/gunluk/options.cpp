@@ -2,6 +2,7 @@
 
 #include <charconv>
 
+#include "apps/parola/asking.h"
 #include "apps/tool/optionreader.h"
 
 namespace veldona::gunluk {
@@ -23,8 +24,9 @@ int monthsOf(const std::string& text) {
 Options readOptions(std::span<const char* const> arguments) {
     Options options;
     std::optional<std::string> months;
-    OptionReader(usage())
-        .value("--kok", options.root)
+    OptionReader reader(usage());
+    parola::addPasswordOption(reader, "--parola", options.passwordFromInput);
+    reader.value("--kok", options.root)
         .value("--incelt", months)
         .value("--sahip", options.owner)
         .flag("--evet", options.confirmed)
@@ -44,6 +46,7 @@ const char* usage() {
            "  --incelt AY         bu kadar aydan eski kayıtlar silinirse ne olacağını gösterir\n"
            "  --evet              gösterir ve siler; silinen kayıtlar geri gelmez\n"
            "  --sahip ROL         sunucudaki defterin tablolarının sahibi (veldona_sahip)\n"
+           "  --parola -          defterin kendi parolasını girişin ilk satırından okur\n"
            "  --yardim, --help    bu sayfa\n"
            "  --surum, --version  programın sürümü\n"
            "\n"

@@ -11,6 +11,7 @@ struct Options {
     std::optional<std::string> root;  // the folder that stands for drive C:
     std::optional<int> months;        // entries older than so many are to go
     std::optional<std::string> owner; // of books on a server
+    bool passwordFromInput = false;
     bool confirmed = false;           // else a thinning is only shown
 };
 

@@ -7,6 +7,9 @@
 #include <filesystem>
 #include <iostream>
 
+#include "core/bookpasswords.h"
+#include "core/startpassword.h"
+
 namespace veldona::console {
 
 bool Process::PrintingOpener::open(const std::string& nativePath) {
@@ -30,7 +33,8 @@ Process::~Process() {
 
 void Process::start() {
     started_ = true;
-    forms_->dispatch([this] { failed_ = !startSession(*session_); });
+    passwords::forget(); // what an earlier run was told, this one isn't
+    forms_->dispatch([this] { failed_ = !knowPassword(*session_) || !startSession(*session_); });
     if (session_->gBaglanti && session_->gBaglanti->isOpen()) early_.reset();
 }
 
@@ -50,7 +54,8 @@ adodb::Connection& Process::connection() {
     if (session_->gBaglanti && session_->gBaglanti->isOpen()) return *session_->gBaglanti;
     if (!early_) {
         auto connection = std::make_unique<adodb::Connection>(session_->workspace);
-        connection->openFile(kDatabasePath, kDeliveredPassword);
+        const auto password = passwordOfBooks(desktop_.paths.toNative(kDatabasePath));
+        connection->openFile(kDatabasePath, password.value_or(deliveredPassword()).text());
         early_ = std::move(connection);
     }
     return *early_;

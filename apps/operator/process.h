@@ -30,6 +30,7 @@ public:
 
     [[nodiscard]] Session& session() { return *session_; }
     [[nodiscard]] Forms& forms() { return *forms_; }
+    [[nodiscard]] Desktop& desktop() { return desktop_; }
     [[nodiscard]] const Paths& paths() const { return desktop_.paths; }
 
     void start();

@@ -48,9 +48,14 @@ Stage::Stage(Setting setting, FormHost& host)
 }
 
 void Stage::renewProcess() {
-    if (process_) dropProcess(); // the old run lets go of the files first
+    std::function<void(Desktop&)> behindTheEnd;
+    if (process_) {
+        behindTheEnd = std::move(process_->session().behindTheEnd);
+        dropProcess(); // the old run lets go of the files first
+    }
     process_ = std::make_unique<Process>(setting_.folder, setting_.screens, clock, dialogs, *host_);
     process_->session().reportDesk = &desk_;
+    if (behindTheEnd) behindTheEnd(process_->desktop());
 }
 
 void Stage::makeBooks() {

@@ -6,6 +6,7 @@
 #include <string>
 #include <variant>
 
+#include "apps/parola/asking.h"
 #include "apps/sunucu/options.h"
 #include "apps/tool/toolmain.h"
 #include "backup/fingerprint.h"
@@ -44,6 +45,7 @@ void tell(const std::string& books) {
 void run(const Options& options) {
     const Paths paths(options.root ? *options.root : chooseRoot(executableFolder(), userDataFolder()));
     const std::string books = paths.toNative(kDatabasePath);
+    parola::Asking(options.passwordFromInput).require(books);
     const DateTime now = SystemClock().now();
     if (options.task == Task::ToServer) {
         const store::ServerAddress till(*options.address, "--adres");

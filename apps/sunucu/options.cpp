@@ -1,5 +1,6 @@
 #include "apps/sunucu/options.h"
 
+#include "apps/parola/asking.h"
 #include "apps/tool/optionreader.h"
 
 namespace veldona::sunucu {
@@ -7,8 +8,9 @@ namespace veldona::sunucu {
 Options readOptions(std::span<const char* const> arguments) {
     Options options;
     bool toServer = false, toFile = false, renew = false;
-    OptionReader(usage())
-        .flag("--kur", toServer)
+    OptionReader reader(usage());
+    parola::addPasswordOption(reader, "--parola", options.passwordFromInput);
+    reader.flag("--kur", toServer)
         .flag("--geri", toFile)
         .flag("--yenile", renew)
         .value("--kok", options.root)
@@ -37,6 +39,7 @@ const char* usage() {
            "  --geri              sunucudaki defteri dosyaya geri getirir\n"
            "  --yenile            programın yeni sürümünün istediklerini sunucudaki deftere ekler\n"
            "  --sahip ROL         tabloların sahibi olan rol (veldona_sahip)\n"
+           "  --parola -          defterin kendi parolasını girişin ilk satırından okur\n"
            "  --kok KLASÖR        C: sürücüsünün yerine geçen klasör\n"
            "  --yardim, --help    bu sayfa\n"
            "  --surum, --version  programın sürümü\n"

@@ -15,6 +15,7 @@ struct Options {
     Task task = Task::Tell;
     std::optional<std::string> root;    // the folder that stands for drive C:
     std::optional<std::string> address; // under which this machine will open the books
+    bool passwordFromInput = false;
     std::string owner = backup::kOwnerRole;
 };
 

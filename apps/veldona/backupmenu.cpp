@@ -12,8 +12,10 @@
 #include "backup/refusal.h"
 #include "backup/restore.h"
 #include "backup/taking.h"
+#include "core/bookpasswords.h"
 #include "core/delivered.h"
 #include "core/tell.h"
+#include "platform/runtime/password.h"
 #include "platform/store/dialect/storeerror.h"
 #include "ui/dialogs.h"
 #include "ui/filechoice.h"
@@ -76,7 +78,22 @@ bool BackupMenu::choose() {
     return chosen_.has_value();
 }
 
+void BackupMenu::knowPasswordOf(const std::string& backup) {
+    WindowDialogs dialogs(host_);
+    while (!passwordOfBooks(backup)) {
+        const auto typed = dialogs.password(
+            "Yedeğin başka bir parolası varsa yazın; yoksa yedek bozuktur:", "Yedekten Dön", false);
+        if (!typed) return;
+        const Secret password = passwordOf(typed->password.text());
+        if (opensBy(backup, password))
+            passwords::learn(password);
+        else
+            tell("Parola yanlış.", true);
+    }
+}
+
 bool BackupMenu::agrees(const std::string& backup) {
+    knowPasswordOf(backup);
     backup::Loss loss;
     const bool looked = attemptReported(
         [&] {

@@ -32,6 +32,8 @@ public:
 private:
     [[nodiscard]] bool hasBackups() const;
     [[nodiscard]] std::set<std::string> folders() const;
+    // A backup keeps the password under which it was taken: asks for one that nobody here knows.
+    void knowPasswordOf(const std::string& backup);
     [[nodiscard]] bool agrees(const std::string& backup);
     void tell(const std::string& text, bool isFailure);
     // False where `act` failed; it has been told of, with `kept`: what the failure left as it was.

@@ -127,6 +127,7 @@ QString chapterOf(const std::string& screen) {
         {"frmSatis", "satış"},
         {"frmSonIslemler", "son-işlemler-ve-geri-almak"},
         {"frmYedek", "yedek"},
+        {"frmParola", "defterin-parolası"},
         {"frmCrNesne", "yazdırma-ve-pdf"},
         {"frmGrafik", "grafikler"},
         {"rprodemesigecen", "günü-geçenler"},

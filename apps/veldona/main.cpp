@@ -20,8 +20,10 @@
 #include "apps/veldona/waiting.h"
 #include "core/reporting.h"
 #include "core/session.h"
+#include "core/startpassword.h"
 #include "core/startup.h"
 #include "journal/seen.h"
+#include "platform/keystore/desktopkeys.h"
 #include "ui/dialogs.h"
 #include "ui/host.h"
 #include "ui/housestyle.h"
@@ -65,7 +67,37 @@ QString userSettingsFile() {
 struct Ended {
     int code = 0;
     bool startFailed = false;
+    bool goesOn = false; // something was done to the books that ended this run alone
 };
+
+// The start and the screens, to the end of the last window.
+Ended runSession(WindowHost& windows, Desktop& desktop, BackupMenu& backups, report::ReportDesk& reports,
+                 std::optional<std::string>& backup, std::function<void(Desktop&)>& behindTheEnd) {
+    Forms forms(windows);
+    Session session(desktop, forms);
+    session.reportDesk = &reports;
+    session.seenFile = journal::seenFileOfThisPerson();
+    offerGuide(windows);
+    session.showGuide = [&windows](const std::string& screen) {
+        windows.showGuide(windows.frontWindow(), screen);
+    };
+    const auto shop = registerScreens(forms, session);
+    windows.addTo("frmMainVeldona", [&](FormWindow& window) {
+        bindMenus(window, backups, [&] {
+            for (Form* open : forms.loadedForms())
+                forms.unload(*open);
+        });
+    });
+    if (!knowPassword(session)) return {1};
+    if (!startSession(session)) return {1, true, askForUnnotedPassword(session)};
+    // No first screen, or one that closed itself: a run without a window is over.
+    if (forms.ended() || forms.loadedForms().empty()) return {};
+    const AtRest atRest(windows, session, shop);
+    const int code = QApplication::exec();
+    backup = backups.chosen();
+    behindTheEnd = std::move(session.behindTheEnd);
+    return {code};
+}
 
 // One opening of the books, to the end of its last window. Whatever held them open is gone behind it, so that
 // the `backup` that the operator chose, if any, can be put in their place.
@@ -84,36 +116,21 @@ Ended runBooks(const std::string& root, std::optional<std::string>& backup) {
     WindowWaitNote waitNote(windows);
     WindowSideWork sideWork(windows);
     MountedMedia media;
+    DesktopKeys keys;
 
-    Desktop desktop{clock,     dialogs,   pump,  opener, Paths(root), {}, DataSources(root + "/ODBC.INI"),
-                    &waitNote, &sideWork, &media};
+    Desktop desktop{clock,     dialogs,   pump,   opener, Paths(root), {}, DataSources(root + "/ODBC.INI"),
+                    &waitNote, &sideWork, &media, &keys};
     BackupMenu backups(windows, clock, desktop.paths, &media);
     if (!FirstStart(windows, dialogs, desktop.paths, backups).findBooks()) return {1};
     Err untold; // a template that is missing for good is told of when it is to be printed
     attempt(untold, [&] { installLayouts(desktop.paths); });
 
-    Forms forms(windows);
-    Session session(desktop, forms);
-    session.reportDesk = &reports;
-    session.seenFile = journal::seenFileOfThisPerson();
-    offerGuide(windows);
-    session.showGuide = [&windows](const std::string& screen) {
-        windows.showGuide(windows.frontWindow(), screen);
-    };
-    const auto shop = registerScreens(forms, session);
-    windows.addTo("frmMainVeldona", [&](FormWindow& window) {
-        bindMenus(window, backups, [&] {
-            for (Form* open : forms.loadedForms())
-                forms.unload(*open);
-        });
-    });
-    if (!startSession(session)) return {1, true};
-    // No first screen, or one that closed itself: a run without a window is over.
-    if (forms.ended() || forms.loadedForms().empty()) return {};
-    const AtRest atRest(windows, session, shop);
-    const int code = QApplication::exec();
-    backup = backups.chosen();
-    return {code};
+    std::function<void(Desktop&)> behindTheEnd;
+    const Ended ended = runSession(windows, desktop, backups, reports, backup, behindTheEnd);
+    if (!behindTheEnd) return ended;
+    windows.onAllClosed = {}; // a box that closes is not the end
+    behindTheEnd(desktop);
+    return {0, false, true};
 }
 
 // Puts a backup in the place of books that nobody has open; a choice made where the start failed, too.
@@ -132,6 +149,7 @@ int run(const std::string& root) {
     for (;;) {
         std::optional<std::string> backup;
         const Ended ended = runBooks(root, backup);
+        if (ended.goesOn) continue;
         if (!backup && !ended.startFailed) return ended.code;
         if (!putBack(root, std::move(backup))) return ended.code;
     }

@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include "backup/fingerprint.h"
+#include "core/bookpasswords.h"
 #include "core/books.h"
 #include "platform/store/dialect/storeerror.h"
 #include "ui/housestyle.h"
@@ -121,13 +122,17 @@ void RestoreDialog::readAll() {
     for (std::size_t i = 0; i < all_.size() && !stopped_; ++i) {
         QStringList cells = firstCells(all_[i]);
         try {
-            const auto file = openBooksToRead(all_[i].file, std::chrono::seconds(1));
-            const backup::Fingerprint fingerprint = backup::fingerprintOf(*file);
+            const OpenedBooks file =
+                openBooksToReadBy(store::FilePlace{all_[i].file}, std::chrono::seconds(1));
+            const bool isOfNobody = file.password == deliveredPassword() && passwords::known().size() > 1;
+            if (isOfNobody) cells[kKind] += ", parolasız"; // as books that have none of their own
+            const backup::Fingerprint fingerprint = backup::fingerprintOf(*file.engine);
             for (const char* table : {"MUSTKAYIT", "ISLEMNOTABLO", "TAKSITODENEN"})
                 cells << count(fingerprint, table);
             cells << QString::fromStdString(backup::shownDate(fingerprint.newestPayment)).left(16);
-        } catch (const store::StoreError&) {
-            cells << "okunamıyor";
+        } catch (const store::StoreError& failure) {
+            const bool isOther = failure.kind() == store::StoreError::Kind::WrongPassword;
+            cells << (isOther && passwords::known().size() > 1 ? "başka parola" : "okunamıyor");
         }
         QMetaObject::invokeMethod(
             this, [this, row = static_cast<int>(i), cells] { showRow(row, cells); }, Qt::QueuedConnection);

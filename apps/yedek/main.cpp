@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "apps/parola/asking.h"
 #include "apps/tool/toolmain.h"
 #include "apps/yedek/options.h"
 #include "backup/keeping.h"
@@ -11,6 +12,7 @@
 #include "backup/refusal.h"
 #include "backup/restore.h"
 #include "backup/taking.h"
+#include "core/bookpasswords.h"
 #include "core/delivered.h"
 #include "platform/desktop/clock.h"
 #include "platform/desktop/paths.h"
@@ -31,12 +33,21 @@ void takeNow(const std::string& books, const std::string& folder) {
 void list(const std::string& folder, const std::string& books) {
     const std::vector<Restorable> all = listRestorable({folder}, books);
     if (all.empty() && !stands(folder)) throw Refusal(folder + " klasörü yok, hiç yedek alınmamış.");
-    for (const Restorable& each : all)
-        std::cout << each.file << '\n';
+    auto own = passwordOfBooks(books);
+    if (!own && !isNotedAsOwn(books)) own = deliveredPassword(); // they are damaged
+    for (const Restorable& each : all) {
+        const std::string other = otherPasswordOf(each.file, own);
+        std::cout << each.file << (other.empty() ? "" : "  (" + other + ")") << '\n';
+    }
 }
 
 void putBack(const Options& options, const std::string& books) {
     const std::string& backup = *options.restore;
+    parola::Asking asking(options.passwordFromInput);
+    asking.require(backup);
+    // Who has lost the books' password goes back to a backup all the same.
+    if (!asking.find(books))
+        std::cerr << "Defterin parolası yok; geri dönen defter yedeğin parolasını alır.\n";
     std::cout << lossOfRestoring(backup, books).text;
     if (!options.confirmed) {
         std::cout << "Hiçbir şey değiştirilmedi. Yerine koymak için --evet ekleyin.\n";
@@ -55,6 +66,7 @@ void run(const Options& options) {
     const std::string folder = options.folder ? *options.folder : usualFolder(paths);
     if (options.list) return list(folder, books);
     if (options.restore) return putBack(options, books);
+    parola::Asking(options.passwordFromInput).require(books);
     takeNow(books, folder);
 }
 

@@ -1,13 +1,15 @@
 #include "apps/yedek/options.h"
 
+#include "apps/parola/asking.h"
 #include "apps/tool/optionreader.h"
 
 namespace veldona::yedek {
 
 Options readOptions(std::span<const char* const> arguments) {
     Options options;
-    OptionReader(usage())
-        .value("--kok", options.root)
+    OptionReader reader(usage());
+    parola::addPasswordOption(reader, "--parola", options.passwordFromInput);
+    reader.value("--kok", options.root)
         .value("--klasor", options.folder)
         .value("--geri-yukle", options.restore)
         .value("--sahip", options.owner)
@@ -33,6 +35,7 @@ const char* usage() {
            "  --liste             alınmış yedekleri ve değişen defterleri sıralar\n"
            "  --geri-yukle DOSYA  bu yedek yerine konursa ne kaybolacağını gösterir\n"
            "  --evet              gösterir ve yedeği yerine koyar; değişen defter yanında saklanır\n"
+           "  --parola -          defterin kendi parolasını girişin ilk satırından okur\n"
            "  --sahip ROL         sunucudaki defterin tablolarının sahibi (veldona_sahip)\n"
            "  --yardim, --help    bu sayfa\n"
            "  --surum, --version  programın sürümü\n";

@@ -12,7 +12,8 @@ struct Options {
     std::optional<std::string> folder;  // of the backups
     std::optional<std::string> restore; // a backup to put back
     std::optional<std::string> owner;   // of books on a server
-    bool confirmed = false;             // else a restoring is only shown
+    bool passwordFromInput = false;
+    bool confirmed = false; // else a restoring is only shown
     bool list = false;
 };
 

@@ -6,6 +6,7 @@
 
 #include "platform/desktop/clock.h"
 #include "platform/desktop/dialogs.h"
+#include "platform/desktop/keystore.h"
 #include "platform/desktop/media.h"
 #include "platform/desktop/paths.h"
 #include "platform/desktop/sidework.h"
@@ -42,6 +43,7 @@ struct Desktop {
     WaitNote* waitNote = nullptr; // nothing where nobody looks on
     SideWork* sideWork = nullptr; // nothing: such work is done in the event that asks for it
     Media* media = nullptr;       // nothing: no disk is known
+    KeyStore* keys = nullptr;     // nothing: no password is kept
 };
 
 } // namespace veldona

@@ -29,6 +29,13 @@ std::optional<std::string> RecordingDialogs::input(const std::string& prompt, co
     return answer;
 }
 
+std::optional<Dialogs::Password> RecordingDialogs::password(const std::string& prompt,
+                                                            const std::string& title, bool) {
+    auto typed = input(prompt, title);
+    if (!typed || typed->empty()) return std::nullopt;
+    return Password{Secret::taken(*typed)};
+}
+
 std::optional<std::string> RecordingDialogs::folder(const std::string& title, const std::string&) {
     const auto named = input(title, title);
     return named && named->empty() ? std::nullopt : named;

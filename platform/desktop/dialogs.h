@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/runtime/error.h"
+#include "platform/runtime/secret.h"
 
 namespace veldona {
 
@@ -31,6 +32,14 @@ public:
     virtual Answer show(const Message& message) = 0;
     // Nothing where the box was cancelled.
     virtual std::optional<std::string> input(const std::string& prompt, const std::string& title) = 0;
+    // A password, unseen while it is typed; nothing where the box was cancelled or left empty.
+    // `offersKeeping`: the operator may ask for it to be kept on this machine.
+    struct Password {
+        Secret password;
+        bool keep = false;
+    };
+    virtual std::optional<Password> password(const std::string& prompt, const std::string& title,
+                                             bool offersKeeping) = 0;
     // A folder of this machine, looked for from `start` on; nothing where the box was cancelled.
     virtual std::optional<std::string> folder(const std::string& title, const std::string& start) = 0;
     virtual void runtimeError(const RuntimeError& error) = 0;
@@ -74,7 +83,9 @@ public:
     };
     Answer show(const Message& message) override;
     std::optional<std::string> input(const std::string& prompt, const std::string& title) override;
-    // An answer that is empty cancels it.
+    // An answer that is empty cancels these two; a password is not kept.
+    std::optional<Password> password(const std::string& prompt, const std::string& title,
+                                     bool offersKeeping) override;
     std::optional<std::string> folder(const std::string& title, const std::string& start) override;
     void runtimeError(const RuntimeError& error) override;
     void beep() override { ++beeps; }

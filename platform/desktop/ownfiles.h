@@ -4,7 +4,7 @@
 namespace veldona {
 
 // From now on the files and folders that this process and its children make are their owner's alone, and a
-// crash writes no memory to a file.
+// crash writes no memory to a file. No other process of the same user may look into the memory.
 void keepToOwner();
 
 } // namespace veldona

@@ -10,6 +10,7 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "core/bookpasswords.h"
 #include "core/delivered.h"
 #include "journal/chain.h"
 #include "platform/store/dialect/storeerror.h"
@@ -72,7 +73,8 @@ std::string contentBy(store::Engine& engine) {
 }
 
 std::unique_ptr<store::Engine> reader(const std::filesystem::path& file) {
-    return store::openSqlcipher(file.string(), kDeliveredPassword, std::chrono::seconds(5));
+    const auto password = passwordOfBooks(file.string()).value_or(deliveredPassword());
+    return store::openSqlcipher(file.string(), password.text(), std::chrono::seconds(5));
 }
 
 } // namespace

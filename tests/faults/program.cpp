@@ -99,8 +99,11 @@ Outcome Program::finish(std::chrono::seconds atMost) {
 }
 
 Outcome runProgram(const std::string& name, const Program::Words& arguments,
-                   const Program::Environment& environment) {
-    return Program(name, arguments, environment).finish();
+                   const Program::Environment& environment, const Program::Words& input) {
+    Program program(name, arguments, environment);
+    for (const std::string& line : input)
+        program.write(line);
+    return program.finish();
 }
 
 } // namespace veldona::faults

@@ -43,7 +43,9 @@ private:
     std::size_t given_ = 0; // of said_, by awaitWords
 };
 
+// `input`: lines that it reads.
 [[nodiscard]] Outcome runProgram(const std::string& name, const Program::Words& arguments,
-                                 const Program::Environment& environment = {});
+                                 const Program::Environment& environment = {},
+                                 const Program::Words& input = {});
 
 } // namespace veldona::faults

@@ -1,5 +1,5 @@
-// The power goes while books are made, while a backup is taken and while one is put back: at each call in
-// turn of the programs themselves that changes a file or a name.
+// The power goes while books are made, while a backup is taken, while one is put back and while the books get
+// another password: at each call in turn of the programs themselves that changes a file or a name.
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/bookpasswords.h"
 #include "tests/faults/day.h"
 #include "tests/faults/program.h"
 
@@ -28,7 +29,7 @@ struct ToolCut {
 };
 
 Outcome cutOff(const std::string& program, const Program::Words& words, const fs::path& folder,
-               const ToolCut& cut) {
+               const ToolCut& cut, const Program::Words& input) {
     const char* sanitizer = std::getenv("ASAN_OPTIONS");
     const Outcome outcome = runProgram(program, words,
                                        {{"LD_PRELOAD", POWERCUT},
@@ -37,7 +38,8 @@ Outcome cutOff(const std::string& program, const Program::Words& words, const fs
                                         {"VELDONA_CUT_FOLDER", folder.string()},
                                         {"VELDONA_CUT_AT", std::to_string(cut.nth)},
                                         {"VELDONA_CUT_TAIL", cut.tail},
-                                        {"VELDONA_CUT_DRIVE", cut.drive}});
+                                        {"VELDONA_CUT_DRIVE", cut.drive}},
+                                       input);
     fs::remove_all(folder.string() + ".gone");
     return outcome;
 }
@@ -72,6 +74,7 @@ public:
     [[nodiscard]] virtual const char* program() const = 0;
     virtual void prepare(const Drive& drive) const = 0;
     [[nodiscard]] virtual Program::Words words(const Drive& drive) const = 0;
+    [[nodiscard]] virtual Program::Words input() const { return {}; }
     [[nodiscard]] virtual std::string wrongBehind(const Drive& drive, const Outcome& outcome) const = 0;
     // Behind the next run, which nothing disturbs.
     [[nodiscard]] virtual std::string wrongBehindNext(const Drive& drive) const = 0;
@@ -263,6 +266,51 @@ private:
     std::string before_, after_;
 };
 
+// The books of a killed till get a password of the shop's own.
+class Rekeying : public Scene {
+public:
+    Rekeying() {
+        passwords::learn(own_);
+        copyShop(shop_);
+        killATill(shop_, 10);
+        const Drive copy;
+        copyFiles(shop_, copy);
+        content_ = contentOfSound(copy.books());
+    }
+    ~Rekeying() override { passwords::forget(); }
+    Rekeying(const Rekeying&) = delete;
+    Rekeying& operator=(const Rekeying&) = delete;
+    [[nodiscard]] const char* program() const override { return "vorel-parola"; }
+    void prepare(const Drive& drive) const override { copyFiles(shop_, drive); }
+    [[nodiscard]] Program::Words words(const Drive& drive) const override {
+        return {"--kok", drive.path(), "--koy", "--parola", "-"};
+    }
+    [[nodiscard]] Program::Words input() const override { return {std::string(own_.text())}; }
+    [[nodiscard]] std::string wrongBehind(const Drive& drive, const Outcome& outcome) const override {
+        const bool isOwn = opensBy(drive.books(), own_);
+        if (hasShown(outcome, "yeni parolayla") && !isOwn)
+            return "told as done, and the password is the former";
+        if (isOwn && !isNotedAsOwn(drive.books())) return "nothing notes that it has a password of its own";
+        return wrongWith(drive.books(), content_);
+    }
+    [[nodiscard]] std::string wrongBehindNext(const Drive& drive) const override {
+        Program::Words lines = input(); // the present password, where it is the own one already
+        if (opensBy(drive.books(), own_)) lines.push_back(lines[0]);
+        const Outcome outcome = runProgram(program(), words(drive), {}, lines);
+        if (outcome.code != 0) return "the next one failed: " + outcome.said;
+        if (!opensBy(drive.books(), own_)) return "the next one gave no password";
+        for (const auto& entry : fs::directory_iterator(drive.books().parent_path()))
+            if (entry.path().filename().string().find(".parola.") != std::string::npos)
+                return entry.path().string() + " stayed";
+        return wrongWith(drive.books(), content_);
+    }
+
+private:
+    const Secret own_{"dükkânın parolası"};
+    Drive shop_;
+    std::string content_;
+};
+
 struct AfterToolCut {
     std::string wrong;
     bool isOver; // the program came to its end first
@@ -271,7 +319,7 @@ struct AfterToolCut {
 AfterToolCut cutAt(const Scene& scene, const ToolCut& cut, bool runsAgain) {
     const Drive drive;
     scene.prepare(drive);
-    const Outcome outcome = cutOff(scene.program(), scene.words(drive), drive.path(), cut);
+    const Outcome outcome = cutOff(scene.program(), scene.words(drive), drive.path(), cut, scene.input());
     AfterToolCut after{scene.wrongBehind(drive, outcome), outcome.code != kCut};
     if (after.wrong.empty() && runsAgain) after.wrong = scene.wrongBehindNext(drive);
     return after;
@@ -308,6 +356,10 @@ TEST(Tools, AFirstStartIsStartedAgain) {
 
 TEST(Tools, ABackupIsSoundOrNoBackup) {
     expectWholeOrNotThere(BackingUp(), 9);
+}
+
+TEST(Tools, AnotherPasswordIsGivenWholeOrNotAtAll) {
+    expectWholeOrNotThere(Rekeying(), 13);
 }
 
 TEST(Tools, ABackupIsPutBackOrTheBooksStay) {

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/bookpasswords.h"
 #include "tests/faults/day.h"
 #include "tests/faults/program.h"
 #include "tests/faults/smalldisk.h"
@@ -43,12 +44,15 @@ Files booksAndBackups(const fs::path& disk) {
     return files;
 }
 
+const Secret kOwn("dükkânın parolası");
+
 struct Work {
     const char* name;
     std::string program;
     std::function<Program::Words(const fs::path& root)> words;
     std::function<fs::path(const fs::path& root)> result;
     int newFiles;
+    Program::Words input = {};
     bool isEachAnother = false; // no two results hold the same
 };
 
@@ -74,7 +78,8 @@ protected:
         pages = fs::file_size(shop.path() / "yedek.mdb") / kDiskPage;
         const Drive roomy;
         fs::copy(shop.path(), roomy.path(), fs::copy_options::recursive);
-        require(runProgram(GetParam().program, GetParam().words(roomy.path())));
+        passwords::learn(kOwn);
+        require(runProgram(GetParam().program, GetParam().words(roomy.path()), {}, GetParam().input));
         std::string faults;
         expected = contentAlone(GetParam().result(roomy.path()), faults);
         if (!faults.empty()) throw std::runtime_error(faults);
@@ -90,7 +95,7 @@ protected:
         Outcome outcome;
         {
             const NoRoom full(kind, disk, pagesLeft);
-            outcome = runProgram(work.program, work.words(disk));
+            outcome = runProgram(work.program, work.words(disk), {}, work.input);
         }
         const Files after = booksAndBackups(disk);
         std::string wrong;
@@ -160,11 +165,20 @@ std::vector<Work> works() {
                  return Words{"--kok", root, "--geri-yukle", root / "yedek.mdb", "--evet"};
              },
              kept, 1},
-            {"Nameless", "vorel-anonim",
+            {"Nameless",
+             "vorel-anonim",
              [](const fs::path& root) {
                  return Words{"--kok", root, root / "adsiz.mdb"};
              },
-             [](const fs::path& root) { return root / "adsiz.mdb"; }, 1, true},
+             [](const fs::path& root) { return root / "adsiz.mdb"; },
+             1,
+             {},
+             true},
+            {"Password", "vorel-parola",
+             [](const fs::path& root) {
+                 return Words{"--kok", root, "--koy", "--parola", "-"};
+             },
+             kept, 1, Words{std::string(kOwn.text())}}, // the note
             {"Sample", "vorel-hazirla",
              [](const fs::path& root) {
                  return Words{"--kok",   root, "--uzerine-yaz", "--ornek",   "--musteri", "3",

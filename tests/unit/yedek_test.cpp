@@ -11,9 +11,13 @@
 #include "backup/lastbackup.h"
 #include "backup/proof.h"
 #include "backup/refusal.h"
+#include "backup/rekey.h"
 #include "backup/restore.h"
 #include "backup/taking.h"
+#include "core/bookpasswords.h"
+#include "platform/runtime/password.h"
 #include "platform/store/dialect/storeerror.h"
+#include "platform/store/engine/passwordfit.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "tests/support/sampleshop.h"
 
@@ -104,6 +108,61 @@ TEST_F(Yedek, ARestoreTellsWhatIsLostAndKeepsWhatItReplaced) {
     EXPECT_TRUE(all[0].isReplaced);
     restore(kept[0], books(), kNow.plusSeconds(1));
     EXPECT_EQ(inspect(books()), after) << "the way back";
+}
+
+// Composed and not: the same letters on two keyboards.
+const Secret kOwn = passwordOf("dükkânın parolası");
+
+TEST_F(Yedek, BooksGetAPasswordOfTheirOwnAndOldBackupsKeepTheirs) {
+    const Fingerprint all = copyBooks(books(), backup());
+    {
+        const auto program = test::openBooks(books());
+        EXPECT_THROW(rekey(books(), kOwn, kNow), std::exception) << "a till has them open";
+    }
+    rekey(books(), kOwn, kNow);
+    EXPECT_EQ(inspect(books()), all);
+    EXPECT_FALSE(opensBy(books(), deliveredPassword()));
+    EXPECT_EQ(shop.filesInside(), 3) << "beside the note something stayed that opens by the former password";
+    EXPECT_EQ(otherPasswordOf(backup(), kOwn), "programla gelen parolayla");
+    passwords::forget();
+    EXPECT_EQ(passwordOfBooks(books()), std::nullopt);
+    EXPECT_THROW(static_cast<void>(inspect(books())), store::StoreError);
+    passwords::learn(passwordOf("du\u0308kka\u0302nın parolası"));
+    EXPECT_EQ(copyBooks(books(), backup() + "2"), all);
+    EXPECT_TRUE(opensBy(backup() + "2", kOwn)) << "a backup has the password of its books";
+
+    const std::string loss = lossOfRestoring(backup(), books()).text;
+    EXPECT_NE(loss.find("bugünkü parola olur"), std::string::npos) << loss;
+    const std::string kept = restore(backup(), books(), kNow)[0];
+    EXPECT_TRUE(opensBy(books(), kOwn)) << "a restored backup would open to everybody";
+    passwords::forget(); // the password is lost
+    restore(backup(), books(), kNow.plusSeconds(1));
+    EXPECT_TRUE(opensBy(books(), deliveredPassword()));
+    EXPECT_FALSE(isNotedAsOwn(books()));
+    EXPECT_EQ(otherPasswordOf(kept, deliveredPassword()), "başka bir parolayla");
+}
+
+TEST_F(Yedek, ADamagedFirstPageIsNoWrongPassword) {
+    rekey(books(), kOwn, kNow);
+    const std::string sound = test::bytesOf(books());
+    for (const std::size_t at : {std::size_t{100}, std::size_t{4000}}) {
+        std::string damaged = sound;
+        damaged[at] = static_cast<char>(~damaged[at]);
+        test::writeBytes(books(), damaged);
+        EXPECT_EQ(store::fitOf(books(), kOwn.text()), store::Fit::FitsDamaged) << at;
+        EXPECT_EQ(store::fitOf(books(), "başka parola"), store::Fit::Unknown) << at;
+    }
+    passwords::forget();
+}
+
+TEST(Passwords, WeakOnesAreRefused) {
+    for (const char* weak :
+         {"", "yedi ha", "çşğüöıİ", "aaaaaaaaaaaa", " başındaki", "sonundaki ", "sekme\tiçinde",
+          "bozuk \xff harf", "x'2dd29ca851e7b56e4697b0e1f08507293d761a05ce4d1b628663f411a8086d99'"})
+        EXPECT_NE(weaknessOf(passwordOf(weak)), "") << weak;
+    for (const char* good : {"çşğüöıİÂ", "пароль-лавки", "四月は君の嘘です", "dört kelime yan yana"})
+        EXPECT_EQ(weaknessOf(passwordOf(good)), "") << good;
+    EXPECT_NE(weaknessOf(passwordOf(std::string(101, 'a') + "b")), "");
 }
 
 TEST_F(Yedek, OpenBooksAreNotReplacedABrokenBackupIsNotPutBack) {

@@ -114,10 +114,10 @@ public:
     // the statement; nothing where there was none.
     [[nodiscard]] virtual std::optional<StoreError> takeDiskFailure() = 0;
 
-    // Makes `target`, a new file opened with the same password, equal to this one as it stands at one moment
-    // (in a transaction: as that one sees it), without holding anybody up. `delivered`: what the target is
-    // made of where the copy goes row by row. In a transaction `onPages` hears how many of how many pages are
-    // there, 0 of 0 where nobody knows; what it raises ends the copy and is raised here.
+    // Makes `target`, a new file under whatever password, equal to this one as it stands at one moment (in a
+    // transaction: as that one sees it), without holding anybody up. `delivered`: what the target is made of
+    // where the copy goes row by row. In a transaction `onPages` hears how many of how many pages are there,
+    // 0 of 0 where nobody knows; what it raises ends the copy and is raised here.
     using OnPages = std::function<void(std::int64_t done, std::int64_t all)>;
     virtual void copyInto(Engine& target, const Delivered& delivered, const OnPages& onPages = {}) = 0;
 

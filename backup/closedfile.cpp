@@ -1,0 +1,52 @@
+#include "backup/closedfile.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <iterator>
+
+#include "backup/keeping.h"
+#include "backup/place.h"
+#include "backup/proof.h"
+#include "backup/refusal.h"
+#include "core/books.h"
+#include "platform/store/engine/durable.h"
+
+namespace veldona::backup {
+
+namespace {
+
+bool hasJournal(const std::string& path) {
+    return std::any_of(std::begin(kJournals), std::end(kJournals),
+                       [&](const char* journal) { return stands(path + journal); });
+}
+
+} // namespace
+
+// A file without a journal needs no room to be settled, and a full disk has none.
+ClosedFile::ClosedFile(const std::string& path) : path_(path) {
+    if (hasJournal(path)) settleBooks(path);
+    lock_ = store::FileLock::takeAlone(path);
+    if (lock_ == nullptr || hasJournal(path))
+        throw Refusal(path + " şu anda bir programda açık ve olduğu gibi bırakıldı. Programı kapatıp yeniden "
+                             "deneyin.");
+    auto [engine, password] = openBooksAloneBy(path);
+    engine_ = std::move(engine);
+    password_ = std::move(password);
+}
+
+std::string ClosedFile::setAside(DateTime now) {
+    const std::string kept = (std::filesystem::path(path_).parent_path() / replacedName(now)).string();
+    engine_.reset();
+    if (std::rename(path_.c_str(), kept.c_str()) != 0)
+        throw Refusal(path_ + " yeniden adlandırılamadı: " + lastReason());
+    store::syncFolderOf(path_);
+    return kept;
+}
+
+std::unique_ptr<store::FileLock> ClosedFile::handOver() {
+    engine_.reset();
+    return std::move(lock_);
+}
+
+} // namespace veldona::backup
