@@ -33,6 +33,21 @@ if(VELDONA_SANITIZE)
   target_compile_options(veldona_warnings INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
 
+# What a shop runs is hardened; scripts/check_hardening looks at the programs. The everyday build asks for none of it, and
+# the sanitizers are better at all of it.
+if(CMAKE_BUILD_TYPE STREQUAL "RelWithDebInfo")
+  set(harden ON)
+endif()
+option(VELDONA_HARDEN "Build as a shop's programs are" ${harden})
+if(VELDONA_HARDEN)
+  include(CheckPIESupported)
+  check_pie_supported(LANGUAGES CXX)
+  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+  add_compile_options(-fstack-protector-strong -fstack-clash-protection -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+  add_link_options(LINKER:-z,relro,-z,now,-z,noexecstack)
+endif()
+
 # Headers of others, read once and not in every source. None of ours is among them: a touched header would rebuild all.
 set(VELDONA_STANDARD_HEADERS <algorithm> <chrono> <functional> <map> <memory> <optional> <set> <string>
     <string_view> <unordered_map> <variant> <vector>)

@@ -12,7 +12,7 @@ struct Options {
     std::optional<int> months;        // entries older than so many are to go
     std::optional<std::string> owner; // of books on a server
     bool passwordFromInput = false;
-    bool confirmed = false;           // else a thinning is only shown
+    bool confirmed = false; // else a thinning is only shown
 };
 
 // Raises UsageError, with a sentence that names what cannot be read.

@@ -184,6 +184,45 @@ TEST_F(Viewer, ATemplateThatIsMissingOrBrokenIsNamedAndNothingOpens) {
     EXPECT_TRUE(desk.events.empty());
 }
 
+// What a shop puts into a template reads the books and nothing else.
+TEST_F(Viewer, ATemplateReachesNothingButTheBooks) {
+    const std::string outside = shop.desktop.paths.toNative("C:\\disari.mdb");
+    std::ofstream(shop.desktop.paths.toNative("C:\\gizli.txt")) << "gizli yazı";
+    shop.run("INSERT INTO MUSTKAYIT (HSTNO,AD) VALUES ('1','A')");
+    const auto show = [this](const std::string& head, const std::string& sql, const std::string& body) {
+        std::ofstream(templateFile("CariListesi2.rpt"))
+            << "<?xml version=\"1.0\"?>" << head << "<report title=\"x\"><query name=\"liste\" sql=\"" << sql
+            << "\"/><table query=\"liste\"><detail height=\"5\">" << body << "</detail></table></report>";
+        return errorOf([this] { showTemplateReport(session, kCustomerList, {}); });
+    };
+    const std::string field = "<label x=\"0\" y=\"0\" width=\"100\" text=\"{HSTNO}\"/>";
+    EXPECT_EQ(show("", "SELECT * FROM MUSTKAYIT", field), "none") << "what an honest one is";
+    for (const std::string sql :
+         {"UPDATE MUSTKAYIT SET AD='x'", "DELETE FROM MUSTKAYIT", "DROP TABLE MUSTKAYIT", "VACUUM",
+          "INSERT INTO MUSTKAYIT (HSTNO) VALUES ('2')", "SELECT * INTO YENI FROM MUSTKAYIT",
+          "SELECT * FROM MUSTKAYIT; DELETE FROM MUSTKAYIT", "PRAGMA table_info(MUSTKAYIT)",
+          "SELECT * FROM sqlite_master", "SELECT * FROM pragma_database_list",
+          "SELECT load_extension('x') AS HSTNO FROM MUSTKAYIT",
+          "SELECT readfile('/etc/passwd') AS HSTNO FROM MUSTKAYIT",
+          "SELECT writefile('x','y') AS HSTNO FROM MUSTKAYIT", "SELECT Shell('id') AS HSTNO FROM MUSTKAYIT"})
+        EXPECT_NE(show("", sql, field), "none") << sql;
+    for (const std::string& sql :
+         {"SELECT * FROM MUSTKAYIT IN '" + outside + "'", "ATTACH DATABASE '" + outside + "' AS d",
+          "SELECT * FROM [" + outside + "].MUSTKAYIT", "VACUUM INTO '" + outside + "'"})
+        EXPECT_NE(show("", sql, field), "none") << sql;
+    EXPECT_FALSE(std::filesystem::exists(outside));
+    EXPECT_EQ(shop.rows("SELECT HSTNO, AD FROM MUSTKAYIT"), (Lines{"1|A"}));
+
+    const std::string file = "file://" + shop.desktop.paths.toNative("C:\\gizli.txt");
+    for (const std::string& body : {"<picture x=\"0\" y=\"0\" width=\"9\" file=\"" + file + "\"/>",
+                                    "<image src=\"" + file + "\"/>", "<include file=\"" + file + "\"/>"})
+        EXPECT_NE(show("", "SELECT * FROM MUSTKAYIT", body), "none") << body;
+    desk.text.clear();
+    static_cast<void>(show("<!DOCTYPE report [<!ENTITY d SYSTEM \"" + file + "\">]>",
+                           "SELECT * FROM MUSTKAYIT", "<label x=\"0\" y=\"0\" width=\"100\" text=\"&d;\"/>"));
+    EXPECT_EQ(desk.text.find("gizli yazı"), std::string::npos) << desk.text;
+}
+
 // The operator's Esc, as soon as the note shows.
 class Impatient : public WaitNote {
 public:
