@@ -174,7 +174,9 @@ Carried renewOnServer(const std::string& books, const std::string& owner, DateTi
 
 std::string putOnServer(const std::string& source, const ServerPlace& place, DateTime now) {
     const auto file = openBooksAlone(source);
-    const std::string former = store::standOnServer(place) ? formerSchema(now) : std::string();
+    const bool areThere = store::standOnServer(place);
+    if (areThere) store::requireClosed(place);
+    const std::string former = areThere ? formerSchema(now) : std::string();
     store::ServerDraft draft(place, schema::delivered());
     static_cast<void>(fillAndProve(draft, *file));
     draft.giveName(former);

@@ -36,7 +36,8 @@ Carried moveToFile(const std::string& books, const std::string& owner, DateTime 
 Carried renewOnServer(const std::string& books, const std::string& owner, DateTime now);
 
 // Puts the books of `source`, a file that is whole by itself, in the place of those on the server; these are
-// kept there under a name that the answer tells, "" where there were none.
+// kept there under a name that the answer tells, "" where there were none. Raises StoreError where a till has
+// them open.
 std::string putOnServer(const std::string& source, const store::ServerPlace& place, DateTime now);
 
 } // namespace veldona::backup

@@ -23,6 +23,7 @@ public:
         if (!isOver_) isOver_ = waited >= longest || (goOn_ && !goOn_(waited));
         return !isOver_;
     }
+    [[nodiscard]] bool isOver() const { return isOver_; }
     void endAct() {
         isOver_ = false;
         ++act_;

@@ -26,6 +26,11 @@ Place placeOf(const std::string& booksPath) {
     return FilePlace{booksPath};
 }
 
+std::string shown(const Place& place) {
+    if (const auto* server = std::get_if<ServerPlace>(&place)) return server->address.shown();
+    return std::get<FilePlace>(place).path;
+}
+
 std::unique_ptr<Engine> openToWork(const Place& place, std::string_view password, const Opening& opening,
                                    const Delivered& delivered) {
     if (const auto* server = std::get_if<ServerPlace>(&place))

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -12,6 +13,9 @@
 #include "platform/store/engine/place.h"
 
 namespace veldona::store {
+
+// For the operator: the file, or the server.
+[[nodiscard]] std::string shown(const Place& place);
 
 [[nodiscard]] std::unique_ptr<Engine> openToWork(const Place& place, std::string_view password,
                                                  const Opening& opening, const Delivered& delivered);

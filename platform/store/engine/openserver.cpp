@@ -10,6 +10,9 @@ namespace {
 
 constexpr std::chrono::seconds kWait(15);
 
+// The server may still be making what a killed program asked for; it would stand there a moment later.
+constexpr const char* kOneAtATime = "SELECT pg_advisory_xact_lock(7645, -2); "; // no schema's number
+
 // Outside of any schema's use.
 void runScript(const ServerPlace& place, const std::string& sql) {
     try {
@@ -57,13 +60,14 @@ bool areOlder(Engine& books, const ServerPlace& place, const Delivered& delivere
 void createOnServer(const ServerPlace& place, const std::vector<TableDef>& tables,
                     const std::vector<SavedQueryDef>& queries) {
     const std::string schema = quotedName(place.schema);
-    runScript(place, "BEGIN; CREATE SCHEMA " + schema + "; SET LOCAL search_path = " + schema + ";\n" +
-                         definitionScript(tables, queries) + newJournalKeyStatement() +
-                         editionStatement(place, tables, queries) + "COMMIT");
+    runScript(place, std::string("BEGIN; ") + kOneAtATime + "CREATE SCHEMA " + schema +
+                         "; SET LOCAL search_path = " + schema + ";\n" + definitionScript(tables, queries) +
+                         newJournalKeyStatement() + editionStatement(place, tables, queries) + "COMMIT");
 }
 
 void removeFromServer(const ServerPlace& place) {
-    runScript(place, "DROP SCHEMA IF EXISTS " + quotedName(place.schema) + " CASCADE");
+    runScript(place,
+              kOneAtATime + std::string("DROP SCHEMA IF EXISTS ") + quotedName(place.schema) + " CASCADE");
 }
 
 } // namespace veldona::store

@@ -19,6 +19,8 @@ class ServerSession; // the mover's own connection
 
 // Whether books have the name of the place there.
 [[nodiscard]] bool standOnServer(const ServerPlace& place);
+// Raises StoreError where somebody has them open.
+void requireClosed(const ServerPlace& place);
 
 // Books that are being made on a server, aside, until they are given their name. What a killed run left of
 // them goes at the next one's start.

@@ -14,6 +14,10 @@ namespace veldona::store {
 
 enum class Access { Write, Read };
 
+// Who has books open shares the advisory lock of this number and their schema's; who takes them away has it
+// alone.
+inline constexpr int kOpenBooksLock = 7646;
+
 // Books of any release. Raises StoreError. `clock`: what Now and Date of a statement answer; the server's
 // clock where it is empty.
 [[nodiscard]] std::unique_ptr<Engine> openPostgres(const ServerPlace& place, Access access,

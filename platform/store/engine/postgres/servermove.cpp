@@ -3,6 +3,7 @@
 #include <libpq-fe.h>
 
 #include <chrono>
+#include <thread>
 #include <utility>
 
 #include "platform/store/engine/journalseal.h"
@@ -20,6 +21,7 @@ namespace {
 using Kind = StoreError::Kind;
 
 constexpr std::chrono::seconds kWait(15);
+constexpr int kLooksForOthers = 30; // in three seconds; the server learns late that a client was killed
 
 // Where books of the place are made.
 ServerPlace asideOf(const ServerPlace& place) {
@@ -64,7 +66,23 @@ std::string setAsideStatements(const std::string& schema, const std::string& for
            quotedName(former) + "; ";
 }
 
+// Each connection that has the books open shares a lock of theirs (Session::connect).
+void requireAlone(Engine& books) {
+    for (int i = 0; i < kLooksForOthers; ++i) {
+        const auto asked = books.prepare("SELECT pg_try_advisory_lock(" + std::to_string(kOpenBooksLock) +
+                                         ", current_schema()::regnamespace::oid::int)::int");
+        if (asked->step() && asked->whole(0) == 1) return;
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    }
+    throw StoreError(Kind::Locked,
+                     "Defter şu anda açık. Bütün bilgisayarlarda programı kapatıp yeniden deneyin.");
+}
+
 } // namespace
+
+void requireClosed(const ServerPlace& place) {
+    requireAlone(*openPostgres(place, Access::Write, kWait));
+}
 
 class ServerSession {
 public:
@@ -146,12 +164,7 @@ void ServerDraft::giveName(const std::string& former) {
 ServerHold::ServerHold(const ServerPlace& place, const Delivered& delivered)
     : place_(place), engine_(openPostgres(place, Access::Write, kWait)) {
     requireTodays(*engine_, place, delivered);
-    ServerSession session(place.address);
-    // Ours are the engine's connection and this one.
-    if (session.has("SELECT 1 FROM pg_stat_activity WHERE datname = current_database() AND "
-                    "backend_type = 'client backend' HAVING count(*) > 2"))
-        throw StoreError(Kind::Locked, "Defter şu anda açık. Bütün bilgisayarlarda programı kapatıp yeniden "
-                                       "deneyin.");
+    requireAlone(*engine_);
     engine_->execute("BEGIN ISOLATION LEVEL REPEATABLE READ");
     engine_->execute("SET LOCAL lock_timeout = '15s'");
     const Catalog catalog = engine_->readCatalog();

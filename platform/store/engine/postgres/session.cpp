@@ -164,12 +164,11 @@ void Session::addSettings(Batch& batch, const Prepared* statement) {
         batch.push_back(syncHere());
     }
     addWaiting(batch);
-    if (timeoutSet_ != busyTimeout) {
-        // Nought would be no end at all.
-        const auto most =
-            std::max<std::int64_t>(1, std::min<std::int64_t>(busyTimeout.count(), 2'000'000'000));
-        batch.push_back(plain("SET lock_timeout = " + std::to_string(most)));
-        if (!isOpen_) batch.push_back(syncHere());
+    // A transaction has its lock, and would take the setting back where it is undone.
+    if (!isOpen_ && timeoutSet_ != longestWait()) {
+        timeoutSet_ = longestWait();
+        batch.push_back(plain("SET lock_timeout = " + std::to_string(timeoutSet_.count())));
+        batch.push_back(syncHere());
     }
     if (statement == nullptr || !statement->readsClock || !clock_) return;
     Command tell = plain("SELECT set_config('veldona.now', $1, false)");
@@ -385,9 +384,7 @@ void Session::noteWrite(const Prepared& statement, const pg_result* answer) {
 
 Session::Answers Session::send(const Batch& batch, const Patience& patience, std::size_t* refusedAt) {
     try {
-        Answers answers = wire_->run(batch, patience);
-        timeoutSet_ = busyTimeout;
-        return answers;
+        return wire_->run(batch, patience);
     } catch (const ServerRefusal& refusal) {
         actSaid_.clear(); // it may be undone with the rest
         if (refusedAt != nullptr) *refusedAt = refusal.command;
@@ -414,6 +411,12 @@ void Session::backToSavepoint() {
 void Session::fail(StoreError failure) {
     if (isOfTheDisk(failure.kind())) ofTheDisk = failure;
     throw StoreError(std::move(failure));
+}
+
+// Behind the first wait of an act that failed the others fail at once. Nought would be no end at all.
+milliseconds Session::longestWait() const {
+    if (lockWait && lockWait->isOver()) return milliseconds(1);
+    return std::clamp(busyTimeout, milliseconds(1), milliseconds(2'000'000'000));
 }
 
 Patience Session::patienceForLock() const {

@@ -150,6 +150,7 @@ private:
     void backToSavepoint();
     [[noreturn]] void fail(StoreError failure);
     void guarded(const std::function<void()>& step);
+    [[nodiscard]] std::chrono::milliseconds longestWait() const;
     [[nodiscard]] Patience patienceForLock() const;
     [[nodiscard]] Patience patienceForRows() const;
     void noteWrite(const Prepared& statement, const pg_result* answer);
@@ -168,6 +169,7 @@ private:
     void reconnect();
     void endOldBackend();
     [[nodiscard]] bool wentThrough(std::int64_t act);
+    [[nodiscard]] std::int64_t rowsLeftOf(const Prepared& statement, const std::vector<Bound>& values);
     [[nodiscard]] Rows runAgain(const Question& asked);
     void settleDoubt();
     void requireScratch(const Prepared& statement);

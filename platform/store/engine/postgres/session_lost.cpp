@@ -3,7 +3,9 @@
 #include <utility>
 
 #include "platform/store/engine/postgres/definitions.h"
+#include "platform/store/engine/postgres/postgresengine.h"
 #include "platform/store/engine/postgres/session.h"
+#include "platform/store/engine/postgres/words.h"
 #include "platform/store/engine/servermove.h"
 
 namespace veldona::store {
@@ -16,6 +18,7 @@ using Kind = StoreError::Kind;
 // A server that is started anew is there by then; nobody stands at a counter for longer.
 constexpr milliseconds kLongestAbsence(15'000);
 constexpr milliseconds kBetweenTries(250);
+constexpr milliseconds kForTheKilled(5'000);
 constexpr int kLooksForOldBackend = 100;
 
 constexpr const char* kBackAgain = "Sunucuyla bağlantı koptu ve yeniden kuruldu. ";
@@ -33,20 +36,46 @@ constexpr const char* kSettings =
     "now(); "
     "LISTEN ";
 
+// No till is in doubt for so long. A role that may not delete opens the books all the same.
+constexpr const char* kForgetOldSessions = "; DO $$ BEGIN IF has_table_privilege('\"MSysKASA\"', 'DELETE') "
+                                           "THEN DELETE FROM \"MSysKASA\" WHERE \"AN\" < "
+                                           "now() - interval '30 days'; END IF; END $$";
+
 constexpr const char* kBooksOfThatName =
-    "SELECT n.oid::text, a.backend_start::text, has_schema_privilege(n.oid, 'USAGE')::int FROM pg_namespace "
-    "n, "
-    "pg_stat_activity a WHERE n.nspname = $1 AND a.pid = pg_backend_pid() AND EXISTS (SELECT FROM pg_class c "
+    "SELECT n.oid::text, a.backend_start::text, has_schema_privilege(n.oid, 'USAGE')::int, "
+    "pg_try_advisory_lock_shared($2::int, n.oid::int)::int FROM pg_namespace n, pg_stat_activity a WHERE "
+    "n.nspname = $1 AND a.pid = pg_backend_pid() AND EXISTS (SELECT FROM pg_class c "
     "WHERE c.relnamespace = n.oid AND c.relname = 'MSysKASA')";
 
 void requireBooks(const ServerRows& known, const ServerPlace& place) {
     if (known.rowCount() == 0)
-        throw StoreError(Kind::FileMissing, "Sunucuda bu programın defteri yok: " + place.address.shown() +
-                                                ". Defter sunucuya vorel-sunucu --kur komutuyla taşınır.");
+        throw StoreError(Kind::FileMissing,
+                         "Sunucuda bu programın defteri yok: " + place.address.shown() +
+                             ". Defter sunucuya vorel-sunucu --kur komutuyla taşınır; bir dosyaya geri "
+                             "getirildiyse bu bilgisayarda adresi kaldırın: " +
+                             place.address.source());
     if (known.text(0, 2) != "1")
         throw StoreError(Kind::ReadOnly, "Bu kullanıcının deftere girme izni yok: " + place.address.shown() +
                                              ". Sunucuda onun rolünü kasaların ortak rolüne katın: GRANT " +
                                              kTillRole + " TO …");
+}
+
+// What a killed program had open is open until the server has learnt of its end.
+ServerRows booksOn(Wire& wire, const ServerPlace& place, milliseconds wait) {
+    const auto giveUpAt = Clock::now() + std::min(wait, kForTheKilled);
+    const Command ask{
+        Command::Kind::Run, kBooksOfThatName, {}, {boundOf(place.schema), boundOf(kOpenBooksLock)}};
+    for (;;) {
+        ServerRows known(std::move(wire.run({ask}).front()));
+        requireBooks(known, place);
+        if (known.text(0, 3) == "1") return known;
+        if (Clock::now() >= giveUpAt)
+            throw StoreError(
+                Kind::Locked,
+                "Sunucudaki defter şu anda taşınıyor ya da yenileniyor. Bitince yeniden deneyin: " +
+                    place.address.shown() + '.');
+        std::this_thread::sleep_for(kBetweenTries);
+    }
 }
 
 StoreError doubtful(const StoreError& failure) {
@@ -66,15 +95,16 @@ void Session::connect(milliseconds wait) {
     const std::string schema = quotedName(place_.schema);
     try {
         wire->script("SET search_path = " + schema);
-        const ServerRows known(std::move(
-            wire->run({{Command::Kind::Run, kBooksOfThatName, {}, {boundOf(place_.schema)}}}).front()));
-        requireBooks(known, place_);
+        const ServerRows known = booksOn(*wire, place_, wait);
         lockKey_ = "SELECT pg_advisory_xact_lock(7645, " + std::string(known.text(0, 0)) + "::int)";
         backendStart_ = known.text(0, 1);
         std::string made = "SET search_path = " + schema + kSettings + schema;
         for (const TableDef& table : scratchTables_)
             made += "; " + scratchStatement(table);
-        if (onlyReads_) made += "; SET default_transaction_read_only = on";
+        if (onlyReads_)
+            made += "; SET default_transaction_read_only = on";
+        else if (connections_ == 0)
+            made += kForgetOldSessions;
         wire->script(made);
     } catch (const ServerRefusal& refusal) {
         throw storeErrorOf(refusal);
@@ -178,12 +208,24 @@ bool Session::wentThrough(std::int64_t act) {
     }
 }
 
+// How many rows a statement changed whose answer was lost: nobody counted. Of a correction of one row it is
+// told by whether the row is there; a row that somebody took away before it was not corrected.
+std::int64_t Session::rowsLeftOf(const Prepared& statement, const std::vector<Bound>& values) {
+    std::string_view sql = statement.sql;
+    if (sql.ends_with(kPostgresWords.whole)) sql.remove_suffix(kPostgresWords.whole.size());
+    const std::string ofOneRow = " WHERE \"ID\" = $" + std::to_string(values.size());
+    if (!sql.starts_with("UPDATE ") || !sql.ends_with(ofOneRow)) return 1;
+    return ask("SELECT 1 FROM " + quotedName(statement.table) + " WHERE \"ID\" = $1", {values.back()})
+        .rowCount();
+}
+
 // Outside of a transaction: reads and what did not go through are run once more.
 Session::Rows Session::runAgain(const Question& asked) {
     const bool shared = isShared(*asked.statement);
     if (shared) inDoubt_ = act_;
     reconnect(); // raises where nobody can be asked
     if (shared && wentThrough(std::exchange(inDoubt_, 0))) {
+        rowsChanged = rowsLeftOf(*asked.statement, asked.values);
         tellLater("Son kayıt kopmadan önce yapılmıştı; yeniden yapmayın.");
         return std::make_shared<ServerRows>();
     }
