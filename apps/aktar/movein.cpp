@@ -1,12 +1,11 @@
 #include "apps/aktar/movein.h"
 
-#include <filesystem>
-
 #include "apps/hazirla/delivered.h"
 #include "apps/hazirla/firstbooks.h"
 #include "core/delivered.h"
 #include "platform/store/engine/bulkload.h"
 #include "platform/store/engine/journalseal.h"
+#include "platform/store/engine/openplace.h"
 #include "schema/tables.h"
 
 namespace veldona::aktar {
@@ -77,11 +76,11 @@ void fill(const JetFile& file, const Examination& examined, const std::string& b
 
 void moveIn(const JetFile& file, const Examination& examined, const std::string& target,
             const Progress& progress) {
-    const bool stands = std::filesystem::exists(target);
+    const bool stands = hazirla::standAt(store::placeOf(target));
     const auto existing = stands ? hazirla::Existing::Replace : hazirla::Existing::Keep;
     hazirla::deliver(target, existing, [&](const std::string& books) {
         if (stands && !isUntouched(target, books))
-            throw Refusal(target +
+            throw Refusal(store::shown(store::placeOf(target)) +
                           " boş değil ve olduğu gibi bırakıldı. Yalnızca boş bir deftere aktarılır.");
         fill(file, examined, books, progress);
         if (readBack(books, examined) != examined.report)

@@ -22,6 +22,7 @@
 #include "core/delivered.h"
 #include "core/reporting.h"
 #include "platform/runtime/text.h"
+#include "platform/store/engine/openplace.h"
 
 namespace veldona::aktar {
 namespace {
@@ -53,7 +54,7 @@ void tellReport(const Examination& examined, Detail detail, const Line& found) {
 // What did not add up in the old file does not in the new one either; the owner should hear of it on this
 // day.
 void tellFindings(const std::string& books, const Line& found) {
-    const auto engine = openBooksToRead(books, std::chrono::seconds(1));
+    const auto engine = openBooksToRead(store::placeOf(books), std::chrono::seconds(1));
     const std::size_t count = denetle::checkBooks(*engine).all.size();
     if (count == 0) return;
     found("Defterde birbirini tutmayan " + std::to_string(count) +
@@ -145,7 +146,7 @@ void moveShop(const Moving& moving, const Paths& paths, const Listener& listener
     const std::string target = paths.toNative(kDatabasePath);
     moveIn(file, examined, target, progressOf(listener.isAt, "Yazılıyor"));
     installLayouts(paths);
-    listener.found("Aktarıldı, toplamlar aynı: " + target);
+    listener.found("Aktarıldı, toplamlar aynı: " + store::shown(store::placeOf(target)));
     tellFindings(target, listener.found);
 }
 

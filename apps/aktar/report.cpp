@@ -177,7 +177,7 @@ void TableCounter::add(std::span<const Value> row) {
 }
 
 Report readBooks(const std::string& file, const std::vector<TableView>& views) {
-    const auto engine = openBooks(file, std::chrono::seconds(1));
+    const auto engine = openBooks(store::placeOf(file), std::chrono::seconds(1));
     const store::Inquiry books(*engine);
     Report report;
     for (const TableView& view : views)

@@ -94,6 +94,12 @@ void lookAtTarget(const std::string& target, Existing existing) {
 
 } // namespace
 
+bool standAt(const store::Place& place) {
+    if (const auto* file = std::get_if<store::FilePlace>(&place)) return backup::stands(file->path);
+    return store::standOnServer(
+        store::ServerPlace(std::get<store::ServerPlace>(place).address.as(backup::kOwnerRole)));
+}
+
 void runStatements(const std::string& file, const std::vector<std::string>& statements) {
     store::Workspace workspace({.toNativePath = [&](std::string_view) { return file; },
                                 .dataSource = [](std::string_view) { return std::optional<std::string>(); },
@@ -118,7 +124,7 @@ void deliver(const std::string& target, Existing existing,
     if (const auto server = store::ServerAddress::beside(target)) {
         const DateTime now = SystemClock().now();
         const store::ServerPlace place{server->as(backup::kOwnerRole)};
-        if (existing == Existing::Keep && store::standOnServer(place)) refuseExisting(server->shown());
+        if (existing == Existing::Keep && standAt(place)) refuseExisting(server->shown());
         backup::putOnServer(work.file(), place, now);
         return;
     }

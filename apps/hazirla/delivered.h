@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "backup/refusal.h"
+#include "platform/store/engine/place.h"
 
 namespace veldona::hazirla {
 
@@ -18,6 +19,9 @@ enum class Existing { Keep, Replace };
 // Refusal, StoreError or RuntimeError.
 void deliver(const std::string& target, Existing existing,
              const std::function<void(const std::string& file)>& fill);
+
+// Whether books do.
+[[nodiscard]] bool standAt(const store::Place& place);
 
 // Runs statements of the store's dialect on `file`, a path of this machine.
 void runStatements(const std::string& file, const std::vector<std::string>& statements);

@@ -12,6 +12,7 @@
 #include "platform/desktop/clock.h"
 #include "platform/desktop/paths.h"
 #include "platform/store/dialect/storeerror.h"
+#include "platform/store/engine/openplace.h"
 
 namespace {
 
@@ -38,7 +39,7 @@ void prepare(const Options& options) {
         content = sizeOf(shop);
     });
     installLayouts(paths);
-    std::cout << "Hazırlandı: " << target << " (" << content << ")\n";
+    std::cout << "Hazırlandı: " << store::shown(store::placeOf(target)) << " (" << content << ")\n";
 }
 
 } // namespace

@@ -48,7 +48,7 @@ void run(const Options& options) {
     parola::Asking(options.passwordFromInput).require(books);
     const DateTime now = SystemClock().now();
     if (options.task == Task::ToServer) {
-        const store::ServerAddress till(*options.address, "--adres");
+        const store::ServerAddress till(*options.address, "--adres seçeneği");
         print(backup::moveToServer(books, till, options.owner, now), "Eski dosya burada saklandı: ");
         std::cout << "Defter sunucuda: " << till.shown() << '\n';
     } else if (options.task == Task::ToFile) {

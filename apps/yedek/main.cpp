@@ -16,6 +16,7 @@
 #include "core/delivered.h"
 #include "platform/desktop/clock.h"
 #include "platform/desktop/paths.h"
+#include "platform/store/engine/openplace.h"
 
 namespace {
 
@@ -55,7 +56,7 @@ void putBack(const Options& options, const std::string& books) {
     }
     const std::vector<std::string> setAside =
         restore(backup, books, SystemClock().now(), options.owner.value_or(kOwnerRole));
-    std::cout << "Yedek yerine kondu ve denetlendi: " << books << '\n';
+    std::cout << "Yedek yerine kondu ve denetlendi: " << store::shown(store::placeOf(books)) << '\n';
     if (!setAside.empty()) std::cout << describe(setAside) << '\n';
 }
 
