@@ -49,11 +49,13 @@ public:
     [[nodiscard]] bool isThere() const { return areOnServer() && !backup::stands(drive_.books()); }
     [[nodiscard]] bool isBack() const { return !areOnServer() && backup::stands(drive_.books()); }
 
+    [[nodiscard]] std::unique_ptr<store::Engine> open() const { // as a program would
+        return openBooksToRead(store::placeOf(drive_.books()), std::chrono::seconds(5));
+    }
     // What is wrong with the books that a program would open now.
     [[nodiscard]] std::string wrong() const {
         try {
-            const auto books = openBooksToRead(store::placeOf(drive_.books()), std::chrono::seconds(5));
-            return backup::fingerprintOf(*books) == fingerprint_ ? "" : "the books are others";
+            return backup::fingerprintOf(*open()) == fingerprint_ ? "" : "the books are others";
         } catch (const store::StoreError& failure) {
             return failure.description();
         }
@@ -101,6 +103,10 @@ TEST(ServerMove, WhereverItEndsTheBooksAreWholeAndTheNextRunFinishes) {
     const Measured there = undisturbed(measured, measured.there());
     ASSERT_TRUE(measured.isThere());
     ASSERT_EQ(measured.wrong(), "");
+    {
+        const auto till = measured.open();
+        EXPECT_NE(runProgram("vorel-sunucu", measured.back()).said.find("şu anda açık"), std::string::npos);
+    }
     const Measured back = undisturbed(measured, measured.back());
     ASSERT_TRUE(measured.isBack());
     ASSERT_EQ(measured.wrong(), "");

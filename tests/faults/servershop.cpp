@@ -1,5 +1,7 @@
 #include "tests/faults/servershop.h"
 
+#include <map>
+
 #include "backup/serverbooks.h"
 #include "tests/faults/day.h"
 
@@ -7,23 +9,25 @@ namespace veldona::faults {
 namespace {
 
 // The database of which each shop is a copy.
-const std::string& originalShop() {
-    static const std::string name = [] {
+const std::string& originalShop(TestServer& server) {
+    static std::map<const TestServer*, std::string> made;
+    std::string& name = made[&server];
+    if (name.empty()) {
         const Drive drive;
         copyShop(drive);
-        TestServer& server = TestServer::get();
-        std::string made = server.makeDatabase();
+        name = server.makeDatabase();
         const store::ServerAddress owner(
-            "host=" + server.folder() + " dbname=" + made + " user=" + backup::kOwnerRole, "");
+            "host=" + server.folder() + " dbname=" + name + " user=" + backup::kOwnerRole, "");
         static_cast<void>(backup::putOnServer(drive.books(), store::ServerPlace(owner), DateTime()));
-        return made;
-    }();
+    }
     return name;
 }
 
 } // namespace
 
-ServerShop::ServerShop() : database_(TestServer::get().makeDatabase(originalShop())) {
+ServerShop::ServerShop(TestServer& server, const std::string& tablespace)
+    : wire(server.folder()), server_(server),
+      database_(server.makeDatabase(originalShop(server), tablespace)) {
     putAddress(*this, addressOf("kasa1"));
 }
 
@@ -32,7 +36,7 @@ std::string ServerShop::addressOf(const std::string& user) const {
 }
 
 std::string ServerShop::sql(const std::string& text) const {
-    return TestServer::get().sql("SET search_path = vorel; " + text, database_);
+    return server_.sql("SET search_path = vorel; " + text, database_);
 }
 
 } // namespace veldona::faults

@@ -10,13 +10,15 @@ namespace veldona::faults {
 
 class ServerShop : public Drive {
 public:
-    ServerShop(); // open to the till kasa1
+    // Open to the till kasa1.
+    explicit ServerShop(TestServer& server = TestServer::get(), const std::string& tablespace = "pg_default");
     // The address of the same books for another role.
     [[nodiscard]] std::string addressOf(const std::string& user) const;
     std::string sql(const std::string& text) const; // as the superuser, among the tables of the books
-    test::Wire wire{TestServer::get().folder()};
+    test::Wire wire;
 
 private:
+    TestServer& server_;
     std::string database_;
 };
 

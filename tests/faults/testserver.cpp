@@ -1,6 +1,7 @@
 #include "tests/faults/testserver.h"
 
 #include <libpq-fe.h>
+#include <pwd.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -53,9 +54,19 @@ std::string TestServer::sql(const std::string& text, const std::string& database
     return PQntuples(answer.get()) > 0 ? PQgetvalue(answer.get(), 0, 0) : "";
 }
 
-std::string TestServer::makeDatabase(const std::string& like) {
+std::string TestServer::makeDatabase(const std::string& like, const std::string& tablespace) {
     const std::string name = "defter" + std::to_string(++made_);
-    sql("CREATE DATABASE " + name + " OWNER veldona_sahip TEMPLATE " + like);
+    sql("CREATE DATABASE " + name + " OWNER veldona_sahip TEMPLATE " + like + " TABLESPACE " + tablespace);
+    return name;
+}
+
+std::string TestServer::makeTablespace(const std::filesystem::path& folder) {
+    std::filesystem::create_directory(folder);
+    const passwd* server = geteuid() == 0 ? getpwnam("postgres") : nullptr; // as scripts/testserver runs it
+    if (server != nullptr && chown(folder.c_str(), server->pw_uid, server->pw_gid) != 0)
+        throw std::runtime_error("no folder for the test's server");
+    const std::string name = "alan" + std::to_string(++made_);
+    sql("CREATE TABLESPACE " + name + " LOCATION '" + folder.string() + "'");
     return name;
 }
 

@@ -9,7 +9,7 @@ namespace veldona::faults {
 
 class TestServer {
 public:
-    static TestServer& get(); // one a process, as long as it lives
+    static TestServer& get(); // one for all tests of the process
 
     TestServer();
     ~TestServer();
@@ -22,7 +22,10 @@ public:
     // As its superuser; the first cell of the answer. Raises std::runtime_error.
     std::string sql(const std::string& text, const std::string& database = "veldona") const;
     // An empty one, or a copy of another one; its owner is veldona_sahip. Answers its name.
-    std::string makeDatabase(const std::string& like = "template0");
+    std::string makeDatabase(const std::string& like = "template0",
+                             const std::string& tablespace = "pg_default");
+    // A place for databases in `folder`, a new one. Answers its name.
+    std::string makeTablespace(const std::filesystem::path& folder);
 
 private:
     void script(const std::string& command) const;

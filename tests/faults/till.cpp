@@ -1,5 +1,6 @@
 #include "tests/faults/till.h"
 
+#include <algorithm>
 #include <sstream>
 #include <stdexcept>
 
@@ -7,16 +8,21 @@
 #include "apps/screens.h"
 #include "core/delivered.h"
 #include "core/session.h"
+#include "platform/controls/control.h"
 #include "platform/store/faces/database.h"
 
 namespace veldona::faults {
 
 Till::Till(const Drive& drive) : stage_({drive.path().string(), registerScreens, nullptr, nullptr}, *this) {}
 
-void Till::play(const std::string& lines) {
+void Till::follow(const std::string& lines) {
     std::istringstream text(lines);
     for (std::string line; std::getline(text, line);)
         lines_.push_back(line);
+}
+
+void Till::play(const std::string& lines) {
+    follow(lines);
     try {
         while (!lines_.empty())
             performNext();
@@ -29,10 +35,15 @@ void Till::play(const std::string& lines) {
 void Till::performNext() {
     const std::string line = lines_.front();
     lines_.pop_front();
-    if (line.starts_with('@'))
-        atMark(line.substr(1));
-    else
-        perform(line);
+    try {
+        if (line.starts_with('@'))
+            atMark(line.substr(1));
+        else
+            perform(line);
+    } catch (const console::Shortfall& refused) {
+        if (!onShortfall) throw;
+        onShortfall(refused.what());
+    }
 }
 
 void Till::perform(const std::string& text) {
@@ -58,6 +69,26 @@ std::vector<std::string> Till::said() {
         texts.push_back(message.text);
     stage_.dialogs.said.clear();
     return texts;
+}
+
+std::string Till::shown() const {
+    std::string text = screenInFront() + '\n';
+    for (const Control* control : stage_.screen().controls()) {
+        if (!control->isShown()) continue;
+        text += control->name() + (control->isUsable() ? ": " : " (off): ") + control->shownText();
+        if (const auto mark = control->mark()) text += *mark ? " [x]" : " [ ]";
+        if (const auto colour = control->foreColor())
+            text += " colour " + std::to_string(static_cast<unsigned>(*colour));
+        text += '\n';
+        const ShownRows* rows = control->shownRows();
+        for (int row = 0; rows != nullptr && row < rows->countShown(); ++row) {
+            text += row == rows->selectedShown() ? " >" : "  ";
+            for (int column = 0; column < std::max(1, rows->columnsShown()); ++column)
+                text += rows->textShown(row, column) + '|';
+            text += '\n';
+        }
+    }
+    return text;
 }
 
 std::string Till::lastReport() const {

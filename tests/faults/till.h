@@ -31,6 +31,11 @@ public:
     void play(const std::string& lines);
     void perform(const std::string& line);
     std::function<void(const std::string& name)> atMark;
+    // Hears of an act that the program refuses; where nobody does, it is raised.
+    std::function<void(const std::string& text)> onShortfall;
+    void follow(const std::string& lines); // played behind those that wait
+    [[nodiscard]] Form& screen() const { return stage_.screen(); }
+    [[nodiscard]] std::string shown() const; // all that stands on the screen in front
     [[nodiscard]] std::string screenInFront() const { return stage_.screen().name(); }
     // Texts said since the last call, questions too.
     [[nodiscard]] std::vector<std::string> said();

@@ -68,10 +68,27 @@ void Wire::wake() const {
 
 void Wire::cutAt(int nth, std::function<void()> meanwhile) {
     cutAt_ = 0;
+    where_ = false;
     messages_ = 0;
     cut_ = false;
     meanwhile_ = std::move(meanwhile);
     cutAt_ = nth;
+}
+
+void Wire::cutWhere(const std::string& words, Loses loses, std::function<void()> meanwhile) {
+    cutAt(0, std::move(meanwhile));
+    words_ = words;
+    loses_ = loses;
+    wasSaid_ = false;
+    where_ = true;
+}
+
+bool Wire::isWhere(const Direction& direction, std::string_view message) {
+    if (!where_) return false;
+    if (!direction.isFromClient) return wasSaid_;
+    const bool isSaid = message.find(words_) != message.npos;
+    wasSaid_ = wasSaid_ || isSaid;
+    return isSaid && loses_ == Loses::Message;
 }
 
 void Wire::setDown(bool down) {
@@ -106,7 +123,7 @@ bool Wire::isCutBehind(Direction& direction, std::string& whole) {
         if (arriving.size() < at + letter + 4) break;
         const std::size_t end = at + letter + lengthAt(arriving, at + letter);
         if (arriving.size() < end) break;
-        isCut = ++messages_ == cutAt_;
+        isCut = ++messages_ == cutAt_ || isWhere(direction, std::string_view(arriving).substr(at, end - at));
         if (isCut) break;
         direction.begun = true;
         at = end;
@@ -131,6 +148,7 @@ void Wire::takeIn(Pair& pair, Direction& direction) {
     const bool isCut = isCutBehind(direction, packet.bytes);
     if (!packet.bytes.empty()) direction.underWay.push_back(std::move(packet));
     if (!isCut) return;
+    where_ = false;
     if (meanwhile_) meanwhile_();
     cut_ = true;
     pair.ends = true;

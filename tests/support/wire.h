@@ -30,6 +30,9 @@ public:
     // The nth message from now on, of either side and of any connection, does not arrive: those before it do,
     // then the connection is gone, when `meanwhile` has run on the wire's own thread. 0: none is cut.
     void cutAt(int nth, std::function<void()> meanwhile = {});
+    // The same, with the client's next message that holds `words`, or with the first of what answers it.
+    enum class Loses { Message, Answer };
+    void cutWhere(const std::string& words, Loses loses, std::function<void()> meanwhile = {});
     [[nodiscard]] int messages() const { return messages_; } // since the last cutAt
     // How often a side that had been told something spoke to the server: each is a trip there and back.
     [[nodiscard]] int trips() const { return trips_; }
@@ -61,6 +64,7 @@ private:
     void accept();
     void takeIn(Pair& pair, Direction& direction);
     [[nodiscard]] bool isCutBehind(Direction& direction, std::string& whole);
+    [[nodiscard]] bool isWhere(const Direction& direction, std::string_view message);
     void deliver(Pair& pair, Direction& direction);
     [[nodiscard]] timespec untilNext() const;
     void wake() const;
@@ -72,6 +76,10 @@ private:
     std::list<Pair> pairs_; // of the wire's own thread
     std::atomic<int> messages_ = 0, trips_ = 0, cutAt_ = 0;
     std::function<void()> meanwhile_; // set while nothing is to be cut
+    std::string words_;               // likewise
+    Loses loses_ = Loses::Message;
+    bool wasSaid_ = false;
+    std::atomic<bool> where_ = false;
     std::atomic<bool> cut_ = false, down_ = false, over_ = false;
     std::thread thread_;
 };

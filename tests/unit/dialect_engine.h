@@ -8,12 +8,11 @@
 
 #include "platform/store/dialect/literal.h"
 #include "platform/store/dialect/translate.h"
-#include "platform/store/engine/createdatabase.h"
-#include "platform/store/engine/sqlcipher/words.h"
 #include "platform/store/faces/database.h"
 #include "platform/store/faces/workspace.h"
 #include "schema/tables.h"
 #include "tests/support/files.h"
+#include "tests/support/testbooks.h"
 
 namespace veldona::store {
 
@@ -22,23 +21,23 @@ using Rows = std::vector<std::string>; // cells joined by "|", Null as NULL
 class DialectEngine {
 public:
     DialectEngine() {
-        createDatabase(path_, "x", schema::tables(), schema::savedQueries());
         WorkspaceConfig config;
         config.toNativePath = [](std::string_view path) { return std::string(path); };
         config.clock = [] { return DateTime::of(2026, 11, 22, 10, 30, 0); };
         config.delivered = schema::delivered();
+        config.place = [this](std::string_view) { return books_.place(); };
         workspace_ = std::make_unique<Workspace>(std::move(config));
         file_ = workspace_->open(path_, "x");
     }
 
     [[nodiscard]] Plan plan(std::string_view sql, const std::vector<std::string>& narrowing = {}) const {
-        return translate(readStatement(sql), file_->catalog(), kSqlcipherWords, narrowing);
+        return translate(readStatement(sql), file_->catalog(), file_->engine().words(), narrowing);
     }
 
     Rows run(std::string_view sql, const std::vector<std::string>& narrowing = {},
              const std::vector<Value>& values = {}) {
         const Reading statement = readStatement(sql);
-        const Plan plan = translate(statement, file_->catalog(), kSqlcipherWords, narrowing);
+        const Plan plan = translate(statement, file_->catalog(), file_->engine().words(), narrowing);
         std::vector<Value> bound;
         for (std::size_t i = 0; i < statement.literals.size(); ++i)
             bound.push_back(bindLiteral(statement.literals[i], plan.targets[i]));
@@ -56,16 +55,23 @@ public:
         while (statement->step()) {
             std::string cells;
             for (int i = 0; i < statement->columnCount(); ++i)
-                (cells += i > 0 ? "|" : "") +=
-                    statement->storage(i) == Statement::Storage::Null ? "NULL" : statement->text(i);
+                (cells += i > 0 ? "|" : "") += cellOf(*statement, i);
             rows.push_back(cells);
         }
         return rows;
     }
 
 private:
+    static std::string cellOf(const Statement& row, int column) {
+        if (row.storage(column) == Statement::Storage::Null) return "NULL";
+        std::string text(row.text(column));
+        const bool isWhole = text.find_first_of(".e") == text.npos;
+        return row.storage(column) == Statement::Storage::Number && isWhole ? text + ".0" : text;
+    }
+
     test::TemporaryFolder folder_;
     std::string path_ = folder_ / "vorel.mdb";
+    test::TestBooks books_{path_, "x", schema::tables(), schema::savedQueries()};
     std::unique_ptr<Workspace> workspace_;
     std::shared_ptr<Database> file_;
 };

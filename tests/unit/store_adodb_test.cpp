@@ -143,8 +143,10 @@ TEST_F(Shared, AListOfKeysTakesInTheNewOnesAlone) {
     EXPECT_GT(readAnew(), 20U) << "a key that was named lies among the known ones";
     const auto other = workspace();
     other->open(path, kPassword)->execute("DELETE FROM ODEME WHERE ID > 10");
+    awaitNews();
     static_cast<void>(readAnew());
     other->open(path, kPassword)->execute("DELETE FROM ODEME");
+    awaitNews();
     static_cast<void>(readAnew());
     EXPECT_TRUE(keys.eof());
 }
@@ -178,14 +180,11 @@ TEST_F(Shared, AListOfKeysReadInATransactionIsNotTrustedBehindIt) {
 }
 
 TEST_F(Shared, TheClockIsAskedAtEachRequery) {
-    WorkspaceConfig config;
     DateTime now = DateTime::of(2026, 11, 22, 10, 30);
-    config.toNativePath = [](std::string_view asWritten) { return std::string(asWritten); };
-    config.dataSource = [this](std::string_view) { return std::optional(path); };
-    config.clock = [&] { return now; };
+    clock = [&] { return now; };
     connection.execute("INSERT INTO MUSTERI (HSTNO) VALUES ('1')");
-    Workspace other(std::move(config));
-    adodb::Connection second(other);
+    const auto other = workspace();
+    adodb::Connection second(*other);
     second.open("dukkan", "", kPassword);
     adodb::Recordset answer;
     answer.open("SELECT Now() AS SIMDI FROM MUSTERI", second);

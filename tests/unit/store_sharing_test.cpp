@@ -57,12 +57,14 @@ TEST_F(TwoWorkstations, WritesOfTheOtherAreSeenAtRequeryAndMoveFirst) {
     auto select = dao().openRecordset("SELECT HSTNO FROM MUSTERI");
     EXPECT_TRUE(table.eof() && select.eof());
     other.execute("INSERT INTO MUSTERI (HSTNO) VALUES ('1')");
+    awaitNews();
     answer.requery();
     EXPECT_EQ(answer.value("SAYI"), Value(1));
     table.moveFirst();
     select.moveFirst();
     EXPECT_EQ(table.value("HSTNO"), Value("1"));
     other.execute("INSERT INTO MUSTERI (HSTNO) VALUES ('2')");
+    awaitNews();
     table.moveNext();
     EXPECT_EQ(table.value("HSTNO"), Value("2")) << "appended while the walk stood on the last row";
     table.edit();

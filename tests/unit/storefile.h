@@ -2,9 +2,11 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -18,6 +20,7 @@
 #include "platform/store/faces/database.h"
 #include "platform/store/faces/workspace.h"
 #include "tests/support/files.h"
+#include "tests/support/testbooks.h"
 
 namespace veldona::store {
 
@@ -47,7 +50,7 @@ protected:
         return {{"S_ODEME", "SELECT ODEME.ID, MUSTERI.AD AS UNVAN, ODEME.TUTAR, ODEME.TARIH FROM ODEME "
                             "INNER JOIN MUSTERI ON ODEME.MUSTNO = MUSTERI.HSTNO"}};
     }
-    void create() const { createDatabase(path, kPassword, tables(), queries()); }
+    void create() { books.emplace(path, kPassword, tables(), queries()); }
 
     // A process of its own, as far as the store is concerned.
     std::unique_ptr<Workspace> workspace(Delivered delivered = {}) const {
@@ -57,6 +60,10 @@ protected:
         config.dataSource = [this](std::string_view name) {
             return name == "dukkan" ? std::optional(path) : std::nullopt;
         };
+        config.place = [this](std::string_view asWritten) {
+            return books && asWritten == path ? books->place() : Place(FilePlace{std::string(asWritten)});
+        };
+        config.clock = clock;
         config.goOnWaiting = [this](std::chrono::milliseconds waited) {
             longestWait = waited;
             return waited < givesUpAfter;
@@ -66,6 +73,13 @@ protected:
 
     test::TemporaryFolder place;
     std::string folder = place.path().string(), path = folder + "/dukkan.mdb";
+    // A server tells of another's writes a moment later.
+    static void awaitNews() {
+        if (test::areBooksOnServer()) std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+
+    std::optional<test::TestBooks> books;
+    std::function<DateTime()> clock;
     std::chrono::milliseconds givesUpAfter = std::chrono::hours(1);
     mutable std::chrono::milliseconds longestWait{0};
 };
