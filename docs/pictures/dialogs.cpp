@@ -248,8 +248,6 @@ private:
         camera_.expect("yedekten-don");
         camera_.expect("yedekten-don-sorusu", false);
         if (backups_.choose()) std::exit(1);
-        camera_.expect("parola-sorusu");
-        if (desktop_.desktop.dialogs.password("Defterin parolası:", kProgramTitle, true)) std::exit(1);
     }
 
     ManualClock clock_;
