@@ -41,7 +41,6 @@ std::string messageText(const RecordingDialogs::Said& said) {
 
 Stage::Stage(Setting setting, FormHost& host)
     : setting_(std::move(setting)), host_(&host), desk_(reports, setting_.writePdf) {
-    clock.set(DateTime::of(2026, 11, 22, 10, 30));
     if (setting_.windows) windows_ = setting_.windows(clock);
     if (setting_.server) server_.emplace(*setting_.server);
     renewProcess();

@@ -29,7 +29,6 @@ struct Brought {
     const char* nothing;
 };
 constexpr Brought kBrought[] = {{"says", "expect-message", "expect-no-message"},
-                                {"raises", "expect-error", "expect-no-message"},
                                 {"shows", "expect-report", "expect-no-report"}};
 
 const Brought* broughtBy(const Word& word) {
