@@ -7,6 +7,7 @@
 #include "core/session.h"
 #include "platform/desktop/desktop.h"
 #include "platform/runtime/password.h"
+#include "platform/store/engine/passwordfit.h"
 
 namespace veldona {
 namespace {
@@ -65,7 +66,7 @@ bool knowPassword(Session& session) {
 
 bool askForUnnotedPassword(Session& session) {
     const std::string books = session.desktop.paths.toNative(kDatabasePath);
-    if (isNotedAsOwn(books) || passwordOfBooks(books)) return false;
+    if (isNotedAsOwn(books) || passwordOfBooks(books) || !store::looksSealed(books)) return false;
     return isTyped(session, books, "Defterin kendi parolası varsa yazın; yoksa Vazgeç deyin:") &&
            noteAsOwn(books, true);
 }

@@ -74,6 +74,7 @@ std::optional<std::string> WindowDialogs::input(const std::string& prompt, const
 std::optional<Dialogs::Password> WindowDialogs::password(const std::string& prompt, const std::string& title,
                                                          bool offersKeeping) {
     QDialog box(host_.frontWindow());
+    box.setObjectName("passwordQuestion");
     box.setWindowTitle(toQt(title));
     auto* words = new QLabel(toQt(prompt));
     auto* typed = new QLineEdit;

@@ -1,5 +1,6 @@
 // A text as a statement of the dialect, and run on a small shop: it is one statement, it writes what it says
 // and nothing when it is a SELECT, and it fails in words that are ours.
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -123,6 +124,12 @@ struct Outcome {
     std::string rows; // of a SELECT
 };
 
+// What the triggers wrote beside the statement.
+std::int64_t newestEntry() {
+    const std::string newest = books().ask("SELECT max(\"ID\") FROM \"GUNLUK\"");
+    return newest == "|" ? 0 : std::stoll(newest);
+}
+
 // The statement between a beginning and its taking back.
 Outcome run(const std::string& sql) {
     store::Database& file = books().file();
@@ -139,9 +146,13 @@ Outcome run(const std::string& sql) {
                     outcome.rows += joinText(rows.at(row, column)) + "|";
             requireEqual(books().ask("SELECT total_changes()"), changes, "a SELECT writes nothing: " + sql);
         } else {
+            const std::int64_t entries = newestEntry();
             const std::int64_t written = file.write(query);
-            requireEqual(books().ask("SELECT total_changes()"),
-                         std::to_string(std::stoll(changes) + written) + "|", "one statement's rows: " + sql);
+            const std::int64_t journaled = std::max<std::int64_t>(0, newestEntry() - entries);
+            if (!store::sameName(query.plan().table, "GUNLUK"))
+                requireEqual(books().ask("SELECT total_changes()"),
+                             std::to_string(std::stoll(changes) + written + journaled) + "|",
+                             "one statement's rows: " + sql);
         }
         outcome.ran = true;
     } catch (const StoreError& error) {

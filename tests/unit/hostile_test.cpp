@@ -15,6 +15,7 @@
 #include "core/delivered.h"
 #include "hostiletexts.h"
 #include "journal/chain.h"
+#include "journal/thinning.h"
 #include "platform/controls/userinput.h"
 #include "platform/runtime/text.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
@@ -213,6 +214,7 @@ private:
 
     void pressAll(Form& form) {
         each(form, [&](Control& control) {
+            if (control.name() == "cmdKoy") return; // books with a password of their own would shut us out
             if (text_.find(" OR ") != text_.npos || order_() % 3 == 0) typeAgain(form);
             if (!canGoOn(form)) return;
             stage.dialogs.answers.assign({"yes", text_, "yes"});
@@ -255,6 +257,13 @@ std::string brokenJournal(const Drive& drive) {
     return chain.broken ? describe(chain) : "";
 }
 
+// That the shop was made is no act of the operator's: nobody could take it back.
+void forgetMaking(const Drive& drive) {
+    const auto engine =
+        store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(5));
+    journal::thin(*engine, journal::planThinning(*engine, DateTime::of(9999, 1, 1)));
+}
+
 std::string schemaOf(const Drive& drive) {
     return answerOf(drive, "SELECT type, name, sql FROM sqlite_master");
 }
@@ -293,6 +302,7 @@ TEST_P(Hostile, TypedTextDoesNoHarm) {
     const Way& way = GetParam();
     const Drive shop;
     Till(shop).play(kShop);
+    forgetMaking(shop);
     const auto wanted = untouched(shop, way.writes);
     const std::string schema = schemaOf(shop);
     const std::vector<std::string> texts = hostileTexts();

@@ -1,6 +1,7 @@
 // No look-up of the counter may read a large table from end to end. The scenarios are played, and each
 // statement that the program sends meanwhile is held against the way in which the engine goes about it.
 #include <filesystem>
+#include <iostream>
 #include <set>
 #include <sstream>
 
@@ -68,11 +69,12 @@ TEST(LookUps, GoThroughTheirIndex) {
     testing::internal::CaptureStdout();
     for (const auto& entry : fs::directory_iterator(VELDONA_SCENARIOS)) {
         const std::string name = entry.path().stem().string();
-        if (name == "baslangic" || name == "antet" || name == "konsol")
+        if (name == "baslangic" || name == "antet" || name == "konsol" || name == "parola")
             continue; // several runs of the program
         EXPECT_NO_THROW(play(entry.path())) << name;
     }
-    static_cast<void>(testing::internal::GetCapturedStdout());
+    const std::string said = testing::internal::GetCapturedStdout();
+    if (HasFailure()) std::cerr << said;
     sqlite3_reset_auto_extension();
     EXPECT_GT(sent.size(), 100U);
 

@@ -16,4 +16,7 @@ enum class Fit {
 // Costs what the opening of the file costs. Nothing is written.
 [[nodiscard]] Fit fitOf(const std::string& nativePath, std::string_view password);
 
+// Whether a password may be what is missing: there are whole pages, and the first is not plain to everybody.
+[[nodiscard]] bool looksSealed(const std::string& nativePath);
+
 } // namespace veldona::store

@@ -100,4 +100,11 @@ Fit fitOf(const std::string& nativePath, std::string_view password) {
     return Fit::Unknown;
 }
 
+bool looksSealed(const std::string& nativePath) {
+    constexpr std::string_view plain = "SQLite format 3";
+    const Pages pages(nativePath);
+    Page page;
+    return pages.count() > 0 && pages.read(1, page) && !std::equal(plain.begin(), plain.end(), page.begin());
+}
+
 } // namespace veldona::store
