@@ -194,14 +194,18 @@ JournalWriter& writerOf(sqlite3_context* context) {
     return **static_cast<Shared*>(sqlite3_user_data(context));
 }
 
+// Without its entry a row may not stay, not even in a transaction that goes on behind a failed statement: the
+// engine undoes the whole of it behind this code.
 template <class Step> void guarded(sqlite3_context* context, Step&& step) {
     Answer answer(context);
     try {
         step(writerOf(context), answer);
     } catch (const RuntimeError& error) {
         answer.fail(error.description());
+        sqlite3_result_error_code(context, SQLITE_NOMEM);
     } catch (const std::bad_alloc&) {
         answer.fail("Bellek yetmedi.");
+        sqlite3_result_error_code(context, SQLITE_NOMEM);
     }
 }
 

@@ -37,6 +37,10 @@ const std::string& source() {
 
 // In parts of its own: what a function answers for a row, the columns of the entry take one by one. An update
 // that changed nothing gives no part.
+//
+// OR ROLLBACK: no entry's number is taken, since the next one is found under the write lock. Were the
+// statement alone to be undone, the engine would keep, and encrypt, each page that it touches beside the
+// books.
 const std::string& insertion() {
     static const std::string statement = [] {
         std::string columns, parts;
@@ -45,7 +49,7 @@ const std::string& insertion() {
             columns += quoted(column) + ", ";
             parts += "vd_entry_part(" + std::to_string(part++) + "), ";
         }
-        return "INSERT INTO \"GUNLUK\" (" + columns + quoted(kSealColumn) + ") SELECT " + parts +
+        return "INSERT OR ROLLBACK INTO \"GUNLUK\" (" + columns + quoted(kSealColumn) + ") SELECT " + parts +
                "vd_entry_part(" + std::to_string(part) + ") WHERE vd_entry_part(0) IS NOT NULL";
     }();
     return statement;
