@@ -96,6 +96,7 @@ std::optional<Dialogs::Password> WindowDialogs::password(const std::string& prom
     buttons->addWidget(go);
     buttons->addWidget(cancel);
     auto* column = new QVBoxLayout(&box);
+    column->setSizeConstraint(QLayout::SetFixedSize);
     column->addWidget(words);
     column->addWidget(typed);
     column->addWidget(keep);
