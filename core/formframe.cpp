@@ -203,6 +203,14 @@ std::string saveStatus(const Err& err) {
     return "Hatalı kayıt (" + std::to_string(err.number) + ", " + err.description + ") !";
 }
 
+void closeOnEscape(Form& form) {
+    form.onKeyPress = [&form](KeyPress& press) {
+        if (press.character != static_cast<char32_t>(Key::Escape)) return;
+        press.swallowed = true;
+        form.forms().unload(form);
+    };
+}
+
 std::string emptyFieldWords(const std::vector<std::string>& captions, const std::string& between,
                             const std::string& atEnd) {
     std::string words;

@@ -73,6 +73,8 @@ void BGLoss(Control& control);
 void markFocus(Form& form);
 // Enter moves on: the next field gets the focus, its tab page turned to; behind the last one the first.
 void nextField(Form& form);
+// Esc closes the screen, and is nobody else's then.
+void closeOnEscape(Form& form);
 
 void FormKayitTemizle(Session& session);
 

@@ -268,11 +268,7 @@ void bindEvents(FrmBugun& f) {
     bindPapers(f);
     f.cmdCikis.onClick = [&f] { f.forms().unload(f); };
     f.onKeyDown = [&f](KeyEvent& event) { Form_KeyDown(f, event); };
-    f.onKeyPress = [&f](KeyPress& press) {
-        if (press.character != static_cast<char32_t>(Key::Escape)) return;
-        press.swallowed = true;
-        f.forms().unload(f);
-    };
+    closeOnEscape(f);
 }
 
 } // namespace

@@ -124,11 +124,7 @@ FrmArama::FrmArama(Forms& forms, Session& itsSession, std::shared_ptr<SearchMemo
     grdSonuc.onDblClick = [this] { openFound(*this); };
     cmdAc.onClick = [this] { openFound(*this); };
     cmdKapat.onClick = [this] { this->forms().unload(*this); };
-    onKeyPress = [this](KeyPress& press) {
-        if (press.character != static_cast<char32_t>(Key::Escape)) return;
-        press.swallowed = true;
-        this->forms().unload(*this);
-    };
+    closeOnEscape(*this);
 }
 
 std::unique_ptr<Form> makeFrmArama(Forms& forms, Session& session, std::shared_ptr<SearchMemory> memory) {
