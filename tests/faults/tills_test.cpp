@@ -97,6 +97,51 @@ TEST(TwoTills, KeepAllThatBothWrote) {
         playBoth(rounds);
 }
 
+// Both find books that keep no journal yet, as a backup put back does not, and each begins one.
+TEST(TwoTills, OpenBooksWithoutAJournalAtOnce) {
+    const Drive drive;
+    copyShop(drive);
+    const std::string books = drive.books().string();
+    for (int round = 0; round < 25 * effort() && !HasFailure(); ++round) {
+        store::openSqlcipher(books, kDeliveredPassword, std::chrono::seconds(5))->keepNoJournal();
+        int arrived[2], gate[2];
+        ASSERT_EQ(pipe(arrived) | pipe(gate), 0);
+        const auto awaitOther = [&, hasWaited = false](store::Engine&) mutable {
+            char none = 0;
+            if (!std::exchange(hasWaited, true) &&
+                (write(arrived[1], "+", 1) != 1 || read(gate[0], &none, 1) != 0))
+                _exit(NotPlayed);
+        };
+        pid_t tills[2];
+        for (pid_t& till : tills) {
+            till = fork();
+            ASSERT_GE(till, 0);
+            if (till > 0) continue;
+            close(gate[1]);
+            try {
+                store::openSqlcipher(books, kDeliveredPassword, kLongestWait, {}, awaitOther)
+                    ->execute("INSERT INTO TAKSITODENEN (MUSTNO, ODMIKTAR) VALUES ('7', 1)");
+                _exit(AllDone);
+            } catch (const store::StoreError& failure) {
+                std::cerr << failure.description() << '\n';
+                _exit(WaitedTooLong);
+            }
+        }
+        char both[2];
+        EXPECT_EQ(read(arrived[0], both, 1) + read(arrived[0], both, 1), 2);
+        for (const int end : {arrived[0], arrived[1], gate[0], gate[1]})
+            close(end);
+        for (const pid_t till : tills) {
+            int status = 0;
+            ASSERT_EQ(waitpid(till, &status, 0), till);
+            EXPECT_EQ(status, 0) << "a till did not get in";
+        }
+    }
+    std::string faults;
+    static_cast<void>(contentOf(drive, faults));
+    EXPECT_EQ(faults, "");
+}
+
 // A till in the middle of a save, until it is let go.
 class Holder {
 public:

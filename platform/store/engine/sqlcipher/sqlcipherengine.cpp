@@ -34,6 +34,7 @@ constexpr char kPlainHeader[] =
 
 constexpr int kPagesBetweenLooks = 64;     // of a copy: some milliseconds
 constexpr int kStepsBetweenLooks = 20'000; // of the engine's own: some milliseconds
+constexpr std::chrono::milliseconds kChangeAttempt(250);
 constexpr std::int64_t kCacheBytes = std::int64_t{64} << 20;
 
 bool hasJournal(const std::string& path) {
@@ -198,6 +199,11 @@ public:
         if (file->pMethods->xRead(file, header, sizeof header, 0) != SQLITE_OK) return false;
         return std::memcmp(header, kPlainHeader, sizeof header) == 0;
     }
+    [[nodiscard]] bool isOfAFileThatMoved() const {
+        int moved = 0;
+        sqlite3_file_control(handle(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+        return moved != 0;
+    }
     // To the end, behind the closing.
     void keep(std::unique_ptr<FileLock> lock) { kept_ = std::move(lock); }
     [[nodiscard]] bool isReadOnly() const { return sqlite3_db_readonly(handle(), "main") == 1; }
@@ -269,11 +275,25 @@ void prepareCipher(SqlcipherEngine& engine) {
     engine.shape("PRAGMA cipher_page_size = 4096");
 }
 
-void configure(SqlcipherEngine& engine) {
+void requireJournal(SqlcipherEngine& engine) {
     if (engine.answerOf("PRAGMA journal_mode = WAL") != "wal")
         throw StoreError(StoreError::Kind::InputOutput,
                          "Veritabanının bulunduğu disk, güvenli yazma için gerekeni vermiyor; açılmadı. "
                          "Dosyayı bu bilgisayarın kendi diskine koyun.");
+}
+
+// Of a file that was never opened to write. The lock is held through the whole of it: a backup that took the
+// file's place in between would lose its own journal to this one's. The engine waits for a lock only where it
+// holds none, so two tills that change one file at once would refuse each other without a wait: who does not
+// get it alone lets go and looks again.
+void keepJournalFromNowOn(SqlcipherEngine& engine) {
+    static_cast<void>(engine.answerOf("PRAGMA locking_mode = EXCLUSIVE"));
+    engine.execute("BEGIN EXCLUSIVE");
+    engine.commit();
+    if (!engine.isOfAFileThatMoved()) requireJournal(engine);
+}
+
+void configure(SqlcipherEngine& engine) {
     engine.shape("PRAGMA synchronous = FULL");
     engine.shape("PRAGMA cache_size = -65536");
     engine.shape("PRAGMA temp_store = MEMORY");
@@ -406,6 +426,7 @@ void shapeConnection(Engine& engine, std::string_view sql) {
 std::unique_ptr<Engine> openSqlcipher(const std::string& nativePath, std::string_view password,
                                       std::chrono::milliseconds busyTimeout, std::function<DateTime()> clock,
                                       const Inspection& inspect) {
+    const auto begun = std::chrono::steady_clock::now();
     const struct stat status = inspectFile(nativePath);
     // Until the file has proved sound: the journal may be all that is left of the last payments.
     std::unique_ptr<FileLock> kept;
@@ -423,12 +444,21 @@ std::unique_ptr<Engine> openSqlcipher(const std::string& nativePath, std::string
         requireTables(*engine, nativePath);
     if (inspect) inspect(*engine);
     tightenRights(nativePath, status);
-    const bool isFirstOpening = engine->answerOf("PRAGMA journal_mode") != "wal";
-    if (isFirstOpening) lock.reset(); // the change needs the file alone
-    configure(*engine);
-    if (!isFirstOpening) return engine;
+    if (engine->answerOf("PRAGMA journal_mode") == "wal") {
+        configure(*engine);
+        return engine;
+    }
+    lock.reset(); // the change needs the file alone
+    engine->setBusyTimeout(std::min<std::chrono::milliseconds>(busyTimeout, kChangeAttempt));
+    const auto left = [&] { return busyTimeout - (std::chrono::steady_clock::now() - begun); };
+    try {
+        keepJournalFromNowOn(*engine);
+    } catch (const StoreError& failure) {
+        if (failure.kind() != StoreError::Kind::Locked || left().count() <= 0) throw;
+    }
     engine.reset();
-    return openSqlcipher(nativePath, password, busyTimeout, std::move(clock), inspect);
+    return openSqlcipher(nativePath, password, std::chrono::duration_cast<std::chrono::milliseconds>(left()),
+                         std::move(clock), inspect);
 }
 
 std::unique_ptr<Engine> openSqlcipherToRead(const std::string& nativePath, std::string_view password,
