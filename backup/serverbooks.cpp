@@ -176,7 +176,7 @@ std::string putOnServer(const std::string& source, const ServerPlace& place, Dat
     const auto file = openBooksAlone(source);
     const bool areThere = store::standOnServer(place);
     if (areThere) store::requireClosed(place);
-    const std::string former = areThere ? formerSchema(now) : std::string();
+    std::string former = areThere ? formerSchema(now) : std::string();
     store::ServerDraft draft(place, schema::delivered());
     static_cast<void>(fillAndProve(draft, *file));
     draft.giveName(former);

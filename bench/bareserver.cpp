@@ -10,7 +10,6 @@
 namespace veldona::bench {
 namespace {
 
-using store::Bound;
 using store::Command;
 
 constexpr std::pair<const char*, const char*> kStatements[] = {

@@ -76,7 +76,8 @@ void writeRows(const FrmBugun& f, exports::Spreadsheet& sheet) {
     const auto& columns = CallRows::columns();
     for (std::size_t column = 0; column < columns.size(); ++column) {
         const auto place = static_cast<CallColumn>(column);
-        sheet.setWidth(static_cast<char>('A' + column), columns[column].width / pixelsOfLetter + 2);
+        const int letters = columns[column].width / pixelsOfLetter + 2;
+        sheet.setWidth(static_cast<char>('A' + column), letters);
         sheet.write(firstRow - 1, static_cast<int>(column), columns[column].title, kColumnHead);
         for (int row = 0; row < f.rows.rowCount(); ++row)
             sheet.write(firstRow + row, static_cast<int>(column), f.rows.value(row, place));

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <ranges>
 #include <utility>
 
 #include "core/exportfolders.h"
@@ -96,9 +95,10 @@ void showPictures(FrmGrafik& f, Pictures pictures) {
 
 void showTables(FrmGrafik& f) {
     std::vector<std::vector<std::string>> months, ages;
-    for (const MonthFigures& month : f.months | std::views::reverse) // the newest is looked at first
-        months.push_back({monthName(month.first), shown(month.due), shown(month.received),
-                          shown(month.received - month.due), std::to_string(month.sales), shown(month.sold)});
+    for (auto month = f.months.rbegin(); month != f.months.rend(); ++month) // the newest is looked at first
+        months.push_back({monthName(month->first), shown(month->due), shown(month->received),
+                          shown(month->received - month->due), std::to_string(month->sales),
+                          shown(month->sold)});
     for (std::size_t i = 0; i < AgeGroups::kAll.size(); ++i)
         ages.push_back({AgeGroups::kAll[i].name, std::to_string(f.ages.counts[i]), shown(f.ages.sums[i])});
     f.monthRows.show({"AY", "VADE", "TAHSILAT", "FARK", "ADET", "SATIS"}, std::move(months));

@@ -111,8 +111,8 @@ const std::string& ActRows::nameOf(adodb::Connection& books, const std::string& 
     const auto [place, isNew] = names_.emplace(account, std::string());
     if (isNew && !account.empty())
         books.walk("SELECT AD,SOYAD FROM MUSTKAYIT WHERE HSTNO=" + journal::inStatement(account),
-                   [&](const store::Statement& row) {
-                       place->second = trim(std::string(row.text(0)) + ' ' + std::string(row.text(1)));
+                   [&name = place->second](const store::Statement& row) {
+                       name = trim(std::string(row.text(0)) + ' ' + std::string(row.text(1)));
                    });
     return place->second;
 }

@@ -130,7 +130,7 @@ Fields fieldsOf(const std::string& table, std::string_view json) {
     for (const auto& [name, value] : object.items()) {
         const auto column =
             std::find_if(known.columns.begin(), known.columns.end(),
-                         [&](const store::ColumnDef& each) { return store::sameName(each.name, name); });
+                         [&name = name](const store::ColumnDef& each) { return store::sameName(each.name, name); });
         // Of books that a newer program has written.
         if (column == known.columns.end()) continue;
         fields.emplace_back(column->name, storedAs(valueOf(value), column->type));

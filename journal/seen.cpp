@@ -79,15 +79,15 @@ void SeenFile::lookAt(adodb::Connection& open, const store::Place& books) const 
     if (path_.empty() || !newest) return;
     const std::string name = nameOf(books);
     std::vector<Line> lines = readLines(path_), lost;
-    const auto ours =
-        std::ranges::stable_partition(lines, [&](const Line& line) { return line.books != name; });
-    if (ours.size() == 1 && ours.front().seen.id == newest->id && ours.front().seen.seal == newest->seal)
+    const auto ours = std::stable_partition(lines.begin(), lines.end(),
+                                            [&](const Line& line) { return line.books != name; });
+    if (lines.end() - ours == 1 && ours->seen.id == newest->id && ours->seen.seal == newest->seal)
         return;
     const auto first = entry(open, " ORDER BY ID");
-    std::ranges::copy_if(ours, std::back_inserter(lost),
-                         [&](const Line& line) { return !isAccountedFor(open, line.seen, first->id); });
+    std::copy_if(ours, lines.end(), std::back_inserter(lost),
+                 [&](const Line& line) { return !isAccountedFor(open, line.seen, first->id); });
     if (lost.size() > kMostLost) lost.resize(kMostLost); // the oldest say most
-    lines.erase(ours.begin(), ours.end());
+    lines.erase(ours, lines.end());
     lines.insert(lines.end(), lost.begin(), lost.end());
     lines.push_back({*newest, name});
     std::string text;

@@ -295,7 +295,7 @@ std::string takenBackBy(const Act& act) {
 
 std::string rowWords(const std::string& table, const Fields& row) {
     const Value* number = find(row, "ISLEMNO");
-    const std::string sale = number && number->kind() == Value::Kind::Whole
+    std::string sale = number && number->kind() == Value::Kind::Whole
                                  ? std::to_string(number->get<std::int64_t>()) + " numaralı satış"
                                  : "satış";
     if (table == kSales) return sale;
