@@ -128,9 +128,9 @@ Fields fieldsOf(const std::string& table, std::string_view json) {
         throw RuntimeError(adodb::kStatementError, "Günlüğün bir satırı okunamadı: " + table);
     const store::TableDef& known = tableOf(table);
     for (const auto& [name, value] : object.items()) {
-        const auto column =
-            std::find_if(known.columns.begin(), known.columns.end(),
-                         [&name = name](const store::ColumnDef& each) { return store::sameName(each.name, name); });
+        const auto column = std::find_if(
+            known.columns.begin(), known.columns.end(),
+            [&name = name](const store::ColumnDef& each) { return store::sameName(each.name, name); });
         // Of books that a newer program has written.
         if (column == known.columns.end()) continue;
         fields.emplace_back(column->name, storedAs(valueOf(value), column->type));

@@ -81,8 +81,7 @@ void SeenFile::lookAt(adodb::Connection& open, const store::Place& books) const 
     std::vector<Line> lines = readLines(path_), lost;
     const auto ours = std::stable_partition(lines.begin(), lines.end(),
                                             [&](const Line& line) { return line.books != name; });
-    if (lines.end() - ours == 1 && ours->seen.id == newest->id && ours->seen.seal == newest->seal)
-        return;
+    if (lines.end() - ours == 1 && ours->seen.id == newest->id && ours->seen.seal == newest->seal) return;
     const auto first = entry(open, " ORDER BY ID");
     std::copy_if(ours, lines.end(), std::back_inserter(lost),
                  [&](const Line& line) { return !isAccountedFor(open, line.seen, first->id); });

@@ -296,8 +296,8 @@ std::string takenBackBy(const Act& act) {
 std::string rowWords(const std::string& table, const Fields& row) {
     const Value* number = find(row, "ISLEMNO");
     std::string sale = number && number->kind() == Value::Kind::Whole
-                                 ? std::to_string(number->get<std::int64_t>()) + " numaralı satış"
-                                 : "satış";
+                           ? std::to_string(number->get<std::int64_t>()) + " numaralı satış"
+                           : "satış";
     if (table == kSales) return sale;
     if (table == "URUNAL") return sale + "ın satırı (" + shownAmount(amountIn(row, "FIYAT")) + ')';
     if (table == "URUNSAT") return sale + "ın taksidi (" + shownAmount(amountIn(row, "ODMIKTAR")) + ')';
