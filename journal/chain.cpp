@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <iterator>
 #include <map>
 #include <span>
 
@@ -106,13 +107,15 @@ private:
     void begin(const Entry& entry) {
         chain_.first = entry.id;
         chain_.since = entry.moment();
+        if (entry.id < 1) return breaks(Breach::Inserted, entry);
         if (entry.id == 1) return;
         const auto anchors = anchorsOf(books_);
-        const auto anchor = anchors.find(entry.id - 1);
-        if (anchor == anchors.end())
-            chain_.broken = {Breach::Removed, 1, entry.moment()};
+        const auto behind = anchors.lower_bound(entry.id); // the newest before it is the one in front
+        const std::int64_t last = behind == anchors.begin() ? 0 : std::prev(behind)->first;
+        if (last == entry.id - 1)
+            chain_.seal = std::prev(behind)->second;
         else
-            chain_.seal = anchor->second;
+            chain_.broken = {Breach::Removed, last + 1, {}};
     }
 
     void follow(const Entry& entry) {
@@ -182,18 +185,20 @@ std::string describe(const Chain::Broken& broken) {
         broken.moment.size() < 10 ? "" : " (" + shownDay(broken.moment) + broken.moment.substr(10) + ")";
     switch (broken.breach) {
     case Breach::Removed:
-        return number + " numaralı günlük kaydı silinmiş; ondan önceki son sağlam kayıt" + at + '.';
+        return number + " numaralı günlük kaydı silinmiş" +
+               (at.empty() ? "" : "; ondan önceki son sağlam kayıt") + at + '.';
     case Breach::Changed:
         return number + " numaralı günlük kaydı sonradan değiştirilmiş" + at + '.';
     case Breach::Inserted:
         return number + " numaralı günlük kaydını bu program yazmamış" + at + '.';
     case Breach::TailGone:
-        return number + " numaradan sonraki günlük kayıtları silinmiş; son görülen kayıt" + at + '.';
+        return number + " numaralı kayıttan başlayarak günlüğün sonu silinmiş" +
+               (at.empty() ? "" : "; son görülen kayıt") + at + '.';
     case Breach::CopiedBack:
         return "defter dosyası eski bir kopyayla değiştirilmiş: bu bilgisayarın gördüğü kayıt" + at +
                " defterde yok, ayrılma " + number + " numarada.";
     case Breach::Missing:
-        return "günlük bütünüyle silinmiş; son görülen kayıt " + number + at + '.';
+        return "günlük ya da anahtarı silinmiş; son görülen kayıt " + number + at + '.';
     }
     return {};
 }
@@ -205,7 +210,11 @@ Chain examine(store::Engine& engine, const std::vector<Seen>& seen) {
     const std::string kept = engine.journalKey();
     if (books.catalog().find(store::kJournalTable) == nullptr || kept.empty()) {
         Chain none;
-        if (!seen.empty()) none.broken = {Breach::Missing, seen.back().id, seen.back().moment};
+        const std::int64_t last = engine.lastCounterOf(store::kJournalTable);
+        if (!seen.empty())
+            none.broken = {Breach::Missing, seen.back().id, seen.back().moment};
+        else if (last > 0)
+            none.broken = {Breach::Missing, last, {}};
         return none;
     }
     return Walk(books, store::JournalKey(kept), seen).chain();

@@ -100,6 +100,7 @@ bool anyJournaled(const std::vector<TableDef>& tables) {
 }
 
 void makeJournalKey(Engine& engine) {
+    engine.execute("DROP TABLE IF EXISTS MSysGUNLUK"); // emptied by a stranger
     engine.execute(kJournalKeyStatement);
     writeJournalKey(engine, newJournalKey());
 }

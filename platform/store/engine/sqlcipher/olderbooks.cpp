@@ -56,9 +56,11 @@ struct Missing {
     std::vector<std::string> shape; // tables and columns: no statement that names them runs without
     std::vector<std::string> rest;
     std::vector<std::string> triggers; // of the journal: without them it would miss what is written meanwhile
-    bool hasLostTriggers = false;      // of those that stood there once
+    bool lacksKey = false;             // of the journal: no entry can be sealed, no row be written
+    bool hasLostParts = false;         // of a journal that stood there once
 
-    [[nodiscard]] bool isNothing() const { return shape.empty() && rest.empty() && triggers.empty(); }
+    [[nodiscard]] bool isJournalWhole() const { return triggers.empty() && !lacksKey && !hasLostParts; }
+    [[nodiscard]] bool isNothing() const { return shape.empty() && rest.empty() && isJournalWhole(); }
 };
 
 void addIndexes(Engine& engine, const TableDef& table, const Statements& catalog, Missing& missing) {
@@ -92,7 +94,7 @@ void addTriggers(const TableDef& table, const Statements& catalog, Missing& miss
         const auto known = catalog.find(trigger.name);
         if (known != catalog.end() && known->second == trigger.statement) continue;
         if (known != catalog.end()) missing.triggers.push_back("DROP TRIGGER " + quoted(trigger.name));
-        if (known == catalog.end() && catalog.contains(kJournalKeyTable)) missing.hasLostTriggers = true;
+        if (known == catalog.end() && catalog.contains(kJournalKeyTable)) missing.hasLostParts = true;
         missing.triggers.push_back(trigger.statement);
     }
 }
@@ -112,6 +114,8 @@ Missing missingOf(Engine& engine, const Delivered& delivered) {
         addTriggers(table, catalog, missing);
     }
     addQueries(delivered, catalog, missing);
+    missing.lacksKey = anyJournaled(delivered.tables) && engine.journalKey().empty();
+    if (catalog.contains(kJournalKeyTable) && !catalog.contains(kJournalTable)) missing.hasLostParts = true;
     return missing;
 }
 
@@ -177,11 +181,10 @@ bool writeDefaults(Engine& engine, const std::vector<TableDef>& tables) {
 
 // Behind the rest: what the upgrade itself fills in is nobody's act.
 void addJournal(Engine& engine, const Missing& missing, bool isOfToday) {
-    if (missing.triggers.empty()) return;
-    const bool isNew = engine.journalKey().empty();
-    if (isNew) makeJournalKey(engine);
-    if (isNew || (missing.hasLostTriggers && isOfToday))
-        engine.noteInJournal(isNew ? kBegunNote : kMendedNote);
+    if (missing.isJournalWhole()) return;
+    if (missing.lacksKey) makeJournalKey(engine);
+    if (missing.lacksKey || (missing.hasLostParts && isOfToday))
+        engine.noteInJournal(isOfToday ? kMendedNote : kBegunNote);
     for (const std::string& statement : missing.triggers)
         engine.execute(statement);
 }
@@ -210,7 +213,7 @@ bool bringUpToDate(Engine& engine, const Delivered& delivered, const std::string
     if (missing.isNothing() && undefaulted(engine, delivered.tables, false).empty() &&
         shapeOf(engine) == shapeOf(delivered))
         return false;
-    const bool canWait = missing.shape.empty() && missing.triggers.empty();
+    const bool canWait = missing.shape.empty() && missing.isJournalWhole();
     engine.setBusyTimeout(canWait ? std::min(longest, kForTheRest) : longest);
     try {
         return addMissing(engine, delivered, keepCopy);
