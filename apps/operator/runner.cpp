@@ -40,13 +40,15 @@ void Runner::run() {
 
 void Runner::runModal(Form& form) {
     Forms& forms = form.forms();
-    while (!form.isUnloaded() && !forms.ended()) {
-        if (const auto line = nextLine()) {
-            perform(*line);
-        } else {
-            forms.unload(form);
+    forms.runLoop([&] {
+        while (!form.isUnloaded() && !forms.ended()) {
+            if (const auto line = nextLine()) {
+                perform(*line);
+            } else {
+                forms.unload(form);
+            }
         }
-    }
+    });
 }
 
 std::optional<Line> Runner::nextLine() {

@@ -55,12 +55,14 @@ void Till::perform(const std::string& text) {
 }
 
 void Till::runModal(Form& form) {
-    while (!form.isUnloaded() && !form.forms().ended()) {
-        if (lines_.empty())
-            form.forms().unload(form);
-        else
-            performNext();
-    }
+    form.forms().runLoop([&] {
+        while (!form.isUnloaded() && !form.forms().ended()) {
+            if (lines_.empty())
+                form.forms().unload(form);
+            else
+                performNext();
+        }
+    });
 }
 
 std::vector<std::string> Till::said() {
