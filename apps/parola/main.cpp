@@ -49,6 +49,9 @@ void tellOfBackups(const Paths& paths, const std::string& books) {
 
 void set(const Paths& paths, const std::string& books, bool fromInput) {
     const Secret password = newPassword(fromInput);
+    if (password == deliveredPassword() || password == passwordOfBooks(books))
+        throw std::runtime_error("Bu, defterin şimdiki parolası ya da programla gelen parola; başka bir "
+                                 "parola seçin. Hiçbir şey değişmedi.");
     backup::rekey(books, password, SystemClock().now());
     DesktopKeys().forget(books);
     std::cout << "Defter artık yalnız yeni parolayla açılır. Parolayı yitiren defteri de yitirir: bir kâğıda "
