@@ -53,7 +53,9 @@ void run(const Options& options) {
         std::cout << "Defter sunucuda: " << till.shown() << '\n';
     } else if (options.task == Task::ToFile) {
         print(backup::moveToFile(books, options.owner, now), "Sunucudaki defter bu adla saklandı: ");
-        std::cout << "Defter bu bilgisayarda: " << books << '\n';
+        std::cout
+            << "Defter bu bilgisayarda: " << books
+            << "\nProgramla gelen parolayla açılır; dükkânın kendi parolasını vorel-parola --koy koyar.\n";
     } else if (options.task == Task::Renew) {
         const backup::Carried renewed = backup::renewOnServer(books, options.owner, now);
         print(renewed, "Önceki defter sunucuda bu adla saklandı: ");
