@@ -202,13 +202,13 @@ TEST_F(Opening, AnOpeningThatFailsLeavesFileAndJournalAlone) {
     EXPECT_FALSE(fs::exists(path + "-wal")) << "the program takes it in";
 }
 
-// A process that may read the file and not write beside it. Its exit tells the rows that it counts, once it
-// has opened the file and `written` has run here.
+// A process that may read the file and not write to it, nor beside it unless the folder's rights say so. Its
+// exit tells the rows that it counts, once it has opened the file and `written` has run here.
 int rowsSeenByAReader(const std::string& folder, const std::string& path,
-                      const std::function<void()>& written) {
+                      const std::function<void()>& written, mode_t rights = 0555) {
     for (const char* suffix : {"", "-wal", "-shm"})
         static_cast<void>(chmod((path + suffix).c_str(), 0644));
-    chmod(folder.c_str(), 0555);
+    chmod(folder.c_str(), rights);
     std::array<int, 2> opened{}, goOn{};
     if (pipe(opened.data()) != 0 || pipe(goOn.data()) != 0) return -1;
     char sign = 0;
@@ -242,7 +242,11 @@ int rowsSeenByAReader(const std::string& folder, const std::string& path,
 TEST_F(Opening, WhoMayNotWriteBesideTheFileReadsItAndWhatATillWritesMeanwhile) {
     path = folder + "/defter %41 #1?.mdb";
     create();
-    EXPECT_EQ(rowsSeenByAReader(folder, path, [] {}), 0);
+    for (const mode_t rights : {0777, 0555})
+        EXPECT_EQ(rowsSeenByAReader(
+                      folder, path, [] {}, rights),
+                  0);
+    EXPECT_FALSE(fs::exists(path + "-shm")) << "its owner could not open the file";
     const auto till = workspace();
     const auto database = till->open(path, kPassword);
     ASSERT_EQ(fs::file_size(path + "-wal"), 0U);

@@ -329,10 +329,11 @@ void tightenRights(const std::string& path, const struct stat& status) {
 }
 
 // The engine needs an index beside the file to read it, and in a folder that this user may not write to it
-// can make none.
+// can make none. Beside a file that this user may not write to it would have that file's rights or this
+// user's name, and stay: who may write to the file could then not open it.
 bool canHaveIndex(const std::string& path) {
     const std::string folder = std::filesystem::path(path).parent_path().string();
-    return access(folder.empty() ? "." : folder.c_str(), W_OK) == 0;
+    return access(folder.empty() ? "." : folder.c_str(), W_OK) == 0 && access(path.c_str(), W_OK) == 0;
 }
 
 // A file without a journal that nobody changes needs no index.
