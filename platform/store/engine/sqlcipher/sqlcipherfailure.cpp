@@ -20,6 +20,7 @@ StoreError damaged() {
 } // namespace
 
 StoreError engineFailure(int code, std::string_view engineText) {
+    if (code == SQLITE_IOERR_SHMSIZE) code = SQLITE_FULL; // the index beside the file found no room
     switch (code & 0xff) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
