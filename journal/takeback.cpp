@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <map>
+#include <set>
+#include <string_view>
 
 #include "journal/words.h"
 #include "platform/runtime/conversion.h"
@@ -72,19 +75,21 @@ private:
     void turnChange(Turned& row, const Entry& entry) const;
     void moveTotals(Turned& row, const Entry& entry) const;
 
-    [[nodiscard]] bool isTurned(const char* table, const char* column, const Value& value,
-                                std::optional<Fields> Turned::*state) const;
+    [[nodiscard]] bool comesBack(const char* table, const char* column, const Value& value);
     [[nodiscard]] std::vector<std::int64_t> rowsWith(const char* table, const char* column,
                                                      const Value& value) const;
     [[nodiscard]] bool wasAddedSince(const char* table, std::int64_t key) const;
-    void requireNoChildren(const Turned& row, const Bond& bond) const;
-    void requireParent(const Turned& row, const Bond& bond) const;
+    void requireNoChildren(const Turned& row, const Bond& bond);
+    void requireParent(const Turned& row, const Bond& bond);
     void requireFree(const Turned& row, const char* column) const;
 
     adodb::Connection& books_;
     const Act& act_;
     std::vector<Turned> rows_;
     std::map<std::pair<std::string, std::int64_t>, std::size_t> places_;
+    // An act may hold every row of the shop: what all of them ask alike is answered once.
+    std::map<std::pair<std::string_view, std::string_view>, std::set<std::string>> comingBack_;
+    std::set<std::pair<const Bond*, std::string>> parents_, orphans_; // bonds that hold, by the value
 };
 
 void TakingBack::refuse(const Turned& row, std::string what) const {
@@ -160,13 +165,13 @@ void TakingBack::moveTotals(Turned& row, const Entry& entry) const {
             refuse(row, "Ürünün adetleri alanlarına sığmıyor.");
 }
 
-bool TakingBack::isTurned(const char* table, const char* column, const Value& value,
-                          std::optional<Fields> Turned::*state) const {
-    return std::any_of(rows_.begin(), rows_.end(), [&](const Turned& row) {
-        if (row.table != table || !(row.*state)) return false;
-        const Value* held = find(*(row.*state), column);
-        return held && *held == value;
-    });
+bool TakingBack::comesBack(const char* table, const char* column, const Value& value) {
+    const auto [place, isNew] = comingBack_.try_emplace({table, column});
+    if (isNew)
+        for (const Turned& row : rows_)
+            if (row.table == table && row.before)
+                if (const Value* held = find(*row.before, column)) place->second.insert(inStatement(*held));
+    return place->second.contains(inStatement(value));
 }
 
 std::vector<std::int64_t> TakingBack::rowsWith(const char* table, const char* column,
@@ -192,10 +197,10 @@ bool TakingBack::wasAddedSince(const char* table, std::int64_t key) const {
 }
 
 // What hung on nothing before the act may go on so.
-void TakingBack::requireNoChildren(const Turned& row, const Bond& bond) const {
+void TakingBack::requireNoChildren(const Turned& row, const Bond& bond) {
     const Value* value = find(*row.now, bond.parentColumn);
-    if (!value || value->isNull()) return;
-    if (isTurned(bond.parent, bond.parentColumn, *value, &Turned::before)) return;
+    if (!value || value->isNull() || !orphans_.emplace(&bond, inStatement(*value)).second) return;
+    if (comesBack(bond.parent, bond.parentColumn, *value)) return;
     for (const std::int64_t child : rowsWith(bond.child, bond.childColumn, *value)) {
         if (places_.contains(std::pair(std::string(bond.child), child))) continue;
         if (!wasAddedSince(bond.child, child)) continue;
@@ -205,10 +210,10 @@ void TakingBack::requireNoChildren(const Turned& row, const Bond& bond) const {
     }
 }
 
-void TakingBack::requireParent(const Turned& row, const Bond& bond) const {
+void TakingBack::requireParent(const Turned& row, const Bond& bond) {
     const Value* value = find(*row.before, bond.childColumn);
-    if (!value || value->isNull()) return;
-    if (isTurned(bond.parent, bond.parentColumn, *value, &Turned::before)) return;
+    if (!value || value->isNull() || !parents_.emplace(&bond, inStatement(*value)).second) return;
+    if (comesBack(bond.parent, bond.parentColumn, *value)) return;
     if (!rowsWith(bond.parent, bond.parentColumn, *value).empty()) return;
     // Gone since, or never there.
     std::optional<std::pair<std::string, std::int64_t>> later;
