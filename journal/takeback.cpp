@@ -19,6 +19,8 @@ namespace {
 
 constexpr const char* kProducts = "URUNTANITIM";
 constexpr std::array<const char*, 3> kTotals = {"TOPLAM_ALINAN", "TOPLAM_SATILAN", "KALAN"};
+// No screen adds a row to these, and the program doesn't work without the one that came with the books.
+constexpr std::array<const char*, 3> kDelivered = {"FIRMABILGISI", kProducts, "T_KASA_TANITIM"};
 
 // A row that the act wrote to: as it stands, and as it stood before.
 struct Turned {
@@ -242,10 +244,12 @@ void TakingBack::requireFree(const Turned& row, const char* column) const {
 void TakingBack::plan() {
     for (const Entry& entry : act_.entries)
         if (entry.kind == Entry::Kind::Noted)
-            throw InTheWay{{"Bu işlemin kayıtları günlükte tek tek yazılı değil.", {}}};
+            throw InTheWay{{"Bu işlemin kayıtları günlükte tek tek yazılı değil.", {}, true}};
     for (auto entry = act_.entries.rbegin(); entry != act_.entries.rend(); ++entry)
         turnBack(rowOf(*entry), *entry);
     for (const Turned& row : rows_) {
+        if (row.now && !row.before && std::ranges::find(kDelivered, row.table) != kDelivered.end())
+            throw InTheWay{{rowWords(row.table, *row.now) + ": program onsuz çalışmaz.", {}, true}};
         for (const Bond& bond : kBonds) {
             if (row.now && !row.before && row.table == bond.parent) requireNoChildren(row, bond);
             if (row.before && !row.now && row.table == bond.child) requireParent(row, bond);

@@ -19,6 +19,7 @@ namespace veldona::journal {
 struct Obstacle {
     std::string what;       // in the words of the shop, a sentence
     std::optional<Act> act; // whose; without its entries. Nothing where the journal knows of none
+    bool isItself = false;  // nothing done since: such an act is never taken back
 };
 
 // Whether it could be taken back now; nothing where it can. Writes nothing.
