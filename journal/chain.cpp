@@ -5,7 +5,6 @@
 #include <charconv>
 #include <iterator>
 #include <map>
-#include <span>
 
 #include "platform/store/engine/journalseal.h"
 #include "platform/store/engine/tablerows.h"
@@ -23,8 +22,10 @@ struct Entry {
     std::string seal;
 
     [[nodiscard]] std::string moment() const { return values[Moment].value_or(""); }
-    [[nodiscard]] std::string sealBehind(const std::string& before, const store::JournalKey& key) const {
-        return key.seal(before, values);
+    [[nodiscard]] std::string sealBehind(const std::string& before, store::JournalKey& key) const {
+        store::JournalKey::Values views;
+        std::ranges::copy(values, views.begin());
+        return key.seal(before, views);
     }
 };
 
@@ -76,7 +77,7 @@ std::map<std::int64_t, std::string> anchorsOf(const store::Inquiry& books) {
 
 class Walk {
 public:
-    Walk(const store::Inquiry& books, const store::JournalKey& key, const std::vector<Seen>& seen)
+    Walk(const store::Inquiry& books, const std::string& key, const std::vector<Seen>& seen)
         : books_(books), key_(key), seen_(seen) {}
 
     Chain chain() {
@@ -166,7 +167,7 @@ private:
     std::int64_t counter() { return books_.engine().lastCounterOf(store::kJournalTable); }
 
     const store::Inquiry& books_;
-    const store::JournalKey& key_;
+    store::JournalKey key_;
     const std::vector<Seen>& seen_;
     Chain chain_;
     std::optional<Entry> suspect_; // its seal does not fit; the next one tells why
@@ -217,7 +218,7 @@ Chain examine(store::Engine& engine, const std::vector<Seen>& seen) {
             none.broken = {Breach::Missing, last, {}};
         return none;
     }
-    return Walk(books, store::JournalKey(kept), seen).chain();
+    return Walk(books, kept, seen).chain();
 }
 
 std::string describe(const Chain& chain) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <map>
 
 #include "core/books.h"
 #include "core/delivered.h"
@@ -47,6 +48,17 @@ protected:
         return all;
     }
     void run(std::string_view sql) const { engine->execute(sql); }
+    [[nodiscard]] std::map<std::string, std::string> triggers() const {
+        std::map<std::string, std::string> statements;
+        const auto rows = engine->prepare("SELECT name, sql FROM sqlite_master WHERE type = 'trigger'");
+        while (rows->step())
+            statements.emplace(rows->text(0), rows->text(1));
+        return statements;
+    }
+    void switchOff(const std::map<std::string, std::string>& triggers) const {
+        for (const auto& [name, statement] : triggers)
+            run("DROP TRIGGER \"" + name + '"');
+    }
 
     DateTime now = DateTime::of(2026, 11, 22, 10, 30);
     test::TemporaryFolder folder;
@@ -79,14 +91,8 @@ TEST_F(Journal, AnActBeginsWithWhoAndWhere) {
 }
 
 TEST_F(Journal, BooksOfTheReleaseBeforeGetTheirs) {
-    std::vector<std::string> names;
-    {
-        const auto rows = engine->prepare("SELECT name FROM sqlite_master WHERE type = 'trigger'");
-        while (rows->step())
-            names.emplace_back(rows->text(0));
-    }
-    for (const std::string& name : names)
-        run("DROP TRIGGER \"" + name + '"');
+    const auto known = triggers();
+    switchOff(known);
     // What is gone of a journal that stood there is told of, and the next write has its entry.
     for (const char* sql :
          {"SELECT 1", "DELETE FROM MSysGUNLUK", "DROP TABLE MSysGUNLUK", "DROP TABLE GUNLUK"}) {
@@ -98,8 +104,7 @@ TEST_F(Journal, BooksOfTheReleaseBeforeGetTheirs) {
         run("INSERT INTO ARAMA_NOTU (MUSTNO) VALUES ('1')");
         EXPECT_EQ(entries().back().table, "ARAMA_NOTU");
     }
-    for (const std::string& name : names)
-        run("DROP TRIGGER \"" + name + '"');
+    switchOff(known);
     for (const char* sql : {"DROP TABLE GUNLUK", "DROP TABLE MSysGUNLUK", "PRAGMA user_version = 5",
                             "INSERT INTO TAKSITODENEN (MUSTNO) VALUES ('1')"})
         run(sql);
@@ -108,6 +113,57 @@ TEST_F(Journal, BooksOfTheReleaseBeforeGetTheirs) {
     run("DELETE FROM TAKSITODENEN");
     EXPECT_EQ(entries().size(), 2U);
     EXPECT_EQ(entries().front().after, store::kBegunNote);
+}
+
+// Letter for letter what was delivered: who changes a trigger's words adds a row to those that are known, and
+// here.
+TEST_F(Journal, TriggersOfEarlierReleasesAreKnownAndRenewed) {
+    const auto statement = [](const std::string& when, const std::string& before, const std::string& values,
+                              const std::string& insert, const std::string& from, const std::string& behind) {
+        std::string parts;
+        for (int part = 0; part <= 13; ++part)
+            parts += (part == 0 ? "vd_entry_part(" : ", vd_entry_part(") + std::to_string(part) + ')';
+        return "CREATE TRIGGER \"GUNLUK_D_T_KASA_TANITIM\" AFTER UPDATE ON \"T_KASA_TANITIM\"" + when +
+               " BEGIN " + before +
+               "SELECT vd_entry(k.\"ANAHTAR\", h.\"ID\", h.\"ISLEM\", h.\"OZET\", 'D', 'T_KASA_TANITIM', "
+               "'[ID,KASA_NO,KASA_ADI]'" +
+               values +
+               ") FROM (SELECT 1) LEFT JOIN \"MSysGUNLUK\" k LEFT JOIN \"GUNLUK\" h ON h.\"ID\" = (SELECT "
+               "max(\"ID\") FROM \"GUNLUK\"); " +
+               insert +
+               " INTO \"GUNLUK\" (\"ID\", \"ISLEM\", \"AN\", \"PROGRAM\", \"MAKINE\", \"KULLANICI\", "
+               "\"EKRAN\", \"ADIM\", \"TABLO\", \"TUR\", \"ANAHTAR\", \"ESKI\", \"YENI\", \"OZET\") " +
+               from + parts + behind + "; END";
+    };
+    const std::string before = R"(SELECT vd_entry_before(OLD."ID", OLD."KASA_NO", OLD."KASA_ADI"); )",
+                      row = R"(, NEW."ID", NEW."KASA_NO", NEW."KASA_ADI")",
+                      where = " WHERE vd_entry_part(0) IS NOT NULL", name = "GUNLUK_D_T_KASA_TANITIM";
+    const std::string today = statement(
+        R"( WHEN vd_changed('ID,KASA_NO,KASA_ADI', OLD."ID", NEW."ID", OLD."KASA_NO", NEW."KASA_NO", )"
+        R"(OLD."KASA_ADI", NEW."KASA_ADI"))",
+        "", "", "INSERT OR ROLLBACK", "VALUES (", ")");
+    const auto shape = engine->prepare("PRAGMA user_version");
+    ASSERT_TRUE(shape->step());
+    const std::int64_t newest = shape->whole(0);
+    shape->reset();
+    run("INSERT INTO T_KASA_TANITIM (KASA_NO, KASA_ADI) VALUES ('1', 'Merkez')");
+    EXPECT_EQ(triggers()[name], today);
+    int behind = 0;
+    for (const char* insert : {"INSERT OR ROLLBACK", "INSERT"}) {
+        run("DROP TRIGGER \"" + name + '"');
+        run(statement("", before, row, insert, "SELECT ", where));
+        run("PRAGMA user_version = " + std::to_string(newest - ++behind));
+        engine.reset();
+        open();
+        EXPECT_EQ(triggers()[name], today);
+        run("UPDATE T_KASA_TANITIM SET KASA_NO = '1', KASA_ADI = 'Şube" + std::to_string(behind) + '\'');
+        EXPECT_EQ(entries().back().after, R"({"ID":1,"KASA_ADI":"Şube)" + std::to_string(behind) + "\"}");
+    }
+    EXPECT_EQ(entries().size(), 3U); // and no note
+    run("DROP TRIGGER \"" + name + '"');
+    run(statement("", before, row, "INSERT OR IGNORE", "SELECT ", where));
+    engine.reset();
+    EXPECT_THROW(open(), store::StoreError);
 }
 
 std::string verdict(const journal::Chain& chain) {

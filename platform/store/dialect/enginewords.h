@@ -11,6 +11,7 @@ struct EngineWords {
     std::string_view parameter;   // in front of its number
     std::string_view lastCounter; // the statement that answers the counter filled last
     std::string_view firstOfTwo;  // the function that answers its second value where the first is Null
+    std::string_view insertRow = "INSERT INTO "; // of one row, which goes in whole or not at all
 
     // A condition as a value, of which true is -1; and a value as a condition.
     std::string_view beforeTruth = "-(", behindTruth = ")";

@@ -255,7 +255,7 @@ void Writer::sameOrderById(const Arm& arm) {
 }
 
 void Writer::insert(const Insert& insert, const Source& table) {
-    put("INSERT INTO ");
+    put(insert.query ? "INSERT INTO " : words_.insertRow);
     name(table.name);
     for (std::size_t i = 0; i < insert.columns.size(); ++i) {
         const SourceColumn& column = *findColumn(table, insert.columns[i]);

@@ -1,9 +1,10 @@
 #include "platform/store/engine/journalseal.h"
 
 #include <openssl/evp.h>
-#include <openssl/hmac.h>
+#include <openssl/params.h>
 #include <openssl/rand.h>
 
+#include <array>
 #include <new>
 
 #include "platform/store/dialect/storeerror.h"
@@ -24,18 +25,41 @@ std::string hexOf(std::string_view bytes) {
     return hex;
 }
 
-std::string keyedHash(std::string_view key, std::string_view message) {
-    std::string hash(EVP_MAX_MD_SIZE, '\0');
-    unsigned int size = 0;
-    if (HMAC(EVP_sha256(), key.data(), static_cast<int>(key.size()),
-             reinterpret_cast<const unsigned char*>(message.data()), message.size(),
-             reinterpret_cast<unsigned char*>(hash.data()), &size) == nullptr)
-        throw std::bad_alloc();
-    hash.resize(size);
-    return hash;
-}
-
 } // namespace
+
+struct JournalKey::Hash {
+    explicit Hash(std::string_view key) {
+        const std::unique_ptr<EVP_MAC, decltype(&EVP_MAC_free)> kind(EVP_MAC_fetch(nullptr, "HMAC", nullptr),
+                                                                     EVP_MAC_free);
+        context.reset(EVP_MAC_CTX_new(kind.get()));
+        std::string digest = "SHA256";
+        const std::array<OSSL_PARAM, 2> parameters = {
+            OSSL_PARAM_construct_utf8_string("digest", digest.data(), 0), OSSL_PARAM_construct_end()};
+        if (!context || EVP_MAC_init(context.get(), bytesOf(key), key.size(), parameters.data()) != 1)
+            throw std::bad_alloc();
+    }
+    // Without a key, the one of before goes on.
+    std::string of(std::string_view message) {
+        std::string hash(EVP_MAX_MD_SIZE, '\0');
+        std::size_t size = 0;
+        if (EVP_MAC_init(context.get(), nullptr, 0, nullptr) != 1 ||
+            EVP_MAC_update(context.get(), bytesOf(message), message.size()) != 1 ||
+            EVP_MAC_final(context.get(), reinterpret_cast<unsigned char*>(hash.data()), &size, hash.size()) !=
+                1)
+            throw std::bad_alloc();
+        hash.resize(size);
+        return hash;
+    }
+    static const unsigned char* bytesOf(std::string_view text) {
+        return reinterpret_cast<const unsigned char*>(text.data());
+    }
+
+    std::unique_ptr<EVP_MAC_CTX, decltype(&EVP_MAC_CTX_free)> context{nullptr, EVP_MAC_CTX_free};
+};
+
+void JournalKey::Freed::operator()(Hash* hash) const {
+    delete hash;
+}
 
 std::string newJournalKey() {
     std::string key(kKeyBytes, '\0');
@@ -44,22 +68,22 @@ std::string newJournalKey() {
     return hexOf(key);
 }
 
-JournalKey::JournalKey(std::string_view keptInBooks) : key_(keyedHash(kOfTheProgram, keptInBooks)) {}
+JournalKey::JournalKey(std::string_view keptInBooks)
+    : key_(Hash(kOfTheProgram).of(keptInBooks)), hash_(new Hash(key_)) {}
 
 // The length before each value: else two values could be told from other two only by where one ends.
-std::string JournalKey::seal(std::string_view before,
-                             std::span<const std::optional<std::string>> values) const {
-    std::string message(before);
+std::string JournalKey::seal(std::string_view before, const Values& values) {
+    message_ = before;
     for (const auto& value : values) {
         if (value) {
-            message += std::to_string(value->size());
-            message += ':';
-            message += *value;
+            message_ += std::to_string(value->size());
+            message_ += ':';
+            message_ += *value;
         } else {
-            message += '-';
+            message_ += '-';
         }
     }
-    return hexOf(keyedHash(key_, message).substr(0, kSealBytes));
+    return hexOf(std::string_view(hash_->of(message_)).substr(0, kSealBytes));
 }
 
 std::string JournalKey::padded(char with) const {

@@ -3,8 +3,8 @@
 #pragma once
 
 #include <array>
+#include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -36,12 +36,13 @@ inline constexpr std::string_view kAdded = "E", kChanged = "D", kRemoved = "S", 
 // to make a seal.
 class JournalKey {
 public:
+    using Values = std::array<std::optional<std::string_view>, kSealedColumns.size()>;
+
     explicit JournalKey(std::string_view keptInBooks);
 
     // Of an entry's values as texts, in the order of kSealedColumns, behind an entry of the seal `before` (""
     // for the first): 32 hexadecimal digits.
-    [[nodiscard]] std::string seal(std::string_view before,
-                                   std::span<const std::optional<std::string>> values) const;
+    [[nodiscard]] std::string seal(std::string_view before, const Values& values);
 
     // As a server needs them, which hashes but has no keyed hash: the key's two pads, in hexadecimal digits.
     [[nodiscard]] std::string innerPad() const { return padded('\x36'); }
@@ -50,7 +51,14 @@ public:
 private:
     [[nodiscard]] std::string padded(char with) const;
 
+    struct Hash; // ready with the key, for one entry after the other
+    struct Freed {
+        void operator()(Hash* hash) const;
+    };
+
     std::string key_; // bytes
+    std::unique_ptr<Hash, Freed> hash_;
+    std::string message_;
 };
 
 } // namespace veldona::store

@@ -70,8 +70,8 @@ public:
     }
 
 private:
-    // One that an older release made for a table of fewer columns: letter for letter the one that is made for
-    // those.
+    // One that an older release made, for a table of fewer columns or in other words: letter for letter what
+    // it made for those.
     [[nodiscard]] bool isFormerTrigger(const std::string& statement) const {
         const std::vector<std::string> columns = columnsOfTrigger(statement);
         if (columns.empty()) return false;
@@ -80,9 +80,9 @@ private:
                    std::erase_if(table.columns,
                                  [&](const ColumnDef& column) { return !once.contains(column.name); });
                    if (table.columns.size() != columns.size()) return false;
-                   return std::ranges::any_of(journalTriggers(table), [&](const JournalTrigger& trigger) {
-                       return trigger.statement == statement;
-                   });
+                   return std::ranges::any_of(
+                       journalTriggersOfAll(table),
+                       [&](const JournalTrigger& trigger) { return trigger.statement == statement; });
                });
     }
 
@@ -142,6 +142,7 @@ int shapeOf(const Delivered& delivered) {
             parts += column.defaultValue ? 1 : 0;
         parts += table.isJournaled ? 1 : 0;
     }
+    if (anyJournaled(delivered.tables)) parts += static_cast<std::size_t>(formerJournalWordings());
     return static_cast<int>(parts);
 }
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "platform/store/dialect/literal.h"
 #include "platform/store/engine/act.h"
@@ -40,17 +40,21 @@ enum Part {
 void appendText(std::string& json, std::string_view text) {
     constexpr std::string_view digits = "0123456789abcdef", named = "\b\f\n\r\t", letters = "bfnrt";
     json += '"';
-    for (const char letter : text) {
+    std::size_t plain = 0; // where the letters begin that are written as they are
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char letter = text[i];
         const auto code = static_cast<unsigned char>(letter);
-        if (letter == '"' || letter == '\\')
+        if (code >= ' ' && letter != '"' && letter != '\\') continue;
+        json += text.substr(plain, i - plain);
+        plain = i + 1;
+        if (code >= ' ')
             json.append({'\\', letter});
         else if (const std::size_t at = named.find(letter); at != named.npos)
             json.append({'\\', letters[at]});
-        else if (code < ' ')
-            json.append("\\u00").append({digits[code >> 4], digits[code & 15]});
         else
-            json += letter;
+            json.append("\\u00").append({digits[code >> 4], digits[code & 15]});
     }
+    json += text.substr(plain);
     json += '"';
 }
 
@@ -66,113 +70,155 @@ std::string digitsOf(double number) {
     return {digits.data(), end.ptr};
 }
 
-std::string tokenOf(sqlite3_value* value) {
-    switch (sqlite3_value_type(value)) {
-    case SQLITE_NULL:
-        return "null";
-    case SQLITE_INTEGER:
-        return std::to_string(sqlite3_value_int64(value));
-    case SQLITE_FLOAT:
-        return digitsOf(sqlite3_value_double(value));
-    default: {
-        const auto* letters = reinterpret_cast<const char*>(sqlite3_value_text(value));
-        if (letters == nullptr) throw std::bad_alloc();
-        std::string text;
-        appendText(text, {letters, static_cast<std::size_t>(sqlite3_value_bytes(value))});
-        return text;
-    }
-    }
-}
-
-std::string textOf(sqlite3_value* value) {
+std::string_view textOf(sqlite3_value* value) {
     const auto* letters = reinterpret_cast<const char*>(sqlite3_value_text(value));
     if (letters == nullptr) return {};
     return {letters, static_cast<std::size_t>(sqlite3_value_bytes(value))};
 }
 
-void appendMember(std::string& json, std::string_view name, std::string_view token) {
-    json += json.empty() ? "{\"" : ",\"";
-    json.append(name).append("\":").append(token);
+void appendToken(std::string& json, sqlite3_value* value) {
+    switch (sqlite3_value_type(value)) {
+    case SQLITE_NULL:
+        json += "null";
+        return;
+    case SQLITE_INTEGER:
+        json += std::to_string(sqlite3_value_int64(value));
+        return;
+    case SQLITE_FLOAT:
+        json += digitsOf(sqlite3_value_double(value));
+        return;
+    default:
+        if (sqlite3_value_text(value) == nullptr) throw std::bad_alloc();
+        appendText(json, textOf(value));
+    }
 }
+
+void appendMember(std::string& json, std::string_view name, sqlite3_value* value) {
+    json += json.empty() ? "{\"" : ",\"";
+    json.append(name).append("\":");
+    appendToken(json, value);
+}
+
+// As the entry would write them.
+bool isSame(sqlite3_value* one, sqlite3_value* other) {
+    const int type = sqlite3_value_type(one);
+    if (type == sqlite3_value_type(other) && type == SQLITE_NULL) return true;
+    if (type == sqlite3_value_type(other) && type == SQLITE_INTEGER)
+        return sqlite3_value_int64(one) == sqlite3_value_int64(other);
+    if (type == sqlite3_value_type(other) && type == SQLITE_TEXT) return textOf(one) == textOf(other);
+    std::string token, otherToken;
+    appendToken(token, one);
+    appendToken(otherToken, other);
+    return token == otherToken;
+}
+
+// The names of a trigger's columns, one after the other: "ID,MUSTNO".
+class Names {
+public:
+    explicit Names(std::string_view list) : rest_(list) {}
+
+    std::string_view next() {
+        const std::string_view name = rest_.substr(0, rest_.find(','));
+        rest_.remove_prefix(std::min(rest_.size(), name.size() + 1));
+        return name;
+    }
+
+private:
+    std::string_view rest_;
+};
 
 class JournalWriter {
 public:
     explicit JournalWriter(std::function<DateTime()> clock) : clock_(std::move(clock)) {}
 
-    void keepBefore(int count, sqlite3_value** values) {
-        before_.clear();
-        for (int i = 0; i < count; ++i)
-            before_.push_back(tokenOf(values[i]));
+    // Of a changed row: its columns' names, then what each held and what it holds. Whether anything is other.
+    bool takeChange(int count, sqlite3_value** values) {
+        was_.clear();
+        is_.clear();
+        bool hasChanged = false;
+        Names names(textOf(values[0]));
+        for (int i = 1; i < count; i += 2) {
+            const std::string_view name = names.next();
+            const bool isOther = !isSame(values[i], values[i + 1]);
+            hasChanged = hasChanged || isOther;
+            if (!isOther && i > 1) continue;
+            appendMember(was_, name, values[i]);
+            appendMember(is_, name, values[i + 1]);
+        }
+        was_ += '}';
+        is_ += '}';
+        changedKey_ = textOf(values[2]);
+        return hasChanged;
     }
 
     void makeRowEntry(int count, sqlite3_value** values) {
         begin();
-        parts_[Part::Kind] = textOf(values[kKind]);
-        parts_[Table] = textOf(values[kTable]);
-        parts_[Key] = textOf(values[kFirstValue]); // ID is the first column of each table
-        const std::string names = textOf(values[kNames]);
-        std::string row, was;
-        const bool isChange = *parts_[Part::Kind] == kChanged;
-        std::string_view rest = std::string_view(names).substr(1, names.size() - 2);
-        bool hasChanged = false;
-        for (int i = kFirstValue; i < count; ++i) {
-            const std::string_view name = rest.substr(0, rest.find(','));
-            rest.remove_prefix(std::min(rest.size(), name.size() + 1));
-            const std::string token = tokenOf(values[i]);
-            const std::string* former =
-                isChange ? &before_.at(static_cast<std::size_t>(i - kFirstValue)) : nullptr;
-            const bool isOther = former != nullptr && *former != token;
-            hasChanged = hasChanged || isOther;
-            if (isChange && !isOther && i > kFirstValue) continue;
-            appendMember(row, name, token);
-            if (isChange) appendMember(was, name, *former);
+        put(Part::Kind, textOf(values[kKind]));
+        put(Table, textOf(values[kTable]));
+        if (part(Part::Kind) == kChanged) {
+            put(Key, changedKey_);
+            put(Before, was_);
+            put(After, is_);
+        } else {
+            put(Key, textOf(values[kFirstValue])); // ID is the first column of each table
+            was_.clear();
+            const std::string_view list = textOf(values[kNames]);
+            Names names(list.substr(1, list.size() - 2));
+            for (int i = kFirstValue; i < count; ++i)
+                appendMember(was_, names.next(), values[i]);
+            was_ += '}';
+            put(part(Part::Kind) == kRemoved ? Before : After, was_);
         }
-        if (isChange && !hasChanged) return; // nothing to tell
-        if (isChange) parts_[Before] = was + '}';
-        parts_[*parts_[Part::Kind] == kRemoved ? Before : After] = row + '}';
         finish(values);
     }
 
     void makeNote(sqlite3_value** values) {
         begin();
-        parts_[Part::Kind] = kNoted;
-        parts_[After] = textOf(values[kWhat]);
+        put(Part::Kind, kNoted);
+        put(After, textOf(values[kWhat]));
         finish(values);
     }
 
-    enum class State { Empty, Unchanged, Made };
-    [[nodiscard]] State state() const { return state_; }
-    [[nodiscard]] const std::optional<std::string>& part(int index) const {
-        return parts_.at(static_cast<std::size_t>(index));
+    [[nodiscard]] bool isMade() const { return isMade_; }
+    [[nodiscard]] std::optional<std::string_view> part(int index) const {
+        const auto at = static_cast<std::size_t>(index);
+        return isPut_.at(at) ? std::optional<std::string_view>(parts_[at]) : std::nullopt;
     }
-    void clear() { state_ = State::Empty; }
+    void clear() { isMade_ = false; }
 
 private:
     void begin() {
-        parts_.fill(std::nullopt);
-        state_ = State::Unchanged;
+        isPut_.fill(false);
+        isMade_ = false;
+    }
+
+    void put(Part part, std::string_view text) {
+        parts_[part] = text;
+        isPut_[part] = true;
     }
 
     // Who and where stand with the first entry of an act alone.
     void finish(sqlite3_value** values) {
         const Act& act = runningAct();
-        parts_[Id] = std::to_string(sqlite3_value_int64(values[kHead]) + 1);
-        parts_[ActNumber] = act.number;
-        parts_[Moment] = storedDate(clock_());
+        put(Id, std::to_string(sqlite3_value_int64(values[kHead]) + 1));
+        put(ActNumber, act.number);
+        put(Moment, storedDate(clock_()));
         if (textOf(values[kHeadAct]) != act.number) {
             const Actor& actor = thisActor();
-            parts_[Program] = actor.program;
-            parts_[Machine] = actor.machine;
-            parts_[User] = actor.user;
-            parts_[Screen] = act.screen;
-            parts_[ActName] = act.name;
+            put(Program, actor.program);
+            put(Machine, actor.machine);
+            put(User, actor.user);
+            put(Screen, act.screen);
+            put(ActName, act.name);
         }
-        parts_[Seal] = keyFor(textOf(values[kKey]))
-                           .seal(textOf(values[kHeadSeal]), std::span(parts_).first(kSealedColumns.size()));
-        state_ = State::Made;
+        JournalKey::Values sealed;
+        for (std::size_t i = 0; i < sealed.size(); ++i)
+            sealed[i] = part(static_cast<int>(i));
+        put(Seal, keyFor(textOf(values[kKey])).seal(textOf(values[kHeadSeal]), sealed));
+        isMade_ = true;
     }
 
-    const JournalKey& keyFor(const std::string& kept) {
+    JournalKey& keyFor(std::string_view kept) {
         if (!key_ || kept != kept_) {
             key_.emplace(kept);
             kept_ = kept;
@@ -181,9 +227,11 @@ private:
     }
 
     std::function<DateTime()> clock_;
-    std::vector<std::string> before_;
-    std::array<std::optional<std::string>, kSealedColumns.size() + 1> parts_;
-    State state_ = State::Empty;
+    std::string was_, is_; // a row as the entry writes it; of a change what is other
+    std::string changedKey_;
+    std::array<std::string, kSealedColumns.size() + 1> parts_;
+    std::array<bool, kSealedColumns.size() + 1> isPut_{};
+    bool isMade_ = false;
     std::string kept_;
     std::optional<JournalKey> key_;
 };
@@ -209,8 +257,10 @@ template <class Step> void guarded(sqlite3_context* context, Step&& step) {
     }
 }
 
-void entryBefore(sqlite3_context* context, int count, sqlite3_value** values) {
-    guarded(context, [&](JournalWriter& writer, Answer&) { writer.keepBefore(count, values); });
+void isChanged(sqlite3_context* context, int count, sqlite3_value** values) {
+    guarded(context, [&](JournalWriter& writer, Answer& answer) {
+        answer.whole(writer.takeChange(count, values) ? 1 : 0);
+    });
 }
 
 void entryOfRow(sqlite3_context* context, int count, sqlite3_value** values) {
@@ -225,13 +275,10 @@ void note(sqlite3_context* context, int, sqlite3_value** values) {
 void entryPart(sqlite3_context* context, int, sqlite3_value** values) {
     guarded(context, [&](JournalWriter& writer, Answer& answer) {
         const int part = sqlite3_value_int(values[0]);
-        if (writer.state() == JournalWriter::State::Empty)
-            return answer.fail("Günlüğe yazılacak bir şey yok.");
-        if (writer.state() == JournalWriter::State::Unchanged) {
-            writer.clear();
-            return answer.null();
-        }
-        if (const auto& text = writer.part(part))
+        if (!writer.isMade())
+            throw RuntimeError(static_cast<std::int32_t>(ErrorNumber::InvalidCall),
+                               "Günlüğe yazılacak bir şey yok.");
+        if (const auto text = writer.part(part))
             answer.text(*text);
         else
             answer.null();
@@ -242,7 +289,7 @@ void entryPart(sqlite3_context* context, int, sqlite3_value** values) {
 } // namespace
 
 void registerJournal(sqlite3* connection, const std::function<DateTime()>& clock) {
-    constexpr Registered kFunctions[] = {{"vd_entry_before", -1, entryBefore},
+    constexpr Registered kFunctions[] = {{"vd_changed", -1, isChanged},
                                          {"vd_entry", -1, entryOfRow},
                                          {"vd_note", 5, note},
                                          {"vd_entry_part", 1, entryPart}};

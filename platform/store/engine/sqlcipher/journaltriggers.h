@@ -3,7 +3,6 @@
 // all.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +20,10 @@ struct JournalTrigger {
 };
 // Of an added, a changed and a removed row; none for a table without a journal.
 [[nodiscard]] std::vector<JournalTrigger> journalTriggers(const TableDef& table);
+// The same with those that releases before this one made.
+[[nodiscard]] std::vector<JournalTrigger> journalTriggersOfAll(const TableDef& table);
+// How often their words have changed so far.
+[[nodiscard]] int formerJournalWordings();
 
 // The columns that a trigger's statement says it keeps; nothing where it is none of ours. A trigger of an
 // older release keeps fewer.
