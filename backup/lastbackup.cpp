@@ -5,6 +5,8 @@
 
 #include "backup/keeping.h"
 #include "backup/refusal.h"
+#include "backup/taking.h"
+#include "core/delivered.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/wholefile.h"
@@ -70,6 +72,25 @@ std::optional<LastBackup> findLastBackup(const std::string& books, const std::st
     const auto name = newestIn(folder);
     if (!line || !name) return line ? line : name;
     return line->at < name->at ? name : line;
+}
+
+// A folder that is not there yet is made in the one above it.
+KnownLastBackup::Moments KnownLastBackup::moments() const {
+    const auto written = [](const fs::path& file) {
+        std::error_code missing;
+        const fs::file_time_type moment = fs::last_write_time(file, missing);
+        return missing ? fs::file_time_type::min() : moment;
+    };
+    return {written(fs::path(folder_).parent_path()), written(folder_), written(noteBeside(books_))};
+}
+
+const std::optional<LastBackup>& KnownLastBackup::of(const Paths& paths) {
+    if (!folder_.empty() && moments() == seen_) return last_;
+    books_ = paths.toNative(kDatabasePath);
+    folder_ = usualFolder(paths);
+    seen_ = moments();
+    last_ = findLastBackup(books_, folder_);
+    return last_;
 }
 
 std::string ageText(const std::optional<LastBackup>& last, DateTime now) {

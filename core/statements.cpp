@@ -179,12 +179,19 @@ void KayitYapisiTemizle(KayitYapisi& rec) {
 }
 
 void TipleriAl(KayitYapisi& rec, const adodb::Recordset& rs) {
+    const auto positionWhere = [&](auto&& isSought) {
+        int position = 0;
+        while (position < rs.fieldCount() && !isSought(rs.fieldName(position)))
+            ++position;
+        return position;
+    };
     const std::size_t n = rec.fieldCount();
     for (std::size_t i = 0; i < n; ++i) {
-        int position = 0;
-        while (position < rs.fieldCount() &&
-               upperTurkish(rs.fieldName(position)) != upperTurkish(rec.Alan[i]))
-            ++position;
+        int position = positionWhere([&](const std::string& name) { return name == rec.Alan[i]; });
+        if (position == rs.fieldCount())
+            position = positionWhere([sought = upperTurkish(rec.Alan[i])](const std::string& name) {
+                return upperTurkish(name) == sought;
+            });
         if (position == rs.fieldCount()) raise(ErrorNumber::NoSuchItem);
         rec.Tip[i] = rs.fieldType(position);
     }

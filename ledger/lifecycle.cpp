@@ -1,9 +1,6 @@
 #include "ledger/lifecycle.h"
 
-#include "backup/lastbackup.h"
-#include "backup/taking.h"
 #include "core/database.h"
-#include "core/delivered.h"
 #include "core/session.h"
 #include "ledger/accountmarks.h"
 #include "ledger/collection.h"
@@ -63,9 +60,7 @@ void fillSaleNumbers(FrmMainVeldona& f) {
 
 void showBackupAge(FrmMainVeldona& f) {
     const Desktop& desktop = f.session.desktop;
-    const auto last =
-        backup::findLastBackup(desktop.paths.toNative(kDatabasePath), backup::usualFolder(desktop.paths));
-    f.lblYedek.setCaption(backup::ageText(last, desktop.clock.now()));
+    f.lblYedek.setCaption(backup::ageText(f.lastBackup.of(desktop.paths), desktop.clock.now()));
 }
 
 // A command that is not to be had now does nothing by its key either.

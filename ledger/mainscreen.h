@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "backup/lastbackup.h"
 #include "core/rowsource.h"
 #include "daybook/arrears.h"
 #include "ledger/partytexts.h"
@@ -239,6 +240,7 @@ struct FrmMainVeldona : Form {
     InstallmentsOnShow installmentsOnShow;
     ArrearsOnShow arrearsOnShow;
     adodb::ChangeWatch seenJournal{{"GUNLUK"}};
+    backup::KnownLastBackup lastBackup;
     TakenBackWatch takenBack;
     DateTime knownDay;      // the day on which the quiet lines were last brought up to date
     DateTime dayOfChoosing; // that on which DTPicker1 was set
