@@ -14,7 +14,7 @@ namespace {
 
 using store::kSealedColumns;
 
-enum Column { Id = 0, Moment = 2, Kind = 9, After = 12, Seal = 13 };
+enum Column { Id = 0, Moment = 2, OfTable = 8, Kind = 9, Key = 10, Before = 11, After = 12, Seal = 13 };
 
 struct Entry {
     std::int64_t id = 0;
@@ -59,7 +59,7 @@ std::string memberOf(const std::string& note, const std::string& name) {
     return note.substr(begin, note.find_first_of(",}", begin) - begin);
 }
 
-std::int64_t wholeOf(const std::string& digits) {
+std::int64_t wholeOf(std::string_view digits) {
     std::int64_t whole = 0;
     std::from_chars(digits.data(), digits.data() + digits.size(), whole);
     return whole;
@@ -77,8 +77,8 @@ std::map<std::int64_t, std::string> anchorsOf(const store::Inquiry& books) {
 
 class Walk {
 public:
-    Walk(const store::Inquiry& books, const std::string& key, const std::vector<Seen>& seen)
-        : books_(books), key_(key), seen_(seen) {}
+    Walk(const store::Inquiry& books, const std::string& key, const std::vector<Seen>& seen, ToldRows* rows)
+        : books_(books), key_(key), seen_(seen), rows_(rows) {}
 
     Chain chain() {
         const store::Catalog::Relation& table = *books_.catalog().find(store::kJournalTable);
@@ -121,6 +121,7 @@ private:
 
     void follow(const Entry& entry) {
         ++chain_.entries;
+        if (rows_ != nullptr) tellRows(entry);
         chain_.last = entry.id;
         chain_.seal = entry.seal;
         chain_.moment = entry.moment();
@@ -128,6 +129,14 @@ private:
             if (each.id == entry.id && each.seal == entry.seal) isMet_[each.id] = true;
         if (entry.values[Kind] == store::kNoted && memberOf(entry.values[After].value_or(""), "NE") == "geri")
             restores_.push_back({entry.id, entry.seal, entry.moment()});
+    }
+
+    void tellRows(const Entry& entry) {
+        const auto text = [&](Column column) -> std::string_view {
+            if (const auto& value = entry.values[column]) return *value;
+            return {};
+        };
+        rows_->take(text(OfTable), text(Kind), wholeOf(text(Key)), text(Before), text(After));
     }
 
     // Where the next one stands behind it, it was in the chain, and is another now.
@@ -169,6 +178,7 @@ private:
     const store::Inquiry& books_;
     store::JournalKey key_;
     const std::vector<Seen>& seen_;
+    ToldRows* rows_;
     Chain chain_;
     std::optional<Entry> suspect_; // its seal does not fit; the next one tells why
     std::map<std::int64_t, bool> isMet_;
@@ -206,7 +216,7 @@ std::string describe(const Chain::Broken& broken) {
 
 } // namespace
 
-Chain examine(store::Engine& engine, const std::vector<Seen>& seen) {
+Chain examine(store::Engine& engine, const std::vector<Seen>& seen, Strays* strays) {
     const store::Inquiry books(engine);
     const std::string kept = engine.journalKey();
     if (books.catalog().find(store::kJournalTable) == nullptr || kept.empty()) {
@@ -218,7 +228,11 @@ Chain examine(store::Engine& engine, const std::vector<Seen>& seen) {
             none.broken = {Breach::Missing, last, {}};
         return none;
     }
-    return Walk(books, kept, seen).chain();
+    if (strays == nullptr) return Walk(books, kept, seen, nullptr).chain();
+    ToldRows rows(books);
+    Chain chain = Walk(books, kept, seen, &rows).chain();
+    if (!chain.broken) *strays = rows.strays(chain.first == 1);
+    return chain;
 }
 
 std::string describe(const Chain& chain) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "journal/toldrows.h"
 #include "platform/store/engine/engine.h"
 
 namespace veldona::journal {
@@ -39,9 +40,11 @@ struct Chain {
     std::optional<Broken> broken; // the first one
 };
 
-// Reads all of it, once, from front to back. Books without a journal, of an older release, are sound and have
-// no entry. Raises StoreError.
-[[nodiscard]] Chain examine(store::Engine& books, const std::vector<Seen>& seen = {});
+// Reads all of it, once, from front to back, and with `strays` the rows of the books behind it, where it is
+// whole: what it tells of them must be of the same moment, that of a transaction which the caller begins.
+// Books without a journal, of an older release, are sound and have no entry. Raises StoreError.
+[[nodiscard]] Chain examine(store::Engine& books, const std::vector<Seen>& seen = {},
+                            Strays* strays = nullptr);
 
 // In a sentence: how much there is of it, and the first place where it is broken.
 [[nodiscard]] std::string describe(const Chain& chain);

@@ -35,16 +35,22 @@ int check(const Options& options) {
     const store::Place place = store::placeOf(file);
     const auto books = openBooksToRead(place, std::chrono::seconds(15));
     const Findings findings = checkBooks(*books);
+    journal::Strays strays;
+    books->beginReading();
     const journal::Chain chain =
-        journal::examine(*books, journal::SeenFile(journal::seenFileOfThisPerson()).of(place));
+        journal::examine(*books, journal::SeenFile(journal::seenFileOfThisPerson()).of(place), &strays);
+    books->commit();
     std::cout << (options.csv ? asCsv(findings) : asText(findings));
     if (!options.csv)
-        std::cout << describe(chain) << '\n';
+        std::cout << describe(chain) << '\n' << describe(strays);
     else if (chain.broken)
         std::cout << asCsv(describe(chain));
+    if (options.csv)
+        for (const journal::Stray& stray : strays.first)
+            std::cout << asCsv(describe(stray));
     std::cout << std::flush;
     if (!std::cout) throw std::runtime_error("Bulgular yazılamadı.");
-    return findings.all.empty() && !chain.broken ? kNothingFound : kFound;
+    return findings.all.empty() && !chain.broken && strays.all == 0 ? kNothingFound : kFound;
 }
 
 } // namespace

@@ -112,6 +112,13 @@ std::vector<Read> expectedOf(const TableDef& table) {
             {act, "", table.name, "S", key, row(99), ""}};
 }
 
+std::int64_t strayRowsIn(store::Engine& engine) {
+    journal::Strays strays;
+    const journal::Chain chain = journal::examine(engine, {}, &strays);
+    EXPECT_FALSE(chain.broken) << describe(chain);
+    return strays.all;
+}
+
 void expectEachTableToTell(store::Engine& engine) {
     const store::Inquiry books(engine);
     for (const TableDef& table : schema::tables()) {
@@ -122,7 +129,7 @@ void expectEachTableToTell(store::Engine& engine) {
         writeEachKind(engine, books, table);
         EXPECT_EQ(entriesSince(books, before), expectedOf(table));
     }
-    EXPECT_FALSE(journal::examine(engine).broken) << describe(journal::examine(engine));
+    EXPECT_EQ(strayRowsIn(engine), 0);
 }
 
 TEST(Journal, EachTableTellsOfEachKindOnTheFile) {
@@ -152,7 +159,13 @@ TEST(Journal, EachTableTellsOfEachKindOnAServerAndNoTillWritesItsOwn) {
             "SELECT \"KULLANICI\" FROM \"GUNLUK\" WHERE left(\"ISLEM\" COLLATE \"C\", 7) = 'sunucu-' AND "
             "\"KULLANICI\" IS NOT NULL"),
         "veldona");
-    EXPECT_FALSE(journal::examine(*engine).broken) << describe(journal::examine(*engine));
+    EXPECT_EQ(strayRowsIn(*engine), 0);
+    // The owner's write behind switched-off triggers is not.
+    static_cast<void>(
+        shop.sql("ALTER TABLE \"TAKSITODENEN\" DISABLE TRIGGER ALL; UPDATE \"TAKSITODENEN\" SET "
+                 "\"KASA_ID\" = 8 WHERE \"ID\" = (SELECT min(\"ID\") FROM \"TAKSITODENEN\"); "
+                 "ALTER TABLE \"TAKSITODENEN\" ENABLE TRIGGER ALL"));
+    EXPECT_EQ(strayRowsIn(*engine), 1);
 }
 
 } // namespace

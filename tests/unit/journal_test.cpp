@@ -222,6 +222,48 @@ TEST_F(Journal, TheFirstBrokenEntryIsNamed) {
     engine->rollback();
 }
 
+TEST_F(Journal, ARowWrittenWhileTheTriggersWereOffIsNamed) {
+    run("INSERT INTO TAKSITODENEN (ISLEMNO, ODMIKTAR) VALUES (219, 150000000), (219, -0.0), (8, 0.1), (8, "
+        "NULL)");
+    run("UPDATE TAKSITODENEN SET ODMIKTAR = 90000000.25, MUSTNO = 'ş\"\\' WHERE ID IN (2, 4)");
+    run("DELETE FROM TAKSITODENEN WHERE ID = 3");
+    const auto told = [&] {
+        journal::Strays strays;
+        EXPECT_EQ(verdict(journal::examine(*engine, {}, &strays)).substr(0, 5), "whole");
+        return describe(strays);
+    };
+    EXPECT_EQ(told(), "Defter günlüğe uyuyor: günlüğün anlattığı 4 kayda bakıldı.\n");
+    struct Case {
+        const char *off, *on, *expected; // what is done while the triggers are off, and behind it
+    };
+    constexpr Case kCases[] = {
+        {"UPDATE TAKSITODENEN SET ODMIKTAR = 1000000 WHERE ID = 1", "SELECT 1",
+         "1, 219 numaralı satışın ödemesi (1,00): günlüğe yazılmadan değiştirilmiş."},
+        {"UPDATE TAKSITODENEN SET ODMIKTAR = NULL WHERE ID = 1",
+         "UPDATE TAKSITODENEN SET ODMIKTAR = 150000000 WHERE ID = 1",
+         "1, 219 numaralı satışın ödemesi (150,00): günlüğe yazılmadan değiştirilmiş."},
+        {"UPDATE TAKSITODENEN SET ISLEMNO = 9 WHERE ID = 2", "DELETE FROM TAKSITODENEN WHERE ID = 2",
+         "2: günlüğe yazılmadan değiştirilmiş."},
+        {"DELETE FROM TAKSITODENEN WHERE ID = 2", "SELECT 1", "2: günlüğe yazılmadan silinmiş."},
+        {"INSERT INTO TAKSITODENEN (ID, ISLEMNO) VALUES (3, 8)", "SELECT 1",
+         "3, 8 numaralı satışın ödemesi (0,00): günlüğe yazılmadan geri konmuş."},
+        {"INSERT INTO TAKSITODENEN (ISLEMNO) VALUES (8)", "SELECT 1",
+         "5, 8 numaralı satışın ödemesi (0,00): günlüğe yazılmadan eklenmiş."}};
+    const auto known = triggers();
+    for (const Case& each : kCases) {
+        SCOPED_TRACE(each.off);
+        engine->begin();
+        switchOff(known);
+        run(each.off);
+        for (const auto& [name, statement] : known)
+            run(statement);
+        run(each.on);
+        EXPECT_EQ(told(), std::string("DEFTER GÜNLÜĞE UYMUYOR: 1 kayıt.\n  TAKSITODENEN tablosunda ") +
+                              each.expected + '\n');
+        engine->rollback();
+    }
+}
+
 TEST_F(Journal, WhatIsTakenOutByAgeLeavesAChain) {
     run("INSERT INTO TAKSITODENEN (MUSTNO) VALUES ('1'), ('2')");
     now = DateTime::of(2027, 5, 1);

@@ -10,6 +10,7 @@
 #include "apps/denetle/check.h"
 #include "core/database.h"
 #include "core/delivered.h"
+#include "journal/chain.h"
 #include "journal/takenback.h"
 #include "journal/words.h"
 #include "platform/store/engine/act.h"
@@ -79,7 +80,11 @@ protected:
         return journal::takeBack(*shop.session.gBaglanti, of);
     }
     std::size_t faults() {
-        return denetle::checkBooks(shop.session.workspace.open(kDatabasePath, "")->engine()).all.size();
+        store::Engine& engine = shop.session.workspace.open(kDatabasePath, "")->engine();
+        journal::Strays strays;
+        EXPECT_FALSE(journal::examine(engine, {}, &strays).broken);
+        EXPECT_EQ(strays.all, 0) << describe(strays);
+        return denetle::checkBooks(engine).all.size();
     }
 
     test::Shop shop;
