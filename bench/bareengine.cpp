@@ -29,8 +29,9 @@ BareEngine::BareEngine(store::Engine& engine, DateTime now)
       update_(engine.prepare("UPDATE URUNSAT SET ODTRH = ODTRH, ODMIKTAR = ODMIKTAR, KONTROL_KIM = '', "
                              "KONTROL_NE_ZAMAN = ?2 WHERE ID = ?1")),
       updatePayment_(
-          engine.prepare("UPDATE TAKSITODENEN SET ODTRH = ODTRH, ODMIKTAR = ODMIKTAR, KONTROL_KIM = '', "
-                         "KONTROL_NE_ZAMAN = ?2 WHERE ID = ?1")),
+          // On its day, at this hour, as the rule says: the row moves in its indexes.
+          engine.prepare("UPDATE TAKSITODENEN SET ODTRH = substr(ODTRH, 1, 11) || substr(?2, 12), ODMIKTAR = "
+                         "ODMIKTAR, KONTROL_KIM = '', KONTROL_NE_ZAMAN = ?2 WHERE ID = ?1")),
       insertHeader_(engine.prepare("INSERT INTO ISLEMNOTABLO (MUSTNO, ISLEMNO, TOPBORC, TRH, KONTROL_KIM, "
                                    "KONTROL_NE_ZAMAN) VALUES (?1, ?2, 1200000000, ?3, '', ?3)")),
       insertLine_(engine.prepare("INSERT INTO URUNAL (MUSTNO, ISLEMNO, URKOD, ADET, FIYAT, TRH) VALUES "
