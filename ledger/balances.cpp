@@ -84,9 +84,10 @@ void GECIKEN_ODM(FrmMainVeldona& f) {
     if (const std::string islemno = trim(f.Text5.text()); !islemno.empty()) {
         attempt(passedOver, [&] {
             RecordsetPtr rs;
-            KayitSetiAc(f.session, rs, "SELECT * From URUNSAT WHERE ISLEMNO = " + islemno + " AND PESINAT=1 ",
+            KayitSetiAc(f.session, rs,
+                        "SELECT COUNT(*) From URUNSAT WHERE ISLEMNO = " + islemno + " AND PESINAT=1 ",
                         adodb::CursorLocation::Client);
-            if (rs->eof()) return;
+            if (toLong(rs->value(0)) == 0) return;
             first = 1;
             f.L6.add("Peşinat");
         });
