@@ -2,7 +2,6 @@
 // confirmed, and can be worked on where it is put back.
 #include <fcntl.h>
 #include <signal.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -32,13 +31,12 @@ Act openCustomers(int count) {
     std::string lines;
     for (int customer = kFirstCustomer; customer < kFirstCustomer + count; ++customer) {
         const std::string number = std::to_string(customer);
-        const std::string sale = "(MUSTNO,ISLEMNO,";
-        const std::string whose = "VALUES ('" + number + "'," + number + ",";
-        lines += "sql \"INSERT INTO MUSTKAYIT (HSTNO,AD) VALUES ('" + number + "','Gül')\"\n" +
-                 "sql \"INSERT INTO ISLEMNOTABLO " + sale + "TOPBORC) " + whose + "9000000000000)\"\n" +
-                 "sql \"INSERT INTO URUNAL " + sale + "URKOD,ADET,FIYAT) " + whose +
-                 "'1',1,9000000000000)\"\n" + "sql \"INSERT INTO URUNSAT " + sale + "ODTRH,ODMIKTAR) " +
-                 whose + "'20/12/2026',9000000000000)\"\n";
+        const std::string sale = "\"'" + number + "'," + number + ",";
+        lines += "insert \"MUSTKAYIT (HSTNO,AD)\" \"'" + number + "','Gül'\"\n";
+        lines += "insert \"ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC)\" " + sale + "9000000000000\"\n";
+        lines += "insert \"URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT)\" " + sale + "'1',1,9000000000000\"\n";
+        lines +=
+            "insert \"URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)\" " + sale + "'20/12/2026',9000000000000\"\n";
     }
     return {lines, ""};
 }
@@ -80,8 +78,7 @@ void expectBalancesOf(const Drive& drive) {
     };
     std::vector<Account> accounts;
     {
-        const auto engine =
-            store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(5));
+        const auto engine = drive.engine();
         const auto rows = engine->prepare("SELECT MUSTNO, SUM(ODMIKTAR) / 1000000 FROM TAKSITODENEN "
                                           "WHERE ISLEMNO >= 100 GROUP BY MUSTNO");
         while (rows->step())
@@ -137,21 +134,14 @@ TEST(Backup, TakenWhileATillPostsIsOneMomentOfTheBooks) {
     EXPECT_GT(whileAtWork, 0);
 }
 
-// Opens the books, posts one payment and closes them, over and over, and tells each that was confirmed. The
-// exit says whether it always got in.
-[[noreturn]] void comeAndGo(const Drive& drive, int till, int confirmed) {
+// Opens the books, posts one payment and closes them, over and over, and tells each that was confirmed.
+int comeAndGo(const Drive& drive, int till, int confirmed) {
     for (int i = 0;; ++i) {
         const int payment = till * 100'000 + i;
-        try {
-            const auto engine =
-                store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(60));
-            engine->execute("INSERT INTO TAKSITODENEN (MUSTNO, ODMIKTAR) VALUES ('7', " +
-                            std::to_string(payment) + ")");
-        } catch (const store::StoreError& failure) {
-            std::cerr << failure.description() << '\n';
-            _exit(1);
-        }
-        if (write(confirmed, &payment, sizeof payment) != sizeof payment) _exit(0); // nobody listens any more
+        store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(60))
+            ->execute("INSERT INTO TAKSITODENEN (MUSTNO, ODMIKTAR) VALUES ('7', " + std::to_string(payment) +
+                      ")");
+        if (write(confirmed, &payment, sizeof payment) != sizeof payment) return 0; // nobody listens any more
         usleep(static_cast<useconds_t>(i * 7919 % 40'000));
     }
 }
@@ -174,14 +164,12 @@ TEST(Backup, PutBackWhileTillsComeAndGoLosesNothing) {
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);
     std::vector<pid_t> tills;
-    for (const int till : {1, 2}) {
-        tills.push_back(fork());
-        ASSERT_GE(tills.back(), 0);
-        if (tills.back() > 0) continue;
-        signal(SIGPIPE, SIG_IGN);
-        close(ends[0]);
-        comeAndGo(drive, till, ends[1]);
-    }
+    for (const int till : {1, 2})
+        tills.push_back(inChild([&] {
+            signal(SIGPIPE, SIG_IGN);
+            close(ends[0]);
+            return comeAndGo(drive, till, ends[1]);
+        }));
     close(ends[1]);
     fcntl(ends[0], F_SETFL, O_NONBLOCK);
     std::multiset<std::int64_t> confirmed;
@@ -205,11 +193,8 @@ TEST(Backup, PutBackWhileTillsComeAndGoLosesNothing) {
     EXPECT_EQ(done, rounds);
     listen();
     close(ends[0]);
-    for (const pid_t till : tills) {
-        int status = 0;
-        waitpid(till, &status, 0);
-        EXPECT_EQ(status, 0) << "a till did not get in";
-    }
+    for (const pid_t till : tills)
+        EXPECT_EQ(exitOf(till), 0) << "a till did not get in";
     std::multiset<std::int64_t> held = paymentsIn(drive.books());
     std::string faults;
     static_cast<void>(contentOf(drive, faults));

@@ -1,6 +1,5 @@
 // Files that are no books of ours, or damaged ones: the start says what may be wrong and what to do, and
 // leaves the file as it is.
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -12,54 +11,35 @@
 #include "backup/keeping.h"
 #include "backup/restore.h"
 #include "core/books.h"
-#include "core/delivered.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/createdatabase.h"
-#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "tests/faults/damagedfiles.h"
 #include "tests/faults/day.h"
 #include "tests/faults/faultvfs.h"
+#include "tests/faults/program.h"
 
 namespace veldona::faults {
 namespace {
 
 namespace fs = std::filesystem;
 
-bool hasHelpful(const std::vector<std::string>& said) {
-    return std::any_of(said.begin(), said.end(), isHelpful);
-}
-
-std::string ourBytes() {
-    const Drive drive;
-    copyShop(drive);
-    return bytesOf(drive.books());
+// The one sentence of a start that fails on such a file, and leaves it as it is.
+std::string saidOfStart(const Drive& drive, const std::string& bytes) {
+    writeBytes(drive.books(), bytes);
+    Till till(drive);
+    till.play("start\n");
+    EXPECT_TRUE(till.hasEnded());
+    EXPECT_EQ(bytesOf(drive.books()), bytes) << "the file was touched";
+    EXPECT_FALSE(fs::exists(drive.books().string() + "-wal"));
+    const auto said = till.said();
+    EXPECT_EQ(said.size(), 1U) << ::testing::PrintToString(said);
+    return said.empty() ? "" : said[0];
 }
 
 TEST(Damage, AStartOnWhatIsNotOursFailsInWords) {
-    const std::string ours = ourBytes();
-    struct Case {
-        const char* what;
-        std::string bytes;
-    };
-    const Case cases[] = {
-        {"empty", ""},
-        {"plain", plainFile()},
-        {"noise", std::string(3 * kPage, 'x')},
-        {"cut inside the first page", ours.substr(0, 1000)},
-        {"the first byte flipped", flipped(ours.substr(0, kPage), 0) + ours.substr(kPage)},
-        {"the first page flipped", flipped(ours.substr(0, kPage), 2000) + ours.substr(kPage)}};
-    for (const Case& wrong : cases) {
-        SCOPED_TRACE(wrong.what);
-        const Drive drive;
-        writeBytes(drive.books(), wrong.bytes);
-        Till till(drive);
-        till.play("start\n");
-        const auto said = till.said();
-        EXPECT_TRUE(till.hasEnded());
-        ASSERT_EQ(said.size(), 1U);
-        EXPECT_TRUE(isHelpful(said[0])) << said[0];
-        EXPECT_EQ(bytesOf(drive.books()), wrong.bytes) << "the file was touched";
-        EXPECT_FALSE(fs::exists(drive.books().string() + "-wal"));
+    for (const auto& [what, bytes] : damagedBooks()) {
+        const std::string said = saidOfStart(Drive(), bytes);
+        EXPECT_TRUE(isHelpful(said)) << what << ": " << said;
     }
 }
 
@@ -87,14 +67,8 @@ TEST(Damage, WhatAStrangerPutIntoTheBooksIsRefused) {
     for (const auto& statements : foreign) {
         SCOPED_TRACE(statements.back());
         const Drive drive;
-        const std::string bytes = booksWith(statements);
-        writeBytes(drive.books(), bytes);
-        Till till(drive);
-        till.play("start\n");
-        EXPECT_TRUE(till.hasEnded());
-        const auto said = till.said();
-        ASSERT_EQ(said.size(), 1U);
-        EXPECT_TRUE(isHelpful(said[0])) << said[0];
+        const std::string bytes = booksWith(statements), said = saidOfStart(drive, bytes);
+        EXPECT_TRUE(isHelpful(said)) << said;
         EXPECT_THROW(static_cast<void>(openBooksToRead(drive.books().string(), std::chrono::seconds(1))),
                      store::StoreError);
         const std::string elsewhere = (drive.path() / "yok.mdb").string();
@@ -110,15 +84,9 @@ TEST(Damage, BooksOfANewerProgramAreLeftToIt) {
     const std::string bytes =
         booksWith({"PRAGMA user_version = 99999", "CREATE TABLE YENI (A)", "CREATE INDEX YENI_A ON YENI (A)",
                    "CREATE VIEW S_YENI AS SELECT A FROM YENI"});
-    writeBytes(drive.books(), bytes);
-    Till till(drive);
-    till.play("start\n");
-    EXPECT_TRUE(till.hasEnded());
-    const auto said = till.said();
-    ASSERT_EQ(said.size(), 1U);
-    EXPECT_NE(said[0].find("daha yeni bir sürümüyle açılmış"), std::string::npos) << said[0];
+    const std::string said = saidOfStart(drive, bytes);
+    EXPECT_NE(said.find("daha yeni bir sürümüyle açılmış"), std::string::npos) << said;
     EXPECT_FALSE(backup::areDamaged(drive.books().string())) << "no backup must take their place";
-    EXPECT_EQ(bytesOf(drive.books()), bytes);
 }
 
 // The tables of the first release, and of one that lacked a column, tables, an index and a query.
@@ -140,14 +108,8 @@ const std::vector<std::string> kLacking = {
 
 // What stands of all that is delivered; "" where the books are unsound.
 std::string catalogOf(const Drive& drive) {
-    const auto books =
-        store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(5));
-    const auto check = books->prepare("PRAGMA integrity_check");
-    if (!check->step() || check->text(0) != "ok") return "";
-    const auto rows =
-        books->prepare("SELECT group_concat(name || sql) FROM (SELECT name, sql FROM sqlite_master WHERE "
-                       "name NOT LIKE 'sqlite_%' ORDER BY name)");
-    return rows->step() ? std::string(rows->text(0)) : "";
+    if (drive.answer("PRAGMA integrity_check") != "ok") return "";
+    return drive.answer("SELECT name, sql FROM sqlite_master WHERE name NOT LIKE 'sqlite_%' ORDER BY name");
 }
 
 bool takesAPayment(Till& till) {
@@ -165,24 +127,18 @@ std::size_t copiesBeside(const Drive& drive) {
     return backup::listRestorable({}, drive.books().string()).size();
 }
 
-int exitOf(pid_t child) {
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
 enum OpeningExit { Opened, ToldWhy, NotTold };
 
 int opensBehind(const Drive& drive, Fault fault, int nth) {
-    const pid_t child = fork();
-    if (child != 0) return exitOf(child);
-    install();
-    arm(fault, nth, Tail::PartlyKept, static_cast<std::uint32_t>(nth));
-    Till till(drive);
-    till.play("start\n");
-    if (!till.hasEnded()) _exit(Opened);
-    const auto said = till.said();
-    _exit(said.size() == 1 && said[0].find("yer kalmadı") != std::string::npos ? ToldWhy : NotTold);
+    return exitOf(inChild([&]() -> int {
+        install();
+        arm(fault, nth, Tail::PartlyKept, static_cast<std::uint32_t>(nth));
+        Till till(drive);
+        till.play("start\n");
+        if (!till.hasEnded()) _exit(Opened); // nothing is closed
+        const auto said = till.said();
+        _exit(said.size() == 1 && said[0].find("yer kalmadı") != std::string::npos ? ToldWhy : NotTold);
+    }));
 }
 
 // The power goes, or the disk is full, at each call in turn that changes a file in the middle of the opening.
@@ -222,12 +178,11 @@ TEST(Damage, TwoTillsOpenOlderBooksAtOnce) {
         const Drive drive;
         writeBytes(drive.books(), booksWith(release));
         std::vector<pid_t> tills;
-        for (int till = 0; till < 2; ++till) {
-            tills.push_back(fork());
-            if (tills.back() != 0) continue;
-            Till alone(drive);
-            _exit(takesAPayment(alone) ? 0 : 1);
-        }
+        for (int till = 0; till < 2; ++till)
+            tills.push_back(inChild([&] {
+                Till alone(drive);
+                return takesAPayment(alone) ? 0 : 1;
+            }));
         for (const pid_t till : tills)
             EXPECT_EQ(exitOf(till), 0);
         Till later(drive);
@@ -240,24 +195,11 @@ TEST(Damage, TwoTillsOpenOlderBooksAtOnce) {
     }
 }
 
-TEST(Damage, AFolderOrAnotherPasswordFailsInWords) {
-    const Drive folder;
-    fs::create_directory(folder.books());
-    Till atFolder(folder);
-    atFolder.play("start\n");
-    EXPECT_TRUE(atFolder.hasEnded());
-    EXPECT_TRUE(hasHelpful(atFolder.said()));
-
+TEST(Damage, AnotherPasswordFailsInWords) {
     const Drive drive;
     store::createDatabase(drive.books().string(), "başka parola", {}, {});
-    const std::string before = bytesOf(drive.books());
-    Till till(drive);
-    till.play("start\n");
-    EXPECT_TRUE(till.hasEnded());
-    const auto said = till.said();
-    ASSERT_EQ(said.size(), 1U);
-    EXPECT_NE(said[0].find("parola yanlış"), std::string::npos) << said[0];
-    EXPECT_EQ(bytesOf(drive.books()), before);
+    const std::string said = saidOfStart(drive, bytesOf(drive.books()));
+    EXPECT_NE(said.find("parola yanlış"), std::string::npos) << said;
 }
 
 // At the start or where the work comes to the damaged place: in words, and never as if the books were empty.
@@ -281,29 +223,74 @@ TEST(Damage, ALaterPageIsToldWhereItIsRead) {
             const auto more = till.said();
             said.insert(said.end(), more.begin(), more.end());
         }
-        EXPECT_TRUE(hasHelpful(said)) << ::testing::PrintToString(said);
+        EXPECT_TRUE(std::ranges::any_of(said, isHelpful)) << ::testing::PrintToString(said);
         EXPECT_EQ(bytesOf(drive.books()), bytes) << "the file was touched";
     }
 }
 
-TEST(Damage, APageThatGoesBadInTheMiddleOfWork) {
+// The program as a shop starts it, with its windows: the box says what may be wrong and what to do, the
+// process ends with a code of its own, and the file is left as it is.
+const Program::Environment kOffscreen = {{"QT_QPA_PLATFORM", "offscreen"},
+                                         {"QT_QPA_GENERIC_PLUGINS", "onlooker"},
+                                         {"QT_PLUGIN_PATH", VELDONA_PLUGINS}};
+
+Program::Words wordsFor(const Drive& drive) {
+    return {"--kok", drive.path()};
+}
+
+// A start that fails: with one helpful box, a code, and the file untouched.
+void expectRefused(const Drive& drive) {
+    const std::string before = bytesOf(drive.books());
+    const Outcome outcome = runProgram("veldona", wordsFor(drive), kOffscreen);
+    EXPECT_EQ(outcome.code, 1) << outcome.said;
+    EXPECT_TRUE(isHelpful(outcome.said)) << outcome.said;
+    EXPECT_EQ(outcome.said.find("box: "), outcome.said.rfind("box: ")) << outcome.said;
+    EXPECT_EQ(outcome.said.find("window: frm"), outcome.said.npos) << outcome.said;
+    EXPECT_EQ(bytesOf(drive.books()), before) << "the file was touched";
+    EXPECT_FALSE(fs::exists(drive.books().string() + "-wal"));
+}
+
+TEST(DamageOfTheProgram, AStartFailsInWordsAndWithACode) {
+    auto cases = damagedBooks();
+    cases.emplace_back("a view of a stranger's", booksWith({"CREATE VIEW V AS SELECT 1"}));
+    for (const auto& [what, bytes] : cases) {
+        SCOPED_TRACE(what);
+        const Drive drive;
+        writeBytes(drive.books(), bytes);
+        expectRefused(drive);
+    }
+    SCOPED_TRACE("another password");
+    const Drive drive;
+    store::createDatabase(drive.books().string(), "başka parola", {}, {});
+    expectRefused(drive);
+    const Drive folder;
+    fs::create_directory(folder.books());
+    const Outcome outcome = runProgram("veldona", wordsFor(folder), kOffscreen);
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_TRUE(isHelpful(outcome.said)) << outcome.said;
+}
+
+TEST(DamageOfTheProgram, ALaterPageIsToldInTheMiddleOfWork) {
     const Drive drive;
     copyShop(drive);
     addCustomers(drive);
     const std::string ours = bytesOf(drive.books());
+    Program program("veldona", wordsFor(drive), kOffscreen);
+    program.awaitWords("window: frmMainVeldona");
     const std::size_t half = ours.size() / kPage / 2 * kPage;
-    Till till(drive);
-    till.play("start\n");
-    {
-        std::fstream file(drive.books(), std::ios::binary | std::ios::in | std::ios::out);
-        file.seekp(static_cast<std::streamoff>(half));
-        file << flipped(ours.substr(half), 1000);
+    const std::string damaged = ours.substr(0, half) + flipped(ours.substr(half), 1000);
+    std::fstream(drive.books(), std::ios::binary | std::ios::in | std::ios::out) << damaged;
+    std::string said;
+    for (int customer = 150; customer < 5100 && !isHelpful(said); customer += 200) {
+        program.write("type Text1 " + std::to_string(customer));
+        said += program.awaitWords("typed");
     }
-    till.pragma("shrink_memory"); // what was read before is not asked for again otherwise
-    till.play("put Text1 \"4900\"\n");
-    const auto said = till.said();
-    EXPECT_TRUE(hasHelpful(said)) << ::testing::PrintToString(said);
-    EXPECT_EQ(till.screenInFront(), "frmMainVeldona");
+    EXPECT_TRUE(isHelpful(said)) << said;
+    program.write("type Text1 7"); // the screen goes on
+    program.awaitWords("typed");
+    program.write("quit");
+    EXPECT_EQ(program.finish().code, 0);
+    EXPECT_EQ(bytesOf(drive.books()).substr(kPage), damaged.substr(kPage)) << "the file was touched";
 }
 
 } // namespace

@@ -1,15 +1,8 @@
 #include "tests/faults/damagedfiles.h"
 
-#include "core/delivered.h"
-#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "tests/faults/day.h"
 
 namespace veldona::faults {
-
-std::string plainFile() {
-    std::string bytes = std::string("SQLite format 3") + '\0';
-    return bytes + std::string(2 * kPage - bytes.size(), '\0');
-}
 
 std::string flipped(std::string bytes, std::size_t from) {
     for (std::size_t at = from; at < bytes.size(); at += kPage)
@@ -17,15 +10,24 @@ std::string flipped(std::string bytes, std::size_t from) {
     return bytes;
 }
 
+std::vector<std::pair<std::string, std::string>> damagedBooks() {
+    const std::string ours = booksWith({}), first = ours.substr(0, kPage), rest = ours.substr(kPage);
+    std::string plain = "SQLite format 3"; // of the engine, without a password
+    plain.resize(2 * kPage);
+    return {{"empty", ""},
+            {"plain", plain},
+            {"noise", std::string(3 * kPage, 'x')},
+            {"cut inside the first page", ours.substr(0, 1000)},
+            {"cut behind the first page", first},
+            {"the first byte flipped", flipped(first, 0) + rest},
+            {"the first page flipped", flipped(first, 2000) + rest}};
+}
+
 std::string booksWith(const std::vector<std::string>& statements) {
     const Drive drive;
     copyShop(drive);
-    {
-        const auto engine =
-            store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(1));
-        for (const std::string& statement : statements)
-            engine->execute(statement);
-    }
+    for (const auto engine = drive.engine(); const std::string& statement : statements)
+        engine->execute(statement);
     return bytesOf(drive.books());
 }
 
@@ -37,13 +39,10 @@ bool isHelpful(const std::string& text) {
 }
 
 void addCustomers(const Drive& drive) {
-    const auto engine =
-        store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(1));
-    engine->begin();
-    engine->execute("WITH RECURSIVE N(I) AS (SELECT 100 UNION ALL SELECT I + 1 FROM N WHERE I < 5100) "
-                    "INSERT INTO MUSTKAYIT (HSTNO, AD, SOYAD) SELECT CAST(I AS TEXT), 'Ayşe Fatma Gül', "
-                    "'Yılmazoğulları' FROM N");
-    engine->commit();
+    drive.engine()->execute(
+        "WITH RECURSIVE N(I) AS (SELECT 100 UNION ALL SELECT I + 1 FROM N WHERE I < 5100) "
+        "INSERT INTO MUSTKAYIT (HSTNO, AD, SOYAD) SELECT CAST(I AS TEXT), 'Ayşe Fatma Gül', "
+        "'Yılmazoğulları' FROM N");
 }
 
 } // namespace veldona::faults

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/faults/till.h"
@@ -14,7 +15,8 @@ inline constexpr std::size_t kPage = 4096;
 using test::bytesOf;
 using test::writeBytes;
 
-[[nodiscard]] std::string plainFile(); // of the engine, without a password
+// What the file may be, and its bytes: from an empty one to ours with a changed first page.
+[[nodiscard]] std::vector<std::pair<std::string, std::string>> damagedBooks();
 // One bit of each page, from the byte `from` on.
 [[nodiscard]] std::string flipped(std::string bytes, std::size_t from);
 // Our books with what `statements` of the engine put into them.

@@ -6,8 +6,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 #include "core/bookpasswords.h"
@@ -17,6 +15,7 @@
 #include "platform/store/engine/journalseal.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "schema/tables.h"
+#include "tests/support/answer.h"
 
 namespace veldona::faults {
 namespace {
@@ -52,17 +51,10 @@ void requireTold(Till& till, const Act& act) {
 // Of the journal what tells neither the run nor that a backup was put back: each interrupted day must have
 // left the very entries of what it did.
 std::string rowsOf(store::Engine& engine, const std::string& table) {
-    std::string text = table + "\n";
     const std::string select = table == store::kJournalTable
                                    ? "SELECT ID, TABLO, TUR, ANAHTAR, ESKI, YENI FROM GUNLUK WHERE TUR <> 'N'"
                                    : "SELECT * FROM \"" + table + '"';
-    const auto rows = engine.prepare(select + " ORDER BY ID");
-    while (rows->step()) {
-        for (int i = 0; i < rows->columnCount(); ++i)
-            text.append(rows->text(i)).append("|");
-        text += '\n';
-    }
-    return text;
+    return table + '\n' + test::answerOf(engine, select + " ORDER BY ID") + '\n';
 }
 
 std::string contentBy(store::Engine& engine) {
@@ -81,16 +73,13 @@ std::unique_ptr<store::Engine> reader(const std::filesystem::path& file) {
 
 void openShop(const Drive& drive) {
     Till(drive).play(R"op(database
-sql "INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('7','Ayşe','Yılmaz')"
-sql "INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD) VALUES ('8','Çağrı','Işık')"
-sql "INSERT INTO ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC) VALUES ('8',4,9000000000000)"
-sql "INSERT INTO URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT) VALUES ('8',4,'1',1,9000000000000)"
-sql "INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('8',4,'20/12/2026',9000000000000)"
-sql "INSERT INTO TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('8',4,'10/11/2026 09:00:00',100000000)"
-sql "INSERT INTO ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC) VALUES ('7',5,9000000000000)"
-sql "INSERT INTO URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT) VALUES ('7',5,'1',1,9000000000000)"
-sql "INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('7',5,'20/12/2026',9000000000000)"
-sql "INSERT INTO TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('7',5,'10/11/2026 09:00:00',100000000)"
+insert "MUSTKAYIT (HSTNO,AD,SOYAD)" "'7','Ayşe','Yılmaz'" "'8','Çağrı','Işık'"
+insert "ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC)" "'8',4,9000000000000" "'7',5,9000000000000"
+insert "URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT)" "'8',4,'1',1,9000000000000" "'7',5,'1',1,9000000000000"
+insert "URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'8',4,'20/12/2026',9000000000000"
+insert "URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'7',5,'20/12/2026',9000000000000"
+insert "TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'8',4,'10/11/2026 09:00:00',100000000"
+insert "TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'7',5,'10/11/2026 09:00:00',100000000"
 )op");
 }
 
@@ -150,9 +139,8 @@ std::string contentOf(const Drive& drive, std::string& faults) {
 std::string contentOf(const std::filesystem::path& file, std::string& faults) {
     try {
         const auto engine = reader(file);
-        const auto check = engine->prepare("PRAGMA integrity_check");
-        while (check->step())
-            if (check->text(0) != "ok") faults.append(check->text(0)).append("; ");
+        if (const auto check = test::answerOf(*engine, "PRAGMA integrity_check"); check != "ok")
+            faults += check + "; ";
         if (const journal::Chain chain = journal::examine(*engine); chain.broken)
             faults += describe(chain) + "; ";
         return contentBy(*engine);
@@ -166,8 +154,7 @@ Files filesBelow(const std::filesystem::path& folder) {
     Files files;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
         if (!entry.is_regular_file()) continue;
-        std::ifstream file(entry.path(), std::ios::binary);
-        files[std::filesystem::relative(entry.path(), folder)] = {std::istreambuf_iterator<char>(file), {}};
+        files[std::filesystem::relative(entry.path(), folder)] = test::bytesOf(entry.path());
     }
     return files;
 }

@@ -1,18 +1,16 @@
 // A report or a contract that was killed leaves rows in its scratch table; the next one is as if it had not.
 #include <signal.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <random>
 
 #include <gtest/gtest.h>
 
-#include "core/delivered.h"
 #include "core/reporting.h"
 #include "platform/store/engine/sqlcipher/definitionsql.h"
-#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "schema/tables.h"
 #include "tests/faults/day.h"
+#include "tests/faults/program.h"
 
 namespace veldona::faults {
 namespace {
@@ -40,21 +38,16 @@ std::string freshPaper(const Drive& drive, const Paper& paper) {
     return paperOf(till, paper);
 }
 
-[[noreturn]] void printForEver(const Drive& drive, const Paper& paper) {
-    try {
-        Till till(drive);
-        till.play(openingLines());
-        for (;;)
-            static_cast<void>(paperOf(till, paper));
-    } catch (const std::runtime_error&) {
-        _exit(1);
-    }
+int printForEver(const Drive& drive, const Paper& paper) {
+    Till till(drive);
+    till.play(openingLines());
+    for (;;)
+        static_cast<void>(paperOf(till, paper));
 }
 
 // Books of the release before carry the scratch tables, with what a paper that was killed left in them.
 void leaveBehind(const Drive& drive, const std::string& row) {
-    const auto books =
-        store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(1));
+    const auto books = drive.engine();
     for (const store::TableDef& table : schema::scratchTables())
         books->execute(store::tableStatement(table, store::Lifetime::File));
     books->execute(row);
@@ -86,14 +79,10 @@ TEST_P(KillOfAPaper, DoesNoHarm) {
     const std::string before = contentOf(drive, faults);
     std::mt19937 random(kSeed);
     for (int round = 0; round < 3 * effort(); ++round) {
-        const pid_t child = fork();
-        ASSERT_GE(child, 0);
-        if (child == 0) printForEver(drive, paper);
+        const pid_t child = inChild([&] { return printForEver(drive, paper); });
         usleep(50'000 + static_cast<useconds_t>(random() % 100'000));
         kill(child, SIGKILL);
-        int status = 0;
-        waitpid(child, &status, 0);
-        ASSERT_TRUE(WIFSIGNALED(status)) << "the report ended by itself";
+        ASSERT_EQ(exitOf(child), 128 + SIGKILL) << "the report ended by itself";
         ASSERT_EQ(freshPaper(drive, paper), clean) << "seed " << kSeed << ", round " << round;
         ASSERT_EQ(contentOf(drive, faults), before);
         ASSERT_EQ(faults, "");

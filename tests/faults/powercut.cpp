@@ -3,10 +3,10 @@
 // what was not synced and ends the process.
 //
 //   VELDONA_CUT_FOLDER  where it counts; nothing is done without it
-//   VELDONA_CUT_AT      at which call; a program with less calls is cut off at its end, and then exits with
-//   78 VELDONA_CUT_TAIL    what becomes of the unsynced: "lost", all of it; "names", names are kept and their
-//   bytes
-//                       are not; a number, the seed of what is kept
+//   VELDONA_CUT_AT      at which call; a program with less calls is cut off at its end, and exits with 78
+//   VELDONA_CUT_TAIL    what becomes of the unsynced: "lost", all of it; "names", names alone are kept; a
+//   number,
+//                       the seed of what is kept
 //   VELDONA_CUT_DRIVE   "lies": a drive that answers a sync and does nothing
 //
 // A synced folder keeps all names made so far, as a journaling file system does. A name that goes is kept

@@ -7,7 +7,9 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <iostream>
 #include <stdexcept>
+#include <utility>
 
 namespace veldona::faults {
 namespace {
@@ -92,10 +94,25 @@ Outcome Program::finish(std::chrono::seconds atMost) {
     const auto until = steady_clock::now() + atMost;
     while (readSome(until)) {
     }
+    return {exitOf(std::exchange(id_, -1)), said_};
+}
+
+pid_t inChild(const std::function<int()>& act) {
+    const pid_t child = fork();
+    if (child < 0) throw std::runtime_error("no child process");
+    if (child > 0) return child;
+    try {
+        _exit(act());
+    } catch (const std::exception& failure) { // a child that went on would be a second test
+        std::cerr << failure.what() << '\n';
+        _exit(255);
+    }
+}
+
+int exitOf(pid_t child) {
     int status = 0;
-    waitpid(id_, &status, 0);
-    id_ = -1;
-    return {WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status), said_};
+    waitpid(child, &status, 0);
+    return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
 }
 
 Outcome runProgram(const std::string& name, const Program::Words& arguments,

@@ -1,8 +1,8 @@
-// A program of the house as a shop starts it: a process of its own, told by its command line, its input and
-// what it writes.
+// A program of the house as a shop starts it: a process with a command line, an input and what it writes.
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -42,6 +42,10 @@ private:
     std::string said_;
     std::size_t given_ = 0; // of said_, by awaitWords
 };
+
+// Does `act` in a child process, which ends with what it answers.
+[[nodiscard]] pid_t inChild(const std::function<int()>& act);
+[[nodiscard]] int exitOf(pid_t child); // of any child, when it has ended; as in Outcome
 
 // `input`: lines that it reads.
 [[nodiscard]] Outcome runProgram(const std::string& name, const Program::Words& arguments,

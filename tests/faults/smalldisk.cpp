@@ -81,6 +81,11 @@ NoRoom::NoRoom(DiskKind kind, const fs::path& at, std::size_t pagesLeft)
     fs::resize_file(filler_, (pages - std::min(pages, pagesLeft)) * kDiskPage);
 }
 
+bool tellsOfRoom(const std::string& text) {
+    const char* const words[] = {"yer kalmadı", "okunamadı ya da yazılamadı", "Diskteki yeri", "büyüklükte"};
+    return std::ranges::any_of(words, [&](const char* each) { return text.find(each) != text.npos; });
+}
+
 NoRoom::~NoRoom() {
     std::error_code ignored;
     if (kind_ == DiskKind::LimitedFiles)

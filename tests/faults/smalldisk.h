@@ -32,4 +32,7 @@ private:
     std::filesystem::path filler_;
 };
 
+// What is said where there was none.
+[[nodiscard]] bool tellsOfRoom(const std::string& text);
+
 } // namespace veldona::faults

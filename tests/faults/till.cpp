@@ -9,9 +9,19 @@
 #include "core/delivered.h"
 #include "core/session.h"
 #include "platform/controls/control.h"
+#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "platform/store/faces/database.h"
+#include "tests/support/answer.h"
 
 namespace veldona::faults {
+
+std::unique_ptr<store::Engine> Drive::engine() const {
+    return store::openSqlcipher(books().string(), kDeliveredPassword, std::chrono::seconds(5));
+}
+
+std::string Drive::answer(const std::string& sql) const {
+    return test::answerOf(*engine(), sql);
+}
 
 Till::Till(const Drive& drive) : stage_({drive.path().string(), registerScreens, nullptr, nullptr}, *this) {}
 

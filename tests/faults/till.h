@@ -4,12 +4,14 @@
 #include <deque>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "apps/operator/stage.h"
 #include "core/session.h"
 #include "platform/controls/forms.h"
+#include "platform/store/engine/engine.h"
 #include "tests/support/files.h"
 
 namespace veldona::faults {
@@ -20,14 +22,16 @@ public:
     Drive() { std::filesystem::create_directories(books().parent_path()); }
 
     [[nodiscard]] std::filesystem::path books() const { return path() / "VELDONA/Veldona_Taksit/vorel.mdb"; }
+    // The books as no screen sees them.
+    [[nodiscard]] std::unique_ptr<store::Engine> engine() const;
+    [[nodiscard]] std::string answer(const std::string& sql) const;
 };
 
 class Till : public FormHost {
 public:
     explicit Till(const Drive& drive);
 
-    // Lines of the operator console; a screen that opens modally takes those that follow. A line "@name" runs
-    // `atMark`.
+    // Lines of the operator console; a modal screen takes those that follow. A line "@name" runs `atMark`.
     void play(const std::string& lines);
     void perform(const std::string& line);
     std::function<void(const std::string& name)> atMark;

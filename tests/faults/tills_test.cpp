@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
-#include <iostream>
 #include <stdexcept>
 #include <utility>
 
@@ -17,6 +16,7 @@
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "platform/store/faces/adodb.h"
 #include "tests/faults/day.h"
+#include "tests/faults/program.h"
 
 namespace veldona::faults {
 namespace {
@@ -26,7 +26,7 @@ using std::chrono::steady_clock;
 
 constexpr milliseconds kLongestWait(60000); // the session's time-out
 
-enum TillExit { AllDone, WaitedTooLong, NotTold, NotPlayed };
+enum TillExit { AllDone, WaitedTooLong, NotTold };
 
 bool isToldAsDone(Till& till, const Act& act) {
     till.play(act.lines);
@@ -48,44 +48,20 @@ TillExit work(const Drive& drive, int customer, int rounds) {
     return AllDone;
 }
 
-[[noreturn]] void workAtTill(const Drive& drive, int customer, int rounds) {
-    try {
-        _exit(work(drive, customer, rounds));
-    } catch (const std::runtime_error&) {
-        _exit(NotPlayed);
-    }
-}
-
-std::vector<std::int64_t> sums(const Drive& drive, int sale) {
-    const auto engine =
-        store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(5));
-    const auto row =
-        engine->prepare("SELECT COUNT(*), SUM(ODMIKTAR) / 1000000, COUNT(DISTINCT ODMIKTAR) FROM "
-                        "TAKSITODENEN WHERE ISLEMNO = " +
-                        std::to_string(sale));
-    if (!row->step()) return {};
-    return {row->whole(0), static_cast<std::int64_t>(row->number(1)), row->whole(2)};
-}
-
 void playBoth(int rounds) {
     const Drive drive;
     copyShop(drive);
     std::vector<pid_t> tills;
-    for (const int customer : {7, 8}) {
-        tills.push_back(fork());
-        ASSERT_GE(tills.back(), 0);
-        if (tills.back() == 0) workAtTill(drive, customer, rounds);
-    }
-    for (const pid_t till : tills) {
-        int status = 0;
-        ASSERT_EQ(waitpid(till, &status, 0), till);
-        ASSERT_TRUE(WIFEXITED(status)) << "ended by signal " << WTERMSIG(status);
-        EXPECT_EQ(WEXITSTATUS(status), AllDone);
-    }
-    const std::int64_t posted = rounds * (rounds + 1) / 2;
-    const std::int64_t corrected = 1000 + rounds / 5 * 5;
-    for (const int sale : {4, 5})
-        EXPECT_EQ(sums(drive, sale), (std::vector<std::int64_t>{rounds + 1, posted + corrected, rounds + 1}));
+    for (const int customer : {7, 8})
+        tills.push_back(inChild([&] { return work(drive, customer, rounds); }));
+    for (const pid_t till : tills)
+        EXPECT_EQ(exitOf(till), AllDone);
+    const int posted = rounds * (rounds + 1) / 2, corrected = 1000 + rounds / 5 * 5;
+    const std::string rows = std::to_string(rounds + 1);
+    const std::string all = rows + '|' + std::to_string(posted + corrected) + '|' + rows;
+    EXPECT_EQ(drive.answer("SELECT COUNT(*), CAST(SUM(ODMIKTAR) / 1000000 AS INTEGER), COUNT(DISTINCT "
+                           "ODMIKTAR) FROM TAKSITODENEN GROUP BY ISLEMNO"),
+              all + '\n' + all);
     std::string faults;
     static_cast<void>(contentOf(drive, faults));
     EXPECT_EQ(faults, "");
@@ -103,39 +79,29 @@ TEST(TwoTills, OpenBooksWithoutAJournalAtOnce) {
     copyShop(drive);
     const std::string books = drive.books().string();
     for (int round = 0; round < 25 * effort() && !HasFailure(); ++round) {
-        store::openSqlcipher(books, kDeliveredPassword, std::chrono::seconds(5))->keepNoJournal();
+        drive.engine()->keepNoJournal();
         int arrived[2], gate[2];
         ASSERT_EQ(pipe(arrived) | pipe(gate), 0);
         const auto awaitOther = [&, hasWaited = false](store::Engine&) mutable {
             char none = 0;
             if (!std::exchange(hasWaited, true) &&
                 (write(arrived[1], "+", 1) != 1 || read(gate[0], &none, 1) != 0))
-                _exit(NotPlayed);
+                throw std::runtime_error("the gate is broken");
         };
         pid_t tills[2];
-        for (pid_t& till : tills) {
-            till = fork();
-            ASSERT_GE(till, 0);
-            if (till > 0) continue;
-            close(gate[1]);
-            try {
+        for (pid_t& till : tills)
+            till = inChild([&] {
+                close(gate[1]);
                 store::openSqlcipher(books, kDeliveredPassword, kLongestWait, {}, awaitOther)
                     ->execute("INSERT INTO TAKSITODENEN (MUSTNO, ODMIKTAR) VALUES ('7', 1)");
-                _exit(AllDone);
-            } catch (const store::StoreError& failure) {
-                std::cerr << failure.description() << '\n';
-                _exit(WaitedTooLong);
-            }
-        }
+                return 0;
+            });
         char both[2];
         EXPECT_EQ(read(arrived[0], both, 1) + read(arrived[0], both, 1), 2);
         for (const int end : {arrived[0], arrived[1], gate[0], gate[1]})
             close(end);
-        for (const pid_t till : tills) {
-            int status = 0;
-            ASSERT_EQ(waitpid(till, &status, 0), till);
-            EXPECT_EQ(status, 0) << "a till did not get in";
-        }
+        for (const pid_t till : tills)
+            EXPECT_EQ(exitOf(till), 0) << "a till did not get in";
     }
     std::string faults;
     static_cast<void>(contentOf(drive, faults));
@@ -149,8 +115,7 @@ public:
         int ends[2];
         if (pipe(ends) != 0 || (id_ = fork()) < 0) throw std::runtime_error("no child process");
         if (id_ == 0) {
-            const auto books =
-                store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(5));
+            const auto books = drive.engine();
             books->begin();
             if (write(ends[1], "+", 1) == 1) pause();
             _exit(0);
@@ -200,18 +165,10 @@ TEST(TwoTills, TheEndOfAWaitIsTold) {
         << ::testing::PrintToString(said);
 }
 
-std::string answerOf(const Drive& drive, const std::string& sql) {
-    const auto engine =
-        store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(5));
-    const auto row = engine->prepare(sql);
-    return row->step() ? std::string(row->text(0)) : std::string();
-}
-
 constexpr const char* kSaleKey = "SELECT sql FROM sqlite_master WHERE name = 'ISLEMNOTABLO_ISLEMNO'";
 
 void makeOlder(const Drive& drive, const std::string& more) {
-    const auto books =
-        store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(1));
+    const auto books = drive.engine();
     books->execute("DROP INDEX ISLEMNOTABLO_ISLEMNO");
     books->execute("CREATE INDEX \"ISLEMNOTABLO_ISLEMNO\" ON \"ISLEMNOTABLO\" (\"ISLEMNO\")");
     if (!more.empty()) books->execute(more);
@@ -239,25 +196,21 @@ TEST(TwoTills, OneNumberIsGivenToOneSale) {
     EXPECT_EQ(said[3], "İşlem Tamamlandı");
     // Deleting the one leaves the other whole.
     other.play("type Text1 \"8\"\ndblclick L3 0\nanswer yes\nclick cmdIslemNoSil\n");
-    EXPECT_EQ(answerOf(drive,
-                       "SELECT group_concat(MUSTNO || ':' || ISLEMNO) FROM (SELECT * FROM ISLEMNOTABLO "
-                       "ORDER BY ISLEMNO)"),
-              "8:4,7:5,7:7");
-    EXPECT_EQ(answerOf(drive, "SELECT count(*) || '|' || min(ISLEMNO) FROM URUNSAT WHERE ISLEMNO > 5"),
-              "5|7");
-    EXPECT_EQ(answerOf(drive, "SELECT count(*) FROM TAKSITODENEN WHERE MUSTNO = '7' AND ISLEMNO = 7"), "1");
-    EXPECT_EQ(answerOf(drive, kSaleKey).find("CREATE UNIQUE INDEX"), 0U);
+    EXPECT_EQ(drive.answer("SELECT MUSTNO, ISLEMNO FROM ISLEMNOTABLO ORDER BY ISLEMNO"), "8|4\n7|5\n7|7");
+    EXPECT_EQ(drive.answer("SELECT count(*) || '|' || min(ISLEMNO) FROM URUNSAT WHERE ISLEMNO > 5"), "5|7");
+    EXPECT_EQ(drive.answer("SELECT count(*) FROM TAKSITODENEN WHERE MUSTNO = '7' AND ISLEMNO = 7"), "1");
+    EXPECT_EQ(drive.answer(kSaleKey).find("CREATE UNIQUE INDEX"), 0U);
 }
 
 TEST(TwoTills, OlderBooksWithANumberTwiceOpenAndWork) {
     const Drive drive;
     copyShop(drive);
     makeOlder(drive, "INSERT INTO ISLEMNOTABLO (MUSTNO, ISLEMNO) VALUES ('8', 5)");
-    const std::string before = answerOf(drive, kSaleKey);
+    const std::string before = drive.answer(kSaleKey);
     Till till(drive);
     till.play(openingLines() + post(5).lines);
     EXPECT_EQ(till.said(), std::vector<std::string>{post(5).doneMessage});
-    EXPECT_EQ(answerOf(drive, kSaleKey), before);
+    EXPECT_EQ(drive.answer(kSaleKey), before);
 }
 
 // Each prints over and over what it printed when it was alone.
@@ -280,25 +233,20 @@ TEST(TwoTills, PrintEachTheirOwn) {
                 ASSERT_FALSE(alone[paper].empty());
             }
         }
-        tills.push_back(fork());
-        ASSERT_GE(tills.back(), 0);
-        if (tills.back() != 0) continue;
-        Till till(drive);
-        till.play(openingLines(customer));
-        int wrong = 0;
-        for (int round = 0; round < 12 * effort(); ++round) {
-            for (const int paper : {0, 1}) {
-                till.play(lines[paper]);
-                if (till.lastReport() != alone[paper]) ++wrong;
-            }
-        }
-        _exit(std::min(wrong, 100));
+        tills.push_back(inChild([&] {
+            Till till(drive);
+            till.play(openingLines(customer));
+            int wrong = 0;
+            for (int round = 0; round < 12 * effort(); ++round)
+                for (const int paper : {0, 1}) {
+                    till.play(lines[paper]);
+                    if (till.lastReport() != alone[paper]) ++wrong;
+                }
+            return std::min(wrong, 100);
+        }));
     }
-    for (const pid_t till : tills) {
-        int status = 0;
-        ASSERT_EQ(waitpid(till, &status, 0), till);
-        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "wrong papers: " << WEXITSTATUS(status);
-    }
+    for (const pid_t till : tills)
+        EXPECT_EQ(exitOf(till), 0) << "wrong papers";
 }
 
 } // namespace

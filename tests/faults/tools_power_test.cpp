@@ -1,6 +1,5 @@
 // The power goes while books are made, while a backup is taken, while one is put back and while the books get
 // another password: at each call in turn of the programs themselves that changes a file or a name.
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -49,7 +48,7 @@ bool hasShown(const Outcome& outcome, const std::string& words) {
 }
 
 void require(const Outcome& outcome) {
-    if (outcome.code != 0) throw std::runtime_error(outcome.said);
+    if (outcome.code != 0) throw std::runtime_error("it failed: " + outcome.said);
 }
 
 // What is wrong with a file; "" where it holds `content` and is sound.
@@ -67,17 +66,39 @@ std::string contentOfSound(const fs::path& file) {
     return content;
 }
 
+void copyFiles(const Drive& from, const Drive& to) {
+    fs::copy(from.path(), to.path(), fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+}
+
 // One program that is cut off: where it begins, how it is called, and what must hold wherever it was.
 class Scene {
 public:
     virtual ~Scene() = default;
     [[nodiscard]] virtual const char* program() const = 0;
-    virtual void prepare(const Drive& drive) const = 0;
+    void prepare(const Drive& drive) const { copyFiles(shop_, drive); }
     [[nodiscard]] virtual Program::Words words(const Drive& drive) const = 0;
     [[nodiscard]] virtual Program::Words input() const { return {}; }
     [[nodiscard]] virtual std::string wrongBehind(const Drive& drive, const Outcome& outcome) const = 0;
     // Behind the next run, which nothing disturbs.
     [[nodiscard]] virtual std::string wrongBehindNext(const Drive& drive) const = 0;
+
+protected:
+    // The books of a killed till: what it wrote last stands in the journal alone.
+    void killATill() {
+        copyShop(shop_);
+        const pid_t posting = inChild([&]() -> int {
+            Till till(shop_);
+            till.play(openingLines() + post(10).lines);
+            _exit(0); // nothing is closed
+        });
+        if (exitOf(posting) != 0) throw std::runtime_error("the till did not post");
+        const Drive copy;
+        copyFiles(shop_, copy);
+        content_ = contentOfSound(copy.books());
+    }
+
+    Drive shop_; // as the program finds it
+    std::string content_;
 };
 
 class Making : public Scene {
@@ -89,7 +110,6 @@ public:
         templates_ = filesBelow(templatesOf(drive));
     }
     [[nodiscard]] const char* program() const override { return "vorel-hazirla"; }
-    void prepare(const Drive&) const override {}
     [[nodiscard]] Program::Words words(const Drive& drive) const override {
         return {"--kok", drive.path(), "--ornek", "--musteri", "3", "--satis", "3", "--bugun", "22/11/2026"};
     }
@@ -100,8 +120,7 @@ public:
     [[nodiscard]] std::string wrongBehindNext(const Drive& drive) const override {
         Program::Words again = words(drive);
         again.emplace_back("--uzerine-yaz");
-        const Outcome outcome = runProgram(program(), again);
-        if (outcome.code != 0) return "the next one failed: " + outcome.said;
+        require(runProgram(program(), again));
         if (filesBelow(templatesOf(drive)) != templates_) return "a half-written template stayed";
         const auto beside = std::distance(fs::directory_iterator(drive.books().parent_path()), {});
         if (beside != 2) return "something was left beside the books";
@@ -111,31 +130,8 @@ public:
 private:
     static fs::path templatesOf(const Drive& drive) { return drive.books().parent_path() / "Rapor"; }
 
-    std::string content_;
     Files templates_;
 };
-
-// A till that ended without closing its file: what it wrote last stands in the journal alone.
-void killATill(const Drive& drive, int lira) {
-    const pid_t child = fork();
-    if (child < 0) throw std::runtime_error("no child process");
-    if (child == 0) {
-        try {
-            Till till(drive);
-            till.play(openingLines() + post(lira).lines);
-            _exit(0);
-        } catch (const std::runtime_error&) {
-            _exit(1);
-        }
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    if (status != 0) throw std::runtime_error("the till did not post");
-}
-
-void copyFiles(const Drive& from, const Drive& to) {
-    fs::copy(from.path(), to.path(), fs::copy_options::recursive | fs::copy_options::overwrite_existing);
-}
 
 fs::path backupsOf(const Drive& drive) {
     return drive.path() / "VELDONA/Yedek";
@@ -152,15 +148,8 @@ std::vector<std::string> backupsTold(const Drive& drive) {
 
 class BackingUp : public Scene {
 public:
-    BackingUp() {
-        copyShop(shop_);
-        killATill(shop_, 10);
-        const Drive copy;
-        copyFiles(shop_, copy);
-        content_ = contentOfSound(copy.books());
-    }
+    BackingUp() { killATill(); }
     [[nodiscard]] const char* program() const override { return "vorel-yedek"; }
-    void prepare(const Drive& drive) const override { copyFiles(shop_, drive); }
     [[nodiscard]] Program::Words words(const Drive& drive) const override { return {"--kok", drive.path()}; }
     [[nodiscard]] std::string wrongBehind(const Drive& drive, const Outcome& outcome) const override {
         const std::vector<std::string> backups = backupsTold(drive);
@@ -174,18 +163,13 @@ public:
     [[nodiscard]] std::string wrongBehindNext(const Drive& drive) const override {
         for (const std::string& backup : backupsTold(drive)) // its name is that of another second
             fs::rename(backup, backupsOf(drive) / "vorel-2026-01-01_000000.mdb");
-        const Outcome outcome = runProgram(program(), words(drive));
-        if (outcome.code != 0) return "the next one failed: " + outcome.said;
+        require(runProgram(program(), words(drive)));
         const std::vector<std::string> backups = backupsTold(drive);
         if (backups.empty()) return "the next one is not there";
         const auto files = std::distance(fs::directory_iterator(backupsOf(drive)), {});
         if (static_cast<std::size_t>(files) != backups.size()) return "half a backup stayed";
         return wrongWith(backups.back(), content_);
     }
-
-private:
-    Drive shop_;
-    std::string content_;
 };
 
 class PuttingBack : public Scene {
@@ -196,19 +180,18 @@ public:
         const std::vector<std::string> backups = backupsTold(shop_);
         if (backups.size() != 1) throw std::runtime_error("no backup");
         backup_ = fs::path(backups[0]).filename();
-        before_ = contentOfSound(backups[0]);
+        content_ = contentOfSound(backups[0]);
         Till(shop_).play(openingLines() + post(10).lines);
         now_ = contentOfSound(shop_.books());
     }
     [[nodiscard]] const char* program() const override { return "vorel-yedek"; }
-    void prepare(const Drive& drive) const override { copyFiles(shop_, drive); }
     [[nodiscard]] Program::Words words(const Drive& drive) const override {
         return {"--kok", drive.path(), "--geri-yukle", backupsOf(drive) / backup_, "--evet"};
     }
     [[nodiscard]] std::string wrongBehind(const Drive& drive, const Outcome& outcome) const override {
-        const std::string backup = wrongWith(backupsOf(drive) / backup_, before_);
+        const std::string backup = wrongWith(backupsOf(drive) / backup_, content_);
         if (!backup.empty()) return backup;
-        const std::string restored = wrongWith(drive.books(), before_);
+        const std::string restored = wrongWith(drive.books(), content_);
         if (!restored.empty())
             return hasShown(outcome, "yerine kondu") ? restored : wrongWith(drive.books(), now_);
         for (const auto& entry : fs::directory_iterator(drive.books().parent_path()))
@@ -219,15 +202,13 @@ public:
     [[nodiscard]] std::string wrongBehindNext(const Drive& drive) const override {
         for (const auto& entry : fs::directory_iterator(drive.books().parent_path()))
             if (entry.path().filename().string().starts_with("degistirilen-")) fs::remove(entry.path());
-        const Outcome outcome = runProgram(program(), words(drive));
-        if (outcome.code != 0) return "the next one failed: " + outcome.said;
-        return wrongWith(drive.books(), before_);
+        require(runProgram(program(), words(drive)));
+        return wrongWith(drive.books(), content_);
     }
 
 private:
-    Drive shop_;
     fs::path backup_;
-    std::string before_, now_;
+    std::string now_;
 };
 
 // The first start of a till on new books, with a posting: it also registers the books and marks its folder.
@@ -235,7 +216,7 @@ class FirstStart : public Scene {
 public:
     FirstStart() {
         copyShop(shop_);
-        before_ = contentOfSound(shop_.books());
+        content_ = contentOfSound(shop_.books());
         std::ofstream(scriptOf(shop_)) << openingLines() + post(10).lines;
         const Drive drive;
         prepare(drive);
@@ -243,45 +224,38 @@ public:
         after_ = contentOfSound(drive.books());
     }
     [[nodiscard]] const char* program() const override { return "vorel-operator"; }
-    void prepare(const Drive& drive) const override { copyFiles(shop_, drive); }
     [[nodiscard]] Program::Words words(const Drive& drive) const override {
         return {"--kok", drive.path(), scriptOf(drive)};
     }
     [[nodiscard]] std::string wrongBehind(const Drive& drive, const Outcome& outcome) const override {
         const std::string wrong = wrongWith(drive.books(), after_);
         if (wrong.empty()) return "";
-        return outcome.code == kCutAtEnd ? wrong : wrongWith(drive.books(), before_);
+        return outcome.code == kCutAtEnd ? wrong : wrongWith(drive.books(), content_);
     }
     [[nodiscard]] std::string wrongBehindNext(const Drive& drive) const override {
         fs::copy_file(shop_.books(), drive.books(), fs::copy_options::overwrite_existing);
-        const Outcome outcome = runProgram(program(), words(drive));
-        return outcome.code == 0 ? wrongWith(drive.books(), after_)
-                                 : "the next start failed: " + outcome.said;
+        require(runProgram(program(), words(drive)));
+        return wrongWith(drive.books(), after_);
     }
 
 private:
     static fs::path scriptOf(const Drive& drive) { return drive.path() / "ilk.op"; }
 
-    Drive shop_;
-    std::string before_, after_;
+    std::string after_;
 };
 
 // The books of a killed till get a password of the shop's own.
 class Rekeying : public Scene {
 public:
     Rekeying() {
-        passwords::learn(own_);
-        copyShop(shop_);
-        killATill(shop_, 10);
-        const Drive copy;
-        copyFiles(shop_, copy);
-        content_ = contentOfSound(copy.books());
+        for (const Secret* each : {&own_, &other_})
+            passwords::learn(*each);
+        killATill();
     }
     ~Rekeying() override { passwords::forget(); }
     Rekeying(const Rekeying&) = delete;
     Rekeying& operator=(const Rekeying&) = delete;
     [[nodiscard]] const char* program() const override { return "vorel-parola"; }
-    void prepare(const Drive& drive) const override { copyFiles(shop_, drive); }
     [[nodiscard]] Program::Words words(const Drive& drive) const override {
         return {"--kok", drive.path(), "--koy", "--parola", "-"};
     }
@@ -294,11 +268,11 @@ public:
         return wrongWith(drive.books(), content_);
     }
     [[nodiscard]] std::string wrongBehindNext(const Drive& drive) const override {
-        Program::Words lines = input(); // the present password, where it is the own one already
-        if (opensBy(drive.books(), own_)) lines.push_back(lines[0]);
-        const Outcome outcome = runProgram(program(), words(drive), {}, lines);
-        if (outcome.code != 0) return "the next one failed: " + outcome.said;
-        if (!opensBy(drive.books(), own_)) return "the next one gave no password";
+        Program::Words lines = input(); // the present password, where it is the own one already, and another
+        const bool isGiven = opensBy(drive.books(), own_);
+        if (isGiven) lines.emplace_back(other_.text());
+        require(runProgram(program(), words(drive), {}, lines));
+        if (!opensBy(drive.books(), isGiven ? other_ : own_)) return "the next one gave no password";
         for (const auto& entry : fs::directory_iterator(drive.books().parent_path()))
             if (entry.path().filename().string().find(".parola.") != std::string::npos)
                 return entry.path().string() + " stayed";
@@ -306,9 +280,7 @@ public:
     }
 
 private:
-    const Secret own_{"dükkânın parolası"};
-    Drive shop_;
-    std::string content_;
+    const Secret own_{"dükkânın parolası"}, other_{"çarşının parolası"};
 };
 
 struct AfterToolCut {
@@ -321,7 +293,11 @@ AfterToolCut cutAt(const Scene& scene, const ToolCut& cut, bool runsAgain) {
     scene.prepare(drive);
     const Outcome outcome = cutOff(scene.program(), scene.words(drive), drive.path(), cut, scene.input());
     AfterToolCut after{scene.wrongBehind(drive, outcome), outcome.code != kCut};
-    if (after.wrong.empty() && runsAgain) after.wrong = scene.wrongBehindNext(drive);
+    try {
+        if (after.wrong.empty() && runsAgain) after.wrong = scene.wrongBehindNext(drive);
+    } catch (const std::runtime_error& failure) {
+        after.wrong = std::string("the next one: ") + failure.what();
+    }
     return after;
 }
 
