@@ -4,9 +4,6 @@
 #include <iostream>
 #include <sstream>
 
-#include <stdlib.h>
-#include <unistd.h>
-
 #include "apps/operator/runner.h"
 #include "apps/screens.h"
 #include "core/delivered.h"
@@ -14,6 +11,8 @@
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "schema/tables.h"
 #include "tests/fuzz/fuzzing.h"
+#include "tests/support/answer.h"
+#include "tests/support/files.h"
 
 namespace veldona::fuzz {
 namespace {
@@ -22,13 +21,12 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kLongest = 6000;
 constexpr const char* kShop = R"op(database
-sql "INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD,EVTEL) VALUES ('7','Ayşe','Yılmaz','0212 5550000')"
-sql "INSERT INTO MUSTKAYIT (HSTNO,AD,SOYAD,UYARI) VALUES ('8','Çağrı','Işık','Ödemez')"
-sql "INSERT INTO ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC,TRH) VALUES ('7',5,900000000,'22/10/2026')"
-sql "INSERT INTO URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT) VALUES ('7',5,'1',1,900000000)"
-sql "INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('7',5,'20/10/2026',450000000)"
-sql "INSERT INTO URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('7',5,'20/12/2026',450000000)"
-sql "INSERT INTO TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES ('7',5,'10/11/2026 09:00:00',100000000)"
+insert "MUSTKAYIT (HSTNO,AD,SOYAD,EVTEL)" "'7','Ayşe','Yılmaz','0212 5550000'"
+insert "MUSTKAYIT (HSTNO,AD,SOYAD,UYARI)" "'8','Çağrı','Işık','Ödemez'"
+insert "ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC,TRH)" "'7',5,900000000,'22/10/2026'"
+insert "URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT)" "'7',5,'1',1,900000000"
+insert "URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'7',5,'20/10/2026',450000000" "'7',5,'20/12/2026',450000000"
+insert "TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'7',5,'10/11/2026 09:00:00',100000000"
 )op";
 
 // What the console prints is looked at, not shown.
@@ -63,9 +61,6 @@ std::string play(const fs::path& drive, const std::string& lines) {
 class Place {
 public:
     Place() {
-        std::string name = (fs::temp_directory_path() / "veldona-fuzz-XXXXXX").string();
-        if (!mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
-        root_ = name;
         for (const char* folder : {"shop", "standing"})
             fs::create_directory(root_ / folder);
         fs::create_directories(booksBelow(root_ / "shop").parent_path());
@@ -74,20 +69,12 @@ public:
         play(root_ / "shop", kShop);
         schema = ask(root_ / "shop", "SELECT type, name, sql FROM sqlite_master");
     }
-    ~Place() {
-        fs::current_path(came_);
-        fs::remove_all(root_);
-    }
+    ~Place() { fs::current_path(came_); }
     static fs::path booksBelow(const fs::path& drive) { return drive / "VELDONA/Veldona_Taksit/vorel.mdb"; }
     static std::string ask(const fs::path& drive, const std::string& engineSql) {
-        const auto engine = store::openSqlcipherToRead(booksBelow(drive).string(), kDeliveredPassword,
-                                                       std::chrono::seconds(1));
-        const auto statement = engine->prepare(engineSql);
-        std::string text;
-        while (statement->step())
-            for (int i = 0; i < statement->columnCount(); ++i)
-                text.append(statement->text(i)).append("|");
-        return text;
+        return test::answerOf(*store::openSqlcipherToRead(booksBelow(drive).string(), kDeliveredPassword,
+                                                          std::chrono::seconds(1)),
+                              engineSql);
     }
 
     [[nodiscard]] fs::path freshDrive() const {
@@ -108,7 +95,8 @@ public:
 
 private:
     [[nodiscard]] fs::path drive() const { return root_ / "drive"; }
-    fs::path root_, came_;
+    test::TemporaryFolder folder_;
+    fs::path root_ = folder_.path(), came_;
 };
 
 } // namespace
@@ -124,7 +112,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     // A statement that we write and the engine refuses is a fault of the writing.
     require(said.find("Deyim çalıştırılamadı") == std::string::npos,
             "the engine refused a statement: " + said);
-    requireEqual(Place::ask(drive, "PRAGMA integrity_check"), "ok|", "the books are sound");
+    requireEqual(Place::ask(drive, "PRAGMA integrity_check"), "ok", "the books are sound");
     requireEqual(Place::ask(drive, "SELECT type, name, sql FROM sqlite_master"), place.schema,
                  "the tables as they were");
     place.requireNothingOutside();

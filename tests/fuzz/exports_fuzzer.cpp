@@ -72,8 +72,7 @@ std::vector<std::string> textsOn(const Document& document) {
     return texts;
 }
 
-// The same pages and rows with a harmless text in the place of each: what an export makes of it is the format
-// alone.
+// The same pages and rows with a harmless text in the place of each: an export then holds the format alone.
 Document harmless(Document document) {
     const auto tame = [](std::string& text) { text = exports::withoutControls(text).empty() ? "" : "x"; };
     tame(document.title);

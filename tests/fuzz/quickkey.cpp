@@ -1,6 +1,5 @@
 // In place of the crypto library's function of this name: a key in no time instead of in 64,000 rounds, so
-// that a fuzzer can open a shop's file thousands of times. The files that it makes are of no use to anybody
-// else.
+// that a fuzzer can open a shop's file thousands of times. Its files are of no use to anybody else.
 #include <cstddef>
 
 extern "C" int PKCS5_PBKDF2_HMAC_SHA1(const char* password, int passwordLength, const unsigned char* salt,

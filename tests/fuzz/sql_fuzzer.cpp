@@ -1,12 +1,9 @@
 // A text as a statement of the dialect, and run on a small shop: it is one statement, it writes what it says
 // and nothing when it is a SELECT, and it fails in words that are ours.
 #include <algorithm>
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <vector>
-
-#include <stdlib.h>
 
 #include "platform/runtime/conversion.h"
 #include "platform/store/dialect/names.h"
@@ -17,6 +14,8 @@
 #include "platform/store/faces/workspace.h"
 #include "schema/tables.h"
 #include "tests/fuzz/fuzzing.h"
+#include "tests/support/answer.h"
+#include "tests/support/files.h"
 
 namespace veldona::fuzz {
 namespace {
@@ -30,12 +29,10 @@ constexpr std::size_t kLongest = 4000;
 class Books {
 public:
     Books() {
-        std::string name = (std::filesystem::temp_directory_path() / "veldona-fuzz-XXXXXX").string();
-        if (!mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
-        folder_ = name;
-        store::createDatabase(name + "/b.mdb", "x", schema::tables(), schema::savedQueries());
+        const std::string path = folder_ / "b.mdb";
+        store::createDatabase(path, "x", schema::tables(), schema::savedQueries());
         store::WorkspaceConfig config;
-        config.toNativePath = [name](std::string_view) { return name + "/b.mdb"; };
+        config.toNativePath = [path](std::string_view) { return path; };
         config.dataSource = [](std::string_view) { return std::optional<std::string>(); };
         config.clock = [] { return DateTime::of(2026, 11, 22, 10, 30, 0); };
         config.delivered = schema::delivered();
@@ -43,20 +40,8 @@ public:
         file_ = workspace_->open("b", "x");
         fill();
     }
-    ~Books() {
-        file_.reset();
-        std::filesystem::remove_all(folder_);
-    }
-
     store::Database& file() { return *file_; }
-    std::string ask(const std::string& engineSql) {
-        const auto statement = file_->engine().prepare(engineSql);
-        std::string text;
-        while (statement->step())
-            for (int i = 0; i < statement->columnCount(); ++i)
-                text.append(statement->text(i)).append("|");
-        return text;
-    }
+    std::string ask(const std::string& engineSql) { return test::answerOf(file_->engine(), engineSql); }
 
 private:
     void fill() {
@@ -76,7 +61,7 @@ private:
             file_->execute(sql);
     }
 
-    std::filesystem::path folder_;
+    test::TemporaryFolder folder_;
     std::unique_ptr<store::Workspace> workspace_;
     std::shared_ptr<store::Database> file_;
 };
@@ -86,8 +71,7 @@ Books& books() {
     return made;
 }
 
-// Our own sentence, not the engine's: a statement that we write and the engine refuses is a fault of the
-// writing.
+// Our own sentence: where the engine refuses a statement that we write, the writing is at fault.
 void requireOurWords(const StoreError& error, const std::string& sql) {
     require(!error.description().empty(), "an error without words");
     require(!error.description().starts_with("Deyim çalıştırılamadı"),
@@ -127,7 +111,7 @@ struct Outcome {
 // What the triggers wrote beside the statement.
 std::int64_t newestEntry() {
     const std::string newest = books().ask("SELECT max(\"ID\") FROM \"GUNLUK\"");
-    return newest == "|" ? 0 : std::stoll(newest);
+    return newest.empty() ? 0 : std::stoll(newest);
 }
 
 // The statement between a beginning and its taking back.
@@ -151,7 +135,7 @@ Outcome run(const std::string& sql) {
             const std::int64_t journaled = std::max<std::int64_t>(0, newestEntry() - entries);
             if (!store::sameName(query.plan().table, "GUNLUK"))
                 requireEqual(books().ask("SELECT total_changes()"),
-                             std::to_string(std::stoll(changes) + written + journaled) + "|",
+                             std::to_string(std::stoll(changes) + written + journaled),
                              "one statement's rows: " + sql);
         }
         outcome.ran = true;
@@ -175,8 +159,7 @@ std::optional<Plan> planOf(const std::string& sql, const store::Reading& stateme
     }
 }
 
-// A plan is found again by the key of its text: what has the same key must be the same words but for its
-// values.
+// A plan is found again by the key of its text: one key stands for the same words, but for their values.
 void requireKey(const std::string& sql, const store::Reading& statement) {
     std::string other = sql;
     for (char& letter : other)

@@ -1,3 +1,5 @@
+#include "tests/fuzz/text_amounts.h"
+
 #include <array>
 #include <cmath>
 #include <cstring>
@@ -10,7 +12,6 @@
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"
 #include "tests/fuzz/fuzzing.h"
-#include "tests/fuzz/text_parts.h"
 #include "tests/support/shop.h"
 
 namespace veldona::fuzz {

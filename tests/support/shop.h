@@ -1,7 +1,9 @@
 // A shop of its own for one test: an empty delivered database in a fresh folder, a session without windows.
 #pragma once
 
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/database.h"
@@ -17,9 +19,24 @@ public:
     void runModal(Form&) override {}
 };
 
-class NoOpener : public Opener {
+class NotingOpener : public Opener {
 public:
-    bool open(const std::string&) override { return false; }
+    bool open(const std::string& nativePath) override {
+        opened.push_back(nativePath);
+        return true;
+    }
+    std::vector<std::string> opened;
+};
+
+// Counts the moments at which events may run; at the next one it does `next`, once.
+class NotingPump : public EventPump {
+public:
+    void doEvents() override {
+        ++calls;
+        if (const auto act = std::exchange(next, nullptr)) act();
+    }
+    std::function<void()> next;
+    int calls = 0;
 };
 
 class Shop {
@@ -39,8 +56,8 @@ private:
 public:
     ManualClock clock;
     RecordingDialogs dialogs;
-    EventPump pump;
-    NoOpener opener;
+    NotingPump pump;
+    NotingOpener opener;
     Desktop desktop;
     NoHost host;
     Forms forms;

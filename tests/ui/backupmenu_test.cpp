@@ -1,5 +1,4 @@
-// The way back to a backup over real books: what is told, what is asked, and that nothing changes without a
-// yes.
+// The way back to a backup over real books: what is told and asked, and that nothing changes without a yes.
 #include <filesystem>
 #include <fstream>
 #include <thread>
@@ -47,7 +46,7 @@ protected:
         if (auto* box = dynamic_cast<QMessageBox*>(front)) {
             said << box->text() + "\n" + box->informativeText();
             defaults << (box->defaultButton() ? box->defaultButton()->text() : QString());
-            manners << mnemonicClashes(*box) << namelessControls(*box) << clippedWords(*box);
+            lookAt(*box);
             for (QAbstractButton* button : box->buttons())
                 if (saysYes == (box->buttonRole(button) == QMessageBox::YesRole) ||
                     box->buttons().size() == 1)
@@ -59,16 +58,19 @@ protected:
             if (rows > 0) firstRow = table->item(0, 1)->text() + ": " + table->item(0, 2)->text();
             if (const auto* payments = rows > 0 ? table->item(0, 4) : nullptr)
                 firstRow += "/" + payments->text();
-            manners << mnemonicClashes(*list) << namelessControls(*list) << clippedWords(*list)
-                    << tabFaults(*list);
+            lookAt(*list);
+            manners << tabFaults(*list);
             if (table->rowCount() == 0) return list->reject();
             list->accept();
         } else if (auto* bar = front ? front->findChild<QProgressBar*>() : nullptr;
                    bar && bar->value() == 40) {
-            manners << mnemonicClashes(*front) << namelessControls(*front) << clippedWords(*front);
+            lookAt(*front);
             leavePicture(*front, "yedek-bekleme");
             QTest::keyClick(front, Qt::Key_Escape);
         }
+    }
+    void lookAt(const QWidget& dialog) {
+        manners << mnemonicClashes(dialog) << namelessControls(dialog) << clippedWords(dialog);
     }
     void pay() {
         shop.run("INSERT INTO TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR) VALUES "
@@ -175,7 +177,7 @@ TEST_F(Backups, TheFirstStartMovesAnOldFileIn) {
             front->accept();
         } else if (const auto* found = front ? front->findChild<QPlainTextEdit*>() : nullptr) {
             said << found->toPlainText();
-            manners << mnemonicClashes(*front) << namelessControls(*front) << clippedWords(*front);
+            lookAt(*front);
             front->accept();
         }
     };

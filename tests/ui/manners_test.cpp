@@ -101,16 +101,15 @@ protected:
         settle();
         return window;
     }
+    static void expectNone(const std::string& what, const QStringList& faults) {
+        EXPECT_TRUE(faults.isEmpty()) << what << ":\n  " << faults.join("\n  ").toStdString();
+    }
     void expectGood(QWidget& window, const std::string& what) {
-        const auto none = [&](const char* manner, const QStringList& faults) {
-            EXPECT_TRUE(faults.isEmpty())
-                << what << ", " << manner << ":\n  " << faults.join("\n  ").toStdString();
-        };
-        none("no name to a screen reader", namelessControls(window));
-        none("one letter for two", mnemonicClashes(window));
-        none("labels", strayLabels(window));
-        none("too large", overSize(window, room()));
-        none("cut words", clippedWords(window));
+        expectNone(what + ", no name to a screen reader", namelessControls(window));
+        expectNone(what + ", one letter for two", mnemonicClashes(window));
+        expectNone(what + ", labels", strayLabels(window));
+        expectNone(what + ", too large", overSize(window, room()));
+        expectNone(what + ", cut words", clippedWords(window));
     }
     // The letter of each label brings the keyboard to its field.
     void expectLettersLead(QWidget& window, const std::string& what) {
@@ -136,8 +135,7 @@ protected:
             settle();
             seen = true;
             expectGood(*front, what);
-            const QStringList tabs = tabFaults(*front);
-            EXPECT_TRUE(tabs.isEmpty()) << what << ", tabs:\n  " << tabs.join("\n  ").toStdString();
+            expectNone(what + ", tabs", tabFaults(*front));
             leavePicture(*front, pictureName(what));
             front->close();
         });
@@ -186,8 +184,7 @@ TEST_F(Manners, EveryScreen) {
         QWidget& window = open(name);
         expectGood(window, name);
         picture(window, name);
-        const QStringList tabs = tabFaults(window);
-        EXPECT_TRUE(tabs.isEmpty()) << name << ", tabs:\n  " << tabs.join("\n  ").toStdString();
+        expectNone(name + std::string(", tabs"), tabFaults(window));
         expectLettersLead(window, name);
         if (std::string(name) != "frmMainVeldona") forms.unload(*forms.loaded(name));
     }
@@ -210,7 +207,7 @@ TEST_F(Manners, EveryPanelOfTheMainScreen) {
     for (const auto* panel : window.findChildren<FloatingPanel*>())
         form.find(panel->objectName().toStdString())->setVisible(true);
     host.flush();
-    EXPECT_TRUE(mnemonicClashes(window).isEmpty()) << mnemonicClashes(window).join("\n").toStdString();
+    expectNone("all panels", mnemonicClashes(window));
 }
 
 TEST_F(Manners, TheExportPanelOfTheViewer) {

@@ -1,6 +1,5 @@
 // Reports in real windows: the viewer's pages and mark, the preview of banded reports, and PDF files.
 #include <filesystem>
-#include <fstream>
 
 #include <QAction>
 #include <QApplication>
@@ -23,6 +22,7 @@
 #include "core/startup.h"
 #include "platform/desktop/desktop.h"
 #include "reports/viewer.h"
+#include "tests/support/raised.h"
 #include "tests/ui/programwindows.h"
 #include "ui/pageview.h"
 #include "ui/printing.h"
@@ -181,16 +181,12 @@ TEST_F(Reports, APdfIsWrittenWholeOrNotAtAll) {
     const std::string file = (folder / "rapor.pdf").string();
     writePdf(document(), file);
     EXPECT_GT(std::filesystem::file_size(file), 1000U);
-    std::string head(5, ' ');
-    std::ifstream(file).read(head.data(), 5);
-    EXPECT_EQ(head, "%PDF-");
-    try {
-        writePdf(document(), (folder / "yok" / "rapor.pdf").string());
-        FAIL() << "written where there is no folder";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.number(), 75);
-        EXPECT_NE(error.description().find("yok/rapor.pdf"), std::string::npos) << error.description();
-    }
+    EXPECT_EQ(bytesOf(file).substr(0, 5), "%PDF-");
+    const auto error =
+        raised<RuntimeError>([&] { writePdf(document(), (folder / "yok" / "rapor.pdf").string()); });
+    ASSERT_TRUE(error) << "written where there is no folder";
+    EXPECT_EQ(error->number(), 75);
+    EXPECT_NE(error->description().find("yok/rapor.pdf"), std::string::npos) << error->description();
 }
 
 TEST_F(Reports, APdfIsNamedAfterWhoseItIsAndTheNextOneGoesBesideIt) {

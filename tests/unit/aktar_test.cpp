@@ -39,7 +39,7 @@ TEST_F(MovingIn, FillsEmptyBooksLeavesFullOnes) {
     move();
     EXPECT_EQ(answer("SELECT HSTNO, typeof(DOGTRH), EVMH, BARKOD_KODU IS NULL FROM MUSTKAYIT WHERE ID = 3"),
               "TI|text|Bahçelievler|1");
-    EXPECT_EQ(answer("SELECT ID, KASA_ADI FROM T_KASA_TANITIM ORDER BY ID"), "1|Merkez|2|Şube");
+    EXPECT_EQ(answer("SELECT ID, KASA_ADI FROM T_KASA_TANITIM ORDER BY ID"), "1|Merkez\n2|Şube");
     EXPECT_EQ(answer("SELECT TARIH, ALACAK_TUTAR FROM T_KASA_HAREKETLERI WHERE ID = 1"),
               "2024-05-06 11:00:00|250000000.0");
     EXPECT_EQ(answer("SELECT DEGER, FIRMA FROM FIRMABILGISI"), "1|Örnek Ticaret Ltd. Şti.");

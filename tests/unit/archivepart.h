@@ -3,12 +3,12 @@
 
 #include <cstdint>
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include <gtest/gtest.h>
 #include <zlib.h>
+
+#include "tests/support/files.h"
 
 namespace veldona::test {
 
@@ -20,8 +20,7 @@ inline std::uint32_t numberAt(const std::string& bytes, std::size_t at, std::siz
 
 // A file of a zip archive, found through the archive's own list.
 inline std::string partOf(const std::string& archive, const std::string& part) {
-    std::ifstream in(archive, std::ios::binary);
-    const std::string bytes(std::istreambuf_iterator<char>(in), {});
+    const std::string bytes = bytesOf(archive);
     const std::string listed("PK\1\2");
     for (std::size_t at = bytes.find(listed); at != std::string::npos; at = bytes.find(listed, at + 4)) {
         if (bytes.substr(at + 46, numberAt(bytes, at + 28, 2)) != part) continue;

@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
 #include "controls_stage.h"
+#include "tests/support/raised.h"
 
 namespace veldona {
 namespace {
+
+using test::numberRaised;
 
 KeyEvent keyOf(Key key) {
     return {.key = key};
@@ -11,15 +14,6 @@ KeyEvent keyOf(Key key) {
 
 KeyEvent keyOf(char32_t character) {
     return {.key = Key::None, .character = character};
-}
-
-template <class Act> std::int32_t errorOf(Act&& act) {
-    try {
-        act();
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
 }
 
 TEST(Keys, EachCharacterGoesDownIsPressedChangesAndComesUp) {
@@ -256,7 +250,7 @@ TEST(Combo, AChoiceIsAClickAndATextIsAChange) {
         chosen += std::to_string(screen.closedCombo.listIndex());
     }
     EXPECT_EQ(chosen, "02111");
-    EXPECT_EQ(errorOf([&] { screen.closedCombo.setText("Bolu"); }), 383);
+    EXPECT_EQ(numberRaised([&] { screen.closedCombo.setText("Bolu"); }), 383);
     EXPECT_EQ(screen.closedCombo.text(), "İzmir");
     screen.closedCombo.clear();
     EXPECT_EQ(screen.closedCombo.text(), "");
@@ -274,8 +268,8 @@ TEST(Acts, AreRefusedWhereTheHandCannotReach) {
     screen.frame.setEnabled(true);
     screen.frame.setVisible(false);
     EXPECT_FALSE(canClick());
-    EXPECT_EQ(errorOf([&] { screen.button.setFocus(); }), 5);
-    EXPECT_EQ(errorOf([&] { screen.label.setFocus(); }), 5);
+    EXPECT_EQ(numberRaised([&] { screen.button.setFocus(); }), 5);
+    EXPECT_EQ(numberRaised([&] { screen.label.setFocus(); }), 5);
     screen.frame.setVisible(true);
     screen.setEnabled(false);
     EXPECT_FALSE(canClick());
@@ -389,7 +383,7 @@ TEST(Dates, AreADayOrNothing) {
     EXPECT_TRUE(user::put(screen.date, "1.2.2026"));
     EXPECT_EQ(screen.date.text(), "01/02/2026");
     EXPECT_FALSE(user::put(screen.date, "olmaz"));
-    EXPECT_EQ(errorOf([&] { screen.date.setValue("olmaz"); }), 13);
+    EXPECT_EQ(numberRaised([&] { screen.date.setValue("olmaz"); }), 13);
     EXPECT_EQ(screen.date.text(), "01/02/2026");
     EXPECT_FALSE(user::pickDate(plain, Null{}));
     EXPECT_FALSE(user::setMark(plain, true, today));
@@ -403,9 +397,9 @@ TEST(Lists, AnswerBeyondTheirEndAndKeepTheSelectionOnItsRow) {
     list.onClick = [] { FAIL() << "code clicked"; };
     list.setListIndex(1);
     EXPECT_EQ(list.list(-1) + list.list(3), "");
-    EXPECT_EQ(errorOf([&] { list.setList(3, "x"); }), 381);
-    EXPECT_EQ(errorOf([&] { list.remove(3); }), 5);
-    EXPECT_EQ(errorOf([&] { list.setListIndex(3); }), 380);
+    EXPECT_EQ(numberRaised([&] { list.setList(3, "x"); }), 381);
+    EXPECT_EQ(numberRaised([&] { list.remove(3); }), 5);
+    EXPECT_EQ(numberRaised([&] { list.setListIndex(3); }), 380);
     list.remove(0);
     EXPECT_EQ(list.listIndex(), 0);
     list.remove(1);
@@ -425,8 +419,8 @@ TEST(Sheets, KeepTheCurrentCellInside) {
     sheet.setRows(3);
     EXPECT_EQ(sheet.row(), 1);
     EXPECT_EQ(sheet.textMatrix(2, 2), "");
-    EXPECT_EQ(errorOf([&] { sheet.setRow(3); }), 30009);
-    EXPECT_EQ(errorOf([&] { sheet.setTextMatrix(0, 3, ""); }), 381);
+    EXPECT_EQ(numberRaised([&] { sheet.setRow(3); }), 30009);
+    EXPECT_EQ(numberRaised([&] { sheet.setTextMatrix(0, 3, ""); }), 381);
     EXPECT_FALSE(user::clickCell(sheet, 3, 0));
     EXPECT_TRUE(user::clickCell(sheet, 2, 1));
     EXPECT_EQ(sheet.row() * 10 + sheet.col(), 21);
@@ -447,7 +441,7 @@ TEST(DataGrids, MoveTheirSource) {
     Screen& screen = stage.shown();
     DataGrid& grid = screen.grid;
     grid.setColumns({{"CariNo", "HSTNO"}, {"Adı", "AD"}});
-    EXPECT_EQ(errorOf([&] { static_cast<void>(grid.currentText("CariNo")); }), 3021);
+    EXPECT_EQ(numberRaised([&] { static_cast<void>(grid.currentText("CariNo")); }), 3021);
     Customers customers;
     grid.bind(&customers);
     grid.onRowChange = [&] { stage.host.log(grid.currentText("carino")); };

@@ -11,6 +11,7 @@
 #include "platform/runtime/conversion.h"
 #include "platform/runtime/format.h"
 #include "platform/store/faces/adodb.h"
+#include "tests/support/raised.h"
 #include "tests/support/shop.h"
 
 namespace veldona {
@@ -72,13 +73,10 @@ TEST(DegerYaz, ByFamily) {
     EXPECT_EQ(DegerYaz(202, text), "'a`b'");
     EXPECT_EQ(text, Value("a`b")) << "the value itself is changed";
     Value any = "x";
-    try {
-        static_cast<void>(DegerYaz(9, any));
-        FAIL() << "an unknown type must fail";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.number(), 18172);
-        EXPECT_EQ(error.description(), "Value='9'");
-    }
+    const auto error = test::raised<RuntimeError>([&] { static_cast<void>(DegerYaz(9, any)); });
+    ASSERT_TRUE(error) << "an unknown type must fail";
+    EXPECT_EQ(error->number(), 18172);
+    EXPECT_EQ(error->description(), "Value='9'");
 }
 
 TEST_F(Core, KayitYazTellsWhatFailedAndWritesNothing) {

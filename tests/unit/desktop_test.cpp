@@ -1,5 +1,6 @@
 #include "platform/desktop/desktop.h"
 #include "tests/support/files.h"
+#include "tests/support/raised.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,7 @@ namespace veldona {
 namespace {
 
 namespace fs = std::filesystem;
+using test::numberRaised;
 
 class OnDisk : public testing::Test {
 protected:
@@ -23,15 +25,6 @@ protected:
     test::TemporaryFolder folder;
     fs::path root = folder.path();
 };
-
-template <class Act> std::int32_t errorOf(Act&& act) {
-    try {
-        act();
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 TEST_F(OnDisk, APathOfDriveCFindsNamesInAnyLettersCase) {
     make("VELDONA/Veldona_Taksit/VOREL.MDB");
@@ -56,7 +49,7 @@ TEST_F(OnDisk, APathOfDriveCFindsNamesInAnyLettersCase) {
             << each.path;
     for (const char* path :
          {"", "C", "D:\\a", "C:a", "\\a", "C:\\..\\a", "C:\\VELDONA\\..\\..\\a", "C:/VELDONA/.."})
-        EXPECT_EQ(errorOf([&] { static_cast<void>(paths.toNative(path)); }), 76) << path;
+        EXPECT_EQ(numberRaised([&] { static_cast<void>(paths.toNative(path)); }), 76) << path;
 }
 
 TEST_F(OnDisk, ThePortableFolderStandsForTheDriveOnlyWithItsDatabase) {
@@ -74,10 +67,10 @@ TEST_F(OnDisk, MarkerFilesHoldOneLineAndSayWhatFailed) {
     writeTextFile(path, "x");
     EXPECT_EQ(read("firma.txt"), "x\r\n");
     deleteFile(path);
-    EXPECT_EQ(errorOf([&] { deleteFile(path); }), 53);
-    EXPECT_EQ(errorOf([&] { deleteFile(root.string()); }), 75);
-    EXPECT_EQ(errorOf([&] { writeTextFile((root / "yok/firma.txt").string(), "x"); }), 75);
-    EXPECT_EQ(errorOf([] { writeTextFile("/dev/full", "x"); }), 75);
+    EXPECT_EQ(numberRaised([&] { deleteFile(path); }), 53);
+    EXPECT_EQ(numberRaised([&] { deleteFile(root.string()); }), 75);
+    EXPECT_EQ(numberRaised([&] { writeTextFile((root / "yok/firma.txt").string(), "x"); }), 75);
+    EXPECT_EQ(numberRaised([] { writeTextFile("/dev/full", "x"); }), 75);
 }
 
 TEST_F(OnDisk, ADataSourceIsRegisteredOnce) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "dialect_engine.h"
+#include "tests/support/raised.h"
 
 namespace veldona::store {
 namespace {
@@ -56,37 +57,34 @@ TEST(DialectReading, AKeyIsOfOneStatement) {
 }
 
 TEST(DialectReading, WhatCannotBeCutIsASyntaxError) {
-    const std::string nul("SELECT * FROM MUSTKAYIT\0", 24);
-    for (const std::string_view sql : std::initializer_list<std::string_view>{"SELECT 'x",
-                                                                              "SELECT \"x",
-                                                                              "A = #1,2,2026",
-                                                                              "A = ##",
-                                                                              "A = #  #",
-                                                                              "[AD",
-                                                                              "[]",
-                                                                              "A = 12abc",
-                                                                              "A = 1.2.3",
-                                                                              "A = 1e",
-                                                                              "A ? B",
-                                                                              "A ! B",
-                                                                              "@IDENTITY",
-                                                                              "@@IDENTITYX",
-                                                                              "(A",
-                                                                              "A)",
-                                                                              "A; DELETE FROM B",
-                                                                              "A;;",
-                                                                              "(A;)",
-                                                                              "SELECT A -- B",
-                                                                              "SELECT /* A */ B",
-                                                                              "A { B",
-                                                                              "A $ B",
-                                                                              nul}) {
-        try {
-            static_cast<void>(readStatement(sql));
-            ADD_FAILURE() << sql;
-        } catch (const StoreError& error) {
-            EXPECT_EQ(error.kind(), StoreError::Kind::Syntax) << sql;
-        }
+    const std::string_view cases[] = {"SELECT 'x",
+                                      "SELECT \"x",
+                                      "A = #1,2,2026",
+                                      "A = ##",
+                                      "A = #  #",
+                                      "[AD",
+                                      "[]",
+                                      "A = 12abc",
+                                      "A = 1.2.3",
+                                      "A = 1e",
+                                      "A ? B",
+                                      "A ! B",
+                                      "@IDENTITY",
+                                      "@@IDENTITYX",
+                                      "(A",
+                                      "A)",
+                                      "A; DELETE FROM B",
+                                      "A;;",
+                                      "(A;)",
+                                      "SELECT A -- B",
+                                      "SELECT /* A */ B",
+                                      "A { B",
+                                      "A $ B",
+                                      {"SELECT * FROM MUSTKAYIT\0", 24}};
+    for (const std::string_view sql : cases) {
+        const auto error = test::raised<StoreError>([&] { static_cast<void>(readStatement(sql)); });
+        ASSERT_TRUE(error) << sql;
+        EXPECT_EQ(error->kind(), StoreError::Kind::Syntax) << sql;
     }
 }
 
@@ -104,11 +102,10 @@ std::string bound(const Value& value) {
 }
 
 std::string boundOrError(const Literal& literal, std::optional<ColumnType> target) {
-    try {
-        return bound(bindLiteral(literal, target));
-    } catch (const StoreError& error) {
-        return error.kind() == StoreError::Kind::TypeMismatch ? "mismatch" : "other error";
-    }
+    std::string text;
+    const auto error = test::raised<StoreError>([&] { text = bound(bindLiteral(literal, target)); });
+    if (!error) return text;
+    return error->kind() == StoreError::Kind::TypeMismatch ? "mismatch" : "other error";
 }
 
 TEST(DialectLiteral, IsReadByTheTypeOfItsColumn) {
@@ -183,14 +180,11 @@ struct Refusal {
 class DialectRefusal : public testing::Test {
 protected:
     void expect(const Refusal& refusal) {
-        try {
-            static_cast<void>(engine.run(refusal.sql));
-            ADD_FAILURE() << refusal.sql;
-        } catch (const StoreError& error) {
-            EXPECT_EQ(error.kind(), refusal.kind) << refusal.sql << ": " << error.what();
-            EXPECT_NE(error.description().find(refusal.names), std::string::npos)
-                << refusal.sql << ": " << error.what();
-        }
+        SCOPED_TRACE(refusal.sql);
+        const auto error = test::raised<StoreError>([&] { engine.run(refusal.sql); });
+        ASSERT_TRUE(error);
+        EXPECT_EQ(error->kind(), refusal.kind) << error->what();
+        EXPECT_NE(error->description().find(refusal.names), std::string::npos) << error->what();
     }
     DialectEngine engine;
 };
@@ -245,8 +239,7 @@ TEST_F(DialectRefusal, WhatIsNoStatement) {
         expect(each);
 }
 
-// What an attacker or a paste puts into a field must end in a refusal or an answer, and never run a second
-// statement.
+// What is put into a field ends in a refusal or an answer, and never runs a second statement.
 TEST_F(DialectRefusal, HostileTextEndsInAnAnswerOrARefusal) {
     const auto repeated = [](int count, const std::string& open, const std::string& inside,
                              const std::string& close) {
@@ -277,11 +270,8 @@ TEST_F(DialectRefusal, HostileTextEndsInAnAnswerOrARefusal) {
     texts.push_back("SELECT " + std::string(65536, 'A') + " FROM URUNSAT");
     texts.push_back("\xff\xfe\x80 \xc3");
     for (const std::string& text : texts) {
-        try {
-            engine.run(text);
-        } catch (const StoreError& error) {
-            EXPECT_LT(error.description().size(), 400u);
-        }
+        const auto error = test::raised<StoreError>([&] { engine.run(text); });
+        EXPECT_LT(error ? error->description().size() : 0, 400u);
     }
 }
 

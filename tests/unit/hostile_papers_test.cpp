@@ -23,21 +23,12 @@
 #include "platform/report/pagetext.h"
 #include "platform/runtime/text.h"
 #include "platform/store/faces/adodb.h"
-#include "tests/faults/till.h"
+#include "tests/faults/day.h"
 #include "tests/fuzz/export_readers.h"
 #include "tests/fuzz/fuzzing.h"
 
 namespace veldona::faults {
 namespace {
-
-constexpr const char* kAccount = R"op(database
-insert "MUSTKAYIT (HSTNO,AD,SOYAD)" "'7','Ayşe','Yılmaz'"
-insert "ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC,TRH)" "'7',5,9000000000000,'20/10/2026'"
-insert "URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT)" "'7',5,'1',1,9000000000000"
-insert "URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'7',5,'20/12/2026',9000000000000"
-clock "22/11/2026 10:30:00"
-start
-)op";
 
 // Keeps the pages themselves of what was shown last.
 class KeepingDesk : public report::ReportDesk {
@@ -85,8 +76,9 @@ void expectSound(const report::Document& document, const std::string& paper) {
 
 TEST(HostilePapers, StayWellFormed) {
     const Drive drive;
+    openShop(drive);
     Till till(drive);
-    till.play(kAccount);
+    till.play(openingLines());
     KeepingDesk desk;
     till.session().reportDesk = &desk;
     adodb::Connection& books = *till.session().gBaglanti;

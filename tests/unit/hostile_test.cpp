@@ -12,15 +12,13 @@
 
 #include "apps/operator/verbs.h"
 #include "apps/screens.h"
-#include "core/delivered.h"
 #include "hostiletexts.h"
 #include "journal/chain.h"
 #include "journal/thinning.h"
 #include "platform/controls/userinput.h"
 #include "platform/runtime/text.h"
-#include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "schema/tables.h"
-#include "tests/faults/till.h"
+#include "tests/faults/day.h"
 
 namespace veldona::faults {
 namespace {
@@ -58,19 +56,14 @@ const std::vector<Way>& ways() {
     return all;
 }
 
-// The shop: the customer whose account is played with, and those whose rows nobody may touch.
-constexpr const char* kShop = R"op(database
-insert "MUSTKAYIT (HSTNO,AD,SOYAD)" "'7','Ayşe','Yılmaz'" "'8','Çağrı','Işık'" "'9001','Uzak','Duran'"
-insert "ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC,TRH)" "'7',5,9000000000000,'20/10/2026'"
-insert "ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC,TRH)" "'8',4,9000000000000,'20/10/2026'"
+// Beside the customer whose account is played with, one whose rows nobody may touch.
+constexpr const char* kShop = R"op(
+insert "MUSTKAYIT (HSTNO,AD,SOYAD)" "'9001','Uzak','Duran'"
 insert "ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC,TRH)" "'9001',3,50000000,'20/10/2026'"
-insert "URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT)" "'7',5,'1',1,9000000000000" "'8',4,'1',1,9000000000000"
 insert "URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT)" "'9001',3,'1',1,50000000"
-insert "URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'7',5,'20/12/2026',9000000000000"
-insert "URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'8',4,'20/12/2026',9000000000000"
 insert "URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'9001',3,'20/12/2026',50000000"
-insert "TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'7',5,'10/11/2026 09:00:00',100000000"
 insert "TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'9001',3,'10/11/2026',10000000"
+sql "UPDATE ISLEMNOTABLO SET TRH='20/10/2026'"
 )op";
 
 // The operator, who in a screen that opens over the first one does there what he does everywhere.
@@ -85,9 +78,7 @@ public:
     }
 
     void play(const std::string& lines) {
-        std::istringstream text(lines);
-        for (std::string line; std::getline(text, line);)
-            lines_.push_back(line);
+        follow(lines);
         playOn();
     }
 
@@ -118,9 +109,7 @@ public:
     // to be done there is done within.
     void comeTo(const Way& way) {
         goal_ = way.screen;
-        std::istringstream text(way.lines);
-        for (std::string line; std::getline(text, line);)
-            lines_.push_back(line);
+        follow(way.lines);
         arrive();
         EXPECT_TRUE(goal_.empty()) << "the way does not lead there";
         goal_.clear();
@@ -144,6 +133,12 @@ public:
     int pressed = 0; // buttons, menus, tools and rows
 
 private:
+    void follow(const std::string& lines) {
+        std::istringstream text(lines);
+        for (std::string line; std::getline(text, line);)
+            lines_.push_back(line);
+    }
+
     void playOn() {
         while (!lines_.empty()) {
             const auto read = console::readLine(lines_.front());
@@ -239,50 +234,34 @@ private:
     int depth_ = 0;
 };
 
-std::string answerOf(const Drive& drive, const std::string& engineSql) {
-    const auto engine =
-        store::openSqlcipherToRead(drive.books().string(), kDeliveredPassword, std::chrono::seconds(5));
-    const auto statement = engine->prepare(engineSql);
-    std::string text;
-    while (statement->step())
-        for (int i = 0; i < statement->columnCount(); ++i)
-            text.append(statement->text(i)).append(i + 1 < statement->columnCount() ? "|" : "\n");
-    return text;
-}
-
 std::string brokenJournal(const Drive& drive) {
-    const auto engine =
-        store::openSqlcipherToRead(drive.books().string(), kDeliveredPassword, std::chrono::seconds(5));
-    const journal::Chain chain = journal::examine(*engine);
+    const journal::Chain chain = journal::examine(*drive.engine());
     return chain.broken ? describe(chain) : "";
 }
 
 // That the shop was made is no act of the operator's: nobody could take it back.
 void forgetMaking(const Drive& drive) {
-    const auto engine =
-        store::openSqlcipher(drive.books().string(), kDeliveredPassword, std::chrono::seconds(5));
+    const auto engine = drive.engine();
     journal::thin(*engine, journal::planThinning(*engine, DateTime::of(9999, 1, 1)));
 }
 
 std::string schemaOf(const Drive& drive) {
-    return answerOf(drive, "SELECT type, name, sql FROM sqlite_master");
+    return drive.answer("SELECT type, name, sql FROM sqlite_master");
 }
 
-// The rows that nobody may touch: of tables that are none of this screen's, and of the account that nobody
-// opens.
+// The rows that nobody may touch: of tables that are not this screen's, and of the account nobody opens.
 std::map<std::string, std::string> untouched(const Drive& drive, const std::set<std::string>& writes) {
     std::map<std::string, std::string> rows;
     for (const store::TableDef& table : schema::tables()) {
         const bool mayChange =
             writes.contains(table.name) || kSales.contains(table.name) || table.name == "GUNLUK";
         const bool isOfAccount = kSales.contains(table.name) && table.name != "URUNTANITIM";
-        if (!mayChange)
-            rows[table.name] = answerOf(drive, "SELECT * FROM \"" + table.name + "\" ORDER BY ID");
+        if (!mayChange) rows[table.name] = drive.answer("SELECT * FROM \"" + table.name + "\" ORDER BY ID");
         if (isOfAccount)
             rows[table.name] =
-                answerOf(drive, "SELECT * FROM \"" + table.name + "\" WHERE MUSTNO = '9001' ORDER BY ID");
+                drive.answer("SELECT * FROM \"" + table.name + "\" WHERE MUSTNO = '9001' ORDER BY ID");
     }
-    rows["9001"] = answerOf(drive, "SELECT * FROM MUSTKAYIT WHERE HSTNO = '9001'");
+    rows["9001"] = drive.answer("SELECT * FROM MUSTKAYIT WHERE HSTNO = '9001'");
     return rows;
 }
 
@@ -301,6 +280,7 @@ class Hostile : public testing::TestWithParam<Way> {};
 TEST_P(Hostile, TypedTextDoesNoHarm) {
     const Way& way = GetParam();
     const Drive shop;
+    openShop(shop);
     Till(shop).play(kShop);
     forgetMaking(shop);
     const auto wanted = untouched(shop, way.writes);
@@ -333,9 +313,9 @@ TEST_P(Hostile, TypedTextDoesNoHarm) {
         ASSERT_EQ(untouched(drive, way.writes), wanted);
         ASSERT_EQ(schemaOf(drive), schema);
         ASSERT_EQ(brokenJournal(drive), "");
-        ASSERT_EQ(answerOf(drive, "PRAGMA integrity_check"), "ok\n");
-        ASSERT_EQ(answerOf(drive, "SELECT COUNT(*) FROM TAKSITODENEN WHERE MUSTNO='8' AND ODMIKTAR=1250000"),
-                  "1\n");
+        ASSERT_EQ(drive.answer("PRAGMA integrity_check"), "ok");
+        ASSERT_EQ(drive.answer("SELECT COUNT(*) FROM TAKSITODENEN WHERE MUSTNO='8' AND ODMIKTAR=1250000"),
+                  "1");
     }
     RecordProperty("typed", typed);
     RecordProperty("pressed", pressed);

@@ -13,6 +13,7 @@
 #include "apps/aktar/movein.h"
 #include "core/delivered.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
+#include "tests/support/answer.h"
 #include "tests/support/files.h"
 
 namespace veldona::aktar {
@@ -58,13 +59,8 @@ protected:
             bytes.replace(at, from.size(), to);
     }
     std::string answer(const std::string& sql) {
-        const auto engine = store::openSqlcipher(target(), kDeliveredPassword, std::chrono::seconds(1));
-        const auto rows = engine->prepare(sql);
-        std::string text;
-        while (rows->step())
-            for (int i = 0; i < rows->columnCount(); ++i)
-                text += (text.empty() ? "" : "|") + std::string(rows->text(i));
-        return text;
+        return test::answerOf(*store::openSqlcipher(target(), kDeliveredPassword, std::chrono::seconds(1)),
+                              sql);
     }
 
     std::string bytes = test::bytesOf(VELDONA_VERI "/dukkan-jet4.mdb");

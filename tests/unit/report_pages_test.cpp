@@ -7,6 +7,7 @@
 #include "platform/report/reporterror.h"
 #include "platform/report/textfit.h"
 #include "platform/runtime/text.h"
+#include "tests/support/raised.h"
 
 namespace veldona::report {
 namespace {
@@ -335,28 +336,23 @@ TEST(ReportPages, DataThatDoesNotFitTheLayoutNamesFileAndLine) {
         {"<detail height='6'>\n<label x='0' y='0' width='9' text='{BUYUK|dd/mm/yyyy}'/></detail>",
          "Rapor düzeni hatalı: deneme.xml, satır 2: değer gösterilemedi: "},
     };
+    DataSet data = rows(1);
+    data.columns.push_back({"BUYUK", 5});
+    data.cells.emplace_back(1e300);
     for (const auto& [body, description] : cases) {
-        try {
-            DataSet data = rows(1);
-            data.columns.push_back({"BUYUK", 5});
-            data.cells.emplace_back(1e300);
-            compose(inReport(body), {data});
-            ADD_FAILURE() << body;
-        } catch (const ReportError& error) {
-            EXPECT_EQ(error.number(), kBrokenLayout);
-            EXPECT_TRUE(error.description().starts_with(description)) << error.description();
-        }
+        const auto error = test::raised<ReportError>([&] { compose(inReport(body), {data}); });
+        ASSERT_TRUE(error) << body;
+        EXPECT_EQ(error->number(), kBrokenLayout);
+        EXPECT_TRUE(error->description().starts_with(description)) << error->description();
     }
 }
 
 std::string refusalOf(const std::string& body, std::size_t count, const GoOn& goOn = {}) {
-    try {
-        static_cast<void>(
-            report::compose(parseLayout(inReport(body), "deneme.xml"), {rows(count)}, kNow, goOn));
-    } catch (const RuntimeError& error) {
-        return error.description();
-    }
-    return "none";
+    const Layout layout = parseLayout(inReport(body), "deneme.xml");
+    return test::raised<RuntimeError>(
+               [&] { static_cast<void>(report::compose(layout, {rows(count)}, kNow, goOn)); })
+        .value()
+        .description();
 }
 
 TEST(ReportPages, NoLayoutTakesMorePagesOrMemoryThanAReportMay) {

@@ -2,20 +2,14 @@
 #include <gtest/gtest.h>
 
 #include "platform/runtime/conversion.h"
-#include "platform/runtime/error.h"
 #include "platform/runtime/format.h"
 #include "platform/runtime/text.h"
+#include "tests/support/raised.h"
 
 namespace veldona {
 namespace {
 
-template <class Step> std::string shown(Step&& step) {
-    try {
-        return toText(Value(step()));
-    } catch (const RuntimeError& error) {
-        return "hata " + std::to_string(error.number());
-    }
-}
+using test::shown;
 
 TEST(Dates, TextIsReadDayFirstALiteralMonthFirst) {
     struct {

@@ -6,20 +6,13 @@
 
 #include "platform/runtime/bytecounter.h"
 #include "platform/runtime/conversion.h"
-#include "platform/runtime/error.h"
 #include "platform/runtime/format.h"
+#include "tests/support/raised.h"
 
 namespace veldona {
 namespace {
 
-// The shown result of a step, or "hata N" where it raises.
-template <class Step> std::string shown(Step&& step) {
-    try {
-        return toText(Value(step()));
-    } catch (const RuntimeError& error) {
-        return "hata " + std::to_string(error.number());
-    }
-}
+using test::shown;
 
 Currency money(const char* text) {
     return toCurrency(text);

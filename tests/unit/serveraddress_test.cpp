@@ -8,6 +8,7 @@
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/postgres/serverconnection.h"
 #include "tests/support/files.h"
+#include "tests/support/raised.h"
 
 namespace veldona::store {
 namespace {
@@ -78,12 +79,10 @@ TEST(ServerAddress, StandsBesideTheBooksAndIsNeverPassedOver) {
 
 TEST(ServerConnection, SaysWhichServerIsNotThereAndWhy) {
     const auto said = [](const std::string& text) {
-        try {
-            static_cast<void>(connectTo(ServerAddress(text, "vorel.sunucu"), std::chrono::seconds(5)));
-        } catch (const StoreError& failure) {
-            return failure.description();
-        }
-        return std::string("bağlandı");
+        const ServerAddress address(text, "vorel.sunucu");
+        const auto failure =
+            test::raised<StoreError>([&] { static_cast<void>(connectTo(address, std::chrono::seconds(5))); });
+        return failure ? failure->description() : std::string("bağlandı");
     };
     const std::string refused = said("host=127.0.0.1 port=1 dbname=v user=kasa");
     EXPECT_NE(refused.find("sunucu 127.0.0.1, kapı 1, veritabanı v, kullanıcı kasa"), refused.npos)

@@ -16,6 +16,7 @@
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "platform/store/faces/adodb.h"
 #include "storefile.h"
+#include "tests/support/answer.h"
 
 namespace {
 std::uint32_t pretended = 0; // the type of file system; 0: what stands there
@@ -62,8 +63,8 @@ TEST_F(Opening, AKeyThatComesTwiceIsLoadedWithoutBeingUnique) {
     }
     const auto database = workspace()->open(path, kPassword);
     database->execute("INSERT INTO SATIS (NO) VALUES (2)");
-    const auto index = database->engine().prepare("SELECT sql FROM sqlite_master WHERE name = 'SATIS_NO'");
-    EXPECT_TRUE(index->step());
+    EXPECT_NE(test::answerOf(database->engine(), "SELECT sql FROM sqlite_master WHERE name = 'SATIS_NO'"),
+              "");
 }
 
 TEST_F(Opening, ANetworkFolderIsRefusedUntouchedAndALocalDiskIsNot) {
@@ -285,15 +286,11 @@ TEST_F(Opening, CreatingNeverTouchesWhatStandsThere) {
 
 TEST_F(Opening, IndexesOfAnotherAlphabetAreSortedAnew) {
     create();
-    {
-        const auto engine = openSqlcipher(path, kPassword, std::chrono::seconds(1));
-        engine->execute("UPDATE MSysSIRALAMA SET SURUM = 'eski'");
-    }
+    openSqlcipher(path, kPassword, std::chrono::seconds(1))
+        ->execute("UPDATE MSysSIRALAMA SET SURUM = 'eski'");
     const auto store = workspace();
     const auto database = store->open(path, kPassword);
-    auto statement = database->engine().prepare("SELECT SURUM FROM MSysSIRALAMA");
-    ASSERT_TRUE(statement->step());
-    EXPECT_NE(statement->text(0), "eski");
+    EXPECT_NE(test::answerOf(database->engine(), "SELECT SURUM FROM MSysSIRALAMA"), "eski");
     EXPECT_EQ(database->catalog().find("MSysSIRALAMA"), nullptr);
 }
 
@@ -351,9 +348,7 @@ TEST_F(Opening, AnOlderFileIsBroughtUpToDateOnceWholeOrNotAtAll) {
     EXPECT_EQ(read("SELECT PESIN FROM ODEME ORDER BY ID", today), "-100") << "touched once";
     EXPECT_EQ(copies(), 1);
     EXPECT_EQ(openedBy(before), Kind::Other) << "the books of a newer program";
-    auto check = other->engine().prepare("PRAGMA integrity_check");
-    ASSERT_TRUE(check->step());
-    EXPECT_EQ(check->text(0), "ok");
+    EXPECT_EQ(test::answerOf(other->engine(), "PRAGMA integrity_check"), "ok");
 }
 
 } // namespace

@@ -12,7 +12,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/runtime/error.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/createdatabase.h"
 #include "platform/store/faces/adodb.h"
@@ -20,6 +19,7 @@
 #include "platform/store/faces/database.h"
 #include "platform/store/faces/workspace.h"
 #include "tests/support/files.h"
+#include "tests/support/raised.h"
 #include "tests/support/testbooks.h"
 
 namespace veldona::store {
@@ -84,6 +84,10 @@ protected:
     mutable std::chrono::milliseconds longestWait{0};
 };
 
+inline std::string cellText(const Value& value) {
+    return value.isNull() ? "NULL" : toText(value);
+}
+
 // The same with the file made and a connection open.
 class OpenStore : public StoreFile {
 protected:
@@ -95,33 +99,26 @@ protected:
     dao::Database dao() { return dao::DBEngine(*store).openDatabase(path); }
 
     // What a SELECT answers: cells joined by "|", rows by a line end.
-    std::string rows(std::string_view sql);
+    std::string rows(std::string_view sql) {
+        adodb::Recordset answer;
+        answer.open(sql, connection);
+        std::string text;
+        for (; !answer.eof(); answer.moveNext()) {
+            if (!text.empty()) text += '\n';
+            for (int i = 0; i < answer.fieldCount(); ++i)
+                text.append(i == 0 ? "" : "|").append(cellText(answer.value(i)));
+        }
+        return text;
+    }
 
     std::unique_ptr<Workspace> store = workspace();
     adodb::Connection connection{*store};
 };
 
-std::string cellText(const Value& value);
-
-// The number of the RuntimeError that `step` raises; 0 where it raises none.
-template <class Step> std::int32_t numberRaised(Step&& step) {
-    try {
-        step();
-    } catch (const RuntimeError& error) {
-        EXPECT_FALSE(error.description().empty());
-        return error.number();
-    }
-    return 0;
-}
-
-template <class Step> std::optional<StoreError::Kind> kindRaised(Step&& step) {
-    try {
-        step();
-    } catch (const StoreError& error) {
-        EXPECT_FALSE(error.description().empty());
-        return error.kind();
-    }
-    return std::nullopt;
+using test::numberRaised;
+template <class Step> std::optional<StoreError::Kind> kindRaised(const Step& step) {
+    const auto error = test::raised<StoreError>(step);
+    return error ? std::optional(error->kind()) : std::nullopt;
 }
 
 } // namespace veldona::store

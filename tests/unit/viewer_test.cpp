@@ -1,5 +1,4 @@
-// How reports come on show: the viewer's paging, zoom and search, the templates of the shop, the banded
-// previews.
+// How reports come on show: the viewer's paging, zoom and search, the templates of the shop.
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -13,8 +12,10 @@
 #include "platform/report/desk.h"
 #include "platform/report/page.h"
 #include "platform/report/pagetext.h"
+#include "platform/report/reporterror.h"
 #include "reports/viewer.h"
 #include "reports/viewerzoom.h"
+#include "tests/support/raised.h"
 #include "tests/support/shop.h"
 
 namespace veldona::test {
@@ -27,10 +28,7 @@ constexpr const char* kCustomerList = "\\Rapor\\CariListesi2.rpt";
 // Notes what came to it.
 class NotingDesk : public report::ReportDesk {
 public:
-    void preview(const report::Document& document) override {
-        events.push_back("preview " + document.title);
-        text = report::documentText(document);
-    }
+    void preview(const report::Document&) override { events.emplace_back("preview"); }
     void opened(const report::Document& document) override {
         events.push_back("opened " + document.title);
         text = report::documentText(document);
@@ -100,15 +98,6 @@ protected:
     std::vector<std::int32_t> uncaught;
 };
 
-std::string errorOf(const std::function<void()>& step) {
-    try {
-        step();
-    } catch (const RuntimeError& error) {
-        return std::to_string(error.number()) + " " + error.description();
-    }
-    return "none";
-}
-
 TEST_F(Viewer, PagingWaitsForAViewThatIsBusy) {
     FrmCrNesne& f = openTrial();
     for (const auto operation :
@@ -166,19 +155,22 @@ TEST_F(Viewer, WithoutAReportItDoesNotStay) {
 }
 
 TEST_F(Viewer, ATemplateThatIsMissingOrBrokenIsNamedAndNothingOpens) {
-    const auto print = [this] { showTemplateReport(session, kCustomerList, {"SELECT * FROM MUSTKAYIT"}); };
-    std::ofstream(templateFile("CariListesi2.rpt")) << "<report title=\"x\">\n<tabel/></report>";
-    std::string said = errorOf(print);
-    EXPECT_EQ(said.substr(0, 3), "321") << said;
-    EXPECT_NE(said.find("CariListesi2.rpt"), std::string::npos) << said;
+    const std::filesystem::path file = templateFile("CariListesi2.rpt");
+    const auto expectRefused = [&](std::int32_t number, std::string words) {
+        words += file.string();
+        const auto error = raised<RuntimeError>(
+            [this] { showTemplateReport(session, kCustomerList, {"SELECT * FROM MUSTKAYIT"}); });
+        ASSERT_TRUE(error) << words;
+        EXPECT_EQ(error->number(), number) << error->description();
+        EXPECT_TRUE(error->description().starts_with(words)) << error->description();
+    };
+    std::ofstream(file) << "<report title=\"x\">\n<tabel/></report>";
+    expectRefused(report::kBrokenLayout, "Rapor düzeni hatalı: ");
     // The shop took out the query that the list is put in for.
-    std::ofstream(templateFile("CariListesi2.rpt")) << "<report title=\"x\"></report>";
-    said = errorOf(print);
-    EXPECT_NE(said.find("CariListesi2.rpt"), std::string::npos) << said;
-    std::filesystem::remove(templateFile("CariListesi2.rpt"));
-    said = errorOf(print);
-    EXPECT_EQ(said.substr(0, 2), "53") << said;
-    EXPECT_NE(said.find("CariListesi2.rpt"), std::string::npos) << said;
+    std::ofstream(file) << "<report title=\"x\"></report>";
+    expectRefused(report::kBrokenLayout, "Rapor düzeni hatalı: ");
+    std::filesystem::remove(file);
+    expectRefused(53, "Rapor dosyası bulunamadı: ");
     EXPECT_EQ(forms.loaded("frmCrNesne"), nullptr);
     EXPECT_FALSE(session.rapor);
     EXPECT_TRUE(desk.events.empty());
@@ -193,10 +185,10 @@ TEST_F(Viewer, ATemplateReachesNothingButTheBooks) {
         std::ofstream(templateFile("CariListesi2.rpt"))
             << "<?xml version=\"1.0\"?>" << head << "<report title=\"x\"><query name=\"liste\" sql=\"" << sql
             << "\"/><table query=\"liste\"><detail height=\"5\">" << body << "</detail></table></report>";
-        return errorOf([this] { showTemplateReport(session, kCustomerList, {}); });
+        return numberRaised([this] { showTemplateReport(session, kCustomerList, {}); });
     };
     const std::string field = "<label x=\"0\" y=\"0\" width=\"100\" text=\"{HSTNO}\"/>";
-    EXPECT_EQ(show("", "SELECT * FROM MUSTKAYIT", field), "none") << "what an honest one is";
+    EXPECT_EQ(show("", "SELECT * FROM MUSTKAYIT", field), 0) << "what an honest one is";
     for (const std::string sql :
          {"UPDATE MUSTKAYIT SET AD='x'", "DELETE FROM MUSTKAYIT", "DROP TABLE MUSTKAYIT", "VACUUM",
           "INSERT INTO MUSTKAYIT (HSTNO) VALUES ('2')", "SELECT * INTO YENI FROM MUSTKAYIT",
@@ -205,18 +197,18 @@ TEST_F(Viewer, ATemplateReachesNothingButTheBooks) {
           "SELECT load_extension('x') AS HSTNO FROM MUSTKAYIT",
           "SELECT readfile('/etc/passwd') AS HSTNO FROM MUSTKAYIT",
           "SELECT writefile('x','y') AS HSTNO FROM MUSTKAYIT", "SELECT Shell('id') AS HSTNO FROM MUSTKAYIT"})
-        EXPECT_NE(show("", sql, field), "none") << sql;
+        EXPECT_NE(show("", sql, field), 0) << sql;
     for (const std::string& sql :
          {"SELECT * FROM MUSTKAYIT IN '" + outside + "'", "ATTACH DATABASE '" + outside + "' AS d",
           "SELECT * FROM [" + outside + "].MUSTKAYIT", "VACUUM INTO '" + outside + "'"})
-        EXPECT_NE(show("", sql, field), "none") << sql;
+        EXPECT_NE(show("", sql, field), 0) << sql;
     EXPECT_FALSE(std::filesystem::exists(outside));
     EXPECT_EQ(shop.rows("SELECT HSTNO, AD FROM MUSTKAYIT"), (Lines{"1|A"}));
 
     const std::string file = "file://" + shop.desktop.paths.toNative("C:\\gizli.txt");
     for (const std::string& body : {"<picture x=\"0\" y=\"0\" width=\"9\" file=\"" + file + "\"/>",
                                     "<image src=\"" + file + "\"/>", "<include file=\"" + file + "\"/>"})
-        EXPECT_NE(show("", "SELECT * FROM MUSTKAYIT", body), "none") << body;
+        EXPECT_NE(show("", "SELECT * FROM MUSTKAYIT", body), 0) << body;
     desk.text.clear();
     static_cast<void>(show("<!DOCTYPE report [<!ENTITY d SYSTEM \"" + file + "\">]>",
                            "SELECT * FROM MUSTKAYIT", "<label x=\"0\" y=\"0\" width=\"100\" text=\"&d;\"/>"));
@@ -240,9 +232,9 @@ TEST_F(Viewer, AForgottenJoinIsTooLargeOrGivenUpAndTheShopGoesOn) {
     const std::string join =
         " FROM MUSTKAYIT, MUSTKAYIT AS B, MUSTKAYIT AS C, MUSTKAYIT AS D, MUSTKAYIT AS E";
     for (const char* order : {"", " ORDER BY B.ID, C.ID, MUSTKAYIT.ID"}) {
-        const std::string said = errorOf(
+        const auto error = raised<RuntimeError>(
             [&] { showTemplateReport(session, kCustomerList, {"SELECT MUSTKAYIT.*" + join + order}); });
-        EXPECT_NE(said.find("belleğe sığmayacak kadar büyük"), std::string::npos) << said;
+        EXPECT_NE(error.value().description().find("belleğe sığmayacak kadar büyük"), std::string::npos);
     }
     Impatient note;
     shop.desktop.waitNote = &note;
