@@ -142,12 +142,19 @@ TEST_F(Shared, AListOfKeysTakesInTheNewOnesAlone) {
     connection.execute("INSERT INTO ODEME (ID, MUSTNO) VALUES (3, '1')");
     EXPECT_GT(readAnew(), 20U) << "a key that was named lies among the known ones";
     const auto other = workspace();
-    other->open(path, kPassword)->execute("DELETE FROM ODEME WHERE ID > 10");
-    awaitNews();
-    static_cast<void>(readAnew());
-    other->open(path, kPassword)->execute("DELETE FROM ODEME");
-    awaitNews();
-    static_cast<void>(readAnew());
+    const auto readBehind = [&](std::string_view written) {
+        other->open(path, kPassword)->execute(written);
+        awaitNews();
+        return readAnew();
+    };
+    EXPECT_LT(readBehind("INSERT INTO ODEME (MUSTNO) VALUES ('1')"), 5U);
+    EXPECT_EQ(readBehind("INSERT INTO MUSTERI (HSTNO) VALUES ('2')"), test::areBooksOnServer() ? 0U : 1U)
+        << "a server tells which table was written; of a file they are counted";
+    EXPECT_GT(readBehind("UPDATE ODEME SET ID = 2000 WHERE ID = 23"), 20U);
+    static_cast<void>(readBehind("DELETE FROM ODEME WHERE ID = 5"));
+    EXPECT_GT(readBehind("INSERT INTO ODEME (ID, MUSTNO) VALUES (5, '1')"), 20U);
+    static_cast<void>(readBehind("DELETE FROM ODEME WHERE ID > 10"));
+    static_cast<void>(readBehind("DELETE FROM ODEME"));
     EXPECT_TRUE(keys.eof());
 }
 

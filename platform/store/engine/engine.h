@@ -62,6 +62,15 @@ public:
     [[nodiscard]] virtual std::string_view text(int column) const = 0;
 };
 
+struct WritesOfOthers {
+    struct Table {
+        std::string name;
+        bool changesKeys; // else no row went, and what came stands behind all others
+    };
+    bool areAnywhere = false; // in whatever table
+    std::vector<Table> tables;
+};
+
 class Engine {
 public:
     virtual ~Engine() = default;
@@ -99,8 +108,8 @@ public:
 
     [[nodiscard]] virtual std::int64_t lastId() const = 0;      // 0 before the first
     [[nodiscard]] virtual std::int64_t rowsChanged() const = 0; // by the last insert, update or delete
-    // A number that stays the same as long as nobody but this connection has written.
-    [[nodiscard]] virtual std::int64_t writesOfOthers() = 0;
+    // What anybody but this connection has written since the last call.
+    [[nodiscard]] virtual WritesOfOthers takeWritesOfOthers() = 0;
     // How long a statement waits for another workstation's lock before it fails.
     virtual void setBusyTimeout(std::chrono::milliseconds timeout) = 0;
     // Who says, while it waits, whether it goes on; shared by the engines of a process.

@@ -96,17 +96,17 @@ void Database::walk(const Query& query, const std::function<void(const Statement
         row(rows);
 }
 
-void Database::countWrite(const Plan& plan) {
-    const std::string table = foldName(plan.table);
+void Database::countWrite(const std::string& name, bool changesKeys) {
+    const std::string table = foldName(name);
     ++writes_[table];
     ++writes_[kJournal]; // by the engine itself, along with it
-    if (plan.changesKeys) ++keyChanges_[table];
+    if (changesKeys) ++keyChanges_[table];
 }
 
 std::int64_t Database::write(const Query& query) {
     requireTransactionIntact();
     faults_->countWrite(query.plan().table);
-    countWrite(query.plan());
+    countWrite(query.plan().table, query.plan().changesKeys);
     const Run run(query);
     while (query.prepared->statement->step()) {
     }
@@ -129,7 +129,7 @@ void Database::writeAll(const std::vector<std::string>& statements, std::size_t&
     }
     std::vector<Engine::Write> writes;
     for (const Query& ready : queries) {
-        countWrite(ready.plan());
+        countWrite(ready.plan().table, ready.plan().changesKeys);
         writes.push_back({ready.prepared->statement.get(), ready.values});
     }
     engine_->writeAll(writes, done);
@@ -196,10 +196,10 @@ void Database::requireTransactionIntact() const {
 }
 
 void Database::noteWritesOfOthers() {
-    const std::int64_t writes = engine_->writesOfOthers();
-    if (writes == knownWritesOfOthers_) return;
-    knownWritesOfOthers_ = writes;
-    ++writesAnywhere_;
+    const WritesOfOthers writes = engine_->takeWritesOfOthers();
+    if (writes.areAnywhere) ++writesAnywhere_;
+    for (const WritesOfOthers::Table& table : writes.tables)
+        countWrite(table.name, table.changesKeys);
 }
 
 // Each part only grows, so equal sums mean that none of them has grown.

@@ -80,8 +80,8 @@ public:
     void rollback();
     [[nodiscard]] bool inTransaction() const { return inTransaction_; }
 
-    // A number that stays the same as long as no one wrote to these tables; `writesOfOthers` has those of
-    // other processes looked for too.
+    // A number that stays the same as long as no one wrote to these tables; the second has what other
+    // processes wrote looked for too.
     [[nodiscard]] std::uint64_t stamp(const std::vector<std::string>& tables);
     [[nodiscard]] std::uint64_t stampWithWritesOfOthers(const std::vector<std::string>& tables);
     // A number that stays the same as long as none of this table's keys went, and none came but behind them.
@@ -106,7 +106,7 @@ private:
     std::shared_ptr<PreparedPlan> findPlan(const std::string& key);
     std::shared_ptr<PreparedPlan> keepPlan(const std::string& key, Plan plan);
     void requireTransactionIntact() const;
-    void countWrite(const Plan& plan);
+    void countWrite(const std::string& name, bool changesKeys);
     void noteWritesOfOthers();
 
     std::unique_ptr<Engine> engine_;
@@ -118,8 +118,7 @@ private:
     std::unordered_map<std::string, Recent::iterator> plans_;
     std::unordered_map<std::string, std::uint64_t> writes_; // by folded table name
     std::unordered_map<std::string, std::uint64_t> keyChanges_;
-    std::uint64_t writesAnywhere_ = 0; // rollbacks, and what other processes wrote
-    std::int64_t knownWritesOfOthers_ = 0;
+    std::uint64_t writesAnywhere_ = 0; // rollbacks, and what others wrote of whom the table isn't known
     std::chrono::seconds timeout_{-1};
     bool inTransaction_ = false;
     bool isReading_ = false; // and nothing else, in the transaction

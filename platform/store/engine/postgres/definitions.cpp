@@ -45,8 +45,13 @@ std::string tableScript(const TableDef& table) {
         script += "CREATE TRIGGER vd_journal AFTER INSERT OR UPDATE OR DELETE ON " + name +
                   " FOR EACH ROW EXECUTE FUNCTION vd_journal();\n";
     if (table.name == kJournalTable) return script; // written along with others, which tell of it
-    return script + "CREATE TRIGGER vd_wrote AFTER INSERT OR UPDATE OR DELETE OR TRUNCATE ON " + name +
-           " EXECUTE FUNCTION vd_wrote();\n";
+    return script + "CREATE TRIGGER vd_came AFTER INSERT ON " + name +
+           " REFERENCING NEW TABLE AS came_rows EXECUTE FUNCTION vd_came();\n"
+           "CREATE TRIGGER vd_wrote AFTER UPDATE ON " +
+           name +
+           " EXECUTE FUNCTION vd_wrote('D');\n"
+           "CREATE TRIGGER vd_went AFTER UPDATE OF \"ID\" OR DELETE OR TRUNCATE ON " +
+           name + " EXECUTE FUNCTION vd_wrote('S');\n";
 }
 
 } // namespace

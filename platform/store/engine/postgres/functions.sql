@@ -264,10 +264,24 @@ END $$;
 CREATE TABLE "MSysKASA" ("KASA" text COLLATE "C" PRIMARY KEY, "NO" bigint NOT NULL, "ID" bigint,
                          "AN" timestamptz NOT NULL DEFAULT now());
 
--- Tells the other tills that somebody wrote.
+-- Tells the other tills which table somebody wrote, behind a letter: E, rows came, each behind all others; D, rows
+-- changed; S, rows went, or came with keys of their own. Equal words of one transaction are sent once.
 CREATE FUNCTION vd_wrote() RETURNS trigger LANGUAGE plpgsql AS $$
 BEGIN
-    PERFORM pg_notify(TG_TABLE_SCHEMA, '');
+    PERFORM pg_notify(TG_TABLE_SCHEMA, TG_ARGV[0] || TG_TABLE_NAME);
+    RETURN NULL;
+END $$;
+-- Keys that the counter gave are the last ones that it gave.
+CREATE FUNCTION vd_came() RETURNS trigger LANGUAGE plpgsql AS $$
+DECLARE
+    counter regclass := pg_get_serial_sequence(format('%I.%I', TG_TABLE_SCHEMA, TG_TABLE_NAME), 'ID');
+    came record;
+BEGIN
+    SELECT count(*) AS rows, min("ID") AS lowest INTO came FROM came_rows;
+    IF came.rows > 0 THEN
+        PERFORM pg_notify(TG_TABLE_SCHEMA, CASE WHEN came.lowest > pg_sequence_last_value(counter) - came.rows THEN 'E'
+                                                ELSE 'S' END || TG_TABLE_NAME);
+    END IF;
     RETURN NULL;
 END $$;
 

@@ -83,7 +83,7 @@ public:
     bool inTransaction() const override { return session_->inTransaction(); }
     std::int64_t lastId() const override { return session_->lastId(); }
     std::int64_t rowsChanged() const override { return session_->rowsChanged; }
-    std::int64_t writesOfOthers() override { return session_->writesOfOthers(); }
+    WritesOfOthers takeWritesOfOthers() override { return session_->takeWritesOfOthers(); }
     void setBusyTimeout(std::chrono::milliseconds timeout) override { session_->busyTimeout = timeout; }
     void setLockWait(std::shared_ptr<LockWait> wait) override { session_->lockWait = std::move(wait); }
     void setBounds(const ReadBounds* bounds) override { session_->bounds = bounds; }

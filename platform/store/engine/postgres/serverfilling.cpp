@@ -59,7 +59,7 @@ ServerFilling::ServerFilling(std::shared_ptr<Session> session) : session_(std::m
     session_->begin();
     session_->script("SET LOCAL maintenance_work_mem = '256MB'"); // the indexes are sorted in it
     takeIndexesOff();
-    setJournal("DISABLE");
+    setTriggers("DISABLE");
 }
 
 std::unique_ptr<Statement> ServerFilling::insertion(std::string_view sql) {
@@ -83,7 +83,7 @@ void ServerFilling::finish() {
         if (!lines.empty()) send(target, lines);
     for (const std::string& index : indexes_)
         makeAgain(index);
-    setJournal("ENABLE");
+    setTriggers("ENABLE");
     session_->commit();
 }
 
@@ -99,15 +99,15 @@ void ServerFilling::takeIndexesOff() {
     if (!script.empty()) session_->script(script);
 }
 
-void ServerFilling::setJournal(const std::string& how) {
+// No other till is there to be told.
+void ServerFilling::setTriggers(const std::string& how) {
     const ServerRows known =
         session_->ask("SELECT t.relname FROM pg_trigger j JOIN pg_class t ON t.oid = j.tgrelid WHERE "
                       "j.tgname = 'vd_journal' "
                       "AND t.relname NOT LIKE 'MSys%' AND t.relnamespace = current_schema()::regnamespace");
     std::string script;
     for (int i = 0; i < known.rowCount(); ++i)
-        script +=
-            "ALTER TABLE " + quotedName(std::string(known.text(i, 0))) + ' ' + how + " TRIGGER vd_journal; ";
+        script += "ALTER TABLE " + quotedName(std::string(known.text(i, 0))) + ' ' + how + " TRIGGER USER; ";
     if (!script.empty()) session_->script(script);
 }
 

@@ -25,7 +25,7 @@ public:
 private:
     void send(const std::string& target, std::string& lines);
     void takeIndexesOff();
-    void setJournal(const std::string& how);
+    void setTriggers(const std::string& how);
     void makeAgain(const std::string& index);
 
     std::shared_ptr<Session> session_;

@@ -256,7 +256,7 @@ Session::Rows Session::knownAnswer(const Question& asked) {
     const bool reads = asked.statement->kind == Prepared::Kind::Read;
     if (!reads) ahead_.forget();
     if (!lockWait || bounds != nullptr || asked.statement->readsClock) return nullptr;
-    const std::int64_t act = lockWait->act(), notes = writesOfOthers();
+    const std::int64_t act = lockWait->act(), notes = notesOfOthers();
     const Clock::time_point now = Clock::now(), before = std::exchange(askedAt_, now);
     // Each is stored, whichever of them says it.
     const bool isOther = std::exchange(aheadAct_, act) != act;

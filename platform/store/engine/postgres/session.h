@@ -107,7 +107,7 @@ public:
     [[nodiscard]] bool inTransaction() const { return isOpen_ && wire_->isInTransaction(); }
 
     void forget(Prepared& statement);
-    [[nodiscard]] std::int64_t writesOfOthers();
+    [[nodiscard]] WritesOfOthers takeWritesOfOthers();
 
     [[nodiscard]] std::int64_t lastId();
 
@@ -172,6 +172,7 @@ private:
     [[nodiscard]] std::int64_t rowsLeftOf(const Prepared& statement, const std::vector<Bound>& values);
     [[nodiscard]] Rows runAgain(const Question& asked);
     void settleDoubt();
+    [[nodiscard]] std::int64_t notesOfOthers();
     void requireScratch(const Prepared& statement);
     void tellLater(const char* whatWasDone);
 
@@ -181,6 +182,7 @@ private:
     std::int64_t connections_ = 0;
     std::int64_t notesBefore_ = 0; // of connections that are gone
     std::string backendStart_;
+    bool mayHaveMissed_ = false;   // what others wrote, behind one that is gone
     int oldBackend_ = 0;
     std::string oldBackendStart_;
     std::function<DateTime()> clock_;

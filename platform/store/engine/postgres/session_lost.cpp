@@ -160,6 +160,7 @@ void Session::reconnect() {
         std::this_thread::sleep_for(kBetweenTries);
     }
     notesBefore_ = notes;
+    mayHaveMissed_ = true;
     endOldBackend();
     tellLater("Kayıtlarda bir eksik yok.");
 }
@@ -252,8 +253,22 @@ void Session::tellLater(const char* whatWasDone) {
     ofTheDisk = StoreError(Kind::InputOutput, std::string(kBackAgain) + whatWasDone);
 }
 
-std::int64_t Session::writesOfOthers() {
+std::int64_t Session::notesOfOthers() {
     return notesBefore_ + wire_->notesOfOthers();
+}
+
+// As vd_wrote and vd_came say it; what is said otherwise may mean any table.
+WritesOfOthers Session::takeWritesOfOthers() {
+    WritesOfOthers writes;
+    writes.areAnywhere = std::exchange(mayHaveMissed_, false);
+    for (const std::string& note : wire_->takeNotes()) {
+        const char how = note.empty() ? '\0' : note.front();
+        if (how != 'E' && how != 'D' && how != 'S')
+            writes.areAnywhere = true;
+        else
+            writes.tables.push_back({note.substr(1), how == 'S'});
+    }
+    return writes;
 }
 
 } // namespace veldona::store

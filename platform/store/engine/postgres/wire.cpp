@@ -8,6 +8,7 @@
 #include <exception>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 
 namespace veldona::store {
 namespace {
@@ -17,6 +18,7 @@ using Clock = std::chrono::steady_clock;
 // Of the server's own types.
 constexpr Oid kWhole = 20, kText = 25, kDouble = 701;
 constexpr int kAskEvery = 20; // milliseconds
+constexpr std::size_t kMostTold = 200;
 // A whole number that is held as a double is bound as a whole one, or an index of a whole column is not used.
 constexpr double kWholeUpTo = 9007199254740992.0;
 
@@ -225,9 +227,18 @@ std::int64_t Wire::notesOfOthers() {
     return notes_;
 }
 
+std::set<std::string> Wire::takeNotes() {
+    static_cast<void>(notesOfOthers());
+    return std::exchange(told_, {});
+}
+
 void Wire::collectNotes() {
     while (PGnotify* note = PQnotifies(connection_.get())) {
-        if (note->be_pid != PQbackendPID(connection_.get())) ++notes_;
+        if (note->be_pid != PQbackendPID(connection_.get())) {
+            ++notes_;
+            if (told_.size() == kMostTold) told_ = {""};
+            told_.insert(note->extra);
+        }
         PQfreemem(note);
     }
 }

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -64,6 +65,9 @@ public:
 
     // How often others have told that they wrote, since the connection was made.
     [[nodiscard]] std::int64_t notesOfOthers();
+    // What they have told since the last call, each word once; more of them than there are tables are one:
+    // "".
+    [[nodiscard]] std::set<std::string> takeNotes();
     // False for good once LostConnection was raised.
     [[nodiscard]] bool isAlive() const;
     [[nodiscard]] int backend() const;          // the number of the server's process
@@ -80,6 +84,7 @@ private:
 
     ServerConnection connection_;
     std::int64_t notes_ = 0;
+    std::set<std::string> told_;
     bool isLost_ = false;
 };
 

@@ -99,12 +99,14 @@ public:
     bool inTransaction() const override { return sqlite3_get_autocommit(handle()) == 0; }
     std::int64_t lastId() const override { return sqlite3_last_insert_rowid(handle()); }
     std::int64_t rowsChanged() const override { return sqlite3_changes(handle()); }
-    std::int64_t writesOfOthers() override {
+    WritesOfOthers takeWritesOfOthers() override {
         if (!dataVersion_) dataVersion_ = prepare("PRAGMA data_version");
         dataVersion_->step();
         const std::int64_t version = dataVersion_->whole(0);
         dataVersion_->reset();
-        return version + (std::int64_t{connection_->number()} << 32); // each connection counts for itself
+        // Each connection counts for itself.
+        const std::int64_t known = version + (std::int64_t{connection_->number()} << 32);
+        return {.areAnywhere = std::exchange(knownVersion_, known) != known, .tables = {}};
     }
     std::optional<StoreError> takeDiskFailure() override {
         return std::exchange(connection_->ofTheDisk, std::nullopt);
@@ -260,6 +262,7 @@ private:
     std::chrono::steady_clock::time_point waitingSince_;
     std::shared_ptr<SqlcipherConnection> connection_; // a statement may outlive its engine
     std::unique_ptr<Statement> dataVersion_;
+    std::int64_t knownVersion_ = 0;
     std::optional<Filling> filling_;
     std::unique_ptr<FileLock> kept_;
 };
