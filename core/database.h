@@ -45,6 +45,7 @@ struct KayitYapisi {
     std::array<std::string, kMostFields> Alan;   // the first empty name ends the list
     std::array<std::int32_t, kMostFields> Tip{}; // the store's number of each field's type
     std::array<Value, kMostFields> Deger;
+    bool isStatement = false; // its failure is told as that of a statement, in one box
 
     // Sets the next free field.
     void add(std::string alan, Value deger);
@@ -56,8 +57,8 @@ void TipleriAl(KayitYapisi& rec, const adodb::Recordset& rs);
 // Builds and runs the statement of `rec`. A failure is shown in a box titled "vorelHata", false returned.
 bool KayitYaz(Session& session, KayitYapisi& rec);
 // The same for several of an open transaction, in their order, in one step where the store has one: the first
-// that fails is told, and those behind it are not written.
-bool writeRecords(Session& session, std::span<KayitYapisi> records);
+// that fails is told, and those behind it are not written. `firstKey`: the counter that the first one took.
+bool writeRecords(Session& session, std::span<KayitYapisi> records, std::int64_t* firstKey = nullptr);
 // The text of one value in a statement; `deger` may be changed by it. Error 18172 for a type that it does not
 // know.
 [[nodiscard]] std::string DegerYaz(std::int32_t tip, Value& deger);
@@ -74,8 +75,12 @@ bool SqlCalistir(Session& session, adodb::Connection& connection, const std::str
 // Values as the callers give them.
 enum class StockMovement { Alis = 1, Sale = 2, TakeBack = 3 };
 enum class StockDirection { In = 1, Out = 2 };
-// Moves the product's totals. False where there is no such product or the write fails; error 6 where a total
+// The record that moves the product's totals; nothing where there is no such product, error 6 where a total
 // leaves 32 bits.
+[[nodiscard]] std::optional<KayitYapisi> stockRecord(Session& session, const std::string& urkod,
+                                                     std::int32_t miktar, StockMovement hareket,
+                                                     StockDirection yon);
+// Writes it. False where there is no such product or the write fails.
 bool StokGuncelle(Session& session, const std::string& urkod, std::int32_t miktar, StockMovement hareket,
                   StockDirection yon);
 

@@ -226,7 +226,7 @@ bool KayitYaz(Session& session, KayitYapisi& rec) {
     return writeRecords(session, {&rec, 1});
 }
 
-bool writeRecords(Session& session, std::span<KayitYapisi> records) {
+bool writeRecords(Session& session, std::span<KayitYapisi> records, std::int64_t* firstKey) {
     std::vector<std::string> statements;
     std::string hata;
     Err err;
@@ -238,15 +238,18 @@ bool writeRecords(Session& session, std::span<KayitYapisi> records) {
         statements.push_back(std::move(sql));
     }
     adodb::Connection& connection = *session.gBaglanti;
-    std::size_t done = 0;
+    std::vector<std::int64_t> done;
     Err failed; // told by the runner's own box
     const bool ran = statements.empty() || run(session, connection, {}, failed, [&] {
-                         if (statements.size() == 1)
+                         if (statements.size() == 1 && firstKey == nullptr)
                              connection.execute(statements.front());
                          else
                              connection.executeAll(statements, done);
                      });
-    if (!ran) return tellUnwritten(session, failed.description + "\nSQL: " + statements[done]);
+    if (!ran)
+        return !records[done.size()].isStatement &&
+               tellUnwritten(session, failed.description + "\nSQL: " + statements[done.size()]);
+    if (firstKey != nullptr && !done.empty()) *firstKey = done.front();
     if (statements.size() == records.size()) return true;
     return tellUnwritten(session,
                          err.number == 0 ? hata + "\nSQL: " : std::to_string(err.number) + err.description);
@@ -270,13 +273,13 @@ bool SqlCalistir(Session& session, adodb::Connection& connection, const std::str
     return sql.empty() || run(session, connection, baslik, err, [&] { connection.execute(sql); });
 }
 
-bool StokGuncelle(Session& session, const std::string& urkod, std::int32_t miktar, StockMovement hareket,
-                  StockDirection yon) {
+std::optional<KayitYapisi> stockRecord(Session& session, const std::string& urkod, std::int32_t miktar,
+                                       StockMovement hareket, StockDirection yon) {
     RecordsetPtr rs;
     KayitSetiAc(session, rs,
                 "Select TOPLAM_ALINAN,TOPLAM_SATILAN,KALAN From URUNTANITIM Where URKOD = '" + urkod + "'",
                 adodb::CursorLocation::Client);
-    if (rs->eof()) return false;
+    if (rs->eof()) return std::nullopt;
     std::int64_t bought = toLong(rs->value("TOPLAM_ALINAN"));
     std::int64_t sold = toLong(rs->value("TOPLAM_SATILAN"));
     KayitSetiKapat(rs);
@@ -287,13 +290,21 @@ bool StokGuncelle(Session& session, const std::string& urkod, std::int32_t mikta
     if (hareket == StockMovement::Sale) sold += miktar;
     if (hareket == StockMovement::TakeBack) (giris ? sold : bought) -= miktar;
 
-    const std::int32_t a = in32Bits(bought);
-    const std::int32_t s = in32Bits(sold);
-    const std::int32_t k = in32Bits(bought - sold);
-    return SqlCalistir(session, *session.gBaglanti,
-                       "UPDATE  URUNTANITIM SET TOPLAM_ALINAN=" + std::to_string(a) +
-                           ", TOPLAM_SATILAN=" + std::to_string(s) + ",KALAN=" + std::to_string(k) +
-                           " Where URKOD = '" + urkod + "'");
+    KayitYapisi rec;
+    rec.Islem = KayitYapisi::Change;
+    rec.Tablo = "URUNTANITIM";
+    rec.Kosul = "URKOD = '" + urkod + "'";
+    rec.isStatement = true;
+    rec.add("TOPLAM_ALINAN", in32Bits(bought));
+    rec.add("TOPLAM_SATILAN", in32Bits(sold));
+    rec.add("KALAN", in32Bits(bought - sold));
+    return rec;
+}
+
+bool StokGuncelle(Session& session, const std::string& urkod, std::int32_t miktar, StockMovement hareket,
+                  StockDirection yon) {
+    std::optional<KayitYapisi> rec = stockRecord(session, urkod, miktar, hareket, yon);
+    return rec && KayitYaz(session, *rec);
 }
 
 } // namespace veldona

@@ -1,5 +1,7 @@
 #include "sales/salerows.h"
 
+#include <utility>
+
 #include "core/money.h"
 #include "core/session.h"
 #include "platform/desktop/desktop.h"
@@ -87,7 +89,7 @@ Value VarsayilanDeger(FrmSatis& f, int kod) {
     }
 }
 
-bool IslemBasligiEkle(FrmSatis& f, SaleRoute route) {
+void IslemBasligiEkle(FrmSatis& f, SaleRoute route, SaleRows& rows) {
     KayitYapisi rec = saleRow(f, "ISLEMNOTABLO");
     rec.add("KEFIL_CARI_ID", VarsayilanDeger(f, SaleField::KefilCariId));
     rec.add("ODEME_TIPI", VarsayilanDeger(f, SaleField::OdemeTipi));
@@ -103,10 +105,10 @@ bool IslemBasligiEkle(FrmSatis& f, SaleRoute route) {
     rec.add("TESLIM_EDILDI", VarsayilanDeger(f, SaleField::TeslimEdildi));
     rec.add("BANKA_ID", VarsayilanDeger(f, SaleField::BankaId));
     if (route == SaleRoute::Changed) addAudit(f, rec);
-    return KayitYaz(f.session, rec);
+    rows.push_back(std::move(rec));
 }
 
-bool SatisSatiriEkle(FrmSatis& f) {
+void SatisSatiriEkle(FrmSatis& f, SaleRows& rows) {
     const std::string total = trim(f.MskToplamUcret.text());
     KayitYapisi rec = saleRow(f, "URUNAL");
     rec.add("URKOD", kOnlyProduct);
@@ -120,23 +122,25 @@ bool SatisSatiriEkle(FrmSatis& f) {
     rec.add("TESLIM_EDILDI", VarsayilanDeger(f, SaleField::TeslimEdildi));
     rec.add("DEPO_ID", VarsayilanDeger(f, SaleField::DepoId));
     rec.add("SATIS_ELEMANI_ID", VarsayilanDeger(f, SaleField::SatisElemaniId));
-    return KayitYaz(f.session, rec) &&
-           StokGuncelle(f.session, kOnlyProduct, 1, StockMovement::Sale, StockDirection::Out);
+    rows.push_back(std::move(rec));
 }
 
-bool PesinatEkle(FrmSatis& f, const std::string& tablo) {
+std::optional<KayitYapisi> soldUnit(Session& session) {
+    return stockRecord(session, kOnlyProduct, 1, StockMovement::Sale, StockDirection::Out);
+}
+
+void PesinatEkle(FrmSatis& f, const std::string& tablo, SaleRows& rows) {
     KayitYapisi rec = todaysPayment(f, tablo, f.MskAlinanPesinat.text());
     if (tablo == "TAKSITODENEN")
         rec.add("KASA_ID", VarsayilanDeger(f, SaleField::BankaId));
     else
         rec.add("PESINAT", 1);
-    return KayitYaz(f.session, rec);
+    rows.push_back(std::move(rec));
 }
 
-bool TaksitSatirlariEkle(FrmSatis& f, SaleRoute route) {
+void TaksitSatirlariEkle(FrmSatis& f, SaleRoute route, SaleRows& rows) {
     const FlexGrid& grid = f.grdYapilacakOdeme;
     const std::uint8_t rowCount = toByte(grid.rows());
-    std::vector<KayitYapisi> rows;
     for (int satir = 1; satir < rowCount; ++satir) {
         const std::string& dueDay = grid.textMatrix(satir, PaymentColumn::Tarih);
         if (dueDay.empty()) continue;
@@ -147,18 +151,16 @@ bool TaksitSatirlariEkle(FrmSatis& f, SaleRoute route) {
         }
         rows.push_back(std::move(rec));
     }
-    return writeRecords(f.session, rows);
 }
 
-bool PesinSatisPlaniEkle(FrmSatis& f, const std::string& tablo) {
+void PesinSatisPlaniEkle(FrmSatis& f, const std::string& tablo, SaleRows& rows) {
     KayitYapisi rec = todaysPayment(f, tablo, f.MskToplamUcret.text());
     rec.add("PESINAT", 1);
-    return KayitYaz(f.session, rec);
+    rows.push_back(std::move(rec));
 }
 
-bool PesinOdemeEkle(FrmSatis& f) {
-    KayitYapisi rec = todaysPayment(f, "TAKSITODENEN", f.MskToplamUcret.text());
-    return KayitYaz(f.session, rec);
+void PesinOdemeEkle(FrmSatis& f, SaleRows& rows) {
+    rows.push_back(todaysPayment(f, "TAKSITODENEN", f.MskToplamUcret.text()));
 }
 
 bool addPayments(FrmSatis& f) {

@@ -1,13 +1,16 @@
 // The rows of a sale as they go into the books: a header, one line of the one product, the schedule, the
-// payment taken at the sale. Each of the inserts tells the operator of its own failure and answers false.
+// payment taken at the sale. Who writes them tells the operator what failed (core/database).
 //
 // The down payment is kept twice: as the first row of the schedule and as a payment, so that the balances
 // take that row for paid.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <vector>
 
+#include "core/database.h"
 #include "sales/salescreen.h"
 
 namespace veldona {
@@ -36,17 +39,20 @@ inline constexpr int DepoId = 16;
 // header does.
 enum class SaleRoute { Yeni, Changed };
 
-[[nodiscard]] bool IslemBasligiEkle(FrmSatis& f, SaleRoute route);
-// With it the stock: one more unit sold. False, and no word, where the product is missing.
-[[nodiscard]] bool SatisSatiriEkle(FrmSatis& f);
+using SaleRows = std::vector<KayitYapisi>; // to be written in their order
+
+void IslemBasligiEkle(FrmSatis& f, SaleRoute route, SaleRows& rows);
+void SatisSatiriEkle(FrmSatis& f, SaleRows& rows);
+// Belongs behind the line: one more unit sold. Nothing where the product is missing.
+[[nodiscard]] std::optional<KayitYapisi> soldUnit(Session& session);
 // The down payment; as a payment it names the cash box, as a row of the schedule it is marked.
-[[nodiscard]] bool PesinatEkle(FrmSatis& f, const std::string& tablo);
+void PesinatEkle(FrmSatis& f, const std::string& tablo, SaleRows& rows);
 // One row for each row of grdYapilacakOdeme that has a date. Error 6 for a grid of more than 255 rows.
-[[nodiscard]] bool TaksitSatirlariEkle(FrmSatis& f, SaleRoute route);
+void TaksitSatirlariEkle(FrmSatis& f, SaleRoute route, SaleRows& rows);
 // A sale without installments: the whole total as one row of the schedule, and as paid.
-[[nodiscard]] bool PesinSatisPlaniEkle(FrmSatis& f, const std::string& tablo);
-[[nodiscard]] bool PesinOdemeEkle(FrmSatis& f);
-// One payment for each row of grdYapilanOdeme that has an amount.
+void PesinSatisPlaniEkle(FrmSatis& f, const std::string& tablo, SaleRows& rows);
+void PesinOdemeEkle(FrmSatis& f, SaleRows& rows);
+// Writes one payment for each row of grdYapilanOdeme that has an amount.
 [[nodiscard]] bool addPayments(FrmSatis& f);
 
 // Deletes the rows of the sale from one table.

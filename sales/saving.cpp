@@ -1,5 +1,8 @@
 #include "sales/saving.h"
 
+#include <functional>
+#include <optional>
+
 #include "core/recordcycle.h"
 #include "core/session.h"
 #include "platform/desktop/desktop.h"
@@ -14,14 +17,24 @@ namespace veldona {
 
 namespace {
 
+// The stock is read first, so that nothing is asked between the writes: they go together.
 bool writeNewSale(FrmSatis& f, std::int32_t& id) {
-    if (!IslemBasligiEkle(f, SaleRoute::Yeni)) return false;
-    if (const double newId = SonKimlik(f.session, "ISLEMNOTABLO"); newId >= 1) id = toLong(newId);
-    if (!f.chkOtomatikTaksitHesapla.checked())
-        return PesinOdemeEkle(f) && SatisSatiriEkle(f) && PesinSatisPlaniEkle(f, "URUNSAT");
-    if (!SatisSatiriEkle(f)) return false;
-    if (toDouble(f.MskAlinanPesinat.text()) > 0 && !PesinatEkle(f, "TAKSITODENEN")) return false;
-    return TaksitSatirlariEkle(f, SaleRoute::Yeni);
+    const bool byInstallments = f.chkOtomatikTaksitHesapla.checked();
+    std::optional<KayitYapisi> sold = soldUnit(f.session);
+    SaleRows rows;
+    IslemBasligiEkle(f, SaleRoute::Yeni, rows);
+    if (!byInstallments) PesinOdemeEkle(f, rows);
+    SatisSatiriEkle(f, rows);
+    if (sold) {
+        rows.push_back(*std::move(sold));
+        if (!byInstallments) PesinSatisPlaniEkle(f, "URUNSAT", rows);
+        if (byInstallments && toDouble(f.MskAlinanPesinat.text()) > 0) PesinatEkle(f, "TAKSITODENEN", rows);
+        if (byInstallments) TaksitSatirlariEkle(f, SaleRoute::Yeni, rows);
+    }
+    std::int64_t newId = 0;
+    const bool isWritten = writeRecords(f.session, rows, &newId);
+    if (newId >= 1) id = toLong(newId);
+    return isWritten && sold;
 }
 
 bool rewriteSale(FrmSatis& f) {
@@ -29,13 +42,25 @@ bool rewriteSale(FrmSatis& f) {
     session.gISLEMNO = toLong(f.txtIslemNo.text());
     session.gHSTNO = f.txtCariKod.text();
     const std::string no = std::to_string(session.gISLEMNO);
-    if (!SatisKayitlariniSil(session, no) || !IslemBasligiEkle(f, SaleRoute::Changed)) return false;
-    if (!deleteRows(session, "URUNAL", no) || !SatisSatiriEkle(f)) return false;
+    const auto written = [&](const std::function<void(SaleRows&)>& add) {
+        SaleRows rows;
+        add(rows);
+        return writeRecords(session, rows);
+    };
+    if (!SatisKayitlariniSil(session, no) ||
+        !written([&](SaleRows& rows) { IslemBasligiEkle(f, SaleRoute::Changed, rows); }))
+        return false;
+    if (!deleteRows(session, "URUNAL", no) || !written([&](SaleRows& rows) { SatisSatiriEkle(f, rows); }))
+        return false;
+    std::optional<KayitYapisi> sold = soldUnit(session);
+    if (!sold || !KayitYaz(session, *sold)) return false;
     if (!f.chkOtomatikTaksitHesapla.checked() &&
-        (!deleteRows(session, "URUNSAT", no) || !PesinSatisPlaniEkle(f, "URUNSAT")))
+        (!deleteRows(session, "URUNSAT", no) ||
+         !written([&](SaleRows& rows) { PesinSatisPlaniEkle(f, "URUNSAT", rows); })))
         return false;
     if (!deleteRows(session, "TAKSITODENEN", no) || !addPayments(f)) return false;
-    return deleteRows(session, "URUNSAT", no) && TaksitSatirlariEkle(f, SaleRoute::Changed);
+    return deleteRows(session, "URUNSAT", no) &&
+           written([&](SaleRows& rows) { TaksitSatirlariEkle(f, SaleRoute::Changed, rows); });
 }
 
 // Another till may have saved a sale under the number that this one was given when it was begun.

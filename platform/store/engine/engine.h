@@ -76,14 +76,17 @@ public:
     virtual ~Engine() = default;
 
     // Writes of a transaction that nobody reads between, in their order; behind one that fails the others are
-    // not run, and its failure is raised. `done`: how many went through.
+    // not run, and its failure is raised. `done`: of each that went through, the counter given last behind
+    // it.
     struct Write {
         Statement* statement; // of this engine
         std::vector<Value> values;
     };
-    virtual void writeAll(const std::vector<Write>& writes, std::size_t& done) {
-        for (done = 0; done < writes.size(); ++done)
-            run(writes[done]);
+    virtual void writeAll(const std::vector<Write>& writes, std::vector<std::int64_t>& done) {
+        for (const Write& write : writes) {
+            run(write);
+            done.push_back(lastId());
+        }
     }
 
     // A statement in this engine's words: what the dialect's writer makes of a plan.

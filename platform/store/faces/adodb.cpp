@@ -52,7 +52,7 @@ std::int64_t Connection::execute(std::string_view sql) {
     return asStatement([&] { return database().execute(sql); });
 }
 
-void Connection::executeAll(const std::vector<std::string>& statements, std::size_t& done) {
+void Connection::executeAll(const std::vector<std::string>& statements, std::vector<std::int64_t>& done) {
     asStatement([&] { database().writeAll(statements, done); });
 }
 

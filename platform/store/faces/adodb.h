@@ -53,9 +53,9 @@ public:
     // Runs one statement; what a SELECT answers is dropped (open a Recordset for it). The rows written are
     // returned.
     std::int64_t execute(std::string_view sql);
-    // Statements that write, of an open transaction, one after the other; `done`: how many went through
-    // before what this raises.
-    void executeAll(const std::vector<std::string>& statements, std::size_t& done);
+    // Statements that write, of an open transaction, one after the other; `done`: of each that went through,
+    // before what this raises, the counter given last.
+    void executeAll(const std::vector<std::string>& statements, std::vector<std::int64_t>& done);
     // Hands on each row that a SELECT answers as it comes, with its values as stored, and keeps none. Nothing
     // else may be asked of the connection meanwhile.
     void walk(std::string_view sql, const std::function<void(const store::Statement&)>& row);

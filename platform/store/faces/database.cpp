@@ -113,9 +113,8 @@ std::int64_t Database::write(const Query& query) {
     return engine_->rowsChanged();
 }
 
-void Database::writeAll(const std::vector<std::string>& statements, std::size_t& done) {
+void Database::writeAll(const std::vector<std::string>& statements, std::vector<std::int64_t>& done) {
     requireTransactionIntact();
-    done = 0;
     std::vector<Query> queries; // whose statements stand as long as they do
     std::exception_ptr failure;
     try {

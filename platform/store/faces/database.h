@@ -70,8 +70,9 @@ public:
     void walk(const Query& query, const std::function<void(const Statement&)>& row);
     std::int64_t write(const Query& query); // the rows changed
     // Statements that write, in one step where the engine has one for them, as far as they go through: what
-    // one raises is raised when those before it are done. `done`: how many these are.
-    void writeAll(const std::vector<std::string>& statements, std::size_t& done);
+    // one raises is raised when those before it are done. `done`: of each of these, the counter given last
+    // behind it.
+    void writeAll(const std::vector<std::string>& statements, std::vector<std::int64_t>& done);
     // Whichever of the two it is; rows of a SELECT are dropped, and count as none.
     std::int64_t execute(std::string_view sql);
 

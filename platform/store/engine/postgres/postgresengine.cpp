@@ -37,7 +37,7 @@ public:
                    : makeStatement(session_, sql);
     }
     const EngineWords& words() const override { return kPostgresWords; }
-    void writeAll(const std::vector<Write>& writes, std::size_t& done) override {
+    void writeAll(const std::vector<Write>& writes, std::vector<std::int64_t>& done) override {
         if (!session_->inTransaction()) return Engine::writeAll(writes, done);
         std::vector<Question> questions;
         for (const Write& write : writes) {
@@ -45,7 +45,6 @@ public:
             for (const Value& value : write.values)
                 question.values.push_back(boundOf(value));
         }
-        done = 0;
         session_->writeAll(questions, done);
     }
 

@@ -251,11 +251,15 @@ Session::Rows Session::run(const Question& asked) {
     }
 }
 
-// Only where acts are told apart; what asks the clock, or is bounded, is asked each time.
 Session::Rows Session::knownAnswer(const Question& asked) {
     const bool reads = asked.statement->kind == Prepared::Kind::Read;
     if (!reads) ahead_.forget();
-    if (!lockWait || bounds != nullptr || asked.statement->readsClock) return nullptr;
+    return noteAsked(asked) && reads ? ahead_.find(asked) : nullptr;
+}
+
+// Only where acts are told apart; what asks the clock, or is bounded, is asked each time: false.
+bool Session::noteAsked(const Question& asked) {
+    if (!lockWait || bounds != nullptr || asked.statement->readsClock) return false;
     const std::int64_t act = lockWait->act(), notes = notesOfOthers();
     const Clock::time_point now = Clock::now(), before = std::exchange(askedAt_, now);
     // Each is stored, whichever of them says it.
@@ -263,23 +267,23 @@ Session::Rows Session::knownAnswer(const Question& asked) {
     const bool isWritten = std::exchange(aheadNotes_, notes) != notes;
     if (isOther || isWritten || now - before > kLongestKept) ahead_.forget();
     ahead_.note(asked);
-    return reads ? ahead_.find(asked) : nullptr;
+    return true;
 }
 
 // Behind the statement and its end, so that neither waits for them or fails with them.
-Session::Ahead Session::addAhead(Trip& trip, const Question& asked) {
+Session::Ahead Session::addAhead(Trip& trip, const Question& asked, bool isInside) {
     Ahead ahead;
     const bool isScratch = asked.statement->kind != Prepared::Kind::Read && !isShared(*asked.statement);
     if (!lockWait || bounds != nullptr || asked.statement->readsClock || isScratch) return ahead;
     std::vector<Question> expected = ahead_.behind(asked);
     if (expected.empty()) return ahead;
     const std::size_t first = trip.commands.size();
-    trip.commands.push_back(isOpen_ ? plain(kSavepoint) : syncHere());
+    trip.commands.push_back(isInside ? plain(kSavepoint) : syncHere());
     for (Question& question : expected) {
         const std::size_t place = bindTo(trip, question);
         ahead.emplace_back(place, std::move(question));
     }
-    if (isOpen_) trip.commands.push_back(plain(kRelease));
+    if (isInside) trip.commands.push_back(plain(kRelease));
     for (std::size_t i = first; i < trip.commands.size(); ++i)
         trip.commands[i].mayFail = true;
     return ahead;
@@ -320,7 +324,7 @@ Session::Rows Session::attempt(const Question& asked) {
     if (isOpen_) batch.push_back(plain(kRelease));
     if (shared && !isOpen_)
         batch.push_back(mark(statement.kind == Prepared::Kind::Insert ? statement.table : std::string()));
-    Ahead ahead = addAhead(trip, asked);
+    Ahead ahead = addAhead(trip, asked, isOpen_);
     Answers answers = send(batch, shared ? patienceForLock() : isBounded ? patienceForRows() : Patience());
     noteMade(trip, answers);
     if (shared)
@@ -336,7 +340,7 @@ Session::Rows Session::attempt(const Question& asked) {
     return rows;
 }
 
-void Session::writeAll(const std::vector<Question>& writes, std::size_t& done) {
+void Session::writeAll(const std::vector<Question>& writes, std::vector<std::int64_t>& done) {
     requireConnection();
     sendWaiting();
     ahead_.forget();
@@ -355,11 +359,13 @@ void Session::writeAll(const std::vector<Question>& writes, std::size_t& done) {
     try {
         const Answers answers = send(trip.commands, patienceForLock(), &refusedAt);
         noteMade(trip, answers);
-        for (; done < writes.size(); ++done)
-            noteWrite(*writes[done].statement, answers[places[done]].get());
+        for (std::size_t i = 0; i < writes.size(); ++i) {
+            noteWrite(*writes[i].statement, answers[places[i]].get());
+            done.push_back(lastId_);
+        }
     } catch (const StoreError&) {
-        while (done < places.size() && places[done] < refusedAt)
-            ++done;
+        for (const std::size_t place : places)
+            if (place < refusedAt) done.push_back(0);
         throw;
     } catch (const LostConnection&) {
         fail(connectionLost());
@@ -485,14 +491,20 @@ void Session::note(const std::string& what) {
 void Session::begin() {
     requireConnection();
     sendWaiting();
-    const auto attempted = [this] {
-        Batch batch;
-        addSettings(batch, nullptr);
-        batch.push_back(plain("BEGIN"));
-        batch.push_back(lock());
-        static_cast<void>(send(batch, patienceForLock()));
+    const Question beginning{beginning_, {}}; // what follows it goes along, as behind any other
+    const auto attempted = [&] {
+        Trip trip;
+        addSettings(trip.commands, nullptr);
+        trip.commands.push_back(plain(beginning_->sql));
+        trip.commands.push_back(lock());
+        Ahead ahead = addAhead(trip, beginning, true);
+        Answers answers = send(trip.commands, patienceForLock());
+        isOpen_ = true;
+        noteMade(trip, answers);
+        keepAhead(ahead, answers);
     };
     ahead_.forget(); // others may write while the lock is waited for
+    static_cast<void>(noteAsked(beginning));
     try {
         attempted();
     } catch (const StoreError&) {
@@ -506,7 +518,6 @@ void Session::begin() {
             fail(connectionLost());
         }
     }
-    isOpen_ = true;
     hasWritten_ = false;
     counted_.clear();
 }

@@ -88,9 +88,9 @@ public:
 
     using Rows = std::shared_ptr<const ServerRows>;
     [[nodiscard]] Rows run(const Question& asked);
-    // Writes of a transaction, in one trip; behind one that is refused the others are not run. `done`: how
-    // many went through.
-    void writeAll(const std::vector<Question>& writes, std::size_t& done);
+    // Writes of a transaction, in one trip; behind one that is refused the others are not run. `done`: of
+    // each that went through, the counter given last behind it; 0 where another one was refused.
+    void writeAll(const std::vector<Question>& writes, std::vector<std::int64_t>& done);
     // Statements of ours.
     void script(const std::string& sql);
     // Rows into a table, by COPY … FROM STDIN.
@@ -141,7 +141,8 @@ private:
     std::size_t bindTo(Trip& trip, const Question& asked); // the place of its answer
     static void noteMade(Trip& trip, const Answers& answers);
     [[nodiscard]] Rows knownAnswer(const Question& asked);
-    [[nodiscard]] Ahead addAhead(Trip& trip, const Question& asked);
+    bool noteAsked(const Question& asked);
+    [[nodiscard]] Ahead addAhead(Trip& trip, const Question& asked, bool isInside);
     void keepAhead(Ahead& ahead, Answers& answers);
     [[nodiscard]] Rows attempt(const Question& asked);
     // `refusedAt`: the place of what was refused.
@@ -171,8 +172,8 @@ private:
     [[nodiscard]] bool wentThrough(std::int64_t act);
     [[nodiscard]] std::int64_t rowsLeftOf(const Prepared& statement, const std::vector<Bound>& values);
     [[nodiscard]] Rows runAgain(const Question& asked);
-    void settleDoubt();
     [[nodiscard]] std::int64_t notesOfOthers();
+    void settleDoubt();
     void requireScratch(const Prepared& statement);
     void tellLater(const char* whatWasDone);
 
@@ -181,8 +182,8 @@ private:
     std::unique_ptr<Wire> wire_;
     std::int64_t connections_ = 0;
     std::int64_t notesBefore_ = 0; // of connections that are gone
-    std::string backendStart_;
     bool mayHaveMissed_ = false;   // what others wrote, behind one that is gone
+    std::string backendStart_;
     int oldBackend_ = 0;
     std::string oldBackendStart_;
     std::function<DateTime()> clock_;
@@ -199,6 +200,7 @@ private:
     std::int64_t named_ = 0;
     std::string actSaid_; // to this connection, who writes and at what
     ReadAhead ahead_;
+    const std::shared_ptr<Prepared> beginning_ = std::make_shared<Prepared>("BEGIN");
     std::chrono::steady_clock::time_point askedAt_; // last
     std::int64_t aheadAct_ = 0, aheadNotes_ = 0;    // in which act, and behind how many writes of others
     bool isOpen_ = false;                           // a transaction
