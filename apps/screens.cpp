@@ -8,6 +8,7 @@
 #include "daybook/search.h"
 #include "ledger/mainscreen.h"
 #include "maintenance/backupscreen.h"
+#include "maintenance/journalscreen.h"
 #include "maintenance/letterhead.h"
 #include "maintenance/passwordscreen.h"
 #include "maintenance/paymentcorrection.h"
@@ -30,6 +31,7 @@ std::shared_ptr<ShopReckoning> registerScreens(Forms& forms, Session& session) {
     });
     forms.add("frmSatis", [&session](Forms& f) { return makeFrmSatis(f, session); });
     forms.add("frmYedek", [&session](Forms& f) { return makeFrmYedek(f, session); });
+    forms.add("frmGunluk", [&session](Forms& f) { return makeFrmGunluk(f, session); });
     forms.add("frmParola", [&session](Forms& f) { return makeFrmParola(f, session); });
     forms.add("frmCrNesne", [&session](Forms& f) { return makeFrmCrNesne(f, session); });
     forms.add("rprodemesigecen", [&session](Forms& f) { return makeRprOdemesiGecen(f, session); });

@@ -140,4 +140,9 @@ std::string shownIn(const std::string& column, const Value& stored) {
     return text.empty() ? "boş" : text;
 }
 
+std::string shownDay(const std::string& stored) {
+    if (stored.size() < 10) return stored;
+    return stored.substr(8, 2) + '/' + stored.substr(5, 2) + '/' + stored.substr(0, 4);
+}
+
 } // namespace veldona::journal

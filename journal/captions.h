@@ -11,5 +11,7 @@ namespace veldona::journal {
 // `stored` as the books hold it; "—" where there is nothing.
 [[nodiscard]] std::string shownIn(const std::string& column, const Value& stored);
 [[nodiscard]] std::string shownAmount(double column);
+// The day of a stored moment; the text itself where it is none.
+[[nodiscard]] std::string shownDay(const std::string& stored);
 
 } // namespace veldona::journal

@@ -76,6 +76,7 @@ void bindMenuBar(FrmMainVeldona& f) {
     f.mnuGrafik.setEnabled(f.forms().isKnown("frmGrafik"));
     f.mnuGrafik.onClick = [&f] { showScreen(f.session, "frmGrafik", Kip::Modal); };
     f.mnuYedekAl.onClick = [&f] { showScreen(f.session, "frmYedek", Kip::Modal); };
+    f.mnuGunluk.onClick = [&f] { showScreen(f.session, "frmGunluk", Kip::Modal); };
     f.mnuParola.onClick = [&f] { mnuParola_Click(f); };
     f.mnuBugun.onClick = [&f] { openPickedIn(f, "frmBugun"); };
     f.mnuAra.onClick = [&f] { openPickedIn(f, "frmArama"); };

@@ -207,6 +207,7 @@ struct FrmMainVeldona : Form {
     MenuItem mnuYedekAl{mnuYedek, "mnuYedekAl", "Yedek &Al…"};
     MenuItem mnuYedektenDon{mnuYedek, "mnuYedektenDon", "Yedekten &Dön…"};
     MenuItem mnuParola{mnuYedek, "mnuParola", "Defterin &Parolası…"};
+    MenuItem mnuGunluk{mnuYedek, "mnuGunluk", "&Günlüğü İncelt…"};
     Menu mnuYardim{*this, "mnuYardim", "Y&ardım"};
     MenuItem mnuKilavuz{mnuYardim, "mnuKilavuz", "&Kılavuz"};
     MenuItem mnuTuslar{mnuYardim, "mnuTuslar", "&Tuşlar", "F1"};

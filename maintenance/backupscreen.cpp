@@ -98,20 +98,13 @@ backup::Onlooker onlookerOf(const Progress& progress) {
     };
 }
 
-void runBeside(Session& session, const std::string& words, const std::function<void(const Progress&)>& work) {
-    if (SideWork* beside = session.desktop.sideWork)
-        beside->run(words, work);
-    else
-        work([](const std::string&, int) { return true; });
-}
-
 // Nothing where it failed or was given up, which has been told then.
 std::optional<backup::Taken> takeInto(FrmYedek& f, const std::string& folder, DateTime now) {
     std::optional<backup::Taken> taken;
     std::string failure;
     const std::string books = booksOf(f);
     try {
-        runBeside(f.session, "Yedek alınıyor", [&](const Progress& progress) {
+        runBeside(f.session.desktop.sideWork, "Yedek alınıyor", [&](const Progress& progress) {
             taken = backup::takeBackup(books, folder, now, onlookerOf(progress));
         });
         return taken;

@@ -48,10 +48,7 @@ std::string failureOf(Desktop& desktop, const Change& change) {
                       });
     };
     try {
-        if (desktop.sideWork != nullptr)
-            desktop.sideWork->run("Parola değişiyor", work);
-        else
-            work([](const std::string&, int) { return true; });
+        runBeside(desktop.sideWork, "Parola değişiyor", work);
         return {};
     } catch (const backup::Refusal& refusal) {
         return refusal.what();

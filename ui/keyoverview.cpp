@@ -89,6 +89,7 @@ const std::map<std::string_view, Lines> kScreens = {
       {Key::Escape, "Esc", "Ekranı kapatır"}}},
     {"frmYedek",
      {{Key::None, "Enter (listede)", "Seçili yere yedek alır"}, {Key::Escape, "Esc", "Ekranı kapatır"}}},
+    {"frmGunluk", {{Key::Escape, "Esc", "Ekranı kapatır"}}},
     {"frmParola", {{Key::Escape, "Esc", "Ekranı kapatır"}}},
     {"frmGrafik", {{Key::F9, "F9", "Grafikleri yazdırır"}, {Key::Escape, "Esc", "Ekranı kapatır"}}},
     {"frmCrNesne",

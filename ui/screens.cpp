@@ -9,6 +9,7 @@
 #include "ui_frmCarihesapSec.h"
 #include "ui_frmCrNesne.h"
 #include "ui_frmGrafik.h"
+#include "ui_frmGunluk.h"
 #include "ui_frmMainVeldona.h"
 #include "ui_frmParola.h"
 #include "ui_frmSatis.h"
@@ -41,6 +42,7 @@ void drawScreens(WindowHost& host) {
         offerPdf(host, window);
     });
     host.draw("frmGrafik", drawAs<Ui::frmGrafik>);
+    host.draw("frmGunluk", drawAs<Ui::frmGunluk>);
     host.draw("frmMainVeldona", drawAs<Ui::frmMainVeldona>);
     host.draw("frmSatis", drawAs<Ui::frmSatis>);
     host.draw("frmParola", drawAs<Ui::frmParola>);

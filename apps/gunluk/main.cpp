@@ -9,7 +9,6 @@
 #include "apps/gunluk/options.h"
 #include "apps/parola/asking.h"
 #include "apps/tool/toolmain.h"
-#include "backup/fingerprint.h"
 #include "backup/serverbooks.h"
 #include "core/books.h"
 #include "core/delivered.h"
@@ -43,30 +42,22 @@ store::Place forWriting(store::Place place, const Options& options) {
     return place;
 }
 
-DateTime monthsBefore(DateTime now, int months) {
-    const int month = now.year() * 12 + now.month() - 1 - months;
-    return DateTime::of(month / 12, month % 12 + 1, 1);
-}
-
 int thin(const store::Place& place, const Options& options) {
     const auto books = openBooks(forWriting(place, options), kWait);
-    const auto plan = journal::planThinning(*books, monthsBefore(SystemClock().now(), *options.months));
-    std::cout << "Günlükte " << plan.all << " kayıt var.\n";
+    const auto plan =
+        journal::planThinning(*books, journal::monthsBefore(SystemClock().now(), *options.months));
+    std::cout << journal::describe(plan) << '\n';
     if (plan.entries == 0) {
         std::cout << *options.months << " aydan eski kayıt yok; bir şey silinmedi.\n";
         return kWhole;
     }
-    std::cout
-        << backup::shownDate(plan.until) << " ve öncesinden " << plan.entries
-        << " kayıt silinir. O günlerin işlemleri artık geri alınamaz ve kimin yaptığı görülemez; defterin "
-           "kendisi değişmez, kalan kayıtların zinciri sağlam kalır.\n";
+    std::cout << journal::lossOf(plan) << '\n';
     if (!options.confirmed) {
         std::cout << "Hiçbir şey silinmedi. Silmek için --evet ekleyin.\n";
         return kWhole;
     }
-    const store::ActScope act("", "Günlüğü İncelt");
-    journal::thin(*books, plan);
-    std::cout << plan.entries << " kayıt silindi. Dosyada açılan yer yeni kayıtlara kullanılır.\n";
+    const store::ActScope act("", journal::kThinningName);
+    std::cout << journal::thinnedWords(journal::thin(*books, plan)) << '\n';
     return kWhole;
 }
 

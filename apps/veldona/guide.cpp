@@ -128,6 +128,7 @@ QString chapterOf(const std::string& screen) {
         {"frmSonIslemler", "son-işlemler-ve-geri-almak"},
         {"frmYedek", "yedek"},
         {"frmParola", "defterin-parolası"},
+        {"frmGunluk", "günlük"},
         {"frmCrNesne", "yazdırma-ve-pdf"},
         {"frmGrafik", "grafikler"},
         {"rprodemesigecen", "günü-geçenler"},

@@ -18,4 +18,13 @@ public:
     virtual void run(const std::string& words, const std::function<void(const Progress&)>& work) = 0;
 };
 
+// Where there is nobody who would (no window waits), it runs at once.
+inline void runBeside(SideWork* beside, const std::string& words,
+                      const std::function<void(const Progress&)>& work) {
+    if (beside != nullptr)
+        beside->run(words, work);
+    else
+        work([](const std::string&, int) { return true; });
+}
+
 } // namespace veldona

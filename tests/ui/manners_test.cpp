@@ -57,7 +57,7 @@ constexpr const char* kScreens[] = {"frmMainVeldona",      "frmAntetBilgisi", "f
                                     "rprbeklenentahsilat", "rprodemesigecen", "rptGelirGider",
                                     "taksitmustduzelt",    "taksitodduzelt",  "frmYedek",
                                     "frmGrafik",           "frmBugun",        "frmArama",
-                                    "frmSonIslemler",      "frmParola"};
+                                    "frmSonIslemler",      "frmParola",       "frmGunluk"};
 
 class Manners : public ProgramWindows {
 protected:

@@ -48,6 +48,7 @@ const std::vector<Way>& ways() {
         {"rprbeklenentahsilat", "click cmdBeklenenTaksitler\n", {}},
         {"rptGelirGider", "click cmdTahsilatListesi\n", {}},
         {"frmParola", "menu mnuParola\n", {}, false},
+        {"frmGunluk", "menu mnuGunluk\n", {}, false},
         {"frmYedek", "menu mnuYedekAl\n", {}, false},
         {"frmGrafik", "menu mnuGrafik\n", {}, false},
         {"taksitodduzelt", "click L4 0\nclick Command3\n", {}},
