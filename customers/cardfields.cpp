@@ -22,6 +22,13 @@ void showGroup(FrmCariEkle& f) {
     if (!rs->eof()) f.cboGrup.setText(joinText(rs->value("GRUP_ADI")));
 }
 
+std::vector<std::string> textsOf(const FrmCariEkle& f) {
+    std::vector<std::string> texts;
+    for (const FieldControl* each : fieldsOf(f))
+        texts.push_back(each->text());
+    return texts;
+}
+
 // While a record fills the fields, their changes are not the operator's.
 class FillingGuard {
 public:
@@ -72,6 +79,16 @@ void showFields(FrmCariEkle& f) {
         each->setText(isDate ? format(value, "dd/mm/yyyy") : joinText(value));
     }
     showGroup(f);
+    f.asRead = textsOf(f);
+}
+
+void showFieldsAnew(FrmCariEkle& f) {
+    const std::vector<std::string> before = f.asRead, now = textsOf(f);
+    showFields(f);
+    const FillingGuard filling(f);
+    const auto fields = fieldsOf(f);
+    for (std::size_t i = 0; i < fields.size() && i < before.size(); ++i)
+        if (now[i] != before[i]) fields[i]->setText(now[i]);
 }
 
 void fillList(Session& session, ComboBox& combo, const std::string& sql, const char* shown, const char* key) {

@@ -17,6 +17,8 @@ namespace veldona {
 void AlanlariTemizle(FrmCariEkle& f);
 // The fields from the recordset's current row, Null as "".
 void showFields(FrmCariEkle& f);
+// The same over what the operator typed, which stays.
+void showFieldsAnew(FrmCariEkle& f);
 void ListeleriYukle(FrmCariEkle& f);
 
 // Fills a combo from a query: `gosterilen` is shown, `anahtar` bound.

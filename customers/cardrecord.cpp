@@ -30,6 +30,21 @@ void addFields(const FrmCariEkle& f, KayitYapisi& rec) {
             rec.add(field->column, CariAlanDegeri(f, *field));
 }
 
+// What stands in the books now comes to the fields beside what the operator has typed. False where the card
+// is gone from them.
+bool tellOvertaken(FrmCariEkle& f, const journal::Act& act) {
+    const std::int32_t card = f.record.KayitID;
+    openCards(f);
+    f.record.rs->find("ID = " + std::to_string(card));
+    const bool stands = !f.record.rs->eof();
+    if (stands) showFieldsAnew(f);
+    warn(f, "Bu kart açıkken bir işlem geri alındı.\n\n" + journal::takenBackWords(act) +
+                (stands ? "\n\nKart kaydedilmedi. Alanlarda artık defterdeki son hâl ile sizin yazdıklarınız "
+                          "var; bakın, doğruysa yeniden kaydedin."
+                        : "\n\nKart artık defterde yok, kaydedilemez. Gerekiyorsa yeni kart açın."));
+    return stands;
+}
+
 } // namespace
 
 bool YeniCariEkle(FrmCariEkle& f) {
@@ -48,7 +63,14 @@ bool YeniCariEkle(FrmCariEkle& f) {
 
 bool CariGuncelle(FrmCariEkle& f) {
     f.lastSaveWasNew = false;
-    return inTransaction(f.session, [&] {
+    const auto isOurs = [&](const journal::Entry& entry) {
+        return entry.table == kTable && entry.key == f.record.KayitID;
+    };
+    const journal::TakenBackSince before = f.takenBack;
+    std::optional<journal::Act> overtaken;
+    const bool saved = inTransaction(f.session, [&] {
+        overtaken = f.takenBack.newestOn(*f.session.gBaglanti, isOurs);
+        if (overtaken) return false;
         KayitYapisi rec;
         rec.Islem = KayitYapisi::Change;
         rec.Tablo = kTable;
@@ -56,6 +78,8 @@ bool CariGuncelle(FrmCariEkle& f) {
         addFields(f, rec);
         return KayitYaz(f.session, rec);
     });
+    if (overtaken && !tellOvertaken(f, *overtaken)) f.takenBack = before; // and is told of each time
+    return saved;
 }
 
 bool CariSil(Session& session, std::int32_t id) {
@@ -93,6 +117,7 @@ bool MantikliInputKontrolu(FrmCariEkle& f) {
 }
 
 void openCards(FrmCariEkle& f) {
+    f.takenBack.begin(*f.session.gBaglanti);
     std::string ids;
     for (const std::int32_t id : f.cards)
         ids += (ids.empty() ? "" : ",") + std::to_string(id);

@@ -11,6 +11,7 @@
 
 #include "core/recordcycle.h"
 #include "customers/fieldcontrols.h"
+#include "journal/takenback.h"
 #include "platform/controls/controls.h"
 #include "platform/controls/forms.h"
 #include "platform/controls/lists.h"
@@ -45,6 +46,8 @@ struct FrmCariEkle : Form {
     std::vector<std::int32_t> cards; // the IDs that the recordset is restricted to
     bool lastSaveWasNew = false;
     bool fillingFields = false; // by a record, not by the operator
+    journal::TakenBackSince takenBack;
+    std::vector<std::string> asRead; // the fields' texts as the record filled them
 };
 
 [[nodiscard]] std::unique_ptr<Form> makeFrmCariEkle(Forms& forms, Session& session);

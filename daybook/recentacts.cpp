@@ -121,6 +121,11 @@ const ActRows::Row* ActRows::current() const {
     return row_ < 0 || row_ >= rowCount() ? nullptr : shown_[static_cast<std::size_t>(row_)];
 }
 
+void ActRows::standOn(const std::string& act) {
+    const auto place = std::ranges::find_if(shown_, [&](const Row* row) { return row->act.id == act; });
+    if (place != shown_.end()) row_ = static_cast<int>(place - shown_.begin());
+}
+
 std::string ActRows::cell(int row, std::string_view field) const {
     const Row& shown = *shown_[static_cast<std::size_t>(row)];
     if (field == "AN") return moment(shown.act.moment);
@@ -200,15 +205,23 @@ void clearChoice(FrmSonIslemler& f) {
     f.txtAra.setFocus();
 }
 
+bool isNote(const journal::Entry& entry) {
+    return entry.kind == journal::Entry::Kind::Noted;
+}
+
+// The list then shows what has been done meanwhile, at another till.
 void tellObstacle(FrmSonIslemler& f, const journal::Act& act, const journal::Obstacle& obstacle) {
     std::string words = "Bu işlem geri alınamaz.\n\n" + obstacle.what;
     if (obstacle.act && journal::takenBackBy(*obstacle.act) == act.id)
         words = "Bu işlem zaten geri alınmış: " + journal::whenAndWho(*obstacle.act);
     else if (obstacle.act)
         words += "\nÖnünde duran işlem: " + journal::whenAndWho(*obstacle.act) + ".\nÖnce onu geri alın.";
-    else
+    else if (std::ranges::none_of(act.entries, isNote))
         words += "\nBunu hangi işlemin yaptığı günlükte yazılı değil.";
     f.session.desktop.dialogs.tell(words, Icon::Exclamation);
+    readAnew(f);
+    f.rows.standOn(act.id);
+    showList(f);
 }
 
 // Looked at before the question, and again inside the transaction: another till may write meanwhile.
@@ -220,9 +233,10 @@ void takeBackCurrent(FrmSonIslemler& f) {
     if (const auto obstacle = journal::obstacleTo(books, act)) return tellObstacle(f, act, *obstacle);
     const std::string question = "Bu işlem geri alınsın mı?\n\n" + row->summary;
     if (!f.session.desktop.dialogs.confirmDeleting(question, "Geri Al")) return;
-    const auto obstacle = journal::takeBack(books, act);
-    if (obstacle) tellObstacle(f, act, *obstacle);
-    readAnew(f);
+    if (const auto obstacle = journal::takeBack(books, act))
+        tellObstacle(f, act, *obstacle);
+    else
+        readAnew(f);
     f.grdListe.setFocus();
 }
 

@@ -54,6 +54,7 @@ public:
     [[nodiscard]] std::string cell(int row, std::string_view field) const override;
     [[nodiscard]] int currentRow() const override { return row_; }
     void moveTo(int row) override { row_ = row; }
+    void standOn(const std::string& act); // where it is shown
 
 private:
     void take(adodb::Connection& books, journal::Act act);

@@ -1,5 +1,7 @@
 #include "journal/takenback.h"
 
+#include <algorithm>
+
 #include "journal/words.h"
 #include "platform/store/engine/engine.h"
 
@@ -29,6 +31,21 @@ std::vector<Act> takenBackSince(adodb::Connection& books, std::int64_t& seen) {
         if (isPast) break;
     }
     return found;
+}
+
+void TakenBackSince::begin(adodb::Connection& books) {
+    seen_ = lastEntry(books);
+}
+
+std::optional<Act> TakenBackSince::newestOn(adodb::Connection& books,
+                                            const std::function<bool(const Entry&)>& isOurs) {
+    for (Act& act : takenBackSince(books, seen_))
+        if (std::any_of(act.entries.begin(), act.entries.end(), isOurs)) return std::move(act);
+    return std::nullopt;
+}
+
+std::string takenBackWords(const Act& act) {
+    return summaryOf(act) + "\n(" + whenAndWho(act) + ")";
 }
 
 } // namespace veldona::journal

@@ -17,6 +17,7 @@
 #include "ledger/openaccount.h"
 #include "ledger/overdue.h"
 #include "ledger/receipt.h"
+#include "ledger/takenback.h"
 
 namespace veldona {
 
@@ -150,6 +151,7 @@ FrmMainVeldona::FrmMainVeldona(Forms& forms, Session& itsSession)
     bindPlan(*this);
     bindCommands(*this);
     bindState(*this);
+    guardPanels(*this);
     onLoad = [this] { Form_Load(*this); };
     onActivate = [this] { Form_Activate(*this); };
     onUnload = [this] { Form_Unload(*this); };

@@ -1,6 +1,7 @@
 #include "ledger/takenback.h"
 
 #include <algorithm>
+#include <array>
 
 #include "core/database.h"
 #include "core/formframe.h"
@@ -8,6 +9,7 @@
 #include "journal/takenback.h"
 #include "ledger/loading.h"
 #include "ledger/openaccount.h"
+#include "platform/desktop/desktop.h"
 #include "platform/runtime/text.h"
 #include "platform/store/faces/adodb.h"
 
@@ -15,9 +17,12 @@ namespace veldona {
 
 namespace {
 
-bool isPanelOpen(const FrmMainVeldona& f) {
-    return f.fraDuzelt.visible() || f.fraIslemTarihi.visible() || f.fraTaksitlendir.visible() ||
-           f.frmUrunEkle.visible();
+std::array<Frame*, 4> panelsOf(FrmMainVeldona& f) {
+    return {&f.fraDuzelt, &f.fraIslemTarihi, &f.fraTaksitlendir, &f.frmUrunEkle};
+}
+
+bool isPanelOpen(FrmMainVeldona& f) {
+    return std::ranges::any_of(panelsOf(f), [](const Frame* panel) { return panel->visible(); });
 }
 
 bool concernsShown(const FrmMainVeldona& f, const journal::Act& act) {
@@ -26,11 +31,20 @@ bool concernsShown(const FrmMainVeldona& f, const journal::Act& act) {
                                            [&](const auto& entry) { return entry.account == account; });
 }
 
+bool takesPaymentAway(const journal::Act& act) {
+    return std::ranges::any_of(act.entries, [](const journal::Entry& entry) {
+        return entry.table == "TAKSITODENEN" && entry.kind == journal::Entry::Kind::Removed;
+    });
+}
+
 // Asked for by number: what other tills wrote is counted for all tables, what this one did is not for this.
 void look(FrmMainVeldona& f) {
     TakenBackWatch& watch = f.takenBack;
-    for (const journal::Act& act : journal::takenBackSince(*f.session.gBaglanti, watch.seen))
+    for (const journal::Act& act : journal::takenBackSince(*f.session.gBaglanti, watch.seen)) {
         watch.isPending = watch.isPending || concernsShown(f, act);
+        // The line of the last collection may tell of one that is none any more.
+        if (takesPaymentAway(act)) f.lblSonTahsilat.setVisible(false);
+    }
 }
 
 void blankCustomer(FrmMainVeldona& f) {
@@ -66,6 +80,20 @@ void loadAnew(FrmMainVeldona& f) {
     f.bTaksitKontrol = true;
 }
 
+bool isOvertaken(FrmMainVeldona& f) {
+    TakenBackWatch& watch = f.takenBack;
+    if (watch.written.hasChanged(*f.session.gBaglanti)) look(f);
+    if (!watch.isPending) return false;
+    for (Frame* panel : panelsOf(f))
+        panel->setVisible(false);
+    showTakenBack(f);
+    f.session.desktop.dialogs.tell("Bu hesapta bir işlem geri alındı. Kaydedilmedi; hesap defterdeki son "
+                                   "hâliyle geldi. Bakın, gerekiyorsa "
+                                   "yeniden yapın.",
+                                   Icon::Exclamation);
+    return true;
+}
+
 } // namespace
 
 void beginWatchingForTakenBack(FrmMainVeldona& f) {
@@ -80,6 +108,13 @@ void showTakenBack(FrmMainVeldona& f) {
     if (!watch.isPending || isPanelOpen(f) || f.loadsWaiting > 0) return;
     watch.isPending = false;
     loadAnew(f);
+}
+
+void guardPanels(FrmMainVeldona& f) {
+    for (CommandButton* save : {&f.cmdKaydet, &f.cmdTamam, &f.cmdTaksitKaydet, &f.cmdUrunKaydet})
+        save->onClick = [&f, act = std::move(save->onClick)] {
+            if (!isOvertaken(f)) act();
+        };
 }
 
 void openRecentActs(FrmMainVeldona& f) {

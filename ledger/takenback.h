@@ -12,6 +12,9 @@ void beginWatchingForTakenBack(FrmMainVeldona& f);
 // the fields stays. As long as a panel is open, or a load is under way, it waits: the panel's rows are those
 // of the lists.
 void showTakenBack(FrmMainVeldona& f);
+// The buttons that save an open panel write to the account that stands there: where one of its acts was taken
+// back meanwhile, they say so, close the panel and show the account as it is now.
+void guardPanels(FrmMainVeldona& f);
 // The screen on which acts are taken back; then what was picked there, or the books anew.
 void openRecentActs(FrmMainVeldona& f);
 

@@ -61,6 +61,7 @@ void Form_Load(FrmSatis& f) {
     prepareGrid(f.grdYapilanOdeme, {"Miktar", "Tarih"});
     prepareGrid(f.grdYapilacakOdeme, {"Miktar", "Tarih", "Peşinat"});
     readParameters(f);
+    f.takenBack.begin(*f.session.gBaglanti);
     KayitSetiAc(f.session, f.rs, "SELECT ID FROM ISLEMNOTABLO", adodb::CursorLocation::Client);
     enterState(f, f.durum);
     YeniKayitBaslat(f);

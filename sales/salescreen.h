@@ -11,6 +11,7 @@
 
 #include "core/database.h"
 #include "core/formframe.h"
+#include "journal/takenback.h"
 #include "platform/controls/controls.h"
 #include "platform/controls/forms.h"
 #include "platform/controls/lists.h"
@@ -89,6 +90,7 @@ struct FrmSatis : Form {
     std::string cursor;         // where cancelling returns to
     RecordsetPtr rs;            // the sales
     SaleCustomer customer;
+    journal::TakenBackSince takenBack;
 };
 
 [[nodiscard]] std::unique_ptr<Form> makeFrmSatis(Forms& forms, Session& session);

@@ -88,6 +88,15 @@ void takeNextNumber(FrmSatis& f) {
         Icon::Exclamation);
 }
 
+void tellOvertaken(FrmSatis& f, const journal::Act& act) {
+    f.session.desktop.dialogs.tell("Bu satış açıkken bir işlem geri alındı.\n\n" +
+                                       journal::takenBackWords(act) +
+                                       "\n\nSatış kaydedilmedi. Bu ekrandan çıkıp hesabın son hâline bakın; "
+                                       "yeniden kaydederseniz ekranda "
+                                       "duran yazılır.",
+                                   Icon::Exclamation);
+}
+
 void tellDone(FrmSatis& f) {
     f.session.desktop.dialogs.tell("İşlem Tamamlandı", Icon::Information);
 }
@@ -136,7 +145,15 @@ bool YeniSatisKaydet(FrmSatis& f) {
 }
 
 bool SatisGuncelle(FrmSatis& f) {
-    if (!inTransaction(f.session, [&] { return rewriteSale(f); })) return false;
+    const std::int32_t number = toLong(f.txtIslemNo.text());
+    std::optional<journal::Act> overtaken;
+    const bool saved = inTransaction(f.session, [&] {
+        overtaken = f.takenBack.newestOn(*f.session.gBaglanti,
+                                         [&](const journal::Entry& entry) { return entry.sale == number; });
+        return !overtaken && rewriteSale(f);
+    });
+    if (overtaken) tellOvertaken(f, *overtaken);
+    if (!saved) return false;
     tellDone(f);
     return true;
 }
