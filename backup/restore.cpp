@@ -106,7 +106,12 @@ SetAside namesFor(const std::string& books, DateTime now, bool isForeign) {
 // The journal of the books goes on from the backup's, and says so: else whoever examines it would take the
 // backup for one that somebody copied into their place.
 void noteRestored(const std::string& file) {
-    const auto books = openBooks(file, std::chrono::seconds(1));
+    auto books = openBooks(file, std::chrono::seconds(1));
+    if (books->journalKey().empty()) { // of the release before the journal: it begins with this
+        books.reset();
+        renewBooks(file);
+        books = openBooks(file, std::chrono::seconds(1));
+    }
     books->keepNoJournal(); // a copy that fails is thrown away
     const store::ActScope act({}, "Yedekten Geri Dön");
     books->noteInJournal(store::kRestoredNote);

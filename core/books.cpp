@@ -1,6 +1,7 @@
 #include "core/books.h"
 
 #include "core/bookpasswords.h"
+#include "platform/store/engine/openfile.h"
 #include "platform/store/engine/openplace.h"
 #include "schema/tables.h"
 
@@ -55,6 +56,14 @@ OpenedBooks openBooksAloneBy(const std::string& nativePath) {
     return openByKnown([&](std::string_view password) {
         return store::openFileAlone(nativePath, password, schema::delivered());
     });
+}
+
+void renewBooks(const std::string& nativePath) {
+    static_cast<void>(openByKnown([&](std::string_view password) {
+        const store::Opening alone{
+            .wait = std::chrono::seconds(1), .clock = {}, .lockWait = {}, .keepsFormer = false};
+        return store::openFileToWork(nativePath, password, alone, schema::delivered());
+    }));
 }
 
 void settleBooks(const std::string& nativePath) {

@@ -34,6 +34,8 @@ struct OpenedBooks {
 // The file as it stands by itself, which nobody has open: nothing beside it is looked at or made.
 [[nodiscard]] std::unique_ptr<store::Engine> openBooksAlone(const std::string& nativePath);
 [[nodiscard]] OpenedBooks openBooksAloneBy(const std::string& nativePath);
+// Brings a file that nobody else has open, and that is thrown away where this fails, up to today's.
+void renewBooks(const std::string& nativePath);
 // What a journal beside the file holds goes into the file, so that it is whole by itself. Raises StoreError,
 // also where somebody else has the file open.
 void settleBooks(const std::string& nativePath);

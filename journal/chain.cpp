@@ -6,6 +6,7 @@
 #include <iterator>
 #include <map>
 
+#include "journal/captions.h"
 #include "platform/store/engine/journalseal.h"
 #include "platform/store/engine/tablerows.h"
 
@@ -127,8 +128,13 @@ private:
         chain_.moment = entry.moment();
         for (const Seen& each : seen_)
             if (each.id == entry.id && each.seal == entry.seal) isMet_[each.id] = true;
-        if (entry.values[Kind] == store::kNoted && memberOf(entry.values[After].value_or(""), "NE") == "geri")
-            restores_.push_back({entry.id, entry.seal, entry.moment()});
+        const std::string note =
+            entry.values[Kind] == store::kNoted ? memberOf(entry.values[After].value_or(""), "NE") : "";
+        if (chain_.entries == 1) isBegun_ = note == "basladi";
+        // Books of before the journal begin theirs when they are put back, new ones have one of their own.
+        const bool isOther = note == "yerine" || (note == "geri" && isBegun_ && chain_.entries == 2);
+        if (isOther || note == "geri")
+            restores_.push_back({isOther ? chain_.first : entry.id, entry.seal, entry.moment()});
     }
 
     void tellRows(const Entry& entry) {
@@ -182,13 +188,9 @@ private:
     Chain chain_;
     std::optional<Entry> suspect_; // its seal does not fit; the next one tells why
     std::map<std::int64_t, bool> isMet_;
+    bool isBegun_ = false; // a journal of books that had none before
     std::vector<Seen> restores_;
 };
-
-std::string shownDay(const std::string& stored) {
-    if (stored.size() < 10) return stored;
-    return stored.substr(8, 2) + '/' + stored.substr(5, 2) + '/' + stored.substr(0, 4);
-}
 
 std::string describe(const Chain::Broken& broken) {
     const std::string number = std::to_string(broken.id);

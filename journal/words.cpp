@@ -203,6 +203,7 @@ std::string noteWords(const std::string& note) {
     if (note == "toplu") return "kayıtlar topluca yazıldı";
     if (note == "basladi") return "günlük başladı";
     if (note == "geri") return "defter bir yedekten geri kondu";
+    if (note == "yerine") return "yeni defter öncekinin yerine kondu";
     if (note == "incelt") return "günlüğün eski kayıtları çıkarıldı";
     return note == "onarildi" ? "günlük onarıldı" : note;
 }

@@ -6,7 +6,9 @@
 
 #include "apps/aktar/moving.h"
 #include "apps/aktar/options.h"
+#include "apps/parola/asking.h"
 #include "apps/tool/toolmain.h"
+#include "core/delivered.h"
 #include "platform/desktop/paths.h"
 #include "platform/runtime/text.h"
 
@@ -17,6 +19,8 @@ using namespace veldona::aktar;
 
 int run(const Options& options) {
     const Paths paths(options.root ? *options.root : chooseRoot(executableFolder(), userDataFolder()));
+    // Of the books that it moves into; what the input has of it stands behind the file's.
+    if (!options.trial) parola::Asking(options.passwordFromInput).require(paths.toNative(kDatabasePath));
     const Detail detail = options.trial ? Detail::Customers : Detail::Totals;
     const Moved moved = moveShopApart({options.source, options.password, options.trial, detail}, paths,
                                       [](const std::string& line) {

@@ -32,7 +32,8 @@ const char* usage() {
            "Eski bir Jet dosyasını (.mdb) boş bir dükkân defterine aktarır; dolu bir deftere dokunmaz.\n"
            "\n"
            "  --dene              yalnızca rapor: satırlar, sığmayanlar, her müşterinin bakiyesi\n"
-           "  --parola P          dosyanın parolası; P yerine - denirse ilk satır girişten okunur\n"
+           "  --parola P          dosyanın parolası; P yerine - denirse girişin ilk satırından okunur,\n"
+           "                      defterin kendi parolası varsa ikinciden\n"
            "  --kok KLASÖR        C: sürücüsünün yerine geçen klasör\n"
            "  --yardim, --help    bu sayfa\n"
            "  --surum, --version  programın sürümü\n";

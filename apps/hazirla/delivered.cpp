@@ -4,17 +4,23 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
 
+#include "backup/copy.h"
 #include "backup/place.h"
 #include "backup/proof.h"
 #include "backup/serverbooks.h"
+#include "core/bookpasswords.h"
+#include "core/books.h"
 #include "core/delivered.h"
 #include "platform/desktop/clock.h"
+#include "platform/store/engine/act.h"
 #include "platform/store/engine/createdatabase.h"
+#include "platform/store/engine/journalseal.h"
 #include "platform/store/engine/openfile.h"
 #include "platform/store/engine/servermove.h"
 #include "platform/store/faces/dao.h"
@@ -68,6 +74,7 @@ public:
     WorkFolder& operator=(const WorkFolder&) = delete;
 
     [[nodiscard]] std::string file() const { return folder_ + "/vorel.mdb"; }
+    [[nodiscard]] std::string underOwn() const { return folder_ + "/parolali.mdb"; }
     [[nodiscard]] std::string replaced() const { return folder_ + "/eski.mdb"; } // gone with the folder
 
 private:
@@ -90,6 +97,29 @@ void lookAtTarget(const std::string& target, Existing existing) {
     if (!fs::is_regular_file(fs::symlink_status(target)))
         throw Refusal(target + " bir dosya değil, üzerine yazılamaz.");
     backup::requireClosed(target);
+}
+
+// Else whoever examines the journal would miss the entries of the former books.
+void noteReplacing(const std::string& file) {
+    const auto books = openBooks(file, std::chrono::seconds(1));
+    const store::ActScope act({}, "Yeni Defter");
+    books->noteInJournal(store::kReplacingNote);
+}
+
+// Books that are replaced leave their password to those in their place, where it is known here.
+void giveToFile(const WorkFolder& work, const std::string& target, Existing existing) {
+    const Secret password = passwordOfBooks(target).value_or(deliveredPassword());
+    const bool isOwn = password != deliveredPassword();
+    const std::string made = isOwn ? work.underOwn() : work.file();
+    if (isOwn) static_cast<void>(backup::copyToTemporary(work.file(), made, {}, password));
+    backup::syncFile(made);
+    const backup::Fingerprint proven = backup::prove(made);
+    lookAtTarget(target, existing);
+    if (stands(target))
+        backup::exchange(made, proven, target, {work.replaced(), work.replaced()});
+    else
+        backup::giveName(made, target, proven);
+    noteAsOwn(target, isOwn);
 }
 
 } // namespace
@@ -120,6 +150,7 @@ void deliver(const std::string& target, Existing existing,
     store::createDatabase(work.file(), kDeliveredPassword, schema::tables(), schema::savedQueries());
     runStatements(work.file(), {schema::firstRows().begin(), schema::firstRows().end()});
     fill(work.file());
+    if (existing == Existing::Replace) noteReplacing(work.file());
     store::settleFile(work.file(), kDeliveredPassword);
     if (const auto server = store::ServerAddress::beside(target)) {
         const DateTime now = SystemClock().now();
@@ -128,13 +159,7 @@ void deliver(const std::string& target, Existing existing,
         backup::putOnServer(work.file(), place, now);
         return;
     }
-    backup::syncFile(work.file());
-    const backup::Fingerprint proven = backup::prove(work.file());
-    lookAtTarget(target, existing);
-    if (stands(target))
-        backup::exchange(work.file(), proven, target, {work.replaced(), work.replaced()});
-    else
-        backup::giveName(work.file(), target, proven);
+    giveToFile(work, target, existing);
 }
 
 } // namespace veldona::hazirla

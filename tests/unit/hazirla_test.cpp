@@ -7,7 +7,11 @@
 #include "apps/hazirla/options.h"
 #include "apps/hazirla/shop.h"
 #include "apps/tool/optionreader.h"
+#include "backup/rekey.h"
+#include "core/bookpasswords.h"
 #include "core/delivered.h"
+#include "journal/chain.h"
+#include "platform/runtime/password.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/sqlcipher/sqlcipherengine.h"
 #include "schema/tables.h"
@@ -136,6 +140,16 @@ TEST(Teslim, ExistingBooksAreNotOverwrittenUnasked) {
     test::deliverShop(folder.target(), plan(5, 6, 2), Existing::Replace);
     EXPECT_EQ(answerOf(folder.target(), "SELECT count(*) FROM ISLEMNOTABLO"), "6");
     EXPECT_EQ(folder.besideTheBooks(), 0) << "a killed run's leavings were not cleared";
+    const journal::Seen former{1, std::string(32, '0'), "2026-11-22 10:00:00"};
+    EXPECT_FALSE(journal::examine(*test::openBooks(folder.target()), {former}).broken);
+
+    // Those in their place have the password of those that go.
+    const Secret own = passwordOf("dükkânın parolası");
+    backup::rekey(folder.target(), own, DateTime::of(2026, 11, 22));
+    test::deliverShop(folder.target(), plan(5, 6, 2), Existing::Replace);
+    EXPECT_TRUE(opensBy(folder.target(), own));
+    EXPECT_TRUE(isNotedAsOwn(folder.target()));
+    passwords::forget();
 }
 
 TEST(FirstStart, BooksAreMadeOnlyWhereAskedFor) {

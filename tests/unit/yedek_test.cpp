@@ -15,6 +15,7 @@
 #include "backup/restore.h"
 #include "backup/taking.h"
 #include "core/bookpasswords.h"
+#include "journal/chain.h"
 #include "platform/runtime/password.h"
 #include "platform/store/dialect/storeerror.h"
 #include "platform/store/engine/passwordfit.h"
@@ -108,6 +109,24 @@ TEST_F(Yedek, ARestoreTellsWhatIsLostAndKeepsWhatItReplaced) {
     EXPECT_TRUE(all[0].isReplaced);
     restore(kept[0], books(), kNow.plusSeconds(1));
     EXPECT_EQ(inspect(books()), after) << "the way back";
+
+    // One of the release before the journal.
+    {
+        const auto older = test::openBooks(backup());
+        std::vector<std::string> statements = {"DROP TABLE GUNLUK", "DROP TABLE MSysGUNLUK",
+                                               "PRAGMA user_version = 5"};
+        const auto triggers = older->prepare("SELECT name FROM sqlite_master WHERE type = 'trigger'");
+        while (triggers->step())
+            statements.insert(statements.begin(), "DROP TRIGGER \"" + std::string(triggers->text(0)) + '"');
+        for (const std::string& statement : statements)
+            older->execute(statement);
+    }
+    const journal::Seen first{1, std::string(32, '0'), "2026-11-22 10:00:00"},
+        later{500, first.seal, first.moment};
+    restore(backup(), books(), kNow.plusSeconds(2));
+    EXPECT_EQ(inspect(books()), before);
+    EXPECT_FALSE(journal::examine(*test::openBooks(books()), {first, later}).broken);
+    EXPECT_EQ(shop.filesInside(), 5) << "something was left beside the books";
 }
 
 // Composed and not: the same letters on two keyboards.

@@ -24,6 +24,7 @@ inline constexpr const char* kSealColumn = "OZET";
 // by the thousand, a backup put back, entries that were taken out.
 inline constexpr const char* kFilledNote = R"({"NE":"toplu"})";
 inline constexpr const char* kRestoredNote = R"({"NE":"geri"})";
+inline constexpr const char* kReplacingNote = R"({"NE":"yerine"})"; // new books in the place of former ones
 inline constexpr const char* kBegunNote = R"({"NE":"basladi"})";
 inline constexpr const char* kMendedNote =
     R"({"NE":"onarildi"})"; // triggers were gone: nobody knows who wrote what

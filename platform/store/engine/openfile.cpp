@@ -26,7 +26,9 @@ std::unique_ptr<Engine> openFileToWork(const std::string& nativePath, std::strin
     };
     auto engine = open();
     renewSortOrder(*engine);
-    const auto keepCopy = [&] { keepCopyBeside(nativePath, password); };
+    const auto keepCopy = [&] {
+        if (opening.keepsFormer) keepCopyBeside(nativePath, password);
+    };
     if (bringUpToDate(*engine, delivered, nativePath, opening.wait, keepCopy)) {
         engine.reset(); // the connection knows the columns as they were
         engine = open();

@@ -22,6 +22,7 @@ struct Opening {
     std::chrono::milliseconds wait; // for another workstation's lock
     std::function<DateTime()> clock;
     std::shared_ptr<LockWait> lockWait;
+    bool keepsFormer = true; // older books, as a copy beside, before they get tables or columns
 };
 // Brings the file up to what is delivered today, as far as that can be done now, and sorts its texts anew
 // where the alphabet is another one. Raises StoreError.
