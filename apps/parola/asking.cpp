@@ -83,8 +83,8 @@ std::optional<Secret> lineOfInput() {
 
 std::optional<Secret> askAtTerminal(const std::string& question) {
     if (isatty(STDIN_FILENO) == 0) return std::nullopt;
+    const Unseen unseen; // before the question: somebody may type at once
     std::cerr << question << std::flush;
-    const Unseen unseen;
     return lineOfInput();
 }
 

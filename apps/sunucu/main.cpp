@@ -45,7 +45,7 @@ void tell(const std::string& books) {
 void run(const Options& options) {
     const Paths paths(options.root ? *options.root : chooseRoot(executableFolder(), userDataFolder()));
     const std::string books = paths.toNative(kDatabasePath);
-    parola::Asking(options.passwordFromInput).require(books);
+    if (options.task != Task::Tell) parola::Asking(options.passwordFromInput).require(books);
     const DateTime now = SystemClock().now();
     if (options.task == Task::ToServer) {
         const store::ServerAddress till(*options.address, "--adres seçeneği");
