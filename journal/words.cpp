@@ -77,6 +77,13 @@ bool isAudit(const std::string& column) {
     return column == "ID" || std::find(std::begin(kAudit), std::end(kAudit), column) != std::end(kAudit);
 }
 
+// A correction writes the time at which it was made into the day of a payment.
+bool isSameDay(const std::string& was, const std::string& is) {
+    constexpr std::size_t kDay = 10;
+    return was.size() > kDay && is.size() > kDay && was[2] == '/' &&
+           was.substr(0, kDay) == is.substr(0, kDay);
+}
+
 // "Vade 01/12/2026 → 05/12/2026, Taksit 200,00 → 250,00"; more than two are named alone.
 std::string changesIn(const Outcome& outcome) {
     constexpr std::size_t kInFull = 2;
@@ -85,9 +92,10 @@ std::string changesIn(const Outcome& outcome) {
     for (const auto& [column, value] : after) {
         const Value* before = find(outcome.first->before, column);
         if (isAudit(column) || (before && *before == value)) continue;
+        const std::string was = before ? shownIn(column, *before) : "…", is = shownIn(column, value);
+        if (isSameDay(was, is)) continue;
         names.push_back(captionOf(outcome.last->table, column));
-        full.push_back(names.back() + ' ' + (before ? shownIn(column, *before) : "…") + " → " +
-                       shownIn(column, value));
+        full.push_back(names.back() + ' ' + was + " → " + is);
     }
     std::string words;
     for (const std::string& each : full.size() <= kInFull ? full : names)
