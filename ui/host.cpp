@@ -137,9 +137,12 @@ void WindowHost::formUnloaded(Form& form) {
     const auto found = windows_.find(&form);
     if (found == windows_.end()) return;
     FormWindow* gone = found->second;
-    if (std::erase(opened_, gone) > 0) keepPlace(*gone);
+    const bool wasOpen = std::erase(opened_, gone) > 0;
+    if (wasOpen) keepPlace(*gone);
     windows_.erase(found);
     gone->retire();
+    // Where a box over it closed in the same moment, a window manager may have given the keys to nobody.
+    if (wasOpen && !opened_.empty()) opened_.back()->activateWindow();
     followPointer();
     for (const Modal& each : modals_)
         if (each.form == &form) each.loop->quit();
