@@ -245,6 +245,8 @@ private:
         put("mskOdenenPara", "120,00");
         camera_.expect("");
         press(Key::F2);
+        camera_.expect("parola-sorusu", false);
+        static_cast<void>(desktop_.dialogs.password("Defterin parolası:", kProgramTitle, true));
         camera_.expect("yedekten-don");
         camera_.expect("yedekten-don-sorusu", false);
         if (backups_.choose()) std::exit(1);
