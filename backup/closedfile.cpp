@@ -36,7 +36,7 @@ ClosedFile::ClosedFile(const std::string& path) : path_(path) {
 }
 
 std::string ClosedFile::setAside(DateTime now) {
-    std::string kept = (std::filesystem::path(path_).parent_path() / replacedName(now)).string();
+    std::string kept = freePlaceOfReplaced(std::filesystem::path(path_).parent_path().string(), now);
     engine_.reset();
     if (std::rename(path_.c_str(), kept.c_str()) != 0)
         throw Refusal(path_ + " yeniden adlandırılamadı: " + lastReason());

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <set>
 
+#include "backup/place.h"
 #include "backup/refusal.h"
 
 namespace veldona::backup {
@@ -85,6 +86,13 @@ std::vector<std::string> listBackups(const std::string& folder) {
 
 std::string replacedName(DateTime at) {
     return std::string(kReplaced) + backupName(at);
+}
+
+std::string freePlaceOfReplaced(const std::string& folder, DateTime now) {
+    for (;; now = now.plusSeconds(1)) {
+        std::string place = (fs::path(folder) / replacedName(now)).string();
+        if (!stands(place)) return place;
+    }
 }
 
 std::vector<Restorable> listRestorable(const std::set<std::string>& folders, const std::string& books) {

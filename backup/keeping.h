@@ -19,6 +19,9 @@ namespace veldona::backup {
 
 // The name of books that are replaced at `at`.
 [[nodiscard]] std::string replacedName(DateTime at);
+// The place in `folder` of books that are replaced now, or, where that second has books already, of the next
+// one that has none.
+[[nodiscard]] std::string freePlaceOfReplaced(const std::string& folder, DateTime now);
 
 // The backups in `folder`, the oldest first. Raises Refusal.
 [[nodiscard]] std::vector<std::string> listBackups(const std::string& folder);

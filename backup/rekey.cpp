@@ -45,7 +45,7 @@ void rekey(const std::string& books, const Secret& to, DateTime now, const Onloo
     passwords::learn(to); // the copy is proved by it
     const store::TemporaryFile arrived(books + ".parola");
     const Fingerprint proven = copyToTemporary(file.engine(), books, arrived.path(), to, onlooker);
-    const std::string former = (fs::path(folder) / replacedName(now)).string();
+    const std::string former = freePlaceOfReplaced(folder, now);
     try {
         // Before: who is killed behind the exchange has the note.
         if (isOwn(to) && !noteAsOwn(books, true))

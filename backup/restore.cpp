@@ -99,7 +99,7 @@ bool isJournalForeign(const std::string& books) {
 
 // A journal under the name of a file is read as that file's; one that isn't gets a name of its own.
 SetAside namesFor(const std::string& books, DateTime now, bool isForeign) {
-    const std::string kept = (fs::path(books).parent_path() / replacedName(now)).string();
+    const std::string kept = freePlaceOfReplaced(fs::path(books).parent_path().string(), now);
     return {kept, kept + (isForeign ? ".uymayan" : "")};
 }
 
