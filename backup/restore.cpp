@@ -103,9 +103,22 @@ SetAside namesFor(const std::string& books, DateTime now, bool isForeign) {
     return {kept, kept + (isForeign ? ".uymayan" : "")};
 }
 
+// The moment of the newest entry, as it is stored; nothing of books that can't be read.
+std::string newestMoment(const std::string& books) {
+    if (!stands(books) && !areOnServer(books)) return {};
+    try {
+        const auto present = openBooksToRead(store::placeOf(books), std::chrono::seconds(15));
+        const auto newest = store::Inquiry(*present).prepare("SELECT TOP 1 AN FROM GUNLUK ORDER BY ID DESC");
+        return newest->step() ? std::string(newest->text(0)) : std::string();
+    } catch (const store::StoreError&) {
+        return {};
+    }
+}
+
 // The journal of the books goes on from the backup's, and says so: else whoever examines it would take the
-// backup for one that somebody copied into their place.
-void noteRestored(const std::string& file) {
+// backup for one that somebody copied into their place. It says how far the books went whose place it takes,
+// since their clock may have run ahead.
+void noteRestored(const std::string& file, const std::string& replaced) {
     auto books = openBooks(file, std::chrono::seconds(1));
     if (books->journalKey().empty()) { // of the release before the journal: it begins with this
         books.reset();
@@ -114,7 +127,9 @@ void noteRestored(const std::string& file) {
     }
     books->keepNoJournal(); // a copy that fails is thrown away
     const store::ActScope act({}, "Yedekten Geri Dön");
-    books->noteInJournal(store::kRestoredNote);
+    std::string note = store::kRestoredNote;
+    if (!replaced.empty()) note.replace(note.size() - 1, 1, ",\"SON\":\"" + replaced + "\"}");
+    books->noteInJournal(note);
 }
 
 } // namespace
@@ -177,7 +192,7 @@ std::vector<std::string> restore(const std::string& backup, const std::string& b
     const store::TemporaryFile arrived(books + ".geri");
     const auto under = stands(books) && !server ? passwordOfBooks(books) : std::nullopt;
     const Fingerprint proven = copyToTemporary(backup, arrived.path(), {}, under);
-    noteRestored(arrived.path());
+    noteRestored(arrived.path(), newestMoment(books));
     syncFile(arrived.path());
     if (server) {
         const std::string former = putOnServer(arrived.path(), store::ServerPlace(server->as(owner)), now);

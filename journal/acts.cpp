@@ -71,28 +71,47 @@ void readHead(const Statement& row, Act& act) {
     act.name = textOf(row, 7);
 }
 
-// The moment of the first entry from `id` on; nothing behind the last one.
-std::optional<std::pair<std::int64_t, DateTime>> momentFrom(adodb::Connection& books, std::int64_t id) {
-    std::optional<std::pair<std::int64_t, DateTime>> found;
-    books.walk("SELECT TOP 1 ID,AN FROM GUNLUK WHERE ID>=" + std::to_string(id) + " ORDER BY ID",
-               [&](const Statement& row) {
-                   found = {row.whole(0), store::dateOfStored(row.text(1)).value_or(DateTime{})};
-               });
-    return found;
+using Moments = std::vector<std::pair<std::int64_t, DateTime>>; // of entries, by their numbers
+
+// Of some thousand entries that stand evenly over the journal, its ends among them.
+Moments samplesOf(adodb::Connection& books) {
+    constexpr std::int64_t kSamples = 1000;
+    Moments samples;
+    const auto take = [&](const std::string& which) {
+        books.walk("SELECT " + which, [&](const Statement& row) {
+            samples.emplace_back(row.whole(0), store::dateOfStored(row.text(1)).value_or(DateTime{}).date());
+        });
+    };
+    take("TOP 1 ID,AN FROM GUNLUK WHERE ID>0 ORDER BY ID");
+    const std::int64_t last = lastEntry(books);
+    if (samples.empty()) return samples;
+    const std::int64_t first = samples.front().first;
+    const std::int64_t step = std::max<std::int64_t>(1, (last - first) / kSamples);
+    std::string numbers;
+    for (std::int64_t id = first + step; id < last; id += step)
+        numbers += (numbers.empty() ? "" : ",") + std::to_string(id);
+    if (!numbers.empty()) take("ID,AN FROM GUNLUK WHERE ID IN (" + numbers + ") ORDER BY ID");
+    take("TOP 1 ID,AN FROM GUNLUK WHERE ID>0 ORDER BY ID DESC");
+    return samples;
 }
 
-// Where the entries of `moment` begin, by halves: as near as the clocks of the tills agree.
-std::int64_t firstEntryFrom(adodb::Connection& books, DateTime moment, std::int64_t last) {
-    std::int64_t low = 1, high = last + 1;
-    while (low < high) {
-        const std::int64_t middle = low + (high - low) / 2;
-        const auto found = momentFrom(books, middle);
-        if (found && found->second < moment)
-            low = found->first + 1;
-        else
-            high = middle;
+// Between which entries those of `day` may stand. A clock that was set back, or ran ahead for a while, has
+// the days stand in several places, and between two samples whose days fall the nearer ones of either.
+std::pair<std::int64_t, std::int64_t> entriesOf(adodb::Connection& books, DateTime day) {
+    constexpr int kDaysBetween = 3; // of two samples, at most
+    const auto isNear = [&](DateTime one) {
+        return one.plusDays(-kDaysBetween) <= day && day <= one.plusDays(kDaysBetween);
+    };
+    std::int64_t from = std::numeric_limits<std::int64_t>::max(), to = 0;
+    const Moments samples = samplesOf(books);
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        const auto& [id, one] = samples[i];
+        const auto& [next, other] = samples[std::min(i + 1, samples.size() - 1)];
+        if (!(one <= other ? one <= day && day <= other : isNear(one) || isNear(other))) continue;
+        from = std::min(from, id);
+        to = std::max(to, next);
     }
-    return low;
+    return {from, to};
 }
 
 // The columns that say whose row it is.
@@ -159,10 +178,14 @@ std::string inStatement(const Value& stored) {
 
 ActReader::ActReader(adodb::Connection& books, std::optional<DateTime> day) : books_(books), day_(day) {
     if (!day) return;
-    constexpr std::int64_t kAstray = 1000; // entries by which a clock that ran wrong may put them elsewhere
-    const std::int64_t last = lastEntry(books);
-    from_ = firstEntryFrom(books, day->date(), last) - kAstray;
-    below_ = firstEntryFrom(books, day->date().plusDays(1), last) + kAstray;
+    constexpr std::int64_t kLongestAct = 1000; // of entries, whose first one names it
+    const auto [from, to] = entriesOf(books, day->date());
+    if (to == 0) {
+        atEnd_ = true;
+        return;
+    }
+    from_ = from - kLongestAct;
+    below_ = to + kLongestAct;
 }
 
 std::vector<Act> ActReader::more(std::size_t most) {

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <iterator>
 #include <map>
+#include <utility>
 
 #include "journal/captions.h"
 #include "platform/store/engine/journalseal.h"
@@ -125,16 +126,19 @@ private:
         if (rows_ != nullptr) tellRows(entry);
         chain_.last = entry.id;
         chain_.seal = entry.seal;
-        chain_.moment = entry.moment();
+        const std::string before = std::exchange(chain_.moment, entry.moment());
         for (const Seen& each : seen_)
             if (each.id == entry.id && each.seal == entry.seal) isMet_[each.id] = true;
-        const std::string note =
-            entry.values[Kind] == store::kNoted ? memberOf(entry.values[After].value_or(""), "NE") : "";
+        if (chain_.entries != 1 && entry.values[Kind] != store::kNoted) return;
+        const std::string whole = entry.values[Kind] == store::kNoted ? entry.values[After].value_or("") : "";
+        const std::string note = memberOf(whole, "NE");
+        if (note == "kuyruk" && !lostTail_) lostTail_ = {Breach::TailGone, entry.id, before};
         if (chain_.entries == 1) isBegun_ = note == "basladi";
         // Books of before the journal begin theirs when they are put back, new ones have one of their own.
         const bool isOther = note == "yerine" || (note == "geri" && isBegun_ && chain_.entries == 2);
         if (isOther || note == "geri")
-            restores_.push_back({isOther ? chain_.first : entry.id, entry.seal, entry.moment()});
+            restores_.push_back({isOther ? chain_.first : entry.id, entry.seal,
+                                 std::max(entry.moment(), memberOf(whole, "SON"))});
     }
 
     void tellRows(const Entry& entry) {
@@ -165,6 +169,10 @@ private:
 
     // The chain is whole; but is it all that was there?
     void lookBehind() {
+        if (lostTail_) { // as the opening found that came next
+            chain_.broken = lostTail_;
+            return;
+        }
         for (const Seen& each : seen_) {
             if (isMet_.contains(each.id) || each.id < chain_.first) continue;
             const bool isExplained = std::ranges::any_of(restores_, [&](const Seen& restore) {
@@ -190,6 +198,7 @@ private:
     std::map<std::int64_t, bool> isMet_;
     bool isBegun_ = false; // a journal of books that had none before
     std::vector<Seen> restores_;
+    std::optional<Chain::Broken> lostTail_;
 };
 
 std::string describe(const Chain::Broken& broken) {

@@ -212,6 +212,7 @@ std::string noteWords(const std::string& note) {
     if (note == "basladi") return "günlük başladı";
     if (note == "geri") return "defter bir yedekten geri kondu";
     if (note == "yerine") return "yeni defter öncekinin yerine kondu";
+    if (note == "kuyruk") return "günlüğün sonunun silindiği görüldü";
     if (note == "incelt") return "günlüğün eski kayıtları çıkarıldı";
     return note == "onarildi" ? "günlük onarıldı" : note;
 }

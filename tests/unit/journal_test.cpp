@@ -104,6 +104,16 @@ TEST_F(Journal, BooksOfTheReleaseBeforeGetTheirs) {
         run("INSERT INTO ARAMA_NOTU (MUSTNO) VALUES ('1')");
         EXPECT_EQ(entries().back().table, "ARAMA_NOTU");
     }
+    // A tail that was cut off stays told of behind what is written next.
+    run("DELETE FROM GUNLUK WHERE ID > 1");
+    engine.reset();
+    open();
+    EXPECT_EQ(entries().back().after, store::kTailNote);
+    run("INSERT INTO ARAMA_NOTU (MUSTNO) VALUES ('1'), ('2'), ('3')");
+    engine.reset();
+    open();
+    EXPECT_EQ(entries().size(), 5U);
+    EXPECT_EQ(journal::examine(*engine, {}).broken.value().breach, journal::Breach::TailGone);
     switchOff(known);
     for (const char* sql : {"DROP TABLE GUNLUK", "DROP TABLE MSysGUNLUK", "PRAGMA user_version = 5",
                             "INSERT INTO TAKSITODENEN (MUSTNO) VALUES ('1')"})

@@ -232,6 +232,16 @@ TEST_F(TakingBack, IsToldInTheWordsOfTheShop) {
     const auto ofToday = journal::ActReader(*shop.session.gBaglanti, sold.moment).more(100);
     EXPECT_EQ(ofToday.back().id, acts().back().id);
     EXPECT_TRUE(journal::ActReader(*shop.session.gBaglanti, sold.moment.plusDays(-1)).more(100).empty());
+    // Also behind much that was written while the clock ran ahead.
+    const DateTime today = shop.clock.now();
+    shop.clock.set(today.plusDays(400));
+    std::vector<std::string> many;
+    for (int i = 0; i < 1500; ++i)
+        many.push_back("UPDATE MUSTKAYIT SET EVTEL='" + std::to_string(i) + "' WHERE HSTNO='8'");
+    act("Kaydet", many);
+    shop.clock.set(today);
+    pay(219, 10);
+    EXPECT_EQ(journal::ActReader(*shop.session.gBaglanti, today).more(100).size(), 1U);
 }
 
 } // namespace

@@ -28,6 +28,7 @@ inline constexpr const char* kReplacingNote = R"({"NE":"yerine"})"; // new books
 inline constexpr const char* kBegunNote = R"({"NE":"basladi"})";
 inline constexpr const char* kMendedNote =
     R"({"NE":"onarildi"})"; // triggers were gone: nobody knows who wrote what
+inline constexpr const char* kTailNote = R"({"NE":"kuyruk"})"; // its newest entries were gone
 inline constexpr std::string_view kAdded = "E", kChanged = "D", kRemoved = "S", kNoted = "N";
 
 // A key for new books, as it is kept in them: 64 hexadecimal digits.

@@ -58,8 +58,11 @@ struct Missing {
     std::vector<std::string> triggers; // of the journal: without them it would miss what is written meanwhile
     bool lacksKey = false;             // of the journal: no entry can be sealed, no row be written
     bool hasLostParts = false;         // of a journal that stood there once
+    bool hasLostTail = false;          // of it: the next entry would cover that any are gone
 
-    [[nodiscard]] bool isJournalWhole() const { return triggers.empty() && !lacksKey && !hasLostParts; }
+    [[nodiscard]] bool isJournalWhole() const {
+        return triggers.empty() && !lacksKey && !hasLostParts && !hasLostTail;
+    }
     [[nodiscard]] bool isNothing() const { return shape.empty() && rest.empty() && isJournalWhole(); }
 };
 
@@ -99,6 +102,11 @@ void addTriggers(const TableDef& table, const Statements& catalog, Missing& miss
     }
 }
 
+std::int64_t newestEntry(Engine& engine) {
+    const auto newest = engine.prepare("SELECT ifnull(max(ID), 0) FROM " + quoted(kJournalTable));
+    return newest->step() ? newest->whole(0) : 0;
+}
+
 Missing missingOf(Engine& engine, const Delivered& delivered) {
     const Statements catalog = catalogOf(engine);
     Missing missing;
@@ -116,6 +124,8 @@ Missing missingOf(Engine& engine, const Delivered& delivered) {
     addQueries(delivered, catalog, missing);
     missing.lacksKey = anyJournaled(delivered.tables) && engine.journalKey().empty();
     if (catalog.contains(kJournalKeyTable) && !catalog.contains(kJournalTable)) missing.hasLostParts = true;
+    missing.hasLostTail =
+        catalog.contains(kJournalTable) && engine.lastCounterOf(kJournalTable) > newestEntry(engine);
     return missing;
 }
 
@@ -185,6 +195,10 @@ void addJournal(Engine& engine, const Missing& missing, bool isOfToday) {
     if (missing.lacksKey) makeJournalKey(engine);
     if (missing.lacksKey || (missing.hasLostParts && isOfToday))
         engine.noteInJournal(isOfToday ? kMendedNote : kBegunNote);
+    if (missing.hasLostTail) {
+        engine.noteInJournal(kTailNote);
+        engine.setLastCounter(kJournalTable, newestEntry(engine));
+    }
     for (const std::string& statement : missing.triggers)
         engine.execute(statement);
 }

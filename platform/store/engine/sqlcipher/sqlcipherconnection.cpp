@@ -18,6 +18,10 @@ bool isLost(sqlite3* connection) {
     return lost;
 }
 
+bool isWrite(std::string_view sql) {
+    return sql.starts_with("INSERT ") || sql.starts_with("UPDATE ") || sql.starts_with("DELETE ");
+}
+
 std::string orEmpty(const char* text) {
     return text == nullptr ? std::string() : std::string(text);
 }
@@ -54,7 +58,7 @@ void SqlcipherConnection::renewWhereLost() {
     lostBy_ = SQLITE_OK;
 }
 
-void SqlcipherConnection::fail(sqlite3* of) {
+void SqlcipherConnection::fail(sqlite3* of, std::string_view sql) {
     if (stopped) std::rethrow_exception(std::exchange(stopped, nullptr));
     int code = sqlite3_extended_errcode(of);
     const std::string text = sqlite3_errmsg(of);
@@ -63,7 +67,8 @@ void SqlcipherConnection::fail(sqlite3* of) {
         if (of == handle_) code = lostBy_ = lostBy_ == SQLITE_OK ? code : lostBy_;
     }
     const StoreError failure = engineFailure(code, text);
-    if (isOfTheDisk(failure.kind())) ofTheDisk = failure;
+    const bool isUnforeseen = failure.kind() == StoreError::Kind::Other && isWrite(sql);
+    if (isUnforeseen || isOfTheDisk(failure.kind())) ofTheDisk = failure;
     throw failure;
 }
 
@@ -77,7 +82,7 @@ void SqlcipherStatement::prepare() {
     sqlite3* handle = connection_->handle();
     const int code =
         sqlite3_prepare_v2(handle, sql_.data(), static_cast<int>(sql_.size()), &statement_, nullptr);
-    if (code != SQLITE_OK) connection_->fail(handle);
+    if (code != SQLITE_OK) connection_->fail(handle, sql_);
     number_ = connection_->number();
 }
 
@@ -91,13 +96,13 @@ void SqlcipherStatement::begin() {
 
 void SqlcipherStatement::bind(int index, const Value& value) {
     begin();
-    if (bindCode(index, value) != SQLITE_OK) connection_->fail(sqlite3_db_handle(statement_));
+    if (bindCode(index, value) != SQLITE_OK) connection_->fail(sqlite3_db_handle(statement_), sql_);
 }
 
 bool SqlcipherStatement::step() {
     begin();
     const int code = sqlite3_step(statement_);
-    if (code != SQLITE_ROW && code != SQLITE_DONE) connection_->fail(sqlite3_db_handle(statement_));
+    if (code != SQLITE_ROW && code != SQLITE_DONE) connection_->fail(sqlite3_db_handle(statement_), sql_);
     return code == SQLITE_ROW;
 }
 

@@ -44,10 +44,12 @@ public:
     void renewWhereLost();
 
     // Raises what the failure of a statement of `of` means.
-    [[noreturn]] void fail(sqlite3* of);
+    [[noreturn]] void fail(sqlite3* of, std::string_view sql);
 
-    std::optional<StoreError> ofTheDisk; // the newest failure that did not come from the statement
-    std::exception_ptr stopped;          // why the statement that runs was interrupted
+    // The newest failure that did not come from the statement, or of a write that nothing foresaw: a screen
+    // that goes on behind a failed step would else call it done.
+    std::optional<StoreError> ofTheDisk;
+    std::exception_ptr stopped; // why the statement that runs was interrupted
 
 private:
     [[nodiscard]] sqlite3* open() const;
