@@ -3,11 +3,15 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <functional>
+#include <iostream>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "journal/takeback.h"
+#include "journal/words.h"
 #include "tests/faults/day.h"
 #include "tests/faults/servershop.h"
 #include "tests/faults/smalldisk.h"
@@ -43,13 +47,26 @@ bool work(const Drive& drive, int customer, int rounds) {
     return isSaved;
 }
 
-[[noreturn]] void workAtTill(const Drive& drive, int customer, int rounds) {
-    try {
-        _exit(work(drive, customer, rounds) ? 0 : 1);
-    } catch (const std::exception& failure) { // a child that went on would be a second test
-        fprintf(stderr, "till of customer %d: %s\n", customer, failure.what());
-        _exit(2);
+// The exit codes of `work` at both tills, each in a process of its own; 255 where it raised.
+std::vector<int> atOnce(const Drive& here, const Drive& there, const std::function<int(const Drive&)>& work) {
+    std::vector<pid_t> tills;
+    for (const Drive* drive : {&here, &there}) {
+        tills.push_back(fork());
+        if (tills.back() != 0) continue;
+        try {
+            _exit(work(*drive));
+        } catch (const std::exception& failure) { // a child that went on would be a second test
+            fprintf(stderr, "%s\n", failure.what());
+            _exit(255);
+        }
     }
+    std::vector<int> codes;
+    for (const pid_t till : tills) {
+        int status = 0;
+        const bool ended = waitpid(till, &status, 0) == till && WIFEXITED(status);
+        codes.push_back(ended ? WEXITSTATUS(status) : 255);
+    }
+    return codes;
 }
 
 TEST(ServerTills, KeepAllThatBothWrote) {
@@ -58,17 +75,10 @@ TEST(ServerTills, KeepAllThatBothWrote) {
     putAddress(other, shop.addressOf("kasa2"));
     const int rounds = 40 * std::min(effort(), 25);
     shop.sql("INSERT INTO \"MSysKASA\" VALUES ('eski', 1, NULL, now() - interval '31 days')");
-    std::vector<pid_t> tills;
-    for (const auto& [drive, customer] : {std::pair<const Drive*, int>{&shop, 7}, {&other, 8}}) {
-        tills.push_back(fork());
-        ASSERT_GE(tills.back(), 0);
-        if (tills.back() == 0) workAtTill(*drive, customer, rounds);
-    }
-    for (const pid_t till : tills) {
-        int status = 0;
-        ASSERT_EQ(waitpid(till, &status, 0), till);
-        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
-    }
+    const auto codes = atOnce(shop, other, [&](const Drive& drive) {
+        return work(drive, &drive == &shop ? 7 : 8, rounds) ? 0 : 1;
+    });
+    EXPECT_EQ(codes, (std::vector<int>{0, 0}));
     const std::string all =
         std::to_string(rounds + 1) + '/' + std::to_string(100 + rounds * (rounds + 1) / 2);
     for (const char* sale : {"4", "5"})
@@ -86,6 +96,80 @@ TEST(ServerTills, KeepAllThatBothWrote) {
               "0");
     EXPECT_NE(shop.sql("SELECT count(*) FROM \"ISLEMNOTABLO\""), "2");
     EXPECT_EQ(shop.sql("SELECT count(*) FROM \"MSysKASA\" WHERE \"KASA\" = 'eski'"), "0");
+}
+
+// A till has a card, an account with a panel and the list of acts open while another one takes back what was
+// done to them.
+void takeBackBeside(const Drive& here, const Drive& there) {
+    Till one(here), other(there);
+    one.play(openingLines(7));
+    other.play(openingLines(7) + "dblclick grdList 0\nput txtGSM \"532\"\nkey F2\nkey Esc\n");
+    const std::string back = "key Ctrl+Z\nanswer yes\nkey F4\nkey Esc\n";
+    one.atMark = [&](const std::string&) { other.play(back); };
+    const auto lastSaid = [&one] {
+        const auto said = one.said();
+        return said.empty() ? std::string() : said.back();
+    };
+    one.play("dblclick grdList 0\nexpect txtGSM \"532\"\nput txtSoyad \"Işık\"\n@back\nkey F2\nexpect txtGSM "
+             "\"\" txtSoyad \"Işık\"\nexpect-sql \"SELECT GSM,SOYAD FROM MUSTKAYIT WHERE HSTNO='7'\" "
+             "\"NULL|Yılmaz\"\nkey F2\nexpect-sql \"SELECT GSM,SOYAD FROM MUSTKAYIT WHERE HSTNO='7'\" "
+             "\"|Işık\"\nkey Esc\n");
+    EXPECT_NE(lastSaid().find("Bu kart açıkken bir işlem geri alındı."), std::string::npos);
+    one.play("type Text1 \"7\"\ndblclick L3 0\n" + post(50).lines +
+             "menu mnuUrunEkle\nput txtUrunAdi \"Tepsi\"\nput MskToplamUcret \"300\"\n@back\n"
+             "click cmdUrunKaydet\nexpect-visible frmUrunEkle no\nexpect-list L2 \"100,00\"\nexpect-sql "
+             "\"SELECT COUNT(*) FROM URUNAL WHERE FIYAT=300000000\" \"0\"\n");
+    EXPECT_NE(lastSaid().find("Bu hesapta bir işlem geri alındı."), std::string::npos);
+    one.play(post(60).lines +
+             "key Ctrl+Z\n@back\nkey F4\nexpect-cell grdListe 1 \"DURUM\" \"geri alındı\"\n"
+             "expect-sql \"SELECT COUNT(*) FROM TAKSITODENEN WHERE MUSTNO='7'\" \"1\"\nkey Esc\n");
+    EXPECT_NE(lastSaid().find("Bu işlem zaten geri alınmış"), std::string::npos);
+}
+
+// How many of the newest acts this till took back; the others must have been the other till's.
+int takeBackAll(const Drive& drive, std::size_t acts) {
+    Till till(drive);
+    till.play(openingLines());
+    adodb::Connection& books = *till.session().gBaglanti;
+    int taken = 0;
+    std::size_t met = 0;
+    for (const journal::Act& act : journal::ActReader(books).more(2 * acts)) {
+        if (journal::kindOf(act) != journal::ActKind::Collection || met++ == acts) continue;
+        const auto obstacle = journal::takeBack(books, act);
+        if (obstacle && (!obstacle->act || journal::takenBackBy(*obstacle->act) != act.id)) return -1;
+        taken += obstacle ? 0 : 1;
+    }
+    return taken;
+}
+
+void takeBackAtOnce(const Drive& here, const Drive& there) {
+    constexpr int kActs = 20;
+    {
+        Till till(here);
+        till.play(openingLines());
+        for (int i = 1; i <= kActs; ++i)
+            till.play(post(i).lines);
+    }
+    const auto taken = atOnce(here, there, [](const Drive& drive) { return takeBackAll(drive, kActs); });
+    std::cout << taken[0] << " acts were taken back at one till, " << taken[1] << " at the other\n";
+    EXPECT_EQ(taken[0] + taken[1], kActs);
+    Till till(here);
+    till.play(openingLines() + "expect-list L2 \"100,00\"\n");
+}
+
+// On a file and on a server.
+TEST(ServerTills, SeeWhatWasTakenBackAtAnotherAndNeverTwice) {
+    {
+        const Drive file;
+        copyShop(file);
+        takeBackBeside(file, file);
+        takeBackAtOnce(file, file);
+    }
+    const ServerShop shop;
+    const Drive other;
+    putAddress(other, shop.addressOf("kasa2"));
+    takeBackBeside(shop, other);
+    takeBackAtOnce(shop, other);
 }
 
 // What the start says, or the posting behind it.
