@@ -103,8 +103,8 @@ const std::vector<std::string> kLacking = {
     "CREATE TABLE \"GRUPLAR\" (\"ID\" INTEGER PRIMARY KEY AUTOINCREMENT, \"GRUP_KOD\" TEXT COLLATE TURKISH)",
     "PRAGMA user_version = 1",
     "PRAGMA writable_schema = ON",
-    "UPDATE sqlite_master SET sql = replace(sql, ', \"UYARI\" MEMOTEXT COLLATE TURKISH', '') WHERE name = "
-    "'MUSTKAYIT'"};
+    ("UPDATE sqlite_master SET sql = replace(sql, ', \"UYARI\" MEMOTEXT COLLATE TURKISH', '') "
+     "WHERE name = 'MUSTKAYIT'")};
 
 // What stands of all that is delivered; "" where the books are unsound.
 std::string catalogOf(const Drive& drive) {

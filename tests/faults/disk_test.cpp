@@ -333,7 +333,7 @@ TEST(DiskFromTheStart, IsToldAndTheNextStartWorks) {
 }
 
 std::string wrongOnSmallDisk(const Drive& drive, const std::string& saved) {
-    for (const std::size_t pagesLeft : {0, 1, 4, 8, 9, 10, 12, 16, 20, 32, 64}) {
+    for (const std::size_t pagesLeft : {0U, 1U, 4U, 8U, 9U, 10U, 12U, 16U, 20U, 32U, 64U}) {
         fs::create_directories(drive.books().parent_path());
         copyShop(drive);
         std::optional<NoRoom> full;

@@ -111,8 +111,8 @@ TEST_F(NamelessCopy, TheCheckFindsTheSameInTheCopy) {
               "UPDATE URUNSAT SET MUSTNO = 'ÇT7' WHERE ID = 4",
               "INSERT INTO MUSTKAYIT (HSTNO,AD) VALUES ('G3','Kasa'),('ÇT7','Şükrü'),('12345678901','Işık')",
               "INSERT INTO TAKSITODENEN (MUSTNO,ISLEMNO,ODMIKTAR) VALUES ('12345678901',900,1)",
-              "UPDATE MUSTKAYIT SET UYARI = 'TC 12345678901, 0532 111 22 33', GSM = '0532-1112233' WHERE ID "
-              "= 2"})
+              ("UPDATE MUSTKAYIT SET UYARI = 'TC 12345678901, 0532 111 22 33', GSM = '0532-1112233' "
+               "WHERE ID = 2")})
             program->execute(sql);
     }
     copyWithoutNames(books(), copy(), Disguise(2));

@@ -16,8 +16,8 @@ inline std::vector<std::string> hostileTexts() {
         "[AD]", "(((", ")", "?", "\\", "&", "--", "/*", ";", "..\\..\\..\\x", "/x/y", "NULL", "{AD} %p",
         "<b>&amp;\"'</b>", "=1+1", "1|2|3", "a\nb\r\nc\td", "\x01\x02\x1b[31m\x7f", "a\0b"s,
         "\xC3\x28\xFF\xED\xA0\x80",
-        "\xE2\x80\xAE\xE2\x80\x8F"
-        "abc",
+        ("\xE2\x80\xAE\xE2\x80\x8F"
+         "abc"),
         "\xF0\x9F\x98\x80", "\xEF\xBF\xBE\xEF\xBF\xBF", "e\xCC\x81\xCC\x81\xE2\x80\x8B", "İIıiŞşĞğ", "   ",
         // the numbers at each limit, with the signs of both countries
         "0", "-0", "-1", "255", "256", "255,5", "32767", "32768", "-32769", "2147483647", "2147483648",

@@ -68,7 +68,7 @@ void expectWithinPage(const Document& document) {
 }
 
 TEST(ReportPages, EveryRowOnceBetweenRepeatedHeaderAndNumberedFooter) {
-    for (const std::size_t count : {0, 1, 45, 46, 47, 48, 49, 50, 51, 52, 255}) {
+    for (const std::size_t count : {0U, 1U, 45U, 46U, 47U, 48U, 49U, 50U, 51U, 52U, 255U}) {
         const Document document = compose(kList, {rows(count)});
         const std::string text = documentText(document);
         expectWithinPage(document);

@@ -189,8 +189,10 @@ TEST_F(Opening, AnOpeningThatFailsLeavesFileAndJournalAlone) {
     damaged[20] = static_cast<char>(damaged[20] ^ 1);
     for (const auto& [content, password] : {std::pair{damaged, kPassword}, {sound, "baska"}}) {
         leave(content);
-        EXPECT_NE(kindRaised([&] { static_cast<void>(workspace()->open(path, password)); }), std::nullopt);
-        EXPECT_NE(kindRaised([&] {
+        EXPECT_NE(
+            kindRaised([&, password = password] { static_cast<void>(workspace()->open(path, password)); }),
+            std::nullopt);
+        EXPECT_NE(kindRaised([&, password = password] {
                       static_cast<void>(openSqlcipherToRead(path, password, std::chrono::seconds(1)));
                   }),
                   std::nullopt);
