@@ -205,10 +205,6 @@ void clearChoice(FrmSonIslemler& f) {
     f.txtAra.setFocus();
 }
 
-bool isNote(const journal::Entry& entry) {
-    return entry.kind == journal::Entry::Kind::Noted;
-}
-
 // The list then shows what has been done meanwhile, at another till.
 void tellObstacle(FrmSonIslemler& f, const journal::Act& act, const journal::Obstacle& obstacle) {
     std::string words = "Bu işlem geri alınamaz.\n\n" + obstacle.what;
@@ -216,7 +212,7 @@ void tellObstacle(FrmSonIslemler& f, const journal::Act& act, const journal::Obs
         words = "Bu işlem zaten geri alınmış: " + journal::whenAndWho(*obstacle.act);
     else if (obstacle.act)
         words += "\nÖnünde duran işlem: " + journal::whenAndWho(*obstacle.act) + ".\nÖnce onu geri alın.";
-    else if (std::ranges::none_of(act.entries, isNote))
+    else if (!obstacle.isItself)
         words += "\nBunu hangi işlemin yaptığı günlükte yazılı değil.";
     f.session.desktop.dialogs.tell(words, Icon::Exclamation);
     readAnew(f);
