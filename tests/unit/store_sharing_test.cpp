@@ -73,5 +73,29 @@ TEST_F(TwoWorkstations, WritesOfTheOtherAreSeenAtRequeryAndMoveFirst) {
     EXPECT_EQ(numberRaised([&] { table.update(); }), 3167);
 }
 
+// On a server what usually follows a question goes along with it, and waits for whoever asks it.
+TEST_F(TwoWorkstations, NothingFetchedAheadOutlivesAWriteOfATill) {
+    const auto thirdStore = workspace();
+    adodb::Connection third{*thirdStore};
+    third.open("dukkan", "", kPassword);
+    other.execute("INSERT INTO MUSTERI (HSTNO, AD) VALUES ('1', 'eski')");
+    other.execute("INSERT INTO ODEME (MUSTNO, TUTAR) VALUES ('1', 5)");
+    awaitNews();
+    const auto act = [&](const std::function<void()>& firstWrite, const std::function<void()>& secondWrite) {
+        std::string seen = rows("SELECT COUNT(*) FROM MUSTERI");
+        firstWrite();
+        seen += ' ' + rows("SELECT AD FROM MUSTERI WHERE HSTNO = '1'");
+        secondWrite();
+        seen += ' ' + rows("SELECT SUM(TUTAR) FROM ODEME WHERE MUSTNO = '1'");
+        store->endAct();
+        return seen;
+    };
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(act([] {}, [] {}), "1 eski 5");
+    EXPECT_EQ(act([&] { other.execute("UPDATE MUSTERI SET AD = 'yeni'"), awaitNews(); },
+                  [&] { third.execute("UPDATE ODEME SET TUTAR = 7"), awaitNews(); }),
+              "1 yeni 7");
+}
+
 } // namespace
 } // namespace veldona::store
