@@ -23,6 +23,33 @@ namespace {
 constexpr unsigned kSeed = 20261123;
 constexpr int kActs = 150;
 
+// What tells two engines apart: letters of the Turkish alphabet, Nulls, equal days and amounts, rows that are
+// not in the order of their days.
+constexpr const char* kShop = R"op(clock "22/11/2026 10:30:00"
+start
+insert "MUSTKAYIT (HSTNO,AD,SOYAD,GSM)" "'1','Işıl','Kaya','532'" "'2','ışık',NULL,NULL"
+insert "MUSTKAYIT (HSTNO,AD,SOYAD,GSM)" "'3',NULL,'İnci',NULL"
+insert "MUSTKAYIT (HSTNO,AD,SOYAD,GSM)" "'9','Çelik','Kaya',NULL" "'10','Şule','Ünal','533'"
+insert "MUSTKAYIT (HSTNO,AD,SOYAD,GSM)" "'a1','Sude','Öz',''"
+insert "ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC,PESINAT)" "'7',12,500000000,0" "'7',11,250000000,NULL"
+insert "ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC,PESINAT)" "'1',13,750000000,50000000"
+insert "ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC,PESINAT)" "'8',14,90000000,0" "'9',15,100000000,0"
+insert "ISLEMNOTABLO (MUSTNO,ISLEMNO,TOPBORC,PESINAT)" "'10',16,100000000,0"
+insert "URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT)" "'7',12,'2',2,250000000" "'7',11,'1',1,250000000"
+insert "URUNAL (MUSTNO,ISLEMNO,URKOD,ADET,FIYAT)" "'1',13,NULL,3,250000000"
+insert "URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'7',12,'20/11/2026',250000000"
+insert "URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'7',12,'20/10/2026',250000000"
+insert "URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'7',11,NULL,125000000" "'7',11,'05/11/2026',125000000"
+insert "URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'1',13,'05/11/2026',350000000"
+insert "URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'1',13,'05/11/2026',400000000"
+insert "URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'9',15,'01/12/2026',100000000"
+insert "URUNSAT (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'10',16,'05/11/2026',100000000"
+insert "TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'7',12,'19/11/2026',30000000"
+insert "TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'7',12,'01/11/2026',20000000"
+insert "TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'7',12,NULL,10000000" "'1',13,'22/11/2026',NULL"
+insert "TAKSITODENEN (MUSTNO,ISLEMNO,ODTRH,ODMIKTAR)" "'1',13,'22/11/2026',5000000"
+)op";
+
 class Operator {
 public:
     explicit Operator(unsigned seed) : random_(seed) {}
@@ -32,7 +59,7 @@ public:
         if (pick(4) == 0) return std::string("answer ") + (pick(3) > 0 ? "yes" : "no");
         if (pick(5) == 0) return "key " + oneOf({"F2", "F3", "F4", "Enter", "Enter", "Down", "Up", "Esc"});
         if (screen.name() == "frmMainVeldona" && pick(4) == 0)
-            return "type Text1 \"" + oneOf({"7", "8", "9", ""}) + '"';
+            return "type Text1 \"" + oneOf({"7", "8", "1", "9", "10", ""}) + '"';
         std::vector<Control*> within;
         for (Control* control : screen.controls())
             if (control->isInReach() && isTried(*control)) within.push_back(control);
@@ -90,7 +117,7 @@ public:
             const std::string line = till_.hasEnded() ? "" : next(till_.screen());
             if (!line.empty()) till_.follow(line + "\n@seen\n");
         };
-        till_.play("clock \"22/11/2026 10:30:00\"\nstart\n@seen\n");
+        till_.play(std::string(kShop) + "@seen\n");
         return std::move(all_);
     }
 
