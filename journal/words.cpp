@@ -228,6 +228,7 @@ std::string summaryOfRows(const Act& act) {
             sales[*each.last->sale][each.last->table].outcomes[static_cast<std::size_t>(each.kind)].push_back(
                 &each);
         }
+    told.reserve(sales.size());
     for (const auto& [number, sale] : sales)
         told.push_back(saleWords(number, sale));
     for (const Outcome& each : outcomes) {

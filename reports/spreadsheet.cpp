@@ -140,15 +140,16 @@ void SpreadsheetList::writeSum() {
 }
 
 std::optional<std::string> SpreadsheetList::writeAll() {
-    constexpr int kReadingShare = 40; // of the hundred steps that the caption counts
+    constexpr int kReadingShare = 40,
+                  kHalfOfIt = kReadingShare / 2; // of the hundred steps that the caption counts
     const std::vector<Sale> sales = readSales(session_);
     limit_ = toDate(range_.DTPicker2.value());
     heads();
     std::vector<std::int32_t> numbers;
+    numbers.reserve(sales.size());
     for (const Sale& each : sales)
         numbers.push_back(each.ISLEMNO);
-    const SaleMovements installments(session_, "URUNSAT", numbers,
-                                     [&] { return goOn(kReadingShare / 2, 100); });
+    const SaleMovements installments(session_, "URUNSAT", numbers, [&] { return goOn(kHalfOfIt, 100); });
     if (!installments.isComplete()) return std::nullopt;
     const SaleMovements paid(session_, "TAKSITODENEN", numbers, [&] { return goOn(kReadingShare, 100); });
     if (!paid.isComplete()) return std::nullopt;

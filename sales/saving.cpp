@@ -26,7 +26,7 @@ bool writeNewSale(FrmSatis& f, std::int32_t& id) {
     if (!byInstallments) PesinOdemeEkle(f, rows);
     SatisSatiriEkle(f, rows);
     if (sold) {
-        rows.push_back(*std::move(sold));
+        rows.push_back(*sold);
         if (!byInstallments) PesinSatisPlaniEkle(f, "URUNSAT", rows);
         if (byInstallments && toDouble(f.MskAlinanPesinat.text()) > 0) PesinatEkle(f, "TAKSITODENEN", rows);
         if (byInstallments) TaksitSatirlariEkle(f, SaleRoute::Yeni, rows);

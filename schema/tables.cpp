@@ -8,7 +8,6 @@ namespace veldona::schema {
 namespace {
 
 using store::ColumnDef;
-using store::ColumnType;
 using store::TableDef;
 using enum store::ColumnType;
 

@@ -38,7 +38,8 @@ void LineBetweenRows::paint(QPainter* painter, const QStyleOptionViewItem& optio
         painter->setPen(lineColour().darker(140));
         const int gap = thick + scaled(1);
         painter->drawText(rect.adjusted(scaled(4), isBelow ? 0 : gap, 0, isBelow ? -gap : 0),
-                          Qt::AlignLeft | (isBelow ? Qt::AlignBottom : Qt::AlignTop), words_);
+                          static_cast<int>(Qt::AlignLeft | (isBelow ? Qt::AlignBottom : Qt::AlignTop)),
+                          words_);
     }
     painter->restore();
 }

@@ -14,7 +14,6 @@ namespace veldona::exports {
 
 namespace {
 
-using report::Align;
 using report::TextRun;
 
 constexpr std::array<const char*, 3> kAligns = {"left", "center", "right"};

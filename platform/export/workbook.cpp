@@ -209,6 +209,7 @@ std::string Sheet::write(bool inFront) {
 std::string workbook(const report::Document& document, const WorkbookChoices& choices) {
     const std::vector<SheetRows> sheets = sheetsOf(document, choices);
     std::vector<std::string> written;
+    written.reserve(sheets.size());
     for (const SheetRows& sheet : sheets)
         written.push_back(Sheet(sheet, choices).write(written.empty()));
     std::vector<std::size_t> starts(sheets.size());

@@ -55,6 +55,7 @@ std::vector<std::string> xmlData(const report::Document& document, bool oneForEa
     const std::string title = withoutControls(document.title);
     if (!oneForEach) return {xmlOf(title, data)};
     std::vector<std::string> texts;
+    texts.reserve(data.size());
     for (report::DataSet& set : data)
         texts.push_back(xmlOf(title, {std::move(set)}));
     return texts;

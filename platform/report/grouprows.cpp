@@ -20,6 +20,7 @@ void addRow(DataSet& into, const DataSet& from, std::size_t row) {
 
 std::vector<const DataSet*> pointersTo(const std::vector<DataSet>& data) {
     std::vector<const DataSet*> all;
+    all.reserve(data.size());
     for (const DataSet& each : data)
         all.push_back(&each);
     return all;

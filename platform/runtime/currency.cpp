@@ -38,8 +38,8 @@ double Currency::toDouble() const {
     // Beyond 2^53 the count itself is rounded on its way into a double; whole and rest apart stay exact.
     if (count_ > -(std::int64_t{1} << 53) && count_ < (std::int64_t{1} << 53))
         return static_cast<double>(count_) / static_cast<double>(unit);
-    return static_cast<double>(count_ / unit) +
-           static_cast<double>(count_ % unit) / static_cast<double>(unit);
+    const std::int64_t whole = count_ / unit;
+    return static_cast<double>(whole) + static_cast<double>(count_ % unit) / static_cast<double>(unit);
 }
 
 Currency& Currency::operator+=(Currency other) {

@@ -51,7 +51,8 @@ bool DateTime::isDay(int year, int month, int day) {
 DateTime DateTime::of(int year, int month, int day, int hour, int minute, int second) {
     const bool isTime = hour >= 0 && hour < 24 && minute >= 0 && minute < 60 && second >= 0 && second < 60;
     if (!isTime || !isDay(year, month, day)) raise(ErrorNumber::InvalidCall);
-    return ofSeconds(secondsOf(calendarDay(year, month, day)) + (hour * 60 + minute) * 60 + second);
+    return ofSeconds(secondsOf(calendarDay(year, month, day)) + (std::int64_t{hour} * 60 + minute) * 60 +
+                     second);
 }
 
 int DateTime::year() const {
@@ -91,7 +92,8 @@ DateTime DateTime::plusDays(int days) const {
 
 DateTime addMonths(DateTime date, int months) {
     const std::int64_t counted = std::int64_t{date.year()} * 12 + date.month() - 1 + months;
-    if (counted < firstYear * 12 || counted >= (lastYear + 1) * 12) raise(ErrorNumber::InvalidCall);
+    if (counted < std::int64_t{firstYear} * 12 || counted >= std::int64_t{lastYear + 1} * 12)
+        raise(ErrorNumber::InvalidCall);
     const auto yearNumber = static_cast<int>(counted / 12);
     const auto monthNumber = static_cast<int>(counted % 12) + 1;
     int dayNumber = date.day();

@@ -143,7 +143,7 @@ TEST(ServerMove, OlderBooksAreRenewedWholeOrNotAtAll) {
         static_cast<void>(undisturbed(moving, moving.there()));
         moving.makeOlder();
         disturb(moving, moving.renewed(), whole, random);
-        if (moving.wrong() == "") continue; // it was already done
+        if (moving.wrong().empty()) continue; // it was already done
         ASSERT_NE(moving.wrong().find("vorel-sunucu --yenile"), std::string::npos) << moving.wrong();
         static_cast<void>(undisturbed(moving, moving.renewed()));
         ASSERT_EQ(moving.wrong(), "");

@@ -275,8 +275,8 @@ TEST_F(Export, ThePanelsChoicesReachTheSheet) {
 
 // Container sizes around the borders at which its tables grow by one more sector.
 TEST(CompoundFile, HoldsEverySectorInItsTable) {
-    for (const std::size_t sectors :
-         {1, 8, 125, 126, 127, 128, 253, 254, 13841, 13842, 13843, 14000, 40000}) {
+    for (const std::size_t sectors : std::initializer_list<std::size_t>{1, 8, 125, 126, 127, 128, 253, 254,
+                                                                        13841, 13842, 13843, 14000, 40000}) {
         const std::string bytes = exports::compoundFile("Workbook", std::string(sectors * 512, 'x'));
         const auto word = [&](std::size_t at) {
             std::uint32_t value = 0;

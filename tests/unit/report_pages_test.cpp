@@ -340,7 +340,8 @@ TEST(ReportPages, DataThatDoesNotFitTheLayoutNamesFileAndLine) {
     data.columns.push_back({"BUYUK", 5});
     data.cells.emplace_back(1e300);
     for (const auto& [body, description] : cases) {
-        const auto error = test::raised<ReportError>([&] { compose(inReport(body), {data}); });
+        const auto error =
+            test::raised<ReportError>([&, &shown = body] { compose(inReport(shown), {data}); });
         ASSERT_TRUE(error) << body;
         EXPECT_EQ(error->number(), kBrokenLayout);
         EXPECT_TRUE(error->description().starts_with(description)) << error->description();

@@ -123,7 +123,8 @@ TEST_F(Live, AValueThatDoesNotConvertLeavesTheColumnAsItWas) {
          {std::pair("TUTAR", ""), std::pair("TUTAR", "NULL"), std::pair("TUTAR", "abc"),
           std::pair("ISLEMNO", ""), std::pair("TARIH", ""), std::pair("TARIH", "NULL"),
           std::pair("TARIH", "31/02/2026")})
-        EXPECT_EQ(numberRaised([&] { rows.set(column, text); }), 3421) << column << " " << text;
+        EXPECT_EQ(numberRaised([&, name = column, value = text] { rows.set(name, value); }), 3421)
+            << column << " " << text;
     EXPECT_EQ(numberRaised([&] { rows.set("ISLEMNO", 3e9); }), 3421);
     EXPECT_EQ(numberRaised([&] { rows.set("YOK", 1); }), 3265);
     EXPECT_EQ(numberRaised([&] { rows.set("ID", 1); }), 3164);

@@ -245,7 +245,7 @@ int rowsSeenByAReader(const std::string& folder, const std::string& path,
 TEST_F(Opening, WhoMayNotWriteBesideTheFileReadsItAndWhatATillWritesMeanwhile) {
     path = folder + "/defter %41 #1?.mdb";
     create();
-    for (const mode_t rights : {0777, 0555})
+    for (const mode_t rights : {0777U, 0555U})
         EXPECT_EQ(rowsSeenByAReader(
                       folder, path, [] {}, rights),
                   0);

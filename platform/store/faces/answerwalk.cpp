@@ -10,7 +10,7 @@ using store::ColumnType;
 
 class AnswerWalk final : public RowWalk {
 public:
-    AnswerWalk(std::shared_ptr<store::Database> database, store::Query query)
+    AnswerWalk(const std::shared_ptr<store::Database>& database, store::Query query)
         : answer_(database, std::move(query)), table_(writtenTable(database->catalog(), answer_.plan())) {}
 
     const std::vector<store::ResultColumn>& columns() const override { return answer_.plan().columns; }

@@ -27,7 +27,7 @@ Value comparable(const Value& value, ColumnType type) {
     // A screen without a sale asks for "" with every key: the usual miss is told without raising.
     if (isNumber(type) && value.isText() && !isNumeric(value)) return {};
     try {
-        const Value bound = store::bindValue(value, type);
+        Value bound = store::bindValue(value, type);
         if (bound.isNull() || !isWhole(type)) return bound;
         // A column that took "5,4" would round; yet none of its rows is that number.
         const Value exact = store::bindValue(value, ColumnType::Number);

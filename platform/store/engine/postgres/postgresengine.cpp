@@ -61,8 +61,7 @@ public:
             if (!relation || relation->name != name) {
                 if (relation) catalog.add(std::move(*relation));
                 const bool isQuery = columns.text(i, 1) == "1";
-                relation.emplace(name, std::vector<ColumnDef>(), isQuery,
-                                 isQuery ? below[name] : std::vector{name});
+                relation = Catalog::Relation{name, {}, isQuery, isQuery ? below[name] : std::vector{name}};
             }
             relation->columns.push_back({std::string(columns.text(i, 2)),
                                          columnTypeOf(columns.text(i, 3), columns.text(i, 4) == "1")});

@@ -14,7 +14,7 @@ constexpr std::size_t kPortion = 1 << 20;
 // Such a text comes from a damaged file; to leave the letter out would be another text.
 void requireStorable(const Value& value) {
     if (value.kind() != Value::Kind::Text) return;
-    const std::string text = value.get<std::string>();
+    const auto& text = value.get<std::string>();
     if (text.find('\0') != text.npos || validUtf8(text) != text)
         throw StoreError(StoreError::Kind::TypeMismatch,
                          "Sunucuya yazılamayan bir yazı var; harflerinden biri bozuk: " + visibleText(text));

@@ -15,7 +15,7 @@ namespace {
 
 // The form of a file's pages: 16 bytes of salt in place of the first one's head; at the end of each page the
 // start vector, a seal over all before it and the page's number, and a rest that means nothing.
-constexpr int kPage = 4096, kSalt = 16, kVector = 16, kSeal = 20, kRest = 12;
+constexpr int kPage = 4096, kSalt = 16, kSeal = 20, kRest = 12;
 constexpr int kSealed = kPage - kSeal - kRest; // what the seal is over ends here
 constexpr int kRounds = 64'000, kSealRounds = 2, kKey = 32;
 constexpr unsigned char kSealSalt = 0x3a;
