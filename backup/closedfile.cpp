@@ -1,9 +1,7 @@
 #include "backup/closedfile.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <iterator>
 
 #include "backup/keeping.h"
 #include "backup/place.h"
@@ -13,15 +11,6 @@
 #include "platform/store/engine/durable.h"
 
 namespace veldona::backup {
-
-namespace {
-
-bool hasJournal(const std::string& path) {
-    return std::any_of(std::begin(kJournals), std::end(kJournals),
-                       [&](const char* journal) { return stands(path + journal); });
-}
-
-} // namespace
 
 // A file without a journal needs no room to be settled, and a full disk has none.
 ClosedFile::ClosedFile(const std::string& path) : path_(path) {

@@ -3,8 +3,10 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <iterator>
 #include <limits>
 
 #include "backup/place.h"
@@ -61,6 +63,11 @@ void syncFile(const std::string& file) {
     }
     posix_fadvise(descriptor, 0, 0, POSIX_FADV_DONTNEED);
     ::close(descriptor);
+}
+
+bool hasJournal(const std::string& books) {
+    return std::any_of(std::begin(kJournals), std::end(kJournals),
+                       [&](const char* journal) { return stands(books + journal); });
 }
 
 } // namespace veldona::backup

@@ -22,5 +22,6 @@ void syncFile(const std::string& file);
 
 // What the engine writes beside a file and reads before it.
 inline constexpr const char* kJournals[] = {"-wal", "-journal"};
+[[nodiscard]] bool hasJournal(const std::string& books);
 
 } // namespace veldona::backup

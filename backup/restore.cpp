@@ -1,9 +1,7 @@
 #include "backup/restore.h"
 
-#include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <iterator>
 
 #include "backup/copy.h"
 #include "backup/keeping.h"
@@ -66,11 +64,6 @@ std::string differences(const Fingerprint& backup, const Fingerprint& now) {
         }
     }
     return text.empty() ? "Satır sayıları aynı.\n" : "Satır sayıları:\n" + text;
-}
-
-bool hasJournal(const std::string& books) {
-    return std::any_of(std::begin(kJournals), std::end(kJournals),
-                       [&](const char* journal) { return stands(books + journal); });
 }
 
 bool areSoundAlone(const std::string& books) {

@@ -138,9 +138,7 @@ FrmYedek::FrmYedek(Forms& itsForms, Session& itsSession)
     : Form(itsForms, "frmYedek", "Yedek Al"), session(itsSession) {
     onLoad = [this] { fillPlaces(*this); };
     onActivate = [this] { lstYer.setFocus(); };
-    onKeyPress = [this](KeyPress& press) {
-        if (press.character == static_cast<char32_t>(Key::Escape)) forms().unload(*this);
-    };
+    closeOnEscape(*this);
     lstYer.onClick = [this] { choosePlace(*this, lstYer.listIndex()); };
     lstYer.onDblClick = [this] { cmdYedekAl_Click(*this); };
     lstYer.onKeyDown = [this](KeyEvent& event) {

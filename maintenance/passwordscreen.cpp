@@ -155,9 +155,7 @@ FrmParola::FrmParola(Forms& itsForms, Session& itsSession)
     : Form(itsForms, "frmParola", kTitle), session(itsSession) {
     onLoad = [this] { load(*this); };
     onActivate = [this] { (hasOwn(*this) ? txtSimdiki : txtYeni).setFocus(); };
-    onKeyPress = [this](KeyPress& press) {
-        if (press.character == static_cast<char32_t>(Key::Escape)) forms().unload(*this);
-    };
+    closeOnEscape(*this);
     cmdKoy.onClick = [this] { cmdKoy_Click(*this); };
     cmdKaldir.onClick = [this] { cmdKaldir_Click(*this); };
     cmdCikis.onClick = [this] { forms().unload(*this); };

@@ -35,7 +35,6 @@ private:
     explicit FileLock(const std::string& path);
     int take(int level);
     void goDownTo(int level);
-    [[nodiscard]] bool isOfAFileThatMoved() const;
 
     sqlite3* connection_ = nullptr;
     sqlite3_file* file_ = nullptr;

@@ -4,6 +4,7 @@
 
 #include <sqlcipher/sqlite3.h>
 
+#include "platform/store/engine/sqlcipher/sqlcipherconnection.h"
 #include "platform/store/engine/sqlcipher/sqlcipherfailure.h"
 
 namespace veldona::store {
@@ -36,18 +37,12 @@ void FileLock::goDownTo(int level) {
     if (file_ != nullptr) file_->pMethods->xUnlock(file_, level);
 }
 
-bool FileLock::isOfAFileThatMoved() const {
-    int moved = 0;
-    sqlite3_file_control(connection_, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
-    return moved != 0;
-}
-
 std::unique_ptr<FileLock> FileLock::share(const std::string& path, std::chrono::milliseconds wait) {
     const auto until = steady_clock::now() + wait;
     for (;;) {
         std::unique_ptr<FileLock> lock(new FileLock(path));
         const bool isHeldByAnother = lock->take(SQLITE_LOCK_SHARED) == SQLITE_BUSY;
-        if (!isHeldByAnother && !lock->isOfAFileThatMoved()) return lock;
+        if (!isHeldByAnother && !hasMoved(lock->connection_)) return lock;
         if (steady_clock::now() >= until) throw engineFailure(SQLITE_BUSY, "");
         lock.reset();
         std::this_thread::sleep_for(kPause);

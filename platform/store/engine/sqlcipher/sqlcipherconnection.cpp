@@ -28,6 +28,12 @@ std::string orEmpty(const char* text) {
 
 } // namespace
 
+bool hasMoved(sqlite3* connection) {
+    int moved = 0;
+    sqlite3_file_control(connection, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    return moved != 0;
+}
+
 SqlcipherConnection::SqlcipherConnection(ConnectionOrigin origin)
     : origin_(std::move(origin)), handle_(open()) {}
 

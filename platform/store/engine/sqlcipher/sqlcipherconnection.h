@@ -28,6 +28,9 @@ struct ConnectionOrigin {
     std::function<void(sqlite3*)> equip; // with functions and handlers, before the key
 };
 
+// Whether the file of `connection` no longer stands under the name that it was opened by.
+[[nodiscard]] bool hasMoved(sqlite3* connection);
+
 class SqlcipherConnection {
 public:
     explicit SqlcipherConnection(ConnectionOrigin origin);

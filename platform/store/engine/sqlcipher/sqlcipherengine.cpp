@@ -201,11 +201,7 @@ public:
         if (file->pMethods->xRead(file, header, sizeof header, 0) != SQLITE_OK) return false;
         return std::memcmp(header, kPlainHeader, sizeof header) == 0;
     }
-    [[nodiscard]] bool isOfAFileThatMoved() const {
-        int moved = 0;
-        sqlite3_file_control(handle(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
-        return moved != 0;
-    }
+    [[nodiscard]] bool isOfAFileThatMoved() const { return hasMoved(handle()); }
     // To the end, behind the closing.
     void keep(std::unique_ptr<FileLock> lock) { kept_ = std::move(lock); }
     [[nodiscard]] bool isReadOnly() const { return sqlite3_db_readonly(handle(), "main") == 1; }
